@@ -1,0 +1,38 @@
+// The seam between the engine and whatever shows it: all that the engine asks of the outside.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+enum class SoundMode { Start, PlayToEnd, Loop };
+
+/// The engine's questions to the outside. Every member is always set: the headless host
+/// (headless_host.h) answers by rule and draws nothing, for tests, benchmarks and batch runs; the
+/// screens put their own in place at start.
+struct Host {
+  /// Shows the message of the slots (`MsgText` and the rest). Modal: waits, and leaves `MsgAnswer`,
+  /// and the amounts of the input boxes in `ChangeRequest` and `ChangeRequest2`.
+  std::function<void(bool modal)> ShowMessage;
+
+  /// Shows `Game.Settle`, waits, and calls `PressSettleButton` once.
+  std::function<void()> ShowSettleScreen;
+
+  std::function<void()> ThrowDice;  // the dice in flight, ending with `Die1` and `Die2`
+  std::function<void()> SendDiceHome;
+  std::function<void()> CelebrateBank;  // chips fall on the table
+
+  std::function<void(const std::string& path, SoundMode mode)> PlaySound;
+  std::function<void()> StopSound;
+
+  std::function<std::uint32_t()> Milliseconds;  // since some fixed moment; wraps
+  std::function<void()> Yield;                  // one turn of the event loop
+  std::function<void(int milliseconds)> Wait;   // a pause with the event loop running
+
+  std::function<void()> RefreshViews;  // all open views after a roll
+  std::function<void()> RedrawBets;    // chips, markers, puck, dice and amounts
+  std::function<void()> RedrawLayout;  // the table under the chips
+};
+
+/// The host in force.
+extern Host TheHost;

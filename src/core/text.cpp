@@ -1,0 +1,113 @@
+#include "core/text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "core/game_state.h"
+
+namespace {
+
+constexpr int kDecimals = 4;
+
+std::string Grouped(std::string digits) {
+  for (int place = static_cast<int>(digits.size()) - 3; place > 0; place -= 3) {
+    digits.insert(static_cast<std::size_t>(place), 1, ',');
+  }
+  return digits;
+}
+
+std::string Digits(std::uint64_t number) {
+  std::array<char, 24> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
+  return {buffer.data(), end};
+}
+
+/// The size of a signed number; the lowest one has none among the signed numbers.
+std::uint64_t Magnitude(std::int64_t number) {
+  const auto bits = static_cast<std::uint64_t>(number);
+  return number < 0 ? 0 - bits : bits;
+}
+
+/// An amount with as many decimals as it needs, and at least `fewest` when it isn't whole.
+std::string AmountText(Currency amount, bool grouped, std::size_t fewest) {
+  const std::uint64_t size = Magnitude(amount.Raw());
+  std::string text = amount.Raw() < 0 ? "-" : "";
+  const std::string whole = Digits(size / Currency::kScale);
+  text += grouped ? Grouped(whole) : whole;
+  const std::uint64_t rest = size % Currency::kScale;
+  if (rest == 0) return text;
+  std::string decimals = Digits(rest + Currency::kScale).substr(1);
+  while (decimals.size() > fewest && decimals.back() == '0') decimals.pop_back();
+  return text + "." + decimals;
+}
+
+bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
+
+/// A typed number, taken apart.
+struct TypedNumber {
+  bool Negative = false;
+  bool TooLarge = false;
+  std::int64_t Count = 0;  // in ten-thousandths
+};
+
+void AppendDigit(TypedNumber& number, int digit) {
+  number.TooLarge = number.TooLarge ||
+                    __builtin_mul_overflow(number.Count, std::int64_t{10}, &number.Count) ||
+                    __builtin_add_overflow(number.Count, std::int64_t{digit}, &number.Count);
+}
+
+/// Rounds by the digits that follow the fourth decimal, halves to even.
+void RoundByRest(TypedNumber& number, const std::string& rest) {
+  if (rest.empty() || rest[0] < '5') return;
+  const bool half =
+      rest[0] == '5' && std::all_of(rest.begin() + 1, rest.end(), [](char d) { return d == '0'; });
+  if (half && number.Count % 2 == 0) return;
+  number.TooLarge =
+      number.TooLarge || __builtin_add_overflow(number.Count, std::int64_t{1}, &number.Count);
+}
+
+TypedNumber ReadNumber(const std::string& text) {
+  TypedNumber number;
+  std::size_t at = text.find_first_not_of(" \t");
+  if (at == std::string::npos) return number;
+  if (text[at] == '-' || text[at] == '+') number.Negative = text[at++] == '-';
+  for (; at < text.size() && (IsDigit(text[at]) || text[at] == ','); ++at) {
+    if (text[at] != ',') AppendDigit(number, text[at] - '0');
+  }
+  if (at < text.size() && text[at] == '.') ++at;
+  const auto end = std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
+                                    [](char letter) { return IsDigit(letter); });
+  const std::string decimals(text.begin() + static_cast<std::ptrdiff_t>(at), end);
+  for (std::size_t place = 0; place < kDecimals; ++place) {
+    AppendDigit(number, place < decimals.size() ? decimals[place] - '0' : 0);
+  }
+  if (decimals.size() > kDecimals) RoundByRest(number, decimals.substr(kDecimals));
+  return number;
+}
+
+}  // namespace
+
+std::string MoneyText(Currency amount) { return AmountText(amount, true, 2); }
+
+std::string PlainText(Currency amount) { return AmountText(amount, false, 0); }
+
+std::string CountText(long long count) {
+  return (count < 0 ? "-" : "") + Grouped(Digits(Magnitude(count)));
+}
+
+Currency ParseAmount(const std::string& text) {
+  const TypedNumber number = ReadNumber(text);
+  if (number.TooLarge) return Currency();
+  return Currency::FromRaw(number.Negative ? -number.Count : number.Count);
+}
+
+std::string Quoted(const std::string& word) { return "\"" + word + "\""; }
+
+std::string BetName(int id) {
+  if (id >= 0 && id < static_cast<int>(Game.BetNames.size())) {
+    const std::string& name = Game.BetNames[static_cast<unsigned>(id)];
+    if (!name.empty()) return name;
+  }
+  return IsChipStack(id) ? "Chip-Stack #" + std::to_string(id - ChipStackBase) : std::string();
+}
