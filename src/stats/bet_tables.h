@@ -1,0 +1,24 @@
+// The bet tables: results of every bet, for the phantom wager and the actual one.
+#pragma once
+
+#include "core/game_state.h"
+
+/// Records one decision of a bet in `BetWagers`, and in `BetWins` or `BetLosses` by the sign of
+/// `net`. A net of 0 is no decision. Vig up front joins the wager: held vig for an actual wager,
+/// the rate for the phantom one. A phantom decision of bets 7 to 30 counts only while the bet is
+/// established, but for the Come side with put bets allowed.
+void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net);
+
+/// `count` decisions of a bet that are all alike, as if recorded one by one.
+void RecordBetOutcomes(BetKind kind, int betId, Currency wager, Currency net, int count);
+
+/// Clears the stats of the last roll, for bets 0 to 83, of both kinds or of one.
+void ClearRollStats();
+void ClearRollStats(BetKind kind);
+
+/// Clears the actual stats of the last roll of one bet.
+void ClearRollStats(int betId);
+
+/// Marks which Come and Don't Come bets on numbers are established for the phantom wager: those of
+/// `lastTotal` are if a point stood when it was thrown; after a 7 none is.
+void UpdateEstablished(int lastTotal, bool pointStood);
