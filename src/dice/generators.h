@@ -1,0 +1,40 @@
+// The eight random number generators and their seeding.
+#pragma once
+
+#include "core/game_state.h"
+
+/// An integer from 1 to `limit`; advances `RngState`.
+int Rng3(int limit);
+
+/// A number in [0, 1). A negative `idum` restarts the generator with -`idum` as seed, and then
+/// draws; `Ran1` leaves `idum` at 1. A seed that doesn't fit its sum is an Overflow fault.
+float Ran1(int& idum);
+float Ran2(int& idum);
+
+/// RNG #1: the Mersenne Twister, seeded by its own routine; a number in [0, 1).
+void init_genrand(std::uint32_t seed);
+double genrand_real2();
+std::uint32_t genrand_int32();
+
+/// RNG #2: the Mersenne Twister with the older seeding by a congruence.
+void srandMT(std::uint32_t seed);
+double randomMT();
+std::uint32_t randomMT_int32();
+
+/// Sets `Die1` and `Die2` from the generator of `RngChoice`, through the probability matrix when
+/// `UseSkewedProbability` is on. Reads `RollCount[0]` for the generators that alternate.
+void RollWithGenerator();
+
+/// What `SeedRng` is asked to do.
+enum SeedSource : int { SeedInChangeRequest = -1, FindSeed = 0 };
+
+/// Seeds the chosen generator: with the whole part of `ChangeRequest`, or with the clock, or with
+/// what the player enters when `UserSeed` is on (which also clears `KeepRolling`). A seed below 1
+/// or above the generator's limit seeds nothing. Leaves `RngState` and `LastSeed`.
+void SeedRng(SeedSource source);
+
+/// The largest seed of the chosen generator.
+int SeedLimit();
+
+/// A choice of generator that a missing support file rules out becomes RNG #4.
+void CorrectRngChoice();

@@ -1,0 +1,108 @@
+#include "dice/matrix.h"
+
+namespace {
+
+constexpr int kNumbers = 100'000;
+constexpr int kFirstColumn = 2;
+constexpr int kLastColumn = 7;
+constexpr int kFairCell = 2778;
+constexpr int kFairFace = 16667;
+constexpr int kTotalsColumn = 1;
+constexpr int kDie1Row = 12;
+constexpr int kDie2Row = 13;
+constexpr std::array<int, 11> kFairTotals = {2778,  5556,  8333, 11111, 13889, 16667,
+                                             13889, 11111, 8333, 5556,  2778};
+
+int FirstRow(int column) { return column - 1; }
+int LastRow(int column) { return 13 - column; }
+
+/// Numbers of our own, which leave the chosen generator alone. They follow from the seed and the
+/// roll, so that a game thrown again with its seed meets the same ones.
+class OwnNumbers {
+ public:
+  OwnNumbers()
+      : state_((static_cast<std::uint64_t>(static_cast<std::uint32_t>(Game.LastSeed)) << 32U) ^
+               static_cast<std::uint32_t>(Game.RollCount[0])) {}
+
+  /// From 1 to `limit`.
+  int Next(int limit) {
+    state_ += 0x9E3779B97F4A7C15U;
+    std::uint64_t mixed = state_;
+    mixed = (mixed ^ (mixed >> 30U)) * 0xBF58476D1CE4E5B9U;
+    mixed = (mixed ^ (mixed >> 27U)) * 0x94D049BB133111EBU;
+    mixed ^= mixed >> 31U;
+    return static_cast<int>((mixed >> 32U) * static_cast<std::uint64_t>(limit) >> 32U) + 1;
+  }
+
+ private:
+  std::uint64_t state_;
+};
+
+/// Calls `visit` with column, row, and the sum of the cells before and after, in the fixed order of
+/// the cells, until it returns true.
+template <class Visit>
+bool WalkCells(Visit visit) {
+  std::int64_t before = 0;
+  for (int column = kFirstColumn; column <= kLastColumn; ++column) {
+    const auto& rows = Game.ProbMatrix[1][static_cast<unsigned>(column)];
+    for (int row = FirstRow(column); row <= LastRow(column); ++row) {
+      const std::int64_t after = before + rows[static_cast<unsigned>(row)];
+      if (visit(column, row, before, after)) return true;
+      before = after;
+    }
+  }
+  return false;
+}
+
+void TakeCell(int column, int row) {
+  const bool upper = row >= 7;
+  Game.Die1 = upper ? column + row - 7 : column - 1;
+  Game.Die2 = upper ? 8 - column : row - column + 2;
+}
+
+bool FindCell(int x) {
+  return WalkCells([x](int column, int row, std::int64_t before, std::int64_t after) {
+    if (x > after || x <= before) return false;
+    TakeCell(column, row);
+    return true;
+  });
+}
+
+/// True when some number from 1 to 100,000 meets a cell.
+bool HasReachableCell() {
+  return WalkCells([](int, int, std::int64_t before, std::int64_t after) {
+    return after > before && after >= 1 && before < kNumbers;
+  });
+}
+
+}  // namespace
+
+void SetFairMatrix() {
+  Game.ProbMatrix = {};
+  auto& shares = Game.ProbMatrix[1];
+  for (int column = kFirstColumn; column <= kLastColumn; ++column) {
+    auto& rows = shares[static_cast<unsigned>(column)];
+    for (int row = FirstRow(column); row <= LastRow(column); ++row) {
+      rows[static_cast<unsigned>(row)] = kFairCell;
+    }
+    rows[kDie1Row] = kFairFace;
+    rows[kDie2Row] = kFairFace;
+  }
+  for (std::size_t i = 0; i < kFairTotals.size(); ++i)
+    shares[kTotalsColumn][i + 1] = kFairTotals[i];
+  // The values of the editor's two axes.
+  Game.ProbMatrix[0][0][1] = 1;
+  Game.ProbMatrix[0][0][2] = 6;
+}
+
+void DiceFromMatrix(int x) {
+  if (FindCell(x)) return;
+  OwnNumbers numbers;
+  if (!HasReachableCell()) {
+    Game.Die1 = numbers.Next(6);
+    Game.Die2 = numbers.Next(6);
+    return;
+  }
+  while (!FindCell(numbers.Next(kNumbers))) {
+  }
+}

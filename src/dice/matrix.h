@@ -1,0 +1,12 @@
+// The probability matrix: skewed dice.
+#pragma once
+
+#include "core/game_state.h"
+
+/// Lays the fair matrix down: 36 cells of 2778, their totals and faces, no locks, axis 1 and 6.
+void SetFairMatrix();
+
+/// Sets `Die1` and `Die2` from `x`, 1 to 100,000, by walking the cells. An x beyond the sum of the
+/// cells is drawn again from a source of its own, which leaves the chosen generator alone; a matrix
+/// without a positive share falls back on two fair dice.
+void DiceFromMatrix(int x);

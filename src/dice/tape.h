@@ -1,0 +1,18 @@
+// The dice tape: throws written to a file as they fall, and played back from it.
+#pragma once
+
+#include "core/game_state.h"
+
+/// A throw as one byte: die 2 in bits 7 to 5, die 1 in bits 4 to 2.
+unsigned char DiceByte(int die1, int die2);
+
+enum class TapeRead { Throw, End, BadByte };
+
+/// Reads the throw at `DiceFilePos` of `DiceRollFile` into `Die1` and `Die2` and moves on. At the
+/// end of the file, or of a file that can't be read, and on a byte that is no throw, the dice stay
+/// as they are; a bad byte also turns the recorder off.
+TapeRead ReadRecordedRoll();
+
+/// Writes the dice at `DiceFilePos`, which moves on. A tape that can't be written turns the
+/// recorder off and leaves the reason in `LastErrorText`.
+void WriteRecordedRoll();
