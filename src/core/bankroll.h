@@ -1,0 +1,18 @@
+// The ATM and the bank limit.
+#pragma once
+
+#include "core/game_state.h"
+
+enum AtmKind : int { AtmWithdrawal = 0, AtmDeposit = 1 };
+
+/// Moves money between the player's bank and the bankroll: a withdrawal raises the bankroll, a
+/// deposit lowers it. `amount` is above 0. What the limits don't allow is cut, and the player told.
+/// Updates the bankroll and `InvestedBankroll`.
+void AtmTransaction(AtmKind kind, Currency amount);
+
+/// Tells that the bankroll has passed the bank limit, either way; under Hyper-Drive it clears
+/// `KeepRolling` and leaves the reason in `StopMessage`.
+void CheckBankLimits();
+
+/// The sentence that tells how to go on after a limit.
+std::string SelectNewText();

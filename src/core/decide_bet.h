@@ -1,0 +1,26 @@
+// Deciding bets: the payoff of a bet that the dice touched, and what it does to the bankroll.
+#pragma once
+
+#include "core/game_state.h"
+
+/// Decision codes: a flat bet wins or loses, an odds bet wins or loses.
+enum DecisionCode : int { FlatWins = 1, OddsWin = 2, FlatLoses = -1, OddsLose = -2 };
+
+/// Decides the real wager on a bet and nothing else: `DecideBet` without the phantom tables.
+void DecideWager(int betId, DecisionCode code);
+
+enum FigureMode : int { FigureRate = 0, FigureReal = 1 };
+
+/// Decides one bet. Reads the dice, `PrevPoint`, `BetWorking` and the rules; feeds the phantom and
+/// the actual bet tables, writes the won and lost lines of the log, moves the bankroll by
+/// `NetPayoff`, and hands the bet to the won or lost handling (settle.h). A bet that doesn't work
+/// is passed over, but for odds, which come back.
+void DecideBet(int betId, DecisionCode code);
+
+/// Leaves the payoff of `amount` on a bet in `GrossPayoff` (exact) and `NetPayoff` (whole Units,
+/// rounded down), and the ratio in force in `Payoff[0]`. `FigureRate` takes vig from its rate, for
+/// one-dollar figures; `FigureReal` takes the held vig.
+void FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount);
+
+/// The place in `FieldPayoff`, 1 to 21, of a throw.
+int FieldCombination(int die1, int die2);
