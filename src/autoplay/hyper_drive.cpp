@@ -1,0 +1,74 @@
+#include "autoplay/hyper_drive.h"
+
+#include "core/bankroll.h"
+#include "core/chips.h"
+#include "core/host.h"
+#include "core/messages.h"
+#include "core/roll_cycle.h"
+
+namespace {
+
+constexpr int kTopicHyperDrive = 540;
+constexpr double kMilliseconds = 1000;
+
+/// What a run began with.
+struct Run {
+  int FirstRoll = 0;
+  int RollsAsked = 0;
+  std::uint32_t StartedAt = 0;
+  std::uint32_t EndedAt = 0;
+};
+Run run;
+
+void BeginRun() {
+  Game.HyperDriveOn = true;
+  Game.KeepRolling = true;
+  Game.HyperDriveStopped = false;
+  run = {Game.RollCount[0], Game.AutoRollsLeft, TheHost.Milliseconds(), 0};
+  TheHost.RefreshViews();
+}
+
+void LayOutAllChips() {
+  for (int id = Lay4; id <= LastBet; ++id) ArrangeChips(id);
+  for (int id = FirstChipStack; id < LastSlot; ++id) ArrangeChips(id);
+  Game.NeedRepaint = true;
+  TheHost.RedrawBets();
+}
+
+void EndRun() {
+  run.EndedAt = TheHost.Milliseconds();
+  Game.HyperDriveOn = false;
+  Game.KeepRolling = false;
+  Game.HyperDriveStopped = Game.TableMinimised;
+  TheHost.RefreshViews();
+  LayOutAllChips();
+  if (!Game.StopMessage.empty())
+    ShowMessage(Game.StopMessage, "Hyper-Drive", kTopicHyperDrive, OkTick);
+}
+
+}  // namespace
+
+void ToggleHyperDrive() {
+  if (Game.KeepRolling) {
+    Game.KeepRolling = false;
+    return;
+  }
+  if (Game.RollInProgress) return;
+  if (Abs(Bankroll()) > kRollingLimit) return CheckBankLimits();
+  BeginRun();
+  RollDice();
+  EndRun();
+}
+
+RunProgress HyperDriveProgress() {
+  RunProgress progress;
+  progress.RollsDone = Game.RollCount[0] - run.FirstRoll;
+  progress.RollsAsked = run.RollsAsked;
+  const std::uint32_t now = Game.HyperDriveOn ? TheHost.Milliseconds() : run.EndedAt;
+  const double seconds = (now - run.StartedAt) / kMilliseconds;
+  if (seconds > 0) progress.RollsPerSecond = progress.RollsDone / seconds;
+  const int limit = run.RollsAsked > 0 ? run.RollsAsked : kMaxRolls - run.FirstRoll;
+  if (Game.HyperDriveOn && progress.RollsPerSecond > 0)
+    progress.SecondsLeft = (limit - progress.RollsDone) / progress.RollsPerSecond;
+  return progress;
+}

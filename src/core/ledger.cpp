@@ -1,0 +1,341 @@
+#include "core/ledger.h"
+
+#include <algorithm>
+#include <array>
+#include <bitset>
+#include <vector>
+
+#include "core/decide_bet.h"
+#include "core/decision_table.h"
+#include "core/game_state.h"
+#include "stats/bet_tables.h"
+#include "stats/graph.h"
+#include "stats/roll_counters.h"
+
+namespace {
+
+constexpr unsigned kPointStates = 7;    // come-out and six points
+constexpr unsigned kCombinations = 22;  // of two dice in any order; 0 is not used
+constexpr unsigned kNumbers = 6;
+constexpr unsigned kMaxEventsOfThrow = 16;
+
+using BetSet = std::bitset<kBetSlots>;
+
+/// Rolls that are alike in all that phantom wagers depend on.
+struct Alike {
+  int Count = 0;
+  int LastRoll = 0;
+};
+
+/// The bets of a throw that depend on the established numbers, and all others.
+enum class Side { Come, Others, Both };
+
+/// What the rolls of a group have in common.
+struct GroupKey {
+  Side Bets = Side::Both;
+  unsigned PointState = 0;
+  int Die1 = 1;
+  int Die2 = 1;
+  unsigned Established = 0;  // one bit a number
+};
+
+unsigned PointStateOf(int point) {
+  return point == 0 ? 0U : static_cast<unsigned>(BetOnNumber(PlaceFamily, point) - Place4) + 1;
+}
+int PointOf(unsigned state) { return state == 0 ? 0 : kPointNumbers[state - 1]; }
+unsigned NumberBit(int number) {
+  return 1U << static_cast<unsigned>(BetOnNumber(PlaceFamily, number) - Place4);
+}
+
+struct Ledger {
+  bool Open = false;
+  int OpenedAt = 0;  // `RollCount[0]` when everything was last up to date
+
+  // By the dice in order, for the events.
+  std::array<int, 36> Throws{};
+  std::array<int, kRollEvents> LastAt{};              // the roll on which each event last happened
+  std::array<int, kMaxEventsOfThrow> LastAtBefore{};  // of the events of the last throw
+
+  // By point state and dice, and for a number whether it is established. A 7 decides all numbers:
+  // its Come side is counted apart, by come-out or not and all that are established.
+  std::array<Alike, kPointStates * kCombinations * 2> Groups{};
+  std::array<Alike, 2U << kNumbers> SevensOfComeSide{};
+  struct Touched {
+    Alike* Group;
+    GroupKey Key;
+  };
+  std::vector<Touched> TouchedGroups;
+  int LastDie1 = 1;
+  int LastDie2 = 1;
+
+  unsigned Established = 0;           // when the last throw was thrown
+  std::array<BetSet, 2> WorkingSets;  // on the come-out and with a point
+  std::array<bool, 2> WorkingKnown{};
+};
+Ledger ledger;
+
+constexpr std::array<BetFamily, 4> kMovingFamilies = {DontComeFamily, DontComeOddsFamily,
+                                                      ComeFamily, ComeOddsFamily};
+
+BetSet WorkingBets() {
+  BetSet working;
+  for (unsigned id = Lay4; id <= LastBet; ++id) working[id] = Game.BetWorking[id] >= Working;
+  return working;
+}
+
+unsigned EstablishedInTable() {
+  unsigned established = 0;
+  for (const int number : kPointNumbers) {
+    const auto bet = static_cast<unsigned>(BetOnNumber(ComeFamily, number));
+    if (Game.BetWagers[Phantom][bet][StatEstablished] != 0) established |= NumberBit(number);
+  }
+  return established;
+}
+
+void TakeBases() {
+  ledger.OpenedAt = Game.RollCount[0];
+  ledger.Throws.fill(0);
+  for (unsigned event = 0; event < kRollEvents; ++event)
+    ledger.LastAt[event] = Game.RollCount[0] - Game.RollsSince[event];
+  ledger.Established = EstablishedInTable();
+  ledger.WorkingKnown = {};
+  Game.WorkingTouched = true;
+}
+
+/// The established numbers follow the throw before.
+void FollowLastThrow() {
+  const int total = Game.RollTotal;
+  if (total == 7) ledger.Established = 0;
+  if (!IsPointNumber(total)) return;
+  if (Game.PrevPrevPoint > 0)
+    ledger.Established |= NumberBit(total);
+  else
+    ledger.Established &= ~NumberBit(total);
+}
+
+// --- Events ---
+
+void CountEvents() {
+  const int now = Game.RollCount[0];
+  const auto events = EventsOfThrow(Game.Die1, Game.Die2);
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    const unsigned event = events[i];
+    const int gap = now - ledger.LastAt[event];
+    auto& gaps = Game.RollGapTally[event];
+    if (gap < kLongGap) {
+      ++gaps[static_cast<unsigned>(gap)];
+    } else {
+      ++gaps[kLongGap];
+      gaps[0] += gap;
+    }
+    ledger.LastAtBefore[i] = ledger.LastAt[event];
+    ledger.LastAt[event] = now;
+  }
+  ++ledger.Throws[static_cast<unsigned>((Game.Die1 - 1) * 6 + Game.Die2 - 1)];
+}
+
+/// What `ShooterSince` was one roll ago, for the events of the last throw.
+void SettleSinceOfLastThrow(int now) {
+  const auto events = EventsOfThrow(ledger.LastDie1, ledger.LastDie2);
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    const int before = ledger.LastAtBefore[i];
+    const bool sinceOpen = before > ledger.OpenedAt;
+    Game.ShooterSincePrev[events[i]] =
+        sinceOpen ? now - 1 - before : Game.ShooterSince[events[i]] + now - 1 - ledger.OpenedAt;
+  }
+}
+
+void SettleSince(int now) {
+  const int rolls = now - ledger.OpenedAt;
+  for (unsigned event = 0; event < kRollEvents; ++event)
+    Game.ShooterSincePrev[event] = Game.ShooterSince[event] + rolls - 1;
+  SettleSinceOfLastThrow(now);
+  Game.ShooterSince[0] += rolls;
+  for (unsigned event = 1; event < kRollEvents; ++event) {
+    const int since = now - ledger.LastAt[event];
+    const bool happened = ledger.LastAt[event] > ledger.OpenedAt;
+    const int shooterSince = happened ? since : Game.ShooterSince[event] + rolls;
+    // The events that came up before the last throw stood one roll lower.
+    if (happened && ledger.LastAt[event] < now) Game.ShooterSincePrev[event] = since - 1;
+    Game.ShooterSince[event] = shooterSince;
+    Game.RollsSince[event] = since;
+  }
+}
+
+void SettleEventCounts() {
+  const int rolls = Game.RollCount[0] - ledger.OpenedAt;
+  for (unsigned dice = 0; dice < ledger.Throws.size(); ++dice) {
+    const int count = ledger.Throws[dice];
+    if (count == 0) continue;
+    for (const unsigned event :
+         EventsOfThrow(static_cast<int>(dice / 6) + 1, static_cast<int>(dice % 6) + 1)) {
+      Game.RollCount[event] += count;
+      Game.ShooterEvent[event] += count;
+    }
+  }
+  Game.ShooterEvent[0] += rolls;
+  Game.ShooterEvent[1] += rolls;
+  Game.ShooterEventPrev = Game.ShooterEvent;
+  --Game.ShooterEventPrev[0];
+  --Game.ShooterEventPrev[1];
+  for (const unsigned event : EventsOfThrow(ledger.LastDie1, ledger.LastDie2))
+    --Game.ShooterEventPrev[event];
+}
+
+// --- Phantom wagers ---
+
+void AddTo(Alike& group, const GroupKey& key) {
+  if (group.Count++ == 0) ledger.TouchedGroups.push_back({&group, key});
+  group.LastRoll = Game.RollCount[0];
+}
+
+void CountGroups() {
+  const int total = Game.Die1 + Game.Die2;
+  const unsigned state = PointStateOf(Game.PrevPoint);
+  const auto dice = static_cast<unsigned>(FieldCombination(Game.Die1, Game.Die2));
+  const unsigned at = (state * kCombinations + dice) * 2;
+  ledger.LastDie1 = Game.Die1;
+  ledger.LastDie2 = Game.Die2;
+  if (total == 7) {
+    AddTo(ledger.Groups[at], {Side::Others, state, Game.Die1, Game.Die2, 0});
+    const unsigned comeAt = (state == 0 ? 0U : 1U << kNumbers) + ledger.Established;
+    AddTo(ledger.SevensOfComeSide[comeAt],
+          {Side::Come, state, Game.Die1, Game.Die2, ledger.Established});
+  } else {
+    const unsigned own = IsPointNumber(total) ? ledger.Established & NumberBit(total) : 0;
+    AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)], {Side::Both, state, Game.Die1, Game.Die2, own});
+  }
+}
+
+/// The dice and the point of a group of rolls, for as long as it lives, and the results of figuring
+/// payoffs put back at its end.
+class Replay {
+ public:
+  explicit Replay(const GroupKey& key)
+      : die1_(Game.Die1),
+        die2_(Game.Die2),
+        total_(Game.RollTotal),
+        point_(Game.PrevPoint),
+        payoff_(Game.Payoff[0]),
+        gross_(Game.GrossPayoff),
+        net_(Game.NetPayoff) {
+    Game.Die1 = key.Die1;
+    Game.Die2 = key.Die2;
+    Game.RollTotal = key.Die1 + key.Die2;
+    Game.PrevPoint = PointOf(key.PointState);
+  }
+  ~Replay() {
+    Game.Die1 = die1_;
+    Game.Die2 = die2_;
+    Game.RollTotal = total_;
+    Game.PrevPoint = point_;
+    Game.Payoff[0] = payoff_;
+    Game.GrossPayoff = gross_;
+    Game.NetPayoff = net_;
+  }
+  Replay(const Replay&) = delete;
+  Replay& operator=(const Replay&) = delete;
+
+ private:
+  int die1_;
+  int die2_;
+  int total_;
+  int point_;
+  PayoffRecord payoff_;
+  Currency gross_;
+  Currency net_;
+};
+
+void WriteEstablished(unsigned established) {
+  for (const int number : kPointNumbers)
+    for (const BetFamily family : kMovingFamilies) {
+      const auto bet = static_cast<unsigned>(BetOnNumber(family, number));
+      Game.BetWagers[Phantom][bet][StatEstablished] = (established & NumberBit(number)) ? 1 : 0;
+    }
+}
+
+bool IsOfSide(Side side, int betId) {
+  const bool comeSide = betId >= DontCome4 && betId <= Come10Odds;
+  return side == Side::Both || (side == Side::Come) == comeSide;
+}
+
+/// Records the phantom wagers of `count` rolls that are alike.
+void RecordGroup(const GroupKey& key, int count) {
+  if (count == 0) return;
+  const Replay replay(key);
+  const BetSet& working = ledger.WorkingSets[key.PointState == 0 ? 0 : 1];
+  if (key.Bets != Side::Others) WriteEstablished(key.Established);
+  for (const DecisionStep& step : DecisionsOf(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont)) {
+    if (step.Kind != StepKind::Decide || !working[step.Bet] || !IsOfSide(key.Bets, step.Bet))
+      continue;
+    FigurePayoff(FigureRate, step.Bet, static_cast<DecisionCode>(step.Code), 1);
+    RecordBetOutcomes(Phantom, step.Bet, 1, Game.GrossPayoff, count);
+  }
+}
+
+void SettlePhantoms() {
+  auto& groups = ledger.TouchedGroups;
+  // In the order of their last rolls, so that the last amounts of each bet come out right.
+  std::sort(groups.begin(), groups.end(),
+            [](const auto& a, const auto& b) { return a.Group->LastRoll < b.Group->LastRoll; });
+  const int now = Game.RollCount[0];
+  const auto lastRoll = std::find_if(groups.begin(), groups.end(), [now](const auto& touched) {
+    return touched.Group->LastRoll == now;
+  });
+  for (const Ledger::Touched& touched : groups) {
+    const bool ofLastRoll = touched.Group->LastRoll == now;
+    RecordGroup(touched.Key, touched.Group->Count - (ofLastRoll ? 1 : 0));
+    *touched.Group = Alike();
+  }
+  // Only the last roll leaves stats of its own.
+  ClearRollStats(Phantom);
+  for (auto touched = lastRoll; touched != groups.end(); ++touched) RecordGroup(touched->Key, 1);
+  groups.clear();
+  WriteEstablished(ledger.Established);
+}
+
+}  // namespace
+
+void OpenLedger() {
+  ledger.Open = true;
+  for (const Ledger::Touched& touched : ledger.TouchedGroups) *touched.Group = Alike();
+  ledger.TouchedGroups.clear();
+  ledger.TouchedGroups.reserve(ledger.Groups.size() + ledger.SevensOfComeSide.size());
+  TakeBases();
+}
+
+void CloseLedger() {
+  SettleLedger();
+  ledger.Open = false;
+}
+
+bool LedgerIsOpen() { return ledger.Open; }
+
+void BeginLedgerRoll() {
+  FollowLastThrow();
+  if (!Game.WorkingTouched) return;
+  Game.WorkingTouched = false;
+  const unsigned state = Game.PrevPoint == 0 ? 0 : 1;
+  const BetSet working = WorkingBets();
+  if (ledger.WorkingKnown[state] && ledger.WorkingSets[state] == working) return;
+  if (ledger.WorkingKnown[state]) {
+    SettleLedger();
+    Game.WorkingTouched = false;
+  }
+  ledger.WorkingSets[state] = working;
+  ledger.WorkingKnown[state] = true;
+}
+
+void EnterThrow() {
+  CountEvents();
+  CountGroups();
+}
+
+void SettleLedger() {
+  if (!ledger.Open || Game.RollCount[0] == ledger.OpenedAt) return;
+  SettleEventCounts();
+  SettleSince(Game.RollCount[0]);
+  SettlePhantoms();
+  RecomputeAverages();
+  TakeBases();
+}

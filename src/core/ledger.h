@@ -1,0 +1,21 @@
+// The ledger: what Hyper-Drive only counts while it runs, and reckons up when somebody looks.
+#pragma once
+
+/// While the ledger is open a roll tallies no event and no phantom wager by itself: it enters its
+/// throw, and `SettleLedger` brings the tallies to where rolls played one by one would have left
+/// them. The roll cycle opens it for a run under Hyper-Drive and closes it at the end. Settle it
+/// before anything reads the tallies or changes a house rule or a working state by hand.
+void OpenLedger();
+void CloseLedger();
+bool LedgerIsOpen();
+
+/// Takes notice of the working states and of the last throw, before the dice are thrown. Needs
+/// `PrevPoint` of the roll to come.
+void BeginLedgerRoll();
+
+/// Enters the throw in the record; `RollCount[0]` counts it already.
+void EnterThrow();
+
+/// Brings all tallies up to date: events, gaps, phantom wagers, moving averages. Nothing happens
+/// while the ledger is closed or empty.
+void SettleLedger();
