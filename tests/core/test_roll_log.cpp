@@ -1,0 +1,307 @@
+// The Events Log of a session, line by line.
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "core/bankroll.h"
+#include "core/make_bet.h"
+#include "core/new_game.h"
+#include "core/roll_cycle.h"
+#include "dice/tape.h"
+#include "stats/events_log.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ReadAll(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+class RollLogTest : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    dataPath_ = Game.DataPath;
+    folder_ = fs::path(::testing::TempDir()) /
+              (std::string("kelvanor_log_") +
+               ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+    Game.DataPath = folder_.string() + "/";
+    Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+    Game.EventsLogActive = true;
+    Game.ReSeed = false;
+    Game.AutoAdjust = AdjustManual;
+    Game.HandleWinningBets = WinTakeDown;
+    Game.Notify = 0;
+  }
+  void TearDown() override {
+    Game.DataPath = dataPath_;
+    Game.EventsLogFile = dataPath_ + "Events Log.txt";
+    fs::remove_all(folder_);
+    TableTest::TearDown();
+  }
+
+  static void LogAll(bool on) {
+    Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = on;
+    Game.LogChipStackChanges = Game.LogPassesMisses = on;
+    Game.LogShooterChanges = Game.LogBankrollChanges = on;
+  }
+
+  /// The lines written since the last call.
+  std::string TakeLog() {
+    std::string text = ReadAll(Game.EventsLogFile);
+    const std::string fresh = text.substr(taken_);
+    taken_ = text.size();
+    std::string lines;
+    for (const char letter : fresh)
+      if (letter != '\r') lines += letter;
+    return lines;
+  }
+
+ private:
+  fs::path folder_;
+  std::string dataPath_;
+  std::size_t taken_ = 0;
+};
+
+TEST_F(RollLogTest, ASessionIsToldWhole) {
+  LogAll(true);
+  NewGame(false);
+  Put(PassLine, 10);
+  Put(Field, 5);
+  Roll(2, 4);
+  AtmTransaction(AtmWithdrawal, 100);
+  Put(Place8, 12);
+  CallBet(Place8, CallCodeOff);
+  Put(Come, 10);
+  Roll(4, 4);
+  CallBet(Place8, CallCodeOn);  // undoes the call
+  Put(PassLineOdds, 20);
+  Put(FirstChipStack, 50);
+  Roll(1, 2);
+  AtmTransaction(AtmDeposit, Currency::FromRaw(15'000));
+  Put(Place8, 6);
+  CallBet(Place8, CallCodeOn);
+  Put(PassLineOdds, -10);
+  Put(FirstChipStack, -20);
+  Roll(4, 2);
+  Put(Place8, -18);
+  Roll(3, 4);
+  Roll(5, 6);
+  Roll(6, 6);
+  Roll(4, 5);
+  Put(DontCome, 10);
+  Roll(2, 3);
+  RemoveBet(DontCome4 + 1);
+  Roll(3, 4);
+  EXPECT_EQ(TakeLog(),
+            " New game started\n"
+            "      Beginning bankroll: $500\n"
+            "------New shooter coming out----------\n"
+            "      $10 bet on Pass Line\n"
+            "      $5 bet on Field\n"
+            " Roll #1:  6 (2.4) from manual roll pad\n"
+            "      Point established\n"
+            "      Field bet lost $5\n"
+            "      Bankroll decreased to $495 ($5 loss)\n"
+            "      Bankroll increased to $595 ($100 ATM withdrawal)\n"
+            "      $12 bet on Place 8\n"
+            "      Place 8 bet called OFF\n"
+            "      $10 bet on Come\n"
+            " Roll #2:  8 (4.4) from manual roll pad\n"
+            "      $10 Come bet moved to Come 8\n"
+            "      Come 8 bet still $10\n"
+            "      Place 8 bet, OFF button removed\n"
+            "      $20 bet on Pass Line Odds\n"
+            "      Chip-Stack #1 increased to $50\n"
+            " Roll #3:  3 (1.2) from manual roll pad\n"
+            "      Bankroll decreased to $593.50 ($1.50 ATM deposit)\n"
+            "      Place 8 bet increased to $18\n"
+            "      Place 8 bet called ON\n"
+            "      Pass Line Odds bet decreased to $10\n"
+            "      Chip-Stack #1 decreased to $30\n"
+            " Roll #4:  6 (4.2) from manual roll pad\n"
+            "      Pass (point rolled)\n"
+            "      Pass Line bet won $10\n"
+            "      Pass Line Odds bet won $12\n"
+            "      Bankroll increased to $615.50 ($22 gain)\n"
+            "      Place 8 bet removed\n"
+            "      Pass Line bet removed\n"
+            "      Pass Line Odds bet removed\n"
+            " Roll #5:  7 (3.4) from manual roll pad\n"
+            "      Pass (natural)\n"
+            "      Come 8 bet lost $10\n"
+            "      Bankroll decreased to $605.50 ($10 loss)\n"
+            " Roll #6:  11 (5.6) from manual roll pad\n"
+            "      Pass (natural)\n"
+            " Roll #7:  12 (6.6) from manual roll pad\n"
+            "      Miss (craps natural)\n"
+            " Roll #8:  9 (4.5) from manual roll pad\n"
+            "      Point established\n"
+            "      $10 bet on Don't Come\n"
+            " Roll #9:  5 (2.3) from manual roll pad\n"
+            "      $10 Don't Come bet moved to Don't Come 5\n"
+            "      Don't Come 5 bet removed\n"
+            " Roll #10:  7 (3.4) from manual roll pad\n"
+            "      Miss (seven-out)\n"
+            "------New shooter coming out----------\n");
+}
+
+TEST_F(RollLogTest, WinsAndLossesStandInTheOrderOfTheDecisions) {
+  Game.LogBetsWon = Game.LogBetsLost = Game.LogPassesMisses = true;
+  for (const int id : {+Two, +DontPass, +PassLine, +Eleven, +Field}) Given(id, 10);
+  Roll(5, 6);
+  EXPECT_EQ(TakeLog(),
+            "      Pass (natural)\n"
+            "      Pass Line bet won $10\n"
+            "      Don't Pass bet lost $10\n"
+            "      Eleven bet won $150\n"
+            "      Field bet won $10\n"
+            "      Two bet lost $10\n");
+}
+
+TEST_F(RollLogTest, EachClassHasItsSwitch) {
+  struct Case {
+    bool EventsLogSettings::*Switch;
+    const char* Lines;
+  };
+  const Case cases[] = {
+      {&EventsLogSettings::LogRolls, " Roll #1:  4 (1.3) from manual roll pad\n"},
+      {&EventsLogSettings::LogBetChanges, "      $10 bet on Field\n      $5 bet on Two\n"},
+      {&EventsLogSettings::LogBetsWon, "      Field bet won $10\n"},
+      {&EventsLogSettings::LogBetsLost, "      Two bet lost $5\n"},
+      {&EventsLogSettings::LogChipStackChanges, "      Chip-Stack #5 increased to $1,000\n"},
+      {&EventsLogSettings::LogPassesMisses, "      Point established\n"},
+      {&EventsLogSettings::LogBankrollChanges, "      Bankroll increased to $505 ($5 gain)\n"},
+  };
+  for (const Case& c : cases) {
+    for (const bool active : {true, false}) {
+      LogAll(false);
+      Game.EventsLogActive = false;
+      NewGame(false);
+      Game.EventsLogActive = active;
+      Game.*c.Switch = true;
+      Given(Field, 10);
+      Given(Two, 5);
+      Put(105, 1000);
+      Roll(1, 3);
+      EXPECT_EQ(TakeLog(), active ? c.Lines : "");
+    }
+  }
+}
+
+TEST_F(RollLogTest, ARollTellsWhereItsDiceCameFrom) {
+  Game.LogRolls = true;
+  const auto source = [this](const char* from) {
+    RollDice();
+    const std::string line = TakeLog();
+    const std::string dice = ":  " + std::to_string(Game.RollTotal) + " (" +
+                             std::to_string(Game.Die1) + "." + std::to_string(Game.Die2) + ")";
+    EXPECT_NE(line.find(dice), std::string::npos) << line;
+    EXPECT_EQ(line.substr(line.find(") from") + 1), std::string(from) + "\n");
+  };
+  source(" from RNG #1");
+  Game.RngChoice = Rng3Congruence;
+  Game.RngState = 12'345;
+  source(" from RNG #3");
+  Game.UseSkewedProbability = true;
+  source(" from RNG #3 using untitled probability matrix");
+  Game.PrbFileName = "loaded.prb";
+  source(" from RNG #3 using probability matrix: loaded.prb");
+  Game.DiceRollFile = Game.DataPath + "tape.rol";
+  std::ofstream(Game.DiceRollFile, std::ios::binary) << static_cast<char>(DiceByte(2, 5));
+  Game.RecorderStatus = Playback;
+  source((" from " + Game.DiceRollFile).c_str());
+  Game.RollCount[0] = 1'233;
+  Roll(1, 1);
+  EXPECT_EQ(TakeLog(), " Roll #1,234:  2 (1.1) from manual roll pad\n");
+}
+
+TEST_F(RollLogTest, AutoBetIsToldWhenItComesAndGoes) {
+  Game.AutoBetActive = 1;
+  Game.ScrCount = 3;
+  Roll(1, 1);
+  EXPECT_EQ(TakeLog(), "      Auto-Bets activated (untitled)\n");
+  Roll(1, 1);
+  EXPECT_EQ(TakeLog(), "");
+  Game.AutoBetFile = "grind.bet";
+  Roll(1, 1);
+  EXPECT_EQ(TakeLog(), "      Auto-Bets activated (grind.bet)\n");
+  Game.AutoBetActive = 0;
+  Roll(1, 1);
+  EXPECT_EQ(TakeLog(), "      Auto-Bets deactivated\n");
+  Game.AutoBetFile.clear();
+  Game.ScrCount = 0;
+  Roll(1, 1);
+  EXPECT_EQ(TakeLog(), "      Auto-Bets deactivated\n");
+}
+
+TEST_F(RollLogTest, AWonBetThatCameDownIsRemovedButComeAndLostBetsAreNot) {
+  Game.LogBetChanges = true;
+  SetPoint(4);
+  Establish(Come, 10);
+  Establish(Field, 10);
+  Establish(Two, 10);
+  Roll(5, 6);
+  TakeLog();
+  Roll(1, 3);
+  EXPECT_EQ(TakeLog(), "      Field bet removed\n");
+}
+
+TEST_F(RollLogTest, ANewGameOpensTheLog) {
+  NewGame(false);
+  const std::string start = " New game started\n      Beginning bankroll: $500\n";
+  EXPECT_EQ(TakeLog(), start);
+  Game.LogShooterChanges = true;
+  NewGame(false);
+  EXPECT_EQ(TakeLog(), "======================================\n" + start +
+                           "------New shooter coming out----------\n");
+  Game.ClearLogOnNew = true;
+  Game.LogTopLine = 5;
+  Game.LogShooterChanges = false;
+  NewGame(false);
+  EXPECT_EQ(ReadAll(Game.EventsLogFile), " New game started\r\n      Beginning bankroll: $500\r\n");
+  EXPECT_EQ(Game.LogTopLine, 1);
+  Game.EventsLogActive = false;
+  NewGame(false);
+  EXPECT_FALSE(fs::exists(Game.EventsLogFile)) << "cleared, and nothing is written";
+  EXPECT_FALSE(fs::exists(EventsLogIndexPath()));
+}
+
+TEST_F(RollLogTest, TheIndexFindsEveryLineAndTheLatestRollIsOnTop) {
+  Game.LogRolls = Game.LogPassesMisses = true;
+  Game.KeepLatestRollOnTop = true;
+  Roll(1, 3);
+  Roll(2, 2);
+  EXPECT_EQ(Game.LogTopLine, 3);
+  const std::string log = ReadAll(Game.EventsLogFile);
+  const std::string index = ReadAll(EventsLogIndexPath());
+  ASSERT_EQ(index.size(), 4 * 4U);
+  std::size_t line = 0;
+  for (std::size_t record = 0; record < 4; ++record) {
+    const auto byte = [&](std::size_t i) {
+      return static_cast<std::size_t>(static_cast<unsigned char>(index[record * 4 + i]));
+    };
+    EXPECT_EQ(byte(0) + 256 * byte(1), line + 1);
+    line = log.find("\r\n", line) + 2;
+  }
+  EXPECT_EQ(line, log.size());
+}
+
+TEST_F(RollLogTest, ALogThatCannotBeWrittenLeavesTheGameGoing) {
+  Game.LogRolls = true;
+  Game.DataPath += "missing/";
+  Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+  Given(Field, 5);
+  Roll(1, 1);
+  EXPECT_EQ(Bankroll(), Currency(510));
+  EXPECT_NE(Game.LastErrorText.find("occurred, at: Write Log Line\n"), std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <utility>
+#include <vector>
+
+#include "core/headless_host.h"
+#include "core/sounds.h"
+#include "rules/defaults.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Sounds : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = fs::path(::testing::TempDir()) / "kelvanor_sounds";
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+    LayDownDefaults();
+    Game.AppPath = folder_.string() + "/";
+    TheHost = HeadlessHost();
+    TheHost.PlaySound = [this](const std::string& path, SoundMode mode) {
+      played_.emplace_back(fs::path(path).filename().string(), mode);
+    };
+  }
+  void TearDown() override {
+    fs::remove_all(folder_);
+    ScanSounds(Game.AppPath);
+    Game.AppPath.clear();
+    TheHost = HeadlessHost();
+  }
+
+  void Add(const std::vector<std::string>& names) {
+    for (const std::string& name : names) std::ofstream(folder_ / name) << "x";
+    ScanSounds(Game.AppPath);
+  }
+
+  fs::path folder_;
+  std::vector<std::pair<std::string, SoundMode>> played_;
+};
+
+TEST_F(Sounds, EmptyFolderIsSilent) {
+  Add({});
+  EXPECT_EQ(Game.StickPersons.size(), 1U);
+  EXPECT_EQ(Game.StickPerson + Game.DiceSound + Game.ChipSound + Game.WinSound, 0);
+  PlayStickCall(StickPass, true);
+  PlayDiceSound();
+  PlayChipSound();
+  PlayWinSound(false);
+  EXPECT_TRUE(played_.empty());
+}
+
+TEST_F(Sounds, MissingFolderLeavesEmptyLists) {
+  Add({"a.dce"});
+  ScanSounds(Game.AppPath + "nowhere");
+  EXPECT_EQ(Game.DiceSounds.size(), 1U);
+  EXPECT_EQ(Game.DiceSound, 0);
+}
+
+TEST_F(Sounds, StickPersonIsCollectedOnceFromItsFiles) {
+  Add({"Walter01.stk", "Walter02.stk", "Alma18.stk", "Alma02.stk", "notes.txt"});
+  EXPECT_EQ(Game.StickPersons, (std::vector<std::string>{"", "Alma", "Walter"}));
+  EXPECT_EQ(Game.StickPerson, 1);
+  PlayStickCall(StickNewShooter, true);
+  PlayStickCall(2, false);
+  ASSERT_EQ(played_.size(), 2U);
+  EXPECT_EQ(played_[0], (std::pair{std::string("Alma18.stk"), SoundMode::PlayToEnd}));
+  EXPECT_EQ(played_[1], (std::pair{std::string("Alma02.stk"), SoundMode::Start}));
+}
+
+TEST_F(Sounds, DefaultChoicesFollowTheLengthOfTheLists) {
+  Add({"1.dce", "2.dce", "3.dce", "1.chp", "1.win"});
+  EXPECT_EQ(Game.DiceSound, 1);
+  EXPECT_EQ(Game.ChipSound, 1);
+  EXPECT_EQ(Game.WinSound, 1);
+  Add({"4.dce", "2.chp", "3.chp", "4.chp", "2.win"});
+  EXPECT_EQ(Game.DiceSound, 4);
+  EXPECT_EQ(Game.ChipSound, 4);
+  EXPECT_EQ(Game.WinSound, 2);
+}
+
+TEST_F(Sounds, DisabledSoundAndOutsideChoicesPlayNothing) {
+  Add({"a.dce", "a.chp", "Alma13.stk"});
+  Game.ChipSound = 7;
+  PlayChipSound();
+  Game.DisableAllSound = true;
+  PlayDiceSound();
+  PlayStickCall(StickPass, true);
+  EXPECT_TRUE(played_.empty());
+  Game.DisableAllSound = false;
+  PlayDiceSound();
+  EXPECT_EQ(played_.size(), 1U);
+}
+
+TEST_F(Sounds, NobodyChosenHasNoCalls) {
+  Add({"Alma13.stk"});
+  Game.StickPerson = 0;
+  LoadStickPerson();
+  PlayStickCall(StickPass, true);
+  EXPECT_TRUE(played_.empty());
+  EXPECT_EQ(Game.StickSounds[StickPass], "");
+}
+
+}  // namespace

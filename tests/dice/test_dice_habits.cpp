@@ -1,0 +1,72 @@
+// Habits of the dice that look like slips and are required.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "dice/generators.h"
+#include "rules/defaults.h"
+#include "stats/events_log.h"
+
+namespace {
+
+class DiceHabits : public ::testing::Test {
+ protected:
+  void SetUp() override { LayDownDefaults(); }
+
+  /// Whether the number of the next skewed roll is `limit` or less.
+  static bool NumberIsUpTo(int limit) {
+    constexpr int kDie1IsOne = 2;  // the column of the matrix
+    Game.UseSkewedProbability = true;
+    Game.ProbMatrix[1] = {};
+    Game.ProbMatrix[1][kDie1IsOne][1] = limit;
+    Game.ProbMatrix[1][kDie1IsOne][6] = 100'000 - limit;
+    RollWithGenerator();
+    return Game.Die2 == 1;
+  }
+};
+
+// A draw of 1.68 in 100,000 is number 3 when it is rounded; cut it would be number 2.
+TEST_F(DiceHabits, Rng4AndRng5RoundTheirNumberForTheMatrix) {
+  Game.RngChoice = Rng4Ran2;
+  Game.Ran2State.Started = 1;
+  for (const int limit : {2, 3}) {
+    Game.Ran2State.Iy = 0;
+    Game.Ran2State.Table.fill(12);
+    EXPECT_EQ(NumberIsUpTo(limit), limit == 3) << "RNG #4, " << limit;
+  }
+  Game.RngChoice = Rng5Ran1;
+  Game.Ran1State.Started = 1;
+  for (const int limit : {2, 3}) {
+    Game.Ran1State.Table.fill(1.68e-5F);
+    EXPECT_EQ(NumberIsUpTo(limit), limit == 3) << "RNG #5, " << limit;
+  }
+}
+
+TEST_F(DiceHabits, ASeedingIsLoggedWithTheStateBeforeIt) {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::path(::testing::TempDir()) / "kelvanor_dice_habits";
+  fs::remove_all(folder);
+  fs::create_directories(folder);
+  Game.DataPath = folder.string() + "/";
+  LayDownDefaults();
+  Game.EventsLogFile = (folder / "Events Log.txt").string();
+  Game.EventsLogActive = true;
+  Game.RngChoice = Rng4Ran2;
+  for (const int seed : {4321, 99}) {
+    Game.ChangeRequest = seed;
+    SeedRng(SeedInChangeRequest);
+    Game.RngState += 1000;
+  }
+  std::ostringstream text;
+  text << std::ifstream(Game.EventsLogFile).rdbuf();
+  EXPECT_NE(text.str().find("      RNG #4 seeded: 5321"), std::string::npos) << text.str();
+  EXPECT_EQ(text.str().find("seeded: 99"), std::string::npos);
+  fs::remove_all(folder);
+  Game.DataPath.clear();
+  Game.EventsLogFile.clear();
+}
+
+}  // namespace

@@ -1,0 +1,111 @@
+#include "support/table_fixture.h"
+
+#include "core/change_bet.h"
+#include "core/headless_host.h"
+#include "core/make_bet.h"
+#include "core/messages.h"
+#include "core/roll_cycle.h"
+#include "core/settle.h"
+#include "core/text.h"
+#include "core/vig_and_odds.h"
+#include "rules/defaults.h"
+
+std::ostream& operator<<(std::ostream& out, const ShownMessage& message) {
+  return out << "[" << message.Title << " | " << message.Text << " | topic " << message.HelpTopic
+             << " | flags " << message.Flags << "]";
+}
+
+ShownMessage Notice(int classes, const std::string& title, int helpTopic, const std::string& text) {
+  int flags = classes & NoticeCharges ? OkTick : OkStop;
+  if (classes & NoticeActions) flags |= HideActions;
+  if (classes & NoticeLimits) flags |= HideLimits;
+  if (classes & NoticeCharges) flags |= HideCharges;
+  return {text, title, helpTopic, flags};
+}
+
+std::ostream& operator<<(std::ostream& out, Currency amount) { return out << MoneyText(amount); }
+
+void TableTest::SetUp() {
+  static_cast<SoundState&>(Game) = SoundState();
+  LayDownDefaults();
+  host_ = TheHost;
+  TheHost = HeadlessHost();
+  const auto answerByRule = TheHost.ShowMessage;
+  TheHost.ShowMessage = [this, answerByRule](bool modal) {
+    Shown.push_back({Game.MsgText, Game.MsgTitle, Game.MsgCtx, Game.MsgFlags});
+    if (Answers.empty()) return answerByRule(modal);
+    const PlannedAnswer answer = Answers.front();
+    Answers.pop_front();
+    PressMessageButton(answer.Button, answer.Hide, answer.FirstInput, answer.SecondInput);
+  };
+  TheHost.ShowSettleScreen = [this] {
+    Settled.push_back(Game.Settle);
+    int button = 0;
+    if (!SettleButtons.empty()) {
+      button = SettleButtons.front();
+      SettleButtons.pop_front();
+    }
+    PressSettleButton(button);
+  };
+  TheHost.PlaySound = [this](const std::string& path, SoundMode) { SoundsPlayed.push_back(path); };
+}
+
+void TableTest::TearDown() { TheHost = host_; }
+
+void TableTest::Put(int betId, Currency change) {
+  Game.ChangeRequest = change;
+  MakeBet(betId);
+}
+
+void TableTest::Given(int betId, Currency amount) {
+  const int notify = Game.Notify;
+  Game.Notify = 0;
+  Put(betId, amount - Game.Bets[betId]);
+  Game.Notify = notify;
+  ASSERT_EQ(Game.Bets[betId], amount) << BetName(betId);
+}
+
+void TableTest::Establish(int betId, Currency amount) {
+  Game.Bets[betId] = amount;
+  if (betId < kContractSlots) Game.ContractBets[betId] = amount;
+  RefigureHeldVig();
+}
+
+void TableTest::SetPoint(int point) {
+  Game.Point = point;
+  Game.PrevPoint = point;
+  if (point != 0) Game.RollTotal = point;
+  UpdateWorkingStates();
+  if (point != 0) CopyPointOddsPayoffs();
+}
+
+void TableTest::Roll(int die1, int die2) { RollNamedDice(die1, die2); }
+
+Currency TableTest::MoneyOnTable() {
+  Currency sum;
+  for (int id = Lay4; id <= LastBet; ++id) {
+    sum += Game.Bets[id];
+    if (VigIsUpFront(id)) sum += VigHeld(id);
+  }
+  return sum;
+}
+
+void TableTest::ExpectBooksBalance() {
+  EXPECT_EQ(Game.TotalOnTable, MoneyOnTable());
+  for (int id = Lay4; id <= LastBet; ++id) {
+    EXPECT_GE(Game.Bets[id], Currency(0)) << BetName(id);
+    EXPECT_TRUE(IsWhole(Game.Bets[id] / Unit())) << BetName(id) << " " << Game.Bets[id];
+  }
+}
+
+std::vector<ShownMessage> TableTest::TakeShown() {
+  std::vector<ShownMessage> shown;
+  shown.swap(Shown);
+  return shown;
+}
+
+ShownMessage TableTest::TakeOnlyMessage() {
+  const std::vector<ShownMessage> shown = TakeShown();
+  EXPECT_EQ(shown.size(), 1U) << "messages shown";
+  return shown.empty() ? ShownMessage() : shown.back();
+}

@@ -1,0 +1,84 @@
+// A table under test: defaults laid down, and a host that writes down all that it is asked.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "core/game_state.h"
+#include "core/host.h"
+
+/// A message as the player saw it.
+struct ShownMessage {
+  std::string Text;
+  std::string Title;
+  int HelpTopic = 0;
+  int Flags = 0;
+
+  bool operator==(const ShownMessage&) const = default;
+};
+std::ostream& operator<<(std::ostream& out, const ShownMessage& message);
+
+/// A notice with the hide box of its classes, as the rules of bets show it.
+ShownMessage Notice(int classes, const std::string& title, int helpTopic, const std::string& text);
+
+/// How GoogleTest prints money.
+std::ostream& operator<<(std::ostream& out, Currency amount);
+
+/// What the player does with the next message: the button (0 OK, 1 Yes, 2 No, 3 Cancel), the hide
+/// box and what the input boxes hold.
+struct PlannedAnswer {
+  int Button = 0;
+  bool Hide = false;
+  std::string FirstInput;
+  std::string SecondInput;
+};
+
+/// Starts each test with the defaults of a fresh program and a recording host, and puts the old
+/// host back at its end.
+class TableTest : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  /// Asks for a change of a bet at its own place, as a click does.
+  static void Put(int betId, Currency change);
+
+  /// `Put` with every notice off, for the ground of a test; the amount must stand afterwards.
+  static void Given(int betId, Currency amount);
+
+  /// Puts money on a bet past all rules, with its contract: a bet as it was established.
+  static void Establish(int betId, Currency amount);
+
+  /// Sets the point as a roll leaves it: with the ratios of the line odds and the working states.
+  static void SetPoint(int point);
+
+  static void Roll(int die1, int die2);
+
+  static Currency Bet(int betId) { return Game.Bets[betId]; }
+
+  /// Bets 1 to 83 and the vig held up front, counted afresh.
+  static Currency MoneyOnTable();
+
+  /// Fails when the books of the table don't balance: the total, a bet below 0 or off the Unit.
+  static void ExpectBooksBalance();
+
+  /// Takes the messages shown since the last call.
+  std::vector<ShownMessage> TakeShown();
+
+  /// The only message shown since the last call; fails when there were none or several.
+  ShownMessage TakeOnlyMessage();
+
+  std::vector<ShownMessage> Shown;
+  std::deque<PlannedAnswer> Answers;  // used up in order; without one a message is answered by rule
+
+  std::vector<SettleScreen> Settled;  // the settle screens shown
+  std::deque<int> SettleButtons;      // used up in order; without one button 0 is pressed
+
+  std::vector<std::string> SoundsPlayed;
+
+ private:
+  Host host_;
+};
