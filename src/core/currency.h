@@ -81,14 +81,22 @@ class Currency {
     return result;
   }
   static constexpr std::int64_t RoundedProduct(std::int64_t a, std::int64_t b) {
+    // Most products fit into 64 bits, where they cost a tenth.
+    std::int64_t product = 0;
+    if (!__builtin_mul_overflow(a, b, &product)) return RoundedQuotient(product);
     __extension__ using Wide = __int128;
-    const Wide product = static_cast<Wide>(a) * b;
-    Wide quotient = product / kScale;
-    const Wide rest = product % kScale;
-    const Wide twice = rest < 0 ? -2 * rest : 2 * rest;
-    if (twice > kScale || (twice == kScale && quotient % 2 != 0)) quotient += product < 0 ? -1 : 1;
+    const Wide quotient = RoundedQuotient(static_cast<Wide>(a) * b);
     if (quotient > INT64_MAX || quotient < INT64_MIN) RaiseOverflow();
     return static_cast<std::int64_t>(quotient);
+  }
+  /// A product of two counts, back in ten-thousandths.
+  template <typename Count>
+  static constexpr Count RoundedQuotient(Count product) {
+    const Count quotient = product / kScale;
+    const Count rest = product % kScale;
+    const Count twice = rest < 0 ? -2 * rest : 2 * rest;
+    const bool away = twice > kScale || (twice == kScale && quotient % 2 != 0);
+    return away ? quotient + (product < 0 ? -1 : 1) : quotient;
   }
 
   std::int64_t raw_ = 0;

@@ -109,12 +109,7 @@ void ReturnOdds(int betId, DecisionCode code) {
   Game.NetPayoff = 0;
   // Required: six ids down is the flat bet of Come Odds and Don't Come Odds; for the line odds it
   // lands on Buy 5 and Buy 9.
-  if (Game.Bets[betId - kOddsOffset] == 0 || !Game.AllowPutBets) {
-    Game.BetComesDown = true;
-  } else {
-    Game.Payoff[0].Per = Game.Payoff[betId].Per;
-    FigurePressUnit(betId);
-  }
+  Game.BetComesDown = Game.Bets[betId - kOddsOffset] == 0 || !Game.AllowPutBets;
   if (SettledByHand()) FillReturnedOddsLines();
   HandleWonBet();
   Game.BetWorking[betId] = Working;
@@ -178,6 +173,5 @@ void DecideWager(int betId, DecisionCode code) {
   CountStreak(betId);
   if (Game.NetPayoff < 0) return HandleLostBet();
   if (SettledByHand()) FillWinLines();
-  FigurePressUnit(betId);
   HandleWonBet();
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <vector>
 
 #include "core/bets.h"
@@ -243,10 +244,15 @@ class Writer {
   std::vector<DecisionStep> steps_;
 };
 
+bool IsOfShooter(const DecisionStep& step) {
+  return step.Kind != StepKind::Decide && step.Kind != StepKind::Move;
+}
+
 /// The steps of every throw, one behind the other; the two orders of a pair of dice share theirs.
 class Table {
  public:
-  Table() {
+  template <typename Wanted>
+  explicit Table(Wanted wanted) {
     for (unsigned bar = 0; bar < 2; ++bar)
       for (unsigned point = 0; point < kPoints; ++point)
         for (int low = 1; low <= 6; ++low)
@@ -254,8 +260,9 @@ class Table {
             const int prevPoint = point == 0 ? 0 : kPointNumbers[point - 1];
             const auto steps = Writer(prevPoint, low, high, bar == 0 ? 2 : 12).Steps();
             Entry& entry = entries_[bar][point][static_cast<unsigned>(FieldCombination(low, high))];
-            entry = {static_cast<unsigned>(steps_.size()), static_cast<unsigned>(steps.size())};
-            steps_.insert(steps_.end(), steps.begin(), steps.end());
+            entry.Start = static_cast<unsigned>(steps_.size());
+            std::copy_if(steps.begin(), steps.end(), std::back_inserter(steps_), wanted);
+            entry.Count = static_cast<unsigned>(steps_.size()) - entry.Start;
           }
   }
 
@@ -278,10 +285,15 @@ class Table {
   std::array<std::array<std::array<Entry, kThrows>, kPoints>, 2> entries_{};
 };
 
-const Table kTable;
+const Table kAllSteps([](const DecisionStep&) { return true; });
+const Table kShooterSteps(IsOfShooter);
 
 }  // namespace
 
 std::span<const DecisionStep> DecisionsOf(int prevPoint, int die1, int die2, int barDont) {
-  return kTable.Of(prevPoint, die1, die2, barDont);
+  return kAllSteps.Of(prevPoint, die1, die2, barDont);
+}
+
+std::span<const DecisionStep> ShooterStepsOf(int prevPoint, int die1, int die2, int barDont) {
+  return kShooterSteps.Of(prevPoint, die1, die2, barDont);
 }

@@ -25,3 +25,6 @@ struct DecisionStep {
 /// the dice were thrown, `barDont` the barred number (2 or 12). The order matters to a bankroll
 /// that runs out, and to the log.
 std::span<const DecisionStep> DecisionsOf(int prevPoint, int die1, int die2, int barDont);
+
+/// Those steps alone that tell of the shooter: all that a throw does when no bet is up.
+std::span<const DecisionStep> ShooterStepsOf(int prevPoint, int die1, int die2, int barDont);

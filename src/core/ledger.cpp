@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bitset>
 #include <vector>
 
 #include "core/decide_bet.h"
@@ -17,9 +16,11 @@ namespace {
 constexpr unsigned kPointStates = 7;    // come-out and six points
 constexpr unsigned kCombinations = 22;  // of two dice in any order; 0 is not used
 constexpr unsigned kNumbers = 6;
+constexpr unsigned kProfiles = 16;  // sets of working states that are told apart at a time
 constexpr unsigned kMaxEventsOfThrow = 16;
 
-using BetSet = std::bitset<kBetSlots>;
+/// The working states of the bets, as they stood at a decision.
+using WorkingStates = std::array<int, kBetSlots>;
 
 /// Rolls that are alike in all that phantom wagers depend on.
 struct Alike {
@@ -33,6 +34,7 @@ enum class Side { Come, Others, Both };
 /// What the rolls of a group have in common.
 struct GroupKey {
   Side Bets = Side::Both;
+  unsigned Profile = 0;
   unsigned PointState = 0;
   int Die1 = 1;
   int Die2 = 1;
@@ -56,10 +58,11 @@ struct Ledger {
   std::array<int, kRollEvents> LastAt{};              // the roll on which each event last happened
   std::array<int, kMaxEventsOfThrow> LastAtBefore{};  // of the events of the last throw
 
-  // By point state and dice, and for a number whether it is established. A 7 decides all numbers:
-  // its Come side is counted apart, by come-out or not and all that are established.
-  std::array<Alike, kPointStates * kCombinations * 2> Groups{};
-  std::array<Alike, 2U << kNumbers> SevensOfComeSide{};
+  // By working states, point state and dice, and for a number whether it is established. A 7
+  // decides all numbers: its Come side is counted apart, by come-out or not and all that are
+  // established.
+  std::array<Alike, kProfiles * kPointStates * kCombinations * 2> Groups{};
+  std::array<Alike, (kProfiles * 2U) << kNumbers> SevensOfComeSide{};
   struct Touched {
     Alike* Group;
     GroupKey Key;
@@ -68,19 +71,18 @@ struct Ledger {
   int LastDie1 = 1;
   int LastDie2 = 1;
 
-  unsigned Established = 0;           // when the last throw was thrown
-  std::array<BetSet, 2> WorkingSets;  // on the come-out and with a point
-  std::array<bool, 2> WorkingKnown{};
+  unsigned Established = 0;  // when the last throw was thrown
+  std::array<WorkingStates, kProfiles> Profiles{};
+  unsigned ProfileCount = 0;
+  unsigned Profile = 0;  // the one in force
 };
 Ledger ledger;
 
 constexpr std::array<BetFamily, 4> kMovingFamilies = {DontComeFamily, DontComeOddsFamily,
                                                       ComeFamily, ComeOddsFamily};
 
-BetSet WorkingBets() {
-  BetSet working;
-  for (unsigned id = Lay4; id <= LastBet; ++id) working[id] = Game.BetWorking[id] >= Working;
-  return working;
+bool IsInForce(const WorkingStates& states) {
+  return std::equal(states.begin(), states.end(), Game.BetWorking.begin());
 }
 
 unsigned EstablishedInTable() {
@@ -98,7 +100,7 @@ void TakeBases() {
   for (unsigned event = 0; event < kRollEvents; ++event)
     ledger.LastAt[event] = Game.RollCount[0] - Game.RollsSince[event];
   ledger.Established = EstablishedInTable();
-  ledger.WorkingKnown = {};
+  ledger.ProfileCount = 0;
   Game.WorkingTouched = true;
 }
 
@@ -193,17 +195,20 @@ void CountGroups() {
   const int total = Game.Die1 + Game.Die2;
   const unsigned state = PointStateOf(Game.PrevPoint);
   const auto dice = static_cast<unsigned>(FieldCombination(Game.Die1, Game.Die2));
-  const unsigned at = (state * kCombinations + dice) * 2;
+  const unsigned profile = ledger.Profile;
+  const unsigned at = ((profile * kPointStates + state) * kCombinations + dice) * 2;
   ledger.LastDie1 = Game.Die1;
   ledger.LastDie2 = Game.Die2;
   if (total == 7) {
-    AddTo(ledger.Groups[at], {Side::Others, state, Game.Die1, Game.Die2, 0});
-    const unsigned comeAt = (state == 0 ? 0U : 1U << kNumbers) + ledger.Established;
+    AddTo(ledger.Groups[at], {Side::Others, profile, state, Game.Die1, Game.Die2, 0});
+    const unsigned comeAt =
+        ((profile * 2 + (state == 0 ? 0U : 1U)) << kNumbers) + ledger.Established;
     AddTo(ledger.SevensOfComeSide[comeAt],
-          {Side::Come, state, Game.Die1, Game.Die2, ledger.Established});
+          {Side::Come, profile, state, Game.Die1, Game.Die2, ledger.Established});
   } else {
     const unsigned own = IsPointNumber(total) ? ledger.Established & NumberBit(total) : 0;
-    AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)], {Side::Both, state, Game.Die1, Game.Die2, own});
+    AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)],
+          {Side::Both, profile, state, Game.Die1, Game.Die2, own});
   }
 }
 
@@ -263,10 +268,11 @@ bool IsOfSide(Side side, int betId) {
 void RecordGroup(const GroupKey& key, int count) {
   if (count == 0) return;
   const Replay replay(key);
-  const BetSet& working = ledger.WorkingSets[key.PointState == 0 ? 0 : 1];
+  const WorkingStates& states = ledger.Profiles[key.Profile];
   if (key.Bets != Side::Others) WriteEstablished(key.Established);
   for (const DecisionStep& step : DecisionsOf(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont)) {
-    if (step.Kind != StepKind::Decide || !working[step.Bet] || !IsOfSide(key.Bets, step.Bet))
+    if (step.Kind != StepKind::Decide || states[step.Bet] < Working ||
+        !IsOfSide(key.Bets, step.Bet))
       continue;
     FigurePayoff(FigureRate, step.Bet, static_cast<DecisionCode>(step.Code), 1);
     RecordBetOutcomes(Phantom, step.Bet, 1, Game.GrossPayoff, count);
@@ -315,15 +321,18 @@ void BeginLedgerRoll() {
   FollowLastThrow();
   if (!Game.WorkingTouched) return;
   Game.WorkingTouched = false;
-  const unsigned state = Game.PrevPoint == 0 ? 0 : 1;
-  const BetSet working = WorkingBets();
-  if (ledger.WorkingKnown[state] && ledger.WorkingSets[state] == working) return;
-  if (ledger.WorkingKnown[state]) {
+  const auto begin = ledger.Profiles.begin();
+  const auto known = std::find_if(begin, begin + ledger.ProfileCount, IsInForce);
+  ledger.Profile = static_cast<unsigned>(known - begin);
+  if (ledger.Profile < ledger.ProfileCount) return;
+  if (ledger.ProfileCount == kProfiles) {
     SettleLedger();
     Game.WorkingTouched = false;
+    ledger.Profile = 0;
   }
-  ledger.WorkingSets[state] = working;
-  ledger.WorkingKnown[state] = true;
+  WorkingStates& states = ledger.Profiles[ledger.Profile];
+  std::copy_n(Game.BetWorking.begin(), states.size(), states.begin());
+  ledger.ProfileCount = ledger.Profile + 1;
 }
 
 void EnterThrow() {

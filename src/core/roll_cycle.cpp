@@ -229,7 +229,9 @@ void ShooterBar() {
 
 void DecideThrow() {
   const bool phantoms = !LedgerIsOpen();
-  for (const DecisionStep& step : DecisionsOf(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont)) {
+  const bool empty = !phantoms && Game.TotalOnTable == 0;
+  const auto stepsOf = empty ? ShooterStepsOf : DecisionsOf;
+  for (const DecisionStep& step : stepsOf(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont)) {
     switch (step.Kind) {
       case StepKind::Decide:
         if (!phantoms && Game.Bets[step.Bet] == 0) break;

@@ -104,6 +104,7 @@ void ShowScreen() {
   const bool lost = Game.NetPayoff < 0;
   Game.Settle.Lost = lost;
   Game.Settle.OnlyTakeDown = Game.BetComesDown;
+  FigurePressUnit(Game.DecidedBet);
   if (lost)
     Game.Settle.Buttons = {"No Bet/Take Remainder",
                            "Bet Remainder",
@@ -273,7 +274,6 @@ void HandleLostBet() {
     if (byHand) FillLossLines();
   }
   ReleaseVig();
-  FigurePressUnit(Game.DecidedBet);
   const int choice = ChoiceInForce(Game.HandleLosingBets);
   if (choice == LossManual)
     ShowScreen();
@@ -314,7 +314,10 @@ void SameBet() {
   if (!Game.HyperDriveOn) TellChange("");
 }
 
-void PressUnit1() { Adjust(Game.PressUnit, "Press 1 Unit "); }
+void PressUnit1() {
+  FigurePressUnit(Game.DecidedBet);
+  Adjust(Game.PressUnit, "Press 1 Unit ");
+}
 
 void PressDouble() { Adjust(Game.Bets[Game.DecidedBet], "Press Double "); }
 

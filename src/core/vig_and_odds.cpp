@@ -184,6 +184,8 @@ Currency PayoffPer(int betId) {
 
 /// A quotient to nine decimals and then to four, which takes the noise of the division off.
 Currency CleanQuotient(double value) {
+  constexpr double kEasilyWhole = 1e9;
+  if (std::abs(value) < kEasilyWhole && IsWhole(value)) return WholeTimes(value, 1);
   __extension__ using Wide = __int128;
   const auto nine = static_cast<Wide>(std::round(static_cast<long double>(value) * 1e9L));
   constexpr int kFiveDecimals = 100'000;

@@ -156,7 +156,6 @@ bool CompBetDefault(int betId);
 
 // Choices.
 
-
 /// A style `by` places on, round both ends of 1 to `count`.
 int StepStyle(int style, int by, int count);
 
