@@ -64,10 +64,12 @@ RunProgress HyperDriveProgress() {
   RunProgress progress;
   progress.RollsDone = Game.RollCount[0] - run.FirstRoll;
   progress.RollsAsked = run.RollsAsked;
+  if (Game.HyperDriveOn)  // the player may change the count meanwhile
+    progress.RollsAsked = Game.AutoRollsLeft > 0 ? progress.RollsDone + Game.AutoRollsLeft : 0;
   const std::uint32_t now = Game.HyperDriveOn ? TheHost.Milliseconds() : run.EndedAt;
   const double seconds = (now - run.StartedAt) / kMilliseconds;
   if (seconds > 0) progress.RollsPerSecond = progress.RollsDone / seconds;
-  const int limit = run.RollsAsked > 0 ? run.RollsAsked : kMaxRolls - run.FirstRoll;
+  const int limit = progress.RollsAsked > 0 ? progress.RollsAsked : kMaxRolls - run.FirstRoll;
   if (Game.HyperDriveOn && progress.RollsPerSecond > 0)
     progress.SecondsLeft = (limit - progress.RollsDone) / progress.RollsPerSecond;
   return progress;

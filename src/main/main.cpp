@@ -1,0 +1,61 @@
+// The program's entry: lays the game down, shows the table and runs until it is closed.
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QScreen>
+#include <QStandardPaths>
+#include <exception>
+
+#include "core/faults.h"
+#include "core/game_state.h"
+#include "core/start_up.h"
+#include "screens/frmCrapTable.h"
+#include "screens/guard.h"
+#include "screens/qt_host.h"
+
+namespace {
+
+/// A fault gives up the event that it arose in; the game goes on.
+class GameApplication : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception&) {
+      ReportError("Crap Table");
+      return false;
+    }
+  }
+};
+
+std::string WithSeparator(const QString& folder) { return (folder + "/").toStdString(); }
+
+/// Saved state lies beside the program where it may be written, else in the user's data folder.
+QString DataFolder(const QString& programFolder) {
+  if (QFileInfo(programFolder).isWritable()) return programFolder;
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  QDir().mkpath(folder);
+  return folder;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  GameApplication application(argc, argv);
+  QApplication::setApplicationName("kelvanor");
+  QApplication::setApplicationDisplayName("Kelvanor");
+  const QString programFolder = QApplication::applicationDirPath();
+  StartUp(WithSeparator(programFolder), WithSeparator(DataFolder(programFolder)));
+  const QSize screen = application.primaryScreen()->size();
+  Game.ScreenWidth = screen.width();
+  Game.ScreenHeight = screen.height();
+
+  frmCrapTable table;
+  InstallQtHost(&table);
+  table.show();
+  QApplication::processEvents();
+  Guarded("Sub Main", AfterTableShown);
+  return QApplication::exec();
+}

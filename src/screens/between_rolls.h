@@ -1,0 +1,23 @@
+// Changes to the table while it rolls by itself.
+#pragma once
+
+#include <functional>
+
+/// Carries out a change that the player made: now, or, with dice in the air, once they have been
+/// decided, so that it acts from the next roll on.
+void BetweenRolls(std::function<void()> change);
+
+/// True while changes wait for the dice.
+bool ChangesWait();
+
+/// Carries out what waits, unless dice are in the air.
+void CarryOutChanges();
+
+/// Stands for a turn of the event loop that the engine gives between two rolls.
+class EngineTurn {
+ public:
+  EngineTurn();
+  ~EngineTurn();
+  EngineTurn(const EngineTurn&) = delete;
+  EngineTurn& operator=(const EngineTurn&) = delete;
+};

@@ -1,0 +1,383 @@
+#include "screens/frmCrapTable.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "autoplay/hyper_drive.h"
+#include "core/chips.h"
+#include "core/host.h"
+#include "core/make_bet.h"
+#include "core/roll_cycle.h"
+#include "core/start_up.h"
+#include "screens/chip_art.h"
+#include "screens/frmAutoPlay.h"
+#include "screens/frmBankroll.h"
+#include "screens/frmStackValues.h"
+#include "screens/guard.h"
+#include "screens/help.h"
+#include "screens/numeric_entry.h"
+#include "screens/table_commands.h"
+#include "screens/table_layout.h"
+#include "screens/table_menus.h"
+
+namespace {
+
+constexpr const char* kPlace = "Crap Table";
+constexpr int kQuickStatsInterval = 500;
+constexpr double kShareOfScreen = 0.85;
+constexpr double kWidestAtStart = 1280;
+constexpr double kKeyedBoxWidth = 58;
+constexpr double kKeyedBoxHeight = 20;
+constexpr int kKeyedDecimals = 2;
+
+void Present(QWidget* screen) {
+  screen->show();
+  screen->raise();
+  screen->activateWindow();
+}
+
+int SpotOf(const SpotHit& hit) { return hit.PickedSpot != NoSpot ? hit.PickedSpot : hit.HotSpot; }
+
+}  // namespace
+
+// ---- picLayout ----
+
+picLayoutBox::picLayoutBox(frmCrapTable* table) : QWidget(table), table_(table) {
+  setObjectName("picLayout");
+  setAccessibleName(tr("Craps table"));
+  setMouseTracking(true);
+  setFocusPolicy(Qt::NoFocus);  // a click must not take the focus from the keyed-bet box
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMinimumSize(static_cast<int>(kTableWidth), static_cast<int>(kTableHeight));
+}
+
+QPointF picLayoutBox::ToTable(QPointF place) const { return TablePoint(place, size()); }
+
+QRect picLayoutBox::FromTable(QRectF place) const {
+  return TableTransform(size()).mapRect(place).toRect();
+}
+
+void picLayoutBox::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  PaintTable(painter, size(), table_->View(), cache_);
+  if (!rain_.isNull()) painter.drawPixmap(0, 0, rain_);
+}
+
+void picLayoutBox::RainChip(int picture, QPointF place) {
+  const double ratio = devicePixelRatioF();
+  if (rain_.size() != size() * ratio) {
+    rain_ = QPixmap(size() * ratio);
+    rain_.setDevicePixelRatio(ratio);
+    rain_.fill(Qt::transparent);
+  }
+  QPainter painter(&rain_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setTransform(TableTransform(size()), true);
+  DrawChip(painter, place, kChipSize, picture, Game.ChipStyle,
+           ChipLabel(ChipValue(picture), Game.UseCentsSymbol));
+}
+
+void picLayoutBox::ClearRain() {
+  rain_ = QPixmap();
+  update();
+}
+
+void picLayoutBox::mouseMoveEvent(QMouseEvent* event) {
+  table_->MouseMoved(ToTable(event->position()));
+}
+
+void picLayoutBox::mousePressEvent(QMouseEvent* event) {
+  Guarded(kPlace, [&] { table_->MousePressed(ToTable(event->position()), *event); });
+}
+
+void picLayoutBox::mouseReleaseEvent(QMouseEvent* event) {
+  Guarded(kPlace, [&] { table_->MouseReleased(ToTable(event->position()), *event); });
+}
+
+void picLayoutBox::leaveEvent(QEvent*) { table_->MouseLeft(); }
+
+void picLayoutBox::resizeEvent(QResizeEvent*) { table_->PlaceKeyedBox(); }
+
+// ---- frmCrapTable ----
+
+frmCrapTable::frmCrapTable() {
+  setObjectName("frmCrapTable");
+  QWidget* content = new QWidget(this);
+  QVBoxLayout* column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+
+  picLayout_ = new picLayoutBox(this);
+  column->addWidget(picLayout_, 1);
+  MakeKeyedBox();
+
+  lblQuickStats_ = new QLabel(content);
+  lblQuickStats_->setObjectName("lblQuickStats");
+  lblQuickStats_->setTextFormat(Qt::PlainText);
+  lblQuickStats_->setMargin(4);
+  lblQuickStats_->setMinimumWidth(1);  // a long line is cut rather than widen the window
+  column->addWidget(lblQuickStats_);
+  setCentralWidget(content);
+
+  menus_ = std::make_unique<TableMenus>(this);
+  timerQuickStats_ = new QTimer(this);
+  timerQuickStats_->setObjectName("timerQuickStats");
+  connect(timerQuickStats_, &QTimer::timeout, this, [this] { ShowQuickStatus(); });
+  timerQuickStats_->start(kQuickStatsInterval);
+  ShowCaption();
+  ShowQuickStatus();
+  PlaceOnScreen();
+}
+
+frmCrapTable::~frmCrapTable() = default;
+
+/// A window in the middle of the screen, with a table as large as fits well.
+void frmCrapTable::PlaceOnScreen() {
+  const QRect available = screen()->availableGeometry();
+  const double scale =
+      std::min({available.width() * kShareOfScreen / kTableWidth,
+                available.height() * kShareOfScreen / kTableHeight, kWidestAtStart / kTableWidth});
+  const int bars = menuBar()->sizeHint().height() + lblQuickStats_->sizeHint().height();
+  resize(qRound(kTableWidth * scale), qRound(kTableHeight * scale) + bars);
+  move(available.center() - rect().center());
+}
+
+void frmCrapTable::MakeKeyedBox() {
+  txtEnterBet_ = new QLineEdit(picLayout_);
+  txtEnterBet_->setObjectName("txtEnterBet");
+  txtEnterBet_->setAccessibleName(tr("Amount of the bet"));
+  MakeNumericBox(txtEnterBet_, kKeyedDecimals, false);
+  txtEnterBet_->hide();
+  txtEnterBet_->installEventFilter(this);
+  connect(txtEnterBet_, &QLineEdit::textChanged, this,
+          [](const QString& text) { Game.KeyedBetText = text.toStdString(); });
+  connect(txtEnterBet_, &QLineEdit::returnPressed, this, [this] { TakeKeyedAmount(); });
+}
+
+void frmCrapTable::RedrawBets() {
+  Game.NeedRepaint = false;
+  PlaceKeyedBox();
+  ShowQuickStatus();
+  picLayout_->update();
+}
+
+void frmCrapTable::RedrawLayout() { picLayout_->update(); }
+
+void frmCrapTable::RefreshViews() {
+  ShowCaption();
+  RedrawBets();
+  if (stackValues_) stackValues_->RefreshStackView();
+  if (autoPlay_) autoPlay_->RefreshAutoPlayView();
+  if (bankroll_) bankroll_->RefreshBankrollView();
+}
+
+void frmCrapTable::ShowCaption() {
+  if (Game.HyperDriveOn && Game.TableMinimised) {
+    setWindowTitle("Kelvanor Hyper-Drive Active");
+    return;
+  }
+  if (Game.HyperDriveStopped && Game.TableMinimised) {
+    setWindowTitle("Kelvanor Hyper-Drive Stopped");
+    return;
+  }
+  const QString name = QFileInfo(QString::fromStdString(Game.GameFileName)).fileName();
+  setWindowTitle(name.isEmpty() ? QString("Kelvanor") : QString("Kelvanor (%1)").arg(name));
+}
+
+void frmCrapTable::Roll() {
+  if (Game.RollInProgress || Game.AutoBetRunning) return;
+  RollDice();
+  AfterRolls();
+}
+
+void frmCrapTable::RunHyperDrive() {
+  if (!Game.KeepRolling && isVisible() && !isMinimized()) {
+    activateWindow();
+    setFocus();
+  }
+  ToggleHyperDrive();
+  if (!Game.RollInProgress) AfterRolls();
+}
+
+void frmCrapTable::AfterRolls() {
+  TheHost.RefreshViews();
+  if (!closeAfterRoll_) return;
+  closeAfterRoll_ = false;
+  close();
+}
+
+void frmCrapTable::ShowStackValues() {
+  if (!stackValues_) {
+    stackValues_ = new frmStackValues(this);
+    stackValues_->setAttribute(Qt::WA_DeleteOnClose);
+  }
+  Present(stackValues_);
+}
+
+void frmCrapTable::ShowAutoPlay() {
+  if (!autoPlay_) autoPlay_ = new frmAutoPlay(this);
+  Present(autoPlay_);
+}
+
+void frmCrapTable::ShowBankroll() {
+  if (!bankroll_) {
+    bankroll_ = new frmBankroll(this);
+    connect(bankroll_, &frmBankroll::HyperDriveToggled, this,
+            [this] { Guarded(kPlace, [this] { RunHyperDrive(); }); });
+  }
+  Present(bankroll_);
+}
+
+// ---- The mouse ----
+
+int frmCrapTable::SpotUnderMouse() const { return FindHotSpot(mouse_.x(), mouse_.y()).HotSpot; }
+
+void frmCrapTable::MouseMoved(QPointF place) {
+  mouse_ = place;
+  helpTopic_ = FindHotSpot(place.x(), place.y(), view_.Dice).HelpTopic;
+  if (chipsInHand_) {
+    view_.DragPoint = place;
+    picLayout_->update();
+  }
+  ShowQuickStatus();
+}
+
+void frmCrapTable::MouseLeft() {
+  mouse_ = {-1, -1};
+  ShowQuickStatus();
+}
+
+void frmCrapTable::MousePressed(QPointF place, const QMouseEvent& event) {
+  const bool lifts = event.button() == Qt::LeftButton && (event.modifiers() & Qt::AltModifier);
+  if (!lifts || Game.RollInProgress || Game.ClickMode != NoClickMode) return;
+  if (!ClickMayAct()) return;
+  const int spot = SpotOf(FindHotSpot(place.x(), place.y(), view_.Dice));
+  chipsInHand_ = PickUpChips(spot);
+  if (!chipsInHand_) return;
+  view_.Dragging = true;
+  view_.DraggedAmount = ChipPending;
+  view_.DragPoint = place;
+  picLayout_->setCursor(Qt::ClosedHandCursor);
+}
+
+void frmCrapTable::MouseReleased(QPointF place, const QMouseEvent& event) {
+  mouse_ = place;
+  const int spot = SpotOf(FindHotSpot(place.x(), place.y(), view_.Dice));
+  if (chipsInHand_) {
+    if (event.button() != Qt::LeftButton) return;
+    chipsInHand_ = false;
+    view_.Dragging = false;
+    picLayout_->unsetCursor();
+    DropChips(spot, qRound(place.x()), qRound(place.y()));
+    return;
+  }
+  if (!ClickMayAct()) return;
+  bool roll = false;
+  if (event.button() == Qt::RightButton) {
+    roll = RightClick();
+  } else if (event.button() == Qt::LeftButton && !(event.modifiers() & Qt::AltModifier)) {
+    roll = LeftClick({spot, place.x(), place.y(), bool(event.modifiers() & Qt::ControlModifier),
+                      bool(event.modifiers() & Qt::ShiftModifier)});
+  }
+  if (roll) Roll();
+}
+
+// ---- The keyed-bet box ----
+
+void frmCrapTable::PlaceKeyedBox() {
+  if (!Game.KeyedBoxOpen) {
+    if (txtEnterBet_->isVisible()) txtEnterBet_->hide();
+    return;
+  }
+  QRect place =
+      picLayout_->FromTable(QRectF(Game.KeyedX, Game.KeyedY, kKeyedBoxWidth, kKeyedBoxHeight));
+  place.setSize(place.size().expandedTo(txtEnterBet_->minimumSizeHint()));
+  txtEnterBet_->setGeometry(place);
+  const bool opens = !txtEnterBet_->isVisible();
+  const QString text = QString::fromStdString(Game.KeyedBetText);
+  const bool changed = txtEnterBet_->text() != text;
+  if (changed) txtEnterBet_->setText(text);
+  if (opens) {
+    txtEnterBet_->show();
+    txtEnterBet_->setFocus();
+  }
+  if (opens || changed) txtEnterBet_->selectAll();
+}
+
+void frmCrapTable::TakeKeyedAmount() {
+  // A message shown on the way takes the focus, and leaving the box must not enter it again.
+  if (takingKeyedAmount_ || !Game.KeyedBoxOpen || Game.RollInProgress) return;
+  takingKeyedAmount_ = true;
+  Guarded(kPlace, [] { EnterKeyedBet(); });
+  takingKeyedAmount_ = false;
+  RedrawBets();
+  txtEnterBet_->selectAll();
+}
+
+bool frmCrapTable::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != txtEnterBet_) return QMainWindow::eventFilter(watched, event);
+  if (event->type() == QEvent::FocusOut) {
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+        reason == Qt::MouseFocusReason) {
+      TakeKeyedAmount();
+    }
+  }
+  if (event->type() == QEvent::KeyPress &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    CloseKeyedBox();
+    return true;
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+// ---- The window ----
+
+void frmCrapTable::ShowQuickStatus() {
+  const QString text = QString::fromStdString(QuickStatusText(SpotUnderMouse()));
+  if (lblQuickStats_->text() != text) lblQuickStats_->setText(text);
+}
+
+void frmCrapTable::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1) {
+    ShowHelp(helpTopic_);
+  } else if (event->key() == Qt::Key_Escape && Game.ClickMode != NoClickMode) {
+    Game.ClickMode = NoClickMode;
+    RedrawBets();
+  } else {
+    QMainWindow::keyPressEvent(event);
+  }
+}
+
+void frmCrapTable::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange) return;
+  Game.TableMinimised = isMinimized();
+  if (!Game.TableMinimised) Game.HyperDriveStopped = false;
+  ShowCaption();
+  if (!Game.TableMinimised) RedrawBets();
+}
+
+void frmCrapTable::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (!MayClose([] {})) return;
+  if (Game.RollInProgress) {
+    // The roll ends first: its routines stand below this one.
+    Game.KeepRolling = false;
+    closeAfterRoll_ = true;
+    return;
+  }
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  CloseGame();
+  QGuiApplication::restoreOverrideCursor();
+  for (QWidget* screen : std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_})
+    if (screen) screen->close();
+  event->accept();
+}
