@@ -1,0 +1,234 @@
+// What a roll costs under Hyper-Drive with nothing, little and much on the table. Each load is held
+// against two bare loops over the same generator, measured in the same run: one that only draws two
+// dice, and one that also moves the point and settles a flat Pass Line.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <new>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/change_bet.h"
+#include "core/headless_host.h"
+#include "core/make_bet.h"
+#include "core/roll_cycle.h"
+#include "dice/generators.h"
+#include "rules/defaults.h"
+
+namespace {
+
+long allocations = 0;
+
+}  // namespace
+
+// Every allocation is counted: the roll path must not make any.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  ++allocations;
+  void* memory = std::malloc(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+constexpr int kRollsPerRun = 100'000;
+constexpr std::uint32_t kSeed = 20'240'601;
+
+/// What is up, and how a run keeps it up.
+struct Load {
+  const char* Name;
+  std::span<const BetId> Bets;
+  bool TakeOdds = false;
+  int RollsPerRun = kRollsPerRun;  // all bets are laid again before each run
+  Currency Stake = 30;             // thirty bets of 30 lose about half of the bank limit in a run
+};
+
+constexpr std::array kLineBet = {PassLine};
+
+constexpr std::array kComeAndPlace = {
+    PassLine, Place6, Place8, Come4, static_cast<BetId>(Come4 + 1), Come10};
+
+/// Bets that come back to the same amount after every decision.
+constexpr std::array kThirtyBets = {
+    PassLine, DontPass, Field,  Big6,   Big8,    Hard4, Hard6, Hard8, Hard10, Place4,
+    Place5,   Place6,   Place8, Place9, Place10, Buy4,  Buy10, Lay4,  Lay10,  Two,
+    Three,    Seven,    Eleven, Twelve, Craps,   CAndE, Horn,  World, Over7,  Hop13};
+
+constexpr auto kEveryBet = [] {
+  std::array<BetId, LastBet> bets{};
+  for (int id = Lay4; id <= LastBet; ++id) bets[static_cast<unsigned>(id - 1)] = BetId(id);
+  return bets;
+}();
+/// Rolls after which every bet is laid again; odds and bets on numbers come down one by one.
+constexpr int kShortRun = 50;
+
+constexpr Load kNoBets = {"NoBets", {}};
+constexpr Load kPassLine = {"PassLine", kLineBet};
+constexpr Load kPassAndOdds = {"PassAndOdds", kLineBet, true};
+constexpr Load kComeSystem = {"ComeSystem", kComeAndPlace, true};
+constexpr Load kThirty = {"ThirtyBets", kThirtyBets};
+constexpr Load kEvery = {"EveryBet", kEveryBet, true, kShortRun, 6};
+
+/// A table where every decided bet that may stay is made again, whatever the bankroll.
+void SetRules(const Load& load) {
+  LayDownDefaults();
+  TheHost = HeadlessHost();
+  Game.NegBankroll = true;
+  Game.AllowPutBets = true;
+  Game.HandleWinningBets = WinSameBet;
+  Game.HandleLosingBets = LossSameBet;
+  Game.AutoTakeFullOdds = Game.AutoLayFullOdds = load.TakeOdds;
+  Game.NumAutoRolls = Game.AutoRollsLeft = load.RollsPerRun;
+}
+
+/// Lays the bets, with a point on 6 where they need one. Don't bets on numbers are as if moved.
+void LayBets(const Load& load) {
+  if (load.RollsPerRun == kShortRun) Game.Point = Game.PrevPoint = 6;
+  Game.MovingBet = true;
+  for (const int bet : load.Bets) {
+    if (bet == DontPass && Game.Point != 0) Game.ContractBets[DontPass] = load.Stake;
+    RequestChange(bet, load.Stake - Game.Bets[static_cast<unsigned>(bet)]);
+  }
+  Game.MovingBet = false;
+  if (load.TakeOdds) TakeAllFullOdds();
+}
+
+/// One run: `RollDice` returns when the roll count of Auto-Play has run out.
+void RunHyperDrive() {
+  Game.HyperDriveOn = true;
+  Game.KeepRolling = true;
+  RollDice();
+  Game.HyperDriveOn = false;
+}
+
+void BareDraw(benchmark::State& state) {
+  init_genrand(kSeed);
+  for (auto _ : state) {
+    int total = 0;
+    for (int roll = 0; roll < kRollsPerRun; ++roll) {
+      total += static_cast<int>(genrand_real2() * 6) + 1;
+      total += static_cast<int>(genrand_real2() * 6) + 1;
+    }
+    benchmark::DoNotOptimize(total);
+  }
+  state.SetItemsProcessed(state.iterations() * kRollsPerRun);
+}
+
+/// A flat Pass Line and the point, and nothing else.
+struct BareTable {
+  int Point = 0;
+  long Bankroll = 0;
+
+  void Settle(int total) {
+    if (Point == 0) {
+      if (total == 7 || total == 11)
+        ++Bankroll;
+      else if (total == 2 || total == 3 || total == 12)
+        --Bankroll;
+      else
+        Point = total;
+    } else if (total == Point || total == 7) {
+      Bankroll += total == 7 ? -1 : 1;
+      Point = 0;
+    }
+  }
+};
+
+void BareGame(benchmark::State& state) {
+  init_genrand(kSeed);
+  for (auto _ : state) {
+    BareTable table;
+    for (int roll = 0; roll < kRollsPerRun; ++roll) {
+      const int die1 = static_cast<int>(genrand_real2() * 6) + 1;
+      const int die2 = static_cast<int>(genrand_real2() * 6) + 1;
+      table.Settle(die1 + die2);
+    }
+    benchmark::DoNotOptimize(table.Bankroll);
+  }
+  state.SetItemsProcessed(state.iterations() * kRollsPerRun);
+}
+
+void Roll(benchmark::State& state, const Load& load) {
+  init_genrand(kSeed);
+  long allocated = 0;
+  SetRules(load);
+  for (auto _ : state) {
+    if (Game.RollCount[0] >= kMaxRolls / 2) SetRules(load);
+    Game.Bets[BankrollIndex] = 0;
+    LayBets(load);
+    const long before = allocations;
+    const int rolled = Game.RollCount[0];
+    const auto start = std::chrono::steady_clock::now();
+    RunHyperDrive();
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    state.SetIterationTime(passed.count());
+    allocated += allocations - before;
+    if (Game.RollCount[0] - rolled != load.RollsPerRun)
+      state.SkipWithError("the run stopped early");
+  }
+  state.SetItemsProcessed(state.iterations() * load.RollsPerRun);
+  state.counters["allocs/run"] =
+      static_cast<double>(allocated) / static_cast<double>(state.iterations());
+}
+
+BENCHMARK(BareDraw)->Unit(benchmark::kMillisecond);
+BENCHMARK(BareGame)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, NoBets, kNoBets)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, PassLine, kPassLine)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, PassAndOdds, kPassAndOdds)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, ComeSystem, kComeSystem)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, ThirtyBets, kThirty)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, EveryBet, kEvery)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+/// The usual console lines, and the rate of each benchmark kept for the closing table.
+class Reporter : public benchmark::ConsoleReporter {
+ public:
+  Reporter() : ConsoleReporter(OO_Tabular) {}
+
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      const auto rate = run.counters.find("items_per_second");
+      if (run.error_occurred || rate == run.counters.end()) continue;
+      double& best = rates_[run.run_name.function_name];
+      best = std::max(best, static_cast<double>(rate->second));
+    }
+  }
+
+  void PrintMultiples() const {
+    const double draw = Rate("BareDraw");
+    const double game = Rate("BareGame");
+    std::printf("\n%-20s %16s %14s %14s\n", "", "rolls a second", "x bare draw", "x bare game");
+    for (const auto& [name, rate] : rates_)
+      std::printf("%-20s %16.0f %14.1f %14.1f\n", name.c_str(), rate, draw / rate, game / rate);
+  }
+
+ private:
+  double Rate(const std::string& name) const {
+    const auto found = rates_.find(name);
+    return found == rates_.end() ? 0 : found->second;
+  }
+
+  std::map<std::string, double> rates_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  Reporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  reporter.PrintMultiples();
+  return 0;
+}
