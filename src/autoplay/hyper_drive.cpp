@@ -44,6 +44,7 @@ void EndRun() {
   LayOutAllChips();
   if (!Game.StopMessage.empty())
     ShowMessage(Game.StopMessage, "Hyper-Drive", kTopicHyperDrive, OkTick);
+  TheHost.PrintDuePage();
 }
 
 }  // namespace

@@ -1,37 +1,12 @@
 #include "core/faults.h"
 
-#include <new>
-
-#include "core/game_state.h"
-
 namespace {
 
 constexpr int kOverflowNumber = 6;
-constexpr int kOutOfMemoryNumber = 7;
 constexpr int kDivisionByZeroNumber = 11;
-constexpr int kOtherFailureNumber = 51;  // a failure of the library or the system
-
-void StoreError(const std::string& description, int number, const std::string& place) {
-  Game.LastErrorText =
-      description + ", Error #" + std::to_string(number) + " occurred, at: " + place + "\n";
-}
 
 }  // namespace
 
 void RaiseOverflow() { throw RunTimeFault(kOverflowNumber, "Overflow"); }
 
 void RaiseDivisionByZero() { throw RunTimeFault(kDivisionByZeroNumber, "Division by zero"); }
-
-void ReportError(const std::string& place) {
-  try {
-    throw;
-  } catch (const RunTimeFault& fault) {
-    StoreError(fault.Text, fault.Number, place);
-  } catch (const std::bad_alloc&) {
-    StoreError("Out of memory", kOutOfMemoryNumber, place);
-  } catch (const std::exception& failure) {
-    StoreError(failure.what(), kOtherFailureNumber, place);
-  } catch (...) {
-    StoreError("Unknown failure", kOtherFailureNumber, place);
-  }
-}

@@ -38,6 +38,8 @@ Host HeadlessHost() {
   host.RefreshViews = [] {};
   host.RedrawBets = [] {};
   host.RedrawLayout = [] {};
+  host.PrintGraph = [] {};
+  host.PrintDuePage = [] {};
   return host;
 }
 

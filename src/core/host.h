@@ -32,6 +32,9 @@ struct Host {
   std::function<void()> RefreshViews;  // all open views after a roll
   std::function<void()> RedrawBets;    // chips, markers, puck, dice and amounts
   std::function<void()> RedrawLayout;  // the table under the chips
+
+  std::function<void()> PrintGraph;    // the bankroll graph joins the page to be printed
+  std::function<void()> PrintDuePage;  // the graphs collected for that page are printed
 };
 
 /// The host in force.

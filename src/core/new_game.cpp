@@ -5,7 +5,6 @@
 #include "core/chips.h"
 #include "core/ledger.h"
 #include "core/messages.h"
-#include "core/roll_cycle.h"
 #include "core/text.h"
 #include "dice/generators.h"
 #include "stats/events_log.h"

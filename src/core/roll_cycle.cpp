@@ -9,7 +9,7 @@
 #include "core/chips.h"
 #include "core/decide_bet.h"
 #include "core/decision_table.h"
-#include "core/faults.h"
+#include "core/error_report.h"
 #include "core/host.h"
 #include "core/ledger.h"
 #include "core/make_bet.h"
@@ -304,6 +304,15 @@ void FollowBankroll() {
   LogEndOfRoll();
 }
 
+// --- Step 19 ---
+
+void FollowGraph() {
+  AddBankrollPoint(!LedgerIsOpen());
+  if (!Game.BankrollAutoPrint || Game.BankrollHistoryCount < kGraphPoints) return;
+  if (LedgerIsOpen()) RecomputeAverages();
+  TheHost.PrintGraph();
+}
+
 // --- Step 21 ---
 
 void TakeEndSnapshots() {
@@ -378,7 +387,7 @@ Pass OneRoll() {
   if (Game.NeedRepaint && !Game.HyperDriveOn) TheHost.RedrawBets();
   // Steps 18 and 19. Bankroll and graph.
   FollowBankroll();
-  AddBankrollPoint(!LedgerIsOpen());
+  FollowGraph();
   // Step 21. End snapshots.
   TakeEndSnapshots();
   // Step 22. Views and roll count.
@@ -402,6 +411,7 @@ class Pace {
  private:
   static constexpr std::uint32_t kYieldEvery = 25;    // milliseconds
   static constexpr unsigned kRollsPerLook = 256;      // rolls between looks at the clock
+  static constexpr unsigned kMostRolls = 1U << 19U;   // without a turn, when the clock stands still
   static constexpr std::uint32_t kThrottleUnit = 10;  // milliseconds, times the throttle squared
 
   bool HyperDrive() {
@@ -411,7 +421,7 @@ class Pace {
                        kThrottleUnit);
     } else if (++rolls_ % kRollsPerLook == 0) {
       const std::uint32_t now = TheHost.Milliseconds();
-      if (now - lastYield_ >= kYieldEvery) {
+      if (now - lastYield_ >= kYieldEvery || rolls_ % kMostRolls == 0) {
         lastYield_ = now;
         GiveTurn();
       }

@@ -1,7 +1,6 @@
 // What happens to the stake of a decided bet: the player's choice, or Auto-Play's.
 #pragma once
 
-#include "core/decide_bet.h"
 #include "core/game_state.h"
 
 /// Handle the bet in `DecidedBet` after a win (or a push) and after a loss: by

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <set>
 
+#include "core/error_report.h"
 #include "core/host.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <filesystem>
 
-#include "core/faults.h"
+#include "core/error_report.h"
 #include "core/game_state.h"
 #include "core/host.h"
 #include "core/messages.h"

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <random>
 
+#include "core/error_report.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/text.h"

@@ -6,7 +6,7 @@
 #include <QStandardPaths>
 #include <exception>
 
-#include "core/faults.h"
+#include "core/error_report.h"
 #include "core/game_state.h"
 #include "core/start_up.h"
 #include "screens/frmCrapTable.h"

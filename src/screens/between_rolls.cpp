@@ -6,6 +6,8 @@
 #include "core/game_state.h"
 #include "screens/guard.h"
 
+double YieldTime = 0;
+
 namespace {
 
 int turns = 0;

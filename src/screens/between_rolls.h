@@ -13,6 +13,9 @@ bool ChangesWait();
 /// Carries out what waits, unless dice are in the air.
 void CarryOutChanges();
 
+/// Milliseconds that the event loop has taken in the turns between the rolls of runs.
+extern double YieldTime;
+
 /// Stands for a turn of the event loop that the engine gives between two rolls.
 class EngineTurn {
  public:

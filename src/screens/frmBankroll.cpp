@@ -17,9 +17,10 @@
 #include "autoplay/hyper_drive.h"
 #include "core/messages.h"
 #include "core/text.h"
+#include "screens/between_rolls.h"
+#include "screens/graph_printer.h"
 #include "screens/guard.h"
 #include "screens/help.h"
-#include "screens/qt_host.h"
 #include "screens/table_commands.h"
 
 namespace {
@@ -418,6 +419,9 @@ void frmBankroll::MakeMenus() {
   Choices(options->addMenu(tr("Set &Color")), "mnuSetColor",
           {"&Cyan", "&Black", "&White", "&Red", "&Green", "&Yellow", "Bl&ue", "Gr&ay"},
           Game.BankrollGraphColor);
+  options->addSeparator();
+  Command(options, "mnuPrint", tr("&Print Graph"), QKeySequence::Print, [this] { PrintNow(); });
+  Toggle(options, "mnuAutoPrint", "A&uto-Print", Game.BankrollAutoPrint);
   MakeScaleMenu();
   connect(options, &QMenu::aboutToShow, this, [this] { ShowChecks(); });
   ShowChecks();
@@ -454,6 +458,17 @@ void frmBankroll::AskAverageSpan() {
   if (Game.MsgAnswer != AnswerOk) return;
   SetBankrollAverageSpan(static_cast<long long>(std::floor(Game.ChangeRequest.ToDouble())));
   Game.GameChanged = true;
+}
+
+/// Prints the graph as it stands, and with it what has been collected.
+void frmBankroll::PrintNow() {
+  if (!CanPrintGraphs()) {
+    ShowMessage("There's no printer to print the graph on.", "Print Bankroll Graph", kTopicBankroll,
+                OkStop);
+    return;
+  }
+  CollectGraph();
+  PrintDueGraphs();
 }
 
 void frmBankroll::StepScale(bool larger) {

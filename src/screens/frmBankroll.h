@@ -89,6 +89,7 @@ class frmBankroll : public QMainWindow {
   void MakeHyperDrive(QBoxLayout* column);
   QWidget* MakeScaleButtons();
   void AskAverageSpan();
+  void PrintNow();
   void StepScale(bool larger);
   void StepPointed(int by);
   void Redraw(bool recentre);

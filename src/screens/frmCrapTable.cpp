@@ -126,7 +126,9 @@ frmCrapTable::frmCrapTable() {
   column->addWidget(lblQuickStats_);
   setCentralWidget(content);
 
-  menus_ = std::make_unique<TableMenus>(this);
+  menus_ = std::make_unique<TableMenus>(
+      this, TableActions{[this] { Roll(); }, [this] { ShowBankroll(); },
+                         [this] { ShowStackValues(); }, [this] { ShowAutoPlay(); }});
   timerQuickStats_ = new QTimer(this);
   timerQuickStats_->setObjectName("timerQuickStats");
   connect(timerQuickStats_, &QTimer::timeout, this, [this] { ShowQuickStatus(); });
@@ -376,6 +378,7 @@ void frmCrapTable::closeEvent(QCloseEvent* event) {
   }
   QGuiApplication::setOverrideCursor(Qt::WaitCursor);
   CloseGame();
+  TheHost.PrintDuePage();
   QGuiApplication::restoreOverrideCursor();
   for (QWidget* screen : std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_})
     if (screen) screen->close();

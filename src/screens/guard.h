@@ -3,7 +3,7 @@
 
 #include <exception>
 
-#include "core/faults.h"
+#include "core/error_report.h"
 
 /// Runs `act`; a fault in it is reported under `place`, and what was under way is given up.
 template <class Act>

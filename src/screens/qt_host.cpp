@@ -16,11 +16,12 @@
 #include "screens/frmCrapTable.h"
 #include "screens/frmMsg.h"
 #include "screens/frmSettleBet.h"
+#include "screens/graph_printer.h"
+#include "screens/guard.h"
 #include "screens/sound_player.h"
 #include "screens/table_layout.h"
 
 bool HurryHost = false;
-double YieldTime = 0;
 
 namespace {
 
@@ -190,4 +191,6 @@ void InstallQtHost(frmCrapTable* table) {
   };
   TheHost.RedrawBets = [] { Table->RedrawBets(); };
   TheHost.RedrawLayout = [] { Table->RedrawLayout(); };
+  TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
+  TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", PrintDueGraphs); };
 }

@@ -8,6 +8,3 @@ void InstallQtHost(frmCrapTable* table);
 
 /// No pauses, no sound and no flight of the dice: for driving the screens by program.
 extern bool HurryHost;
-
-/// Milliseconds that the event loop has taken in the turns between the rolls of runs.
-extern double YieldTime;

@@ -255,6 +255,7 @@ void CallBetOffCommand() { CallBetOff(0); }
 void NewGameCommand() {
   CloseKeyedBox();
   Game.ClickMode = NoClickMode;
+  TheHost.PrintDuePage();
   NewGame(false);
   if (!Game.DiceRollFile.empty() && Game.RecorderStatus == RecorderOff &&
       !AskYesNo("Although the dice roll recorder is turned off, would "

@@ -15,7 +15,6 @@
 #include "dice/generators.h"
 #include "rules/presets.h"
 #include "rules/validators.h"
-#include "screens/frmCrapTable.h"
 #include "screens/guard.h"
 #include "screens/table_commands.h"
 
@@ -52,7 +51,8 @@ QString SoundName(const std::string& file) {
 
 }  // namespace
 
-TableMenus::TableMenus(frmCrapTable* table) : table_(table) {
+TableMenus::TableMenus(QMainWindow* table, TableActions actions)
+    : table_(table), actions_(std::move(actions)) {
   MakeGameMenu();
   MakeActionMenu();
   MakeViewMenu();
@@ -169,7 +169,7 @@ void TableMenus::MakeActionMenu() {
     Command(menu, name, caption, Needs::TableAtRest, std::move(act)).Action->setShortcut(key);
   };
   add("mnuRollDice", "&Roll Dice", Qt::Key_F5, [this] {
-    if (ClickMayAct() && RightClick()) table_->Roll();
+    if (ClickMayAct() && RightClick()) actions_.Roll();
   });
   menu->addSeparator();
   add("mnuBuyPlaceBet", "&Buy Place Bet", Qt::Key_F6, BuyPlaceBetCommand);
@@ -197,12 +197,10 @@ void TableMenus::MakeViewMenu() {
          [] { TheHost.RedrawLayout(); });
   items_.back().Action->setShortcut(Qt::Key_F4);
   menu->addSeparator();
-  Command(menu, "mnuBankroll", "&Bankroll", Needs::Nothing, [this] {
-    table_->ShowBankroll();
-  }).Action->setShortcut(Qt::Key_F12);
-  Command(menu, "mnuChipStacks", "&Chip-Stacks...", Needs::Nothing, [this] {
-    table_->ShowStackValues();
-  }).Action->setShortcut(Qt::Key_F11);
+  Command(menu, "mnuBankroll", "&Bankroll", Needs::Nothing, actions_.ShowBankroll)
+      .Action->setShortcut(Qt::Key_F12);
+  Command(menu, "mnuChipStacks", "&Chip-Stacks...", Needs::Nothing, actions_.ShowStackValues)
+      .Action->setShortcut(Qt::Key_F11);
 }
 
 void TableMenus::MakeOptionsMenu() {
@@ -210,7 +208,7 @@ void TableMenus::MakeOptionsMenu() {
   MakeLookMenus(options);
   MakePayoffMenu(options);
   options->addSeparator();
-  Command(options, "mnuAutoPlay", "&Auto-Play", Needs::Nothing, [this] { table_->ShowAutoPlay(); });
+  Command(options, "mnuAutoPlay", "&Auto-Play", Needs::Nothing, actions_.ShowAutoPlay);
   options->addSeparator();
   MakeDiceMenu(options);
   MakeSoundMenu(options);

@@ -2,17 +2,24 @@
 #pragma once
 
 #include <QAction>
+#include <QMainWindow>
 #include <QMenu>
 #include <functional>
 #include <vector>
 
-class frmCrapTable;
+/// Commands of the menus that open a screen or throw the dice.
+struct TableActions {
+  std::function<void()> Roll;
+  std::function<void()> ShowBankroll;
+  std::function<void()> ShowStackValues;
+  std::function<void()> ShowAutoPlay;
+};
 
 /// Builds the menu bar of the table and keeps its check marks, captions and enabled commands in
 /// step with the game record.
 class TableMenus {
  public:
-  explicit TableMenus(frmCrapTable* table);
+  TableMenus(QMainWindow* table, TableActions actions);
 
  private:
   /// When a command can be given: always, or only while no dice roll.
@@ -51,6 +58,7 @@ class TableMenus {
   void MakeSoundMenu(QMenu* options);
   void MakeNoticesMenu(QMenu* options);
 
-  frmCrapTable* table_;
+  QMainWindow* table_;
+  TableActions actions_;
   std::vector<Item> items_;
 };

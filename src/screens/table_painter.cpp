@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "core/chips.h"
 #include "core/game_state.h"
@@ -96,8 +97,17 @@ void PaintChips(const Stage& stage) {
 
 bool HasMoney(int betId) { return Game.Bets[static_cast<unsigned>(betId)] != Currency(); }
 
+/// Where the first chip of a bet lies: where the player has laid it, or at the bet's own place.
+QPointF FirstChipOf(int betId) {
+  const auto chips = std::span(Game.ChipList).first(static_cast<std::size_t>(Game.ChipCount));
+  const auto first = std::find_if(chips.begin(), chips.end(),
+                                  [betId](const Chip& chip) { return chip.BetId == betId; });
+  if (first == chips.end() || IsChipStack(betId)) return ChipPosition(betId);
+  return QPointF(first->X, first->Y);
+}
+
 void PaintMarkersOf(QPainter& painter, int betId) {
-  const QPointF chip = ChipPosition(betId);
+  const QPointF chip = FirstChipOf(betId);
   if (IsBuy(betId)) DrawMarker(painter, chip + QPointF(14, -5), kMarkerSize, Marker::Buy);
   if (IsLay(betId)) DrawMarker(painter, chip + QPointF(14, -5), kMarkerSize, Marker::Lay);
   const int working = Game.BetWorking[static_cast<unsigned>(betId)];
@@ -126,7 +136,7 @@ void PaintAmount(QPainter& painter, int betId) {
   const QString text = QString::fromStdString(MoneyText(Game.Bets[static_cast<unsigned>(betId)]));
   const QPainterPath words = TextOutline(text, Lettering::Plain, kCapital, 60);
   const double width = words.boundingRect().width() + 4;
-  const QPointF corner = ChipPosition(betId) - QPointF(10, AmountRise(betId));
+  const QPointF corner = FirstChipOf(betId) - QPointF(10, AmountRise(betId));
   const QRectF box(corner, QSizeF(width, kHigh));
   painter.setPen(QPen(QColor(0, 0, 0, 150), 0.5));
   painter.setBrush(Qt::white);

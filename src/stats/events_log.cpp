@@ -1,5 +1,7 @@
 #include "stats/events_log.h"
 
+#include "core/error_report.h"
+
 #include <array>
 #include <cstdint>
 #include <filesystem>
