@@ -10,56 +10,46 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+using Places = std::vector<std::pair<int, int>>;
+
 class ChipsTest : public TableTest {
  protected:
-  static std::vector<Chip> ChipsOf(int betId) {
-    std::vector<Chip> chips;
-    for (int i = 0; i < Game.ChipCount; ++i)
-      if (Game.ChipList[i].BetId == betId) chips.push_back(Game.ChipList[i]);
-    return chips;
-  }
-
-  static std::vector<int> Pictures(int betId) {
-    std::vector<int> pictures;
-    for (const Chip& chip : ChipsOf(betId)) pictures.push_back(chip.Picture);
-    return pictures;
-  }
-
   /// The places of a bet's chips, from its first place.
-  static std::vector<std::pair<int, int>> Offsets(int betId) {
-    std::vector<std::pair<int, int>> offsets;
-    for (const Chip& chip : ChipsOf(betId))
-      offsets.emplace_back(chip.X - static_cast<int>(Game.BetChipX[betId]),
-                           chip.Y - static_cast<int>(Game.BetChipY[betId]));
+  static Places Offsets(int betId) {
+    Places offsets;
+    for (int i = 0; i < Game.ChipCount; ++i)
+      if (const Chip& chip = Game.ChipList[i]; chip.BetId == betId)
+        offsets.emplace_back(chip.X - static_cast<int>(Game.BetChipX[betId]),
+                             chip.Y - static_cast<int>(Game.BetChipY[betId]));
     return offsets;
   }
 
+  /// Arranges an amount: the pictures of its chips.
   static std::vector<int> PileOf(int betId, Currency amount) {
     Game.Bets[betId] = amount;
     ArrangeChips(betId);
-    return Pictures(betId);
+    std::vector<int> pictures;
+    for (int i = 0; i < Game.ChipCount; ++i)
+      if (Game.ChipList[i].BetId == betId) pictures.push_back(Game.ChipList[i].Picture);
+    return pictures;
   }
 };
 
 TEST_F(ChipsTest, APileBeginsWithTheLargestChips) {
   EXPECT_THAT(PileOf(Field, 137), ElementsAre(4, 3, 2, 2, 1, 1));
-  EXPECT_THAT(Offsets(Field), ElementsAre(std::pair{0, 0}, std::pair{3, 0}, std::pair{6, 0},
-                                          std::pair{9, 0}, std::pair{12, 0}, std::pair{15, 0}));
+  EXPECT_EQ(Offsets(Field), (Places{{0, 0}, {3, 0}, {6, 0}, {9, 0}, {12, 0}, {15, 0}}));
   EXPECT_THAT(PileOf(Field, 500), ElementsAre(5)) << "the old pile is gone";
   EXPECT_THAT(PileOf(Field, 0), IsEmpty());
   EXPECT_EQ(Game.ChipCount, 0);
-  EXPECT_EQ(Game.ChipColor, 1) << "the chip in hand is the same";
 }
 
 TEST_F(ChipsTest, WhatChipsDontShowIsAnOverflowChip) {
-  EXPECT_THAT(PileOf(Field, Currency::FromRaw(5'000)), ElementsAre(6));
   EXPECT_THAT(PileOf(Field, Currency::FromRaw(65'000)), ElementsAre(2, 1, 6));
-  const std::vector<int> pile = PileOf(Big6, 14'000);
-  ASSERT_EQ(pile.size(), 14U);
-  EXPECT_EQ(std::count(pile.begin(), pile.end(), 5), 13);
-  EXPECT_EQ(pile.back(), kOverflowPicture);
-  EXPECT_EQ(Offsets(Big6).back(), (std::pair{0, 0}));
-  EXPECT_EQ(PileOf(Big6, 6500).size(), 13U) << "thirteen chips show it all";
+  EXPECT_EQ(PileOf(Big6, 6500), std::vector<int>(13, 5)) << "thirteen chips show it all";
+  std::vector<int> pile(13, 5);
+  pile.push_back(kOverflowPicture);
+  EXPECT_EQ(PileOf(Big6, 14'000), pile);
+  EXPECT_EQ(Offsets(Big6).back(), std::pair(0, 0));
 }
 
 TEST_F(ChipsTest, TheListIsOrderedByBet) {
@@ -76,48 +66,30 @@ TEST_F(ChipsTest, OddsThatWinTheFlatBetAreHeeledAgainstIt) {
   Game.Bets[DontPass] = 10;
   // 20 at 1 to 2 win the 10: two 5s for the flat amount, the others beside and above them.
   EXPECT_THAT(PileOf(DontPassOdds, 20), ElementsAre(2, 2, 2, 2));
-  EXPECT_THAT(Offsets(DontPassOdds),
-              ElementsAre(std::pair{0, 0}, std::pair{3, 0}, std::pair{17, -3}, std::pair{20, -3}));
-}
-
-TEST_F(ChipsTest, AHeeledPileStartsWithAChipOfTheFlatBet) {
-  SetPoint(4);
+  EXPECT_EQ(Offsets(DontPassOdds), (Places{{0, 0}, {3, 0}, {17, -3}, {20, -3}}));
+  EXPECT_THAT(PileOf(DontPassOdds, 40), ElementsAre(3, 2, 2, 2)) << "others lie to the left";
+  EXPECT_EQ(Offsets(DontPassOdds), (Places{{0, 0}, {-17, 0}, {-20, 0}, {-23, 0}}));
   Game.Bets[DontPass] = 30;
-  EXPECT_THAT(PileOf(DontPassOdds, 60), ElementsAre(2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2))
-      << "30 is no whole number of 25s";
+  EXPECT_EQ(PileOf(DontPassOdds, 60), std::vector<int>(12, 2)) << "30 is no whole number of 25s";
   Game.Bets[DontPass] = 50;
-  EXPECT_THAT(PileOf(DontPassOdds, 100), ElementsAre(3, 3, 3, 3));
-}
-
-TEST_F(ChipsTest, OtherOddsLieToTheLeftOfTheFlatBet) {
-  SetPoint(4);
-  Game.Bets[DontPass] = 10;
-  EXPECT_THAT(PileOf(DontPassOdds, 40), ElementsAre(3, 2, 2, 2));
-  EXPECT_THAT(Offsets(DontPassOdds), ElementsAre(std::pair{0, 0}, std::pair{-17, 0},
-                                                 std::pair{-20, 0}, std::pair{-23, 0}));
+  EXPECT_EQ(PileOf(DontPassOdds, 100), std::vector<int>(4, 3));
 }
 
 TEST_F(ChipsTest, OnlyShownStacksLieOnTheTable) {
-  Game.VisibleStacks = {105, 102, 103, 104};
-  Game.Bets[101] = Game.Bets[105] = 5;
-  ArrangeChips(101);
-  ArrangeChips(105);
-  EXPECT_THAT(Pictures(101), IsEmpty());
-  ASSERT_THAT(Pictures(105), ElementsAre(2));
-  EXPECT_EQ(ChipsOf(105)[0].Y, static_cast<int>(Game.BetChipY[101])) << "at the first place";
-  Game.Bets[102] = -20;
-  ArrangeChips(102);
-  EXPECT_THAT(Pictures(102), IsEmpty());
+  Game.VisibleStacks = {102, 105, 103, 104};
+  EXPECT_THAT(PileOf(101, 5), IsEmpty());
+  EXPECT_THAT(PileOf(102, -20), IsEmpty());
+  EXPECT_THAT(PileOf(105, 5), ElementsAre(2));
+  EXPECT_EQ(Game.ChipList[0].Y, static_cast<int>(Game.BetChipY[102])) << "at the second place";
 }
 
 TEST_F(ChipsTest, NothingIsArrangedUnderHyperDrive) {
   Game.Bets[Field] = 5;
-  Game.HyperDriveOn = true;
-  ArrangeAllChips();
-  EXPECT_EQ(Game.ChipCount, 0);
-  Game.HyperDriveOn = false;
-  ArrangeAllChips();
-  EXPECT_EQ(Game.ChipCount, 1);
+  for (const bool hyperDrive : {true, false}) {
+    Game.HyperDriveOn = hyperDrive;
+    ArrangeAllChips();
+    EXPECT_EQ(Game.ChipCount, hyperDrive ? 0 : 1);
+  }
 }
 
 TEST_F(ChipsTest, MoreThanNineHundredChipsAreArrangedForGood) {
@@ -126,15 +98,10 @@ TEST_F(ChipsTest, MoreThanNineHundredChipsAreArrangedForGood) {
   AddChip(Field, 100, 200);
   EXPECT_TRUE(Game.AutoArrangeChips);
   EXPECT_EQ(Game.ChipCount, 902);
-  Game.Bets[Field] = 902;
-  ArrangeChips(Field);
-  EXPECT_THAT(Pictures(Field), ElementsAre(5, 4, 4, 4, 4, 1, 1));
+  EXPECT_THAT(PileOf(Field, 902), ElementsAre(5, 4, 4, 4, 4, 1, 1));
   EXPECT_TRUE(Game.AutoArrangeChips);
-}
-
-TEST_F(ChipsTest, TheListNeverOutgrowsItsRecords) {
   for (int i = 0; i < kMaxChips + 50; ++i) AddChip(Field, 100, 200);
-  EXPECT_EQ(Game.ChipCount, kMaxChips);
+  EXPECT_EQ(Game.ChipCount, kMaxChips) << "the list never outgrows its records";
 }
 
 }  // namespace

@@ -15,60 +15,39 @@ class Messages : public ::testing::Test {
   }
   void TearDown() override { TheHost = HeadlessHost(); }
 
+  static void Press(int button) { PressMessageButton(button, false, "", ""); }
+
   int shown_ = 0;
 };
 
-TEST_F(Messages, NoFlagsMeanNoScreen) {
-  ShowMessage("text", "title", 130, NoScreen);
-  EXPECT_EQ(shown_, 0);
-  EXPECT_EQ(Game.MsgText, "text");
-}
-
 TEST_F(Messages, MinimisedTableDropsAPlainMessage) {
-  Game.TableMinimised = true;
-  Game.KeepRolling = Game.AutoBetRunning = true;
-  ShowMessage("text", "title", 130, PlainOk);
-  EXPECT_EQ(shown_, 0);
-  EXPECT_TRUE(Game.KeepRolling);
-  EXPECT_TRUE(Game.AutoBetRunning);
-}
-
-TEST_F(Messages, MinimisedTableStopsTheRunAtAQuestion) {
-  for (const int flags : {YesNo, OkStop, InputOk, OkTick}) {
-    Game.TableMinimised = true;
+  for (const int flags : {NoScreen, PlainOk, YesNo, OkStop, InputOk, OkTick}) {
+    Game.TableMinimised = flags != NoScreen;
     Game.KeepRolling = Game.AutoBetRunning = true;
-    Game.MsgAnswer = AnswerYes;
     ShowMessage("text", "title", 130, flags);
     EXPECT_EQ(shown_, 0);
-    EXPECT_FALSE(Game.KeepRolling);
-    EXPECT_FALSE(Game.AutoBetRunning);
-    EXPECT_EQ(Game.MsgAnswer, AnswerYes);
-  }
-}
-
-TEST_F(Messages, ButtonsGiveTheirAnswers) {
-  const int answers[] = {1, 6, 7, 2};
-  for (int button = 0; button < 4; ++button) {
-    PressMessageButton(button, false, "", "");
-    EXPECT_EQ(Game.MsgAnswer, answers[button]);
+    EXPECT_EQ(Game.MsgText, "text");
+    const bool goesOn = flags == NoScreen || flags == PlainOk;  // what asks stops the run
+    EXPECT_EQ(Game.KeepRolling, goesOn) << flags;
+    EXPECT_EQ(Game.AutoBetRunning, goesOn) << flags;
   }
 }
 
 TEST_F(Messages, HideBoxSilencesItsClassOnly) {
-  struct {
+  const struct {
     int Flag;
     bool Hyper;
     int Left;
-  } const cases[] = {{HideActions, false, 30},
-                     {HideLimits, false, 29},
-                     {HideCharges, true, 27},
-                     {HideAutoBet, false, 23},
-                     {HideAutoBet, true, 15}};
+  } cases[] = {{HideActions, false, 30},
+               {HideLimits, false, 29},
+               {HideCharges, true, 27},
+               {HideAutoBet, false, 23},
+               {HideAutoBet, true, 15}};
   for (const auto& expected : cases) {
     Game.Notify = 31;
     Game.HyperDriveOn = expected.Hyper;
     Game.MsgFlags = 513 | expected.Flag;
-    PressMessageButton(0, false, "", "");
+    Press(0);
     EXPECT_EQ(Game.Notify, 31);
     PressMessageButton(0, true, "", "");
     EXPECT_EQ(Game.Notify, expected.Left);
@@ -93,25 +72,25 @@ TEST_F(Messages, NoticesAreNotWantedUnderHyperDrive) {
 }
 
 TEST_F(Messages, YesToInterruptingStopsAutoBet) {
-  for (const bool hyper : {false, true}) {
-    Game.HyperDriveOn = hyper;
-    Game.AutoBetRunning = Game.KeepRolling = true;
+  const struct {
+    const char* Title;
+    bool Hyper;
+    int Button;
+    const char* StopMessage;  // null when the run goes on
+  } cases[] = {{"Auto-Bet Active", false, 2, nullptr},
+               {"Auto-Bet Active", false, 1, ""},
+               {"Auto-Bet Active", true, 1, "Auto-Betting interrupted."},
+               {"Hyper-Drive Active", true, 1, nullptr}};
+  for (const auto& c : cases) {
+    Game.HyperDriveOn = c.Hyper;
+    Game.AutoBetRunning = true;
+    Game.MsgTitle = c.Title;
+    Press(c.Button);
+    EXPECT_EQ(Game.AutoBetRunning, c.StopMessage == nullptr) << c.Title;
+    EXPECT_EQ(Game.StopMessage, c.StopMessage ? c.StopMessage : "");
+    EXPECT_EQ(Game.MsgAnswer, c.Button == 1 ? AnswerYes : AnswerNo);
     Game.StopMessage.clear();
-    Game.MsgTitle = "Auto-Bet Active";
-    PressMessageButton(2, false, "", "");
-    EXPECT_TRUE(Game.AutoBetRunning);
-    PressMessageButton(1, false, "", "");
-    EXPECT_FALSE(Game.AutoBetRunning);
-    EXPECT_FALSE(Game.KeepRolling);
-    EXPECT_EQ(Game.StopMessage, hyper ? "Auto-Betting interrupted." : "");
   }
-}
-
-TEST_F(Messages, OtherTitlesInterruptNothing) {
-  Game.AutoBetRunning = true;
-  Game.MsgTitle = "Hyper-Drive Active";
-  PressMessageButton(1, false, "", "");
-  EXPECT_TRUE(Game.AutoBetRunning);
 }
 
 TEST_F(Messages, InputBoxesFillTheRequests) {
@@ -122,20 +101,14 @@ TEST_F(Messages, InputBoxesFillTheRequests) {
   Game.MsgFlags = InputOk;
   PressMessageButton(0, false, "", "42");
   EXPECT_EQ(Game.ChangeRequest, Currency(42));
-}
-
-TEST_F(Messages, MessageWithoutInputLeavesTheRequest) {
-  Game.ChangeRequest = 25;
   Game.MsgFlags = OkStop;
-  PressMessageButton(0, false, "", "");
-  EXPECT_EQ(Game.ChangeRequest, Currency(25));
+  Press(0);
+  EXPECT_EQ(Game.ChangeRequest, Currency(42)) << "it has no input box";
 }
 
 TEST_F(Messages, HeadlessHostAnswersByRule) {
   TheHost = HeadlessHost();
   EXPECT_FALSE(AskYesNo("Sure?", "title", 1));
-  ShowMessage("text", "title", 1, YesNoCancel);
-  EXPECT_EQ(Game.MsgAnswer, AnswerNo);
   ShowMessage("text", "title", 1, OkStop);
   EXPECT_EQ(Game.MsgAnswer, AnswerOk);
   Game.MsgInput = {"500", "3"};
@@ -143,12 +116,7 @@ TEST_F(Messages, HeadlessHostAnswersByRule) {
   EXPECT_EQ(Game.MsgAnswer, AnswerOk);
   EXPECT_EQ(Game.ChangeRequest, Currency(500));
   EXPECT_EQ(Game.ChangeRequest2, Currency(3));
-}
-
-TEST_F(Messages, HeadlessTimeMovesOnlyWithWaits) {
-  TheHost = HeadlessHost();
   const std::uint32_t start = TheHost.Milliseconds();
-  EXPECT_EQ(TheHost.Milliseconds(), start);
   TheHost.Wait(250);
   EXPECT_EQ(TheHost.Milliseconds(), start + 250);
 }

@@ -16,7 +16,6 @@ class NewGameTest : public TableTest {
     Given(Field, 80);
     Roll(2, 4);
     Given(Buy4, 20);
-    Given(PassLineOdds, 0);
     Game.Bets[FirstChipStack] = 75;
     Game.ChipStackName[0] = "Mine";
     TakeShown();
@@ -24,32 +23,24 @@ class NewGameTest : public TableTest {
 };
 
 TEST_F(NewGameTest, TheTableAndTheBooksAreEmpty) {
-  Game.AutoBetActivePrev = 1;
   Game.NumAutoRolls = 7;
   Game.OddsMultiple = 0;
   Game.GameFileName = "some.crp";
   NewGame(false);
-  EXPECT_EQ(Bankroll(), Currency(500));
   for (int id = Lay4; id <= LastBet; ++id) EXPECT_EQ(Bet(id), Currency(0)) << BetName(id);
-  EXPECT_EQ(Game.TotalOnTable, Currency(0));
-  EXPECT_EQ(Game.BuyVigHeld[0], Currency(0));
-  EXPECT_EQ(Game.Point, 0);
-  EXPECT_EQ(Game.PrevPoint, 0);
-  EXPECT_EQ(Game.RollCount[0], 0);
-  EXPECT_EQ(Game.RollCount[6], 0);
-  EXPECT_EQ(Game.ShooterEvent[6], 0);
-  EXPECT_EQ(Game.ShooterSince[7], 0);
+  for (const Currency amount :
+       {Game.TotalOnTable, Game.BuyVigHeld[0], Game.BankrollSum,
+        Game.BetLosses[Actual][Field][StatCount], Game.BetWagers[Phantom][Field][StatCount]})
+    EXPECT_EQ(amount, Currency(0));
+  for (const int count :
+       {Game.Point, Game.PrevPoint, Game.RollCount[0], Game.RollCount[6], Game.ShooterEvent[6],
+        Game.ShooterSince[7], Game.BetOutcome[Field][1], Game.BankrollHistoryCount, Game.ChipCount})
+    EXPECT_EQ(count, 0);
   EXPECT_EQ(Game.ShooterStats, (std::array<int, kShooterStats>{}));
-  EXPECT_EQ(Game.BetLosses[Actual][Field][StatCount], Currency(0));
-  EXPECT_EQ(Game.BetWagers[Phantom][Field][StatCount], Currency(0));
-  EXPECT_EQ(Game.BetOutcome[Field][1], 0);
   EXPECT_EQ(Game.BetWorking[Place4], NotWorking) << "back on the come-out";
-  EXPECT_EQ(Game.BankrollSum, Currency(0));
-  EXPECT_EQ(Game.BankrollHistoryCount, 0);
   EXPECT_EQ(Game.AutoRollsLeft, 7);
   EXPECT_EQ(Game.OddsMultiple, Game.OddsAllowed68) << "a first point of 8 must find a multiple";
   EXPECT_EQ(Game.GameFileName, "");
-  EXPECT_EQ(Game.ChipCount, 0);
   EXPECT_EQ((std::array{Game.Bets[95], Game.Bets[99]}), (std::array{Currency(1), Currency(500)}));
 }
 
@@ -61,26 +52,21 @@ TEST_F(NewGameTest, ChipStacksGoUnlessTheyAreToStay) {
   EXPECT_EQ(Game.ChipStackName[0], "Mine");
 }
 
-struct Beginning {
-  int Type;
-  int Bankroll;
-  int Invested;
-};
-
 TEST_F(NewGameTest, TheBankrollBeginsByItsType) {
   Game.BankrollInitAmt = 300;
-  // The player has 420 left of 500.
-  for (const Beginning& b :
-       {Beginning{CarryBankrollAndNet, 420, 500}, Beginning{CarryBankroll, 420, 420},
-        Beginning{StartWithAmount, 300, 300}}) {
-    Game.BankrollInitType = b.Type;
+  const struct {
+    int Type, Bankroll, Invested;
+  } cases[] = {{CarryBankrollAndNet, 420, 500},  // the player has 420 left of 500
+               {CarryBankroll, 420, 420},
+               {StartWithAmount, 300, 300}};
+  for (const auto& c : cases) {
+    Game.BankrollInitType = c.Type;
     NewGame(false);
-    EXPECT_EQ(Bankroll(), Currency(b.Bankroll)) << b.Type;
-    EXPECT_EQ(Game.InvestedBankroll, Currency(b.Invested)) << b.Type;
-    EXPECT_EQ(Game.BetsAtRoll[BankrollIndex], Bankroll());
-    EXPECT_EQ(Game.BetsAfterRoll[BankrollIndex], Bankroll());
-    EXPECT_EQ(Game.BankrollHigh, Bankroll());
-    EXPECT_EQ(Game.BankrollLow, Bankroll());
+    EXPECT_EQ(Game.InvestedBankroll, Currency(c.Invested)) << c.Type;
+    for (const Currency amount :
+         {Bankroll(), Game.BetsAtRoll[BankrollIndex], Game.BetsAfterRoll[BankrollIndex],
+          Game.BankrollHigh, Game.BankrollLow})
+      EXPECT_EQ(amount, Currency(c.Bankroll)) << c.Type;
   }
   EXPECT_TRUE(TakeShown().empty());
 }
@@ -101,26 +87,21 @@ TEST_F(NewGameTest, ThePlayerIsAskedForTheBankroll) {
       TakeOnlyMessage(),
       (ShownMessage{"Enter your beginning bankroll: ", "Set Beginning Bankroll", 130, InputOk}));
   const Currency entered = Currency::FromRaw(12'505'000);
-  EXPECT_EQ(Bankroll(), entered);
-  EXPECT_EQ(Game.BankrollInitAmt, entered);
-  EXPECT_EQ(Game.InvestedBankroll, entered);
-  EXPECT_EQ(Game.BankrollHigh, entered);
+  EXPECT_EQ((std::array{Bankroll(), Game.BankrollInitAmt, Game.InvestedBankroll}),
+            (std::array{entered, entered, entered}));
   EXPECT_FALSE(Game.KeepRolling);
 }
 
 TEST_F(NewGameTest, ABankrollThatIsGoneCannotBeCarried) {
   for (const int type : {CarryBankroll, CarryBankrollAndNet}) {
-    for (const int left : {0, -40}) {
-      Game.BankrollInitType = type;
-      Game.Bets[BankrollIndex] = left;
-      Game.InvestedBankroll = 500;
-      Answers = {{0, false, "200", ""}};
-      NewGame(false);
-      EXPECT_EQ(TakeOnlyMessage().Title, "Set Beginning Bankroll");
-      EXPECT_EQ(Bankroll(), Currency(200));
-      EXPECT_EQ(Game.InvestedBankroll, Currency(200)) << "the net begins afresh";
-      EXPECT_FALSE(Game.NegBankroll);
-    }
+    Game.BankrollInitType = type;
+    Game.Bets[BankrollIndex] = type == CarryBankroll ? 0 : -40;
+    Answers = {{0, false, "200", ""}};
+    NewGame(false);
+    EXPECT_EQ(TakeOnlyMessage().Title, "Set Beginning Bankroll");
+    EXPECT_EQ(Bankroll(), Currency(200));
+    EXPECT_EQ(Game.InvestedBankroll, Currency(200)) << "the net begins afresh";
+    EXPECT_FALSE(Game.NegBankroll);
   }
 }
 

@@ -1,109 +1,87 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "core/change_bet.h"
-#include "core/headless_host.h"
+// Rules that the player changes on the configuration screen while bets stand.
 #include "core/rule_changes.h"
-#include "rules/defaults.h"
+
+#include "support/table_fixture.h"
 
 namespace {
 
-class RuleChanges : public ::testing::Test {
+class RuleChanges : public TableTest {
  protected:
-  void SetUp() override {
-    TheHost = HeadlessHost();
-    LayDownDefaults();
-    Game.Notify = 0;
+  /// A refusal tells the player why, and nothing has changed.
+  static void ExpectRefused(const CheckResult& result, const char* title, const std::string& text,
+                            Currency total) {
+    EXPECT_FALSE(result.Ok);
+    EXPECT_EQ(result.Title, title);
+    EXPECT_EQ(result.Text, text);
+    EXPECT_EQ(Game.TotalOnTable, total);
   }
-
-  static void Put(int bet, Currency amount) {
-    RequestChange(bet, amount);
-    ASSERT_EQ(Game.Bets[static_cast<unsigned>(bet)], amount);
+  static void ExpectTaken(const CheckResult& result, Currency total) {
+    EXPECT_TRUE(result.Ok && Game.TotalOnTable == total) << Game.TotalOnTable;
   }
 };
 
-std::string VigText() {
-  return "You're not allowed to change this setting at this time since the added up-front vig will "
-         "cause the amount of your current bets to exceed your current bankroll.\n"
-         "You can remedy this by doing one or more of the following:\n"
-         " -- Check \"Allow negative bankroll amounts\", or\n"
-         " -- Make a withdrawal from the ATM, or\n"
-         " -- Win some more money, or\n"
-         " -- Reduce the amount of your current bets.";
-}
-
-TEST_F(RuleChanges, VigUpFrontThatTheBankrollCannotCoverIsUndone) {
-  ASSERT_TRUE(SetBuyVigUpFront(false).Ok);
-  Put(Buy4, 500);
-  EXPECT_EQ(Game.TotalOnTable, Currency(500));
-  const CheckResult refused = SetBuyVigUpFront(true);
-  EXPECT_FALSE(refused.Ok);
-  EXPECT_EQ(refused.Title, "Buy Bet Vig");
-  EXPECT_EQ(refused.Text, VigText());
+TEST_F(RuleChanges, VigThatTheBankrollCannotCoverIsUndone) {
+  const std::string text =
+      "You're not allowed to change this setting at this time since the added up-front vig will "
+      "cause the amount of your current bets to exceed your current bankroll.\n"
+      "You can remedy this by doing one or more of the following:\n"
+      " -- Check \"Allow negative bankroll amounts\", or\n"
+      " -- Make a withdrawal from the ATM, or\n"
+      " -- Win some more money, or\n"
+      " -- Reduce the amount of your current bets.";
+  ExpectTaken(SetBuyVigUpFront(false), 0);
+  Given(Buy4, 500);
+  ExpectRefused(SetBuyVigUpFront(true), "Buy Bet Vig", text, 500);
   EXPECT_FALSE(Game.BuyVigUpFront);
-  EXPECT_EQ(Game.TotalOnTable, Currency(500));
   Game.NegBankroll = true;
-  EXPECT_TRUE(SetBuyVigUpFront(true).Ok);
-  EXPECT_EQ(Game.TotalOnTable, Currency(525));
-}
-
-TEST_F(RuleChanges, RoundingMovesTheHeldVigAndGoesBackWhenRefused) {
-  Put(Lay4, 50);  // wins 25, vig 1.25
-  EXPECT_EQ(Game.TotalOnTable, Currency(51));
-  EXPECT_TRUE(SetRoundLayVig(RoundedUp).Ok);
-  EXPECT_EQ(Game.TotalOnTable, Currency(52));
-  EXPECT_TRUE(SetRoundLayVig(RoundedDown).Ok);
+  ExpectTaken(SetBuyVigUpFront(true), 525);
+  Given(Buy4, 0);
+  Game.NegBankroll = false;
+  Given(Lay4, 50);  // wins 25, vig 1.25
+  ExpectTaken(SetRoundLayVig(RoundedUp), 52);
+  ExpectTaken(SetRoundLayVig(RoundedDown), 51);
   Game.Bets[BankrollIndex] = 51;
-  const CheckResult refused = SetRoundLayVig(RoundedUp);
-  EXPECT_EQ(refused.Title, "Lay Bet Vig");
+  ExpectRefused(SetRoundLayVig(RoundedUp), "Lay Bet Vig", text, 51);
   EXPECT_EQ(Game.RoundLayVig, RoundedDown);
-  EXPECT_EQ(Game.TotalOnTable, Currency(51));
 }
 
 TEST_F(RuleChanges, NegativeBankrollsStayAllowedWhileNeeded) {
   Game.NegBankroll = true;
   Game.Bets[BankrollIndex] = -5;
-  CheckResult refused = SetNegBankroll(false);
-  EXPECT_EQ(refused.Title, "Bankroll");
-  EXPECT_EQ(refused.Text,
-            "Before you can un-check this box you must first establish a non-negative bankroll by "
-            "either:\n -- Winning some more money, or\n -- Making a withdrawal from the ATM.");
+  ExpectRefused(SetNegBankroll(false), "Bankroll",
+                "Before you can un-check this box you must first establish a non-negative bankroll "
+                "by either:\n -- Winning some more money, or\n -- Making a withdrawal from the "
+                "ATM.",
+                0);
   Game.Bets[BankrollIndex] = 100;
-  Put(Field, 1'000);
-  Put(Big6, 350);
-  refused = SetNegBankroll(false);
-  EXPECT_EQ(refused.Text,
-            "The amount of your current bets exceeds your current bankroll.  Therefore, before you "
-            "can un-check this box you must either:\n -- Reduce the amount of your current bets, "
-            "or \n -- Make at least a $1,250 withdrawal from the ATM.");
+  Given(Field, 1'000);
+  Given(Big6, 350);
+  ExpectRefused(SetNegBankroll(false), "Bankroll",
+                "The amount of your current bets exceeds your current bankroll.  Therefore, before "
+                "you can un-check this box you must either:\n -- Reduce the amount of your current "
+                "bets, or \n -- Make at least a $1,250 withdrawal from the ATM.",
+                1'350);
   EXPECT_TRUE(Game.NegBankroll);
   Game.Bets[BankrollIndex] = 1'350;
-  EXPECT_TRUE(SetNegBankroll(false).Ok);
+  ExpectTaken(SetNegBankroll(false), 1'350);
   EXPECT_FALSE(Game.NegBankroll);
 }
 
-TEST_F(RuleChanges, ClosingBringsBetsUnderTheNewLimits) {
-  Put(Field, 100);
-  Put(Big6, 30);
+TEST_F(RuleChanges, ClosingHoldsBetsToTheLimitsAndMovesPeakAndTrough) {
+  Given(Field, 100);
+  Given(Big6, 30);
   Game.MaxPlacard = 40;
-  CloseConfiguration({true, false, true, false, false});
-  EXPECT_EQ(Game.Bets[Field], Currency(40));
-  EXPECT_EQ(Game.Bets[Big6], Currency(30));
+  for (const auto& [rolls, bankroll, high, low] :
+       {std::tuple{0, 800, 800, 800}, {1, 300, 800, 300}, {1, 500, 800, 300}}) {
+    Game.RollCount[0] = rolls;
+    Game.Bets[BankrollIndex] = bankroll;
+    CloseConfiguration({true, false, true, false, false});
+    EXPECT_EQ(Game.BankrollHigh, Currency(high));
+    EXPECT_EQ(Game.BankrollLow, Currency(low));
+  }
+  EXPECT_EQ(Bet(Field), Currency(40));
   EXPECT_EQ(Game.TotalOnTable, Currency(70));
   EXPECT_EQ(Game.Notify, 5);
-}
-
-TEST_F(RuleChanges, ClosingMovesPeakAndTroughOnlyOutwardOnceDiceHaveRolled) {
-  Game.Bets[BankrollIndex] = 800;
-  CloseConfiguration(NoticeBoxes());
-  EXPECT_EQ(Game.BankrollHigh, Currency(800));
-  EXPECT_EQ(Game.BankrollLow, Currency(800));
-  Game.RollCount[0] = 1;
-  Game.Bets[BankrollIndex] = 300;
-  CloseConfiguration(NoticeBoxes());
-  EXPECT_EQ(Game.BankrollHigh, Currency(800));
-  EXPECT_EQ(Game.BankrollLow, Currency(300));
 }
 
 }  // namespace

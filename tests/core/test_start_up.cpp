@@ -35,15 +35,6 @@ class StartUpTest : public TableTest {
     TableTest::TearDown();
   }
 
-  /// The player answers the next questions with these buttons.
-  void Answer(std::initializer_list<int> buttons) {
-    for (const int button : buttons) Answers.push_back({button, false, "", ""});
-  }
-
-  void Ship(std::initializer_list<const char*> files) const {
-    for (const char* file : files) std::ofstream(Program + file) << "x";
-  }
-
   std::string Program;
   std::string Data;
 
@@ -56,56 +47,40 @@ TEST_F(StartUpTest, AFreshProgramStandsAtItsDefaults) {
   Game.Point = 6;
   Game.RngChoice = Rng7Mixed24;
   StartUp(Program, Data);
-  EXPECT_EQ(Bankroll(), Currency(500));
-  EXPECT_EQ(Game.InvestedBankroll, Currency(500));
-  EXPECT_EQ(Game.BankrollHigh, Currency(500));
-  EXPECT_EQ(Game.BankrollLow, Currency(500));
-  EXPECT_EQ(Game.BetsAfterRoll[BankrollIndex], Currency(500));
+  for (const Currency amount : {Bankroll(), Game.InvestedBankroll, Game.BankrollHigh,
+                                Game.BankrollLow, Game.BetsAfterRoll[BankrollIndex]})
+    EXPECT_EQ(amount, Currency(500));
   EXPECT_EQ(Bet(Field), Currency(0));
   EXPECT_EQ((std::array{Game.Die1, Game.Die2, Game.RollTotal, Game.Point}),
             (std::array{3, 4, 7, 0}));
   EXPECT_EQ(Game.RngChoice, Rng1Mt);
   EXPECT_GT(Game.LastSeed, 0) << "seeded from the clock";
-  EXPECT_GT(Game.SpinRate, 0);
   EXPECT_EQ(Game.GamesLogFile, Data + "default.glg");
   EXPECT_EQ(Game.EventsLogFile, Data + "Events Log.txt");
-  EXPECT_EQ(Game.HandleWinningBets, WinManual);
-  EXPECT_EQ(Game.HandleLosingBets, LossNoBet);
-  EXPECT_EQ(Game.AutoAdjust, AdjustColor);
-  EXPECT_EQ(Game.PlaceBias, BiasIncrease);
   EXPECT_EQ(Game.OddsMultiple, Game.OddsAllowed68);
   EXPECT_EQ(Game.StickPerson, 0) << "nothing ships in this folder";
-  EXPECT_EQ(Game.BetNames[101], "Chip-Stack # 1");
   EXPECT_EQ(Game.LastErrorText, "");
-}
-
-TEST_F(StartUpTest, BetsOfTheComeOutListRest) {
-  StartUp(Program, Data);
   for (int id = 1; id <= LastBet; ++id) {
     const bool rests =
         (id >= Come4Odds && id <= Buy10) || id == 44 || id == 45 || id == 47 || id == 48;
-    EXPECT_EQ(Game.ComeOutWorking[static_cast<unsigned>(id)], rests ? NotWorking : Working) << id;
-    EXPECT_EQ(Game.BetWorking[static_cast<unsigned>(id)], rests ? NotWorking : Working) << id;
-    EXPECT_EQ(Game.BetWorkingPrev[static_cast<unsigned>(id)], rests ? NotWorking : Working) << id;
+    for (const auto& states : {Game.ComeOutWorking, Game.BetWorking, Game.BetWorkingPrev})
+      EXPECT_EQ(states[id], rests ? NotWorking : Working) << id;
   }
 }
 
 TEST_F(StartUpTest, SoundSetsAreFoundAndTheFirstPersonCalls) {
-  Ship(
-      {"Vera02.stk", "Vera01.stk", "Otto18.stk", "Otto17.stk", "Cup.dce", "Bell.win", "Slide.chp"});
+  for (const char* file : {"Vera02.stk", "Vera01.stk", "Otto18.stk", "Otto17.stk", "Cup.dce"})
+    std::ofstream(Program + file) << "x";
   StartUp(Program, Data);
   EXPECT_EQ(Game.StickPersons, (std::vector<std::string>{"", "Otto", "Vera"}));
   EXPECT_EQ(Game.StickPerson, 1);
-  EXPECT_EQ(Game.StickSounds[StickNextThrow], Program + "Otto17.stk");
   EXPECT_EQ(Game.DiceSounds, (std::vector<std::string>{"", "Cup.dce"}));
+  AfterTableShown();
+  Game.Point = 4;
   AfterTableShown();
   EXPECT_EQ(SoundsPlayed,
             (std::vector<std::string>{Program + "Otto18.stk", Program + "Otto17.stk"}));
   EXPECT_TRUE(TakeShown().empty());
-  SoundsPlayed.clear();
-  Game.Point = 4;
-  AfterTableShown();
-  EXPECT_TRUE(SoundsPlayed.empty());
 }
 
 TEST_F(StartUpTest, MissingSupportFilesAreTold) {
@@ -118,14 +93,13 @@ TEST_F(StartUpTest, MissingSupportFilesAreTold) {
   const std::string comfort =
       "Don't worry, you can still play the game with one of the remaining random number "
       "generators.  ";
-  const std::array<std::string, 4> starts = {"", mt, cokus, mt + "\n\n" + cokus};
+  const std::string starts[] = {"", mt, cokus, mt + "\n\n" + cokus};
   for (int missing = 1; missing < 4; ++missing) {
     Game.MissingRngFiles = missing;
     AfterTableShown();
     const ShownMessage told = TakeOnlyMessage();
-    const std::string& start = starts[static_cast<unsigned>(missing)];
-    EXPECT_EQ(told.Text.substr(0, start.size()), start);
-    EXPECT_EQ(told.Text.substr(told.Text.size() - comfort.size()), comfort);
+    EXPECT_TRUE(told.Text.starts_with(starts[missing])) << told.Text;
+    EXPECT_TRUE(told.Text.ends_with(comfort)) << told.Text;
     EXPECT_EQ(told.Title, "Missing Support File");
   }
   Game.RngChoice = Rng6Mixed15;
@@ -136,50 +110,42 @@ TEST_F(StartUpTest, MissingSupportFilesAreTold) {
 
 // --- Closing ---
 
-TEST_F(StartUpTest, AQuietTableClosesUnasked) {
-  bool stored = false;
-  EXPECT_TRUE(MayClose([&] { stored = true; }));
-  EXPECT_TRUE(stored);
-  EXPECT_TRUE(TakeShown().empty());
-}
-
 TEST_F(StartUpTest, AutoBetAndHyperDriveAreAskedForInTurn) {
-  Game.AutoBetRunning = Game.HyperDriveOn = Game.KeepRolling = true;
-  Answer({kYes, kYes});
-  bool stored = false;
-  EXPECT_TRUE(MayClose([&] { stored = true; }));
-  const std::vector<ShownMessage> asked = TakeShown();
-  ASSERT_EQ(asked.size(), 2U);
-  EXPECT_EQ(asked[0].Text, "Do you want to interrupt Auto-Betting? ");
-  EXPECT_EQ(asked[0].Title, "Auto-Bet Active");
-  EXPECT_EQ(asked[0].Flags, YesNo);
-  EXPECT_EQ(asked[1].Text, "Do you want to stop Hyper-Drive?");
-  EXPECT_EQ(asked[1].Title, "Hyper-Drive Active");
-  EXPECT_FALSE(Game.AutoBetRunning);
-  EXPECT_FALSE(Game.KeepRolling);
-  EXPECT_TRUE(stored);
-}
-
-TEST_F(StartUpTest, NoKeepsTheProgramOpenAndTheRunGoing) {
-  bool stored = false;
-  const auto store = [&] { stored = true; };
-  Game.AutoBetRunning = Game.KeepRolling = true;
-  Answer({kNo});
-  EXPECT_FALSE(MayClose(store));
-  EXPECT_TRUE(Game.AutoBetRunning);
-  EXPECT_TRUE(Game.KeepRolling);
-  Game.AutoBetRunning = false;
-  Game.HyperDriveOn = true;
-  Answer({kNo});
-  EXPECT_FALSE(MayClose(store));
-  EXPECT_TRUE(Game.KeepRolling);
-  EXPECT_FALSE(stored);
+  const ShownMessage autoBet = {"Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", 0,
+                                YesNo};
+  const ShownMessage hyper = {"Do you want to stop Hyper-Drive?", "Hyper-Drive Active", 0, YesNo};
+  const struct {
+    bool AutoBet, HyperDrive;
+    std::vector<int> Answers;
+    bool Closes;
+    std::vector<ShownMessage> Asked;
+  } cases[] = {{false, false, {}, true, {}},
+               {true, true, {kYes, kYes}, true, {autoBet, hyper}},
+               {true, true, {kYes, kNo}, false, {autoBet, hyper}},
+               {true, false, {kNo}, false, {autoBet}},
+               {false, true, {kNo}, false, {hyper}},
+               {false, true, {kYes}, true, {hyper}}};
+  for (const auto& c : cases) {
+    Game.AutoBetRunning = c.AutoBet;
+    Game.HyperDriveOn = c.HyperDrive;
+    Game.KeepRolling = true;
+    for (const int button : c.Answers) Answers.push_back({button, false, "", ""});
+    bool stored = false;
+    EXPECT_EQ(MayClose([&] { stored = true; }), c.Closes);
+    EXPECT_EQ(stored, c.Closes);
+    std::vector<ShownMessage> asked = TakeShown();
+    for (ShownMessage& message : asked) message.HelpTopic = 0;
+    EXPECT_EQ(asked, c.Asked);
+    const bool interrupted = !c.Answers.empty() && c.Answers[0] == kYes;
+    EXPECT_EQ(Game.AutoBetRunning, c.AutoBet && !interrupted);
+    EXPECT_EQ(Game.KeepRolling, !interrupted);
+  }
 }
 
 TEST_F(StartUpTest, ARunThatEndsInItsTurnIsNotAskedFor) {
   Game.AutoBetRunning = Game.HyperDriveOn = true;
   TheHost.Yield = [] { Game.HyperDriveOn = false; };
-  Answer({kYes});
+  Answers = {{kYes, false, "", ""}};
   EXPECT_TRUE(MayClose(nullptr));
   EXPECT_EQ(TakeShown().size(), 1U);
 }
@@ -189,8 +155,7 @@ TEST_F(StartUpTest, ClosingDeletesTheScratchFilesOnly) {
   for (const char* file : {"copyfile.rll", "active.tmp", "default.crp"})
     std::ofstream(Data + file) << "x";
   CloseGame();
-  EXPECT_FALSE(fs::exists(Data + "copyfile.rll"));
-  EXPECT_FALSE(fs::exists(Data + "active.tmp"));
+  EXPECT_FALSE(fs::exists(Data + "copyfile.rll") || fs::exists(Data + "active.tmp"));
   EXPECT_TRUE(fs::exists(Data + "default.crp"));
 }
 

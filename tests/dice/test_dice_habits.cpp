@@ -1,7 +1,6 @@
 // Habits of the dice that look like slips and are required.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -30,29 +29,20 @@ class DiceHabits : public ::testing::Test {
 
 // A draw of 1.68 in 100,000 is number 3 when it is rounded; cut it would be number 2.
 TEST_F(DiceHabits, Rng4AndRng5RoundTheirNumberForTheMatrix) {
-  Game.RngChoice = Rng4Ran2;
-  Game.Ran2State.Started = 1;
+  Game.Ran2State.Started = Game.Ran1State.Started = 1;
   for (const int limit : {2, 3}) {
+    Game.RngChoice = Rng4Ran2;
     Game.Ran2State.Iy = 0;
     Game.Ran2State.Table.fill(12);
     EXPECT_EQ(NumberIsUpTo(limit), limit == 3) << "RNG #4, " << limit;
-  }
-  Game.RngChoice = Rng5Ran1;
-  Game.Ran1State.Started = 1;
-  for (const int limit : {2, 3}) {
+    Game.RngChoice = Rng5Ran1;
     Game.Ran1State.Table.fill(1.68e-5F);
     EXPECT_EQ(NumberIsUpTo(limit), limit == 3) << "RNG #5, " << limit;
   }
 }
 
 TEST_F(DiceHabits, ASeedingIsLoggedWithTheStateBeforeIt) {
-  namespace fs = std::filesystem;
-  const fs::path folder = fs::path(::testing::TempDir()) / "kelvanor_dice_habits";
-  fs::remove_all(folder);
-  fs::create_directories(folder);
-  Game.DataPath = folder.string() + "/";
-  LayDownDefaults();
-  Game.EventsLogFile = (folder / "Events Log.txt").string();
+  Game.EventsLogFile = ::testing::TempDir() + "kelvanor_dice_habits.txt";
   Game.EventsLogActive = true;
   Game.RngChoice = Rng4Ran2;
   for (const int seed : {4321, 99}) {
@@ -64,8 +54,7 @@ TEST_F(DiceHabits, ASeedingIsLoggedWithTheStateBeforeIt) {
   text << std::ifstream(Game.EventsLogFile).rdbuf();
   EXPECT_NE(text.str().find("      RNG #4 seeded: 5321"), std::string::npos) << text.str();
   EXPECT_EQ(text.str().find("seeded: 99"), std::string::npos);
-  fs::remove_all(folder);
-  Game.DataPath.clear();
+  ClearEventsLog();
   Game.EventsLogFile.clear();
 }
 

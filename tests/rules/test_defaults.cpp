@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <tuple>
 #include <utility>
 
 #include "core/game_state.h"
@@ -14,17 +15,11 @@ class Defaults : public ::testing::Test {
   void SetUp() override { LayDownDefaults(); }
 
   static std::pair<Currency, Currency> Ratio(int bet) {
-    const PayoffRecord& record = Game.Payoff[static_cast<unsigned>(bet)];
-    return {record.Win, record.Per};
-  }
-
-  static std::pair<float, float> Place(int id) {
-    return {Game.BetChipX[static_cast<unsigned>(id)], Game.BetChipY[static_cast<unsigned>(id)]};
+    return {Game.Payoff[bet].Win, Game.Payoff[bet].Per};
   }
 };
 
 using Pays = std::pair<Currency, Currency>;
-using At = std::pair<float, float>;
 
 TEST_F(Defaults, BeginWithFiveHundredOnTheComeOut) {
   EXPECT_EQ(Bankroll(), Currency(500));
@@ -41,25 +36,17 @@ TEST_F(Defaults, BeginWithFiveHundredOnTheComeOut) {
   EXPECT_EQ(Game.Bets[LargestChip], Currency(500));
 }
 
-TEST_F(Defaults, ReplaceWhateverStoodBefore) {
-  Game.Bets[Field] = 25;
-  Game.TotalOnTable = 25;
-  Game.RollCount[7] = 3;
-  Game.HandleLosingBets = 4;
-  Game.ChipCount = 5;
-  Game.Point = 6;
-  LayDownDefaults();
-  EXPECT_EQ(Game.Bets[Field] + Game.TotalOnTable, Currency());
-  EXPECT_EQ(Game.RollCount[7] + Game.ChipCount + Game.Point, 0);
-  EXPECT_EQ(Game.HandleLosingBets, 1);
-}
-
-TEST_F(Defaults, KeepSeedsAndSoundLists) {
+TEST_F(Defaults, ReplaceWhateverStoodBeforeButSeedsAndSoundLists) {
+  Game.Bets[Field] = Game.TotalOnTable = 25;
+  Game.RollCount[7] = Game.HandleLosingBets = Game.ChipCount = Game.Point = 4;
   Game.RngChoice = Rng5Ran1;
   Game.ChangeRequest = 46169;
   SeedRng(SeedInChangeRequest);
   Game.DiceSounds = {"", "a.dce"};
   LayDownDefaults();
+  EXPECT_EQ(Game.Bets[Field] + Game.TotalOnTable, Currency());
+  EXPECT_EQ(Game.RollCount[7] + Game.ChipCount + Game.Point, 0);
+  EXPECT_EQ(Game.HandleLosingBets, 1);
   EXPECT_EQ(Game.LastSeed, 46169);
   EXPECT_EQ(Game.Ran1State.Started, 1);
   EXPECT_EQ(Game.DiceSounds.size(), 2U);
@@ -99,21 +86,15 @@ TEST_F(Defaults, BetsThatRestOnTheComeOut) {
 }
 
 TEST_F(Defaults, ChipsStandAtTheirPlaces) {
-  EXPECT_EQ(Place(Lay4), At(189, 65));
-  EXPECT_EQ(Place(DontCome10Odds), At(459, 99));
-  EXPECT_EQ(Place(21), At(297, 140));
-  EXPECT_EQ(Place(28), At(351, 131));
-  EXPECT_EQ(Place(Place9), At(405, 165));
-  EXPECT_EQ(Place(Buy9), At(405, 165));
-  EXPECT_EQ(Place(DontPassOdds), At(327, 329));
-  EXPECT_EQ(Place(Hop36), At(524, 238));
-  EXPECT_EQ(Place(Hop46), At(524, 313));
-  EXPECT_EQ(Place(Hop15), At(587, 138));
-  EXPECT_EQ(Place(Hop35), At(587, 338));
-  EXPECT_EQ(Place(102), At(16, 166));
-  EXPECT_EQ(Place(150).first, 16);
-  EXPECT_EQ(Place(200).first, 16);
-  for (int bet = 1; bet <= LastBet; ++bet) EXPECT_GT(Place(bet).second, 0) << bet;
+  const std::tuple<int, float, float> places[] = {
+      {Lay4, 189, 65},    {DontCome10Odds, 459, 99}, {21, 297, 140},    {28, 351, 131},
+      {Place9, 405, 165}, {Buy9, 405, 165},          {Hop36, 524, 238}, {DontPassOdds, 327, 329},
+      {Hop46, 524, 313},  {Hop15, 587, 138},         {Hop35, 587, 338}, {102, 16, 166}};
+  for (const auto& [id, x, y] : places)
+    EXPECT_EQ(std::pair(Game.BetChipX[id], Game.BetChipY[id]), std::pair(x, y)) << id;
+  EXPECT_EQ(Game.BetChipX[150], 16);
+  EXPECT_EQ(Game.BetChipX[200], 16);
+  for (int bet = 1; bet <= LastBet; ++bet) EXPECT_GT(Game.BetChipY[bet], 0) << bet;
 }
 
 }  // namespace

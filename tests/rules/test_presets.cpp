@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <array>
+#include <algorithm>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "core/game_state.h"
 #include "rules/defaults.h"
@@ -11,47 +13,50 @@
 
 namespace {
 
-constexpr double kTolerance = 1e-12;
-
-/// The throw of a Field combination, by its label: two dice and the number of ways.
+/// The throw of a Field combination, by its label.
 struct Throw {
   int Die1;
   int Die2;
-  int Ways;
   int Total() const { return Die1 + Die2; }
   bool IsPair() const { return Die1 == Die2; }
 };
 
 Throw ThrowOf(int combination) {
-  const std::string label(kFieldLabels[static_cast<unsigned>(combination - 1)]);
-  const int die1 = label[6] - '0';
-  const int die2 = label[8] - '0';
-  return {die1, die2, die1 == die2 ? 1 : 2};
+  const auto label = kFieldLabels[static_cast<unsigned>(combination - 1)];
+  return {label[6] - '0', label[8] - '0'};
 }
 
-double NetOf(int combination) {
-  const PayoffRecord& record = Game.FieldPayoff[static_cast<unsigned>(combination)];
-  return record.Win / record.Per;
+/// A line bet's worth after a throw on the come-out: a number is worth what its point is.
+double WorthOfLine(int total) {
+  const int ways = total <= 7 ? total - 1 : 13 - total;
+  return 2 * (ways / (ways + 6.0)) - 1;
 }
 
-/// The chance that a point is made before a 7.
-double ChanceOfPoint(int number) {
-  const int ways = number <= 7 ? number - 1 : 13 - number;
-  return ways / (ways + 6.0);
+bool IsIn(std::initializer_list<int> totals, const Throw& dice) {
+  return std::find(totals.begin(), totals.end(), dice.Total()) != totals.end();
+}
+
+using Net = std::function<double(const Throw&)>;
+
+/// A bet that one number and 7 decide.
+Net OnNumber(int number, double win, double seven) {
+  return [=](const Throw& dice) {
+    return IsIn({number}, dice) ? win : IsIn({7}, dice) ? seven : 0;
+  };
+}
+
+/// Units that each stand on one number, at 30 to 1 or 15 to 1; one may stand on 7 at 4 to 1.
+Net UnitsOn(int units, double seven) {
+  return [=](const Throw& dice) {
+    if (IsIn({2, 12}, dice)) return (31.0 - units) / units;
+    if (IsIn({3, 11}, dice)) return (16.0 - units) / units;
+    return IsIn({7}, dice) ? seven : -1.0;
+  };
 }
 
 class FieldPresets : public ::testing::Test {
  protected:
   void SetUp() override { LayDownDefaults(); }
-
-  static void Expect(int preset, const std::function<double(const Throw&)>& net) {
-    SetFieldPreset(preset);
-    for (int combination = 1; combination <= kFieldCombinations; ++combination) {
-      EXPECT_NEAR(NetOf(combination), net(ThrowOf(combination)), kTolerance)
-          << kFieldPresetNames[static_cast<unsigned>(preset)] << " at "
-          << kFieldLabels[static_cast<unsigned>(combination - 1)];
-    }
-  }
 };
 
 TEST_F(FieldPresets, LabelsNameAll36Throws) {
@@ -62,113 +67,44 @@ TEST_F(FieldPresets, LabelsNameAll36Throws) {
     const auto label = kFieldLabels[static_cast<unsigned>(combination - 1)];
     EXPECT_EQ(std::stoi(std::string(label)), dice.Total());
     EXPECT_EQ(label.size(), dice.IsPair() ? 10U : 16U);
-    ways += dice.Ways;
+    ways += dice.IsPair() ? 1 : 2;
     labels.insert(label);
   }
   EXPECT_EQ(ways, 36);
   EXPECT_EQ(labels.size(), 21U);
 }
 
-TEST_F(FieldPresets, FieldItself) {
-  Expect(0, [](const Throw& dice) {
-    if (dice.Total() == 2 || dice.Total() == 12) return 2.0;
-    return dice.Total() >= 5 && dice.Total() <= 8 ? -1.0 : 1.0;
-  });
-}
-
-TEST_F(FieldPresets, MidwayPaysDoubleOnItsHardWays) {
-  Expect(1, [](const Throw& dice) {
-    if (dice.Total() < 6 || dice.Total() > 8) return -1.0;
-    return dice.IsPair() ? 2.0 : 1.0;
-  });
-}
-
-/// A line bet's worth after a throw on the come-out: a number is worth what its point is.
-double WorthOfLine(int total) { return 2 * ChanceOfPoint(total) - 1; }
-
-TEST_F(FieldPresets, PassLineIsWorthItsPoint) {
-  Expect(2, [](const Throw& dice) {
-    switch (dice.Total()) {
-      case 7:
-      case 11: return 1.0;
-      case 2:
-      case 3:
-      case 12: return -1.0;
-      default: return WorthOfLine(dice.Total());
-    }
-  });
-}
-
-TEST_F(FieldPresets, DontPassIsWorthItsPoint) {
-  Expect(3, [](const Throw& dice) {
-    switch (dice.Total()) {
-      case 7:
-      case 11: return -1.0;
-      case 2:
-      case 3: return 1.0;
-      case 12: return 0.0;
-      default: return -WorthOfLine(dice.Total());
-    }
-  });
-}
-
-TEST_F(FieldPresets, CraplessPassLineMakesEveryNumberButSevenAPoint) {
-  Expect(12, [](const Throw& dice) { return dice.Total() == 7 ? 1.0 : WorthOfLine(dice.Total()); });
-}
-
-TEST_F(FieldPresets, BetsOnOneNumber) {
-  const auto onNumber = [](int number, double win, double seven) {
-    return [=](const Throw& dice) {
-      if (dice.Total() == number) return win;
-      return dice.Total() == 7 ? seven : 0.0;
-    };
+TEST_F(FieldPresets, PayWhatTheirBetsAreWorth) {
+  const Net passLine = [](const Throw& dice) {
+    return IsIn({7, 11}, dice) ? 1 : IsIn({2, 3, 12}, dice) ? -1 : WorthOfLine(dice.Total());
   };
-  Expect(4, onNumber(6, 7.0 / 6, -1));
-  Expect(5, onNumber(8, -1, 4.0 / 5));
-  Expect(6, onNumber(10, 39.0 / 21, -1));
-  Expect(7, onNumber(4, -1, 19.0 / 41));
-}
-
-TEST_F(FieldPresets, HardEight) {
-  Expect(8, [](const Throw& dice) {
-    if (dice.Total() == 8) return dice.IsPair() ? 9.0 : -1.0;
-    return dice.Total() == 7 ? -1.0 : 0.0;
-  });
-}
-
-TEST_F(FieldPresets, HornAndWorldAreTheirSingleBets) {
-  // Each unit of the bet stands on one number, at 30 to 1 or 15 to 1; World has one on 7 at 4 to 1.
-  Expect(9, [](const Throw& dice) {
-    switch (dice.Total()) {
-      case 2:
-      case 12: return (30.0 - 3) / 4;
-      case 3:
-      case 11: return (15.0 - 3) / 4;
-      default: return -1.0;
-    }
-  });
-  Expect(10, [](const Throw& dice) {
-    switch (dice.Total()) {
-      case 2:
-      case 12: return (30.0 - 4) / 5;
-      case 3:
-      case 11: return (15.0 - 4) / 5;
-      case 7: return (4.0 - 4) / 5;
-      default: return -1.0;
-    }
-  });
-}
-
-TEST_F(FieldPresets, HopOneThree) {
-  Expect(11, [](const Throw& dice) { return dice.Die1 == 1 && dice.Die2 == 3 ? 15.0 : -1.0; });
-}
-
-TEST_F(FieldPresets, OnlyHornAndWorldSayFor) {
+  const Net bets[] = {
+      [](const Throw& dice) {
+        return IsIn({2, 12}, dice) ? 2 : IsIn({5, 6, 7, 8}, dice) ? -1 : 1;
+      },
+      [](const Throw& dice) {
+        return !IsIn({6, 7, 8}, dice) ? -1 : dice.IsPair() ? 2 : 1;
+      },
+      passLine,
+      [=](const Throw& dice) { return IsIn({12}, dice) ? 0 : -passLine(dice); },
+      OnNumber(6, 7.0 / 6, -1),
+      OnNumber(8, -1, 4.0 / 5),
+      OnNumber(10, 39.0 / 21, -1),
+      OnNumber(4, -1, 19.0 / 41),
+      [](const Throw& dice) { return OnNumber(8, dice.IsPair() ? 9 : -1, -1)(dice); },
+      UnitsOn(4, -1),
+      UnitsOn(5, 0),
+      [](const Throw& dice) { return dice.Die1 == 1 && dice.Die2 == 3 ? 15 : -1; },
+      [](const Throw& dice) { return IsIn({7}, dice) ? 1 : WorthOfLine(dice.Total()); },
+  };
+  static_assert(std::size(bets) == kFieldPresets);
   for (int preset = 0; preset < kFieldPresets; ++preset) {
     SetFieldPreset(preset);
     int saysFor = 0;
     for (int combination = 1; combination <= kFieldCombinations; ++combination) {
       const PayoffRecord& record = Game.FieldPayoff[static_cast<unsigned>(combination)];
+      EXPECT_NEAR(record.Win / record.Per, bets[preset](ThrowOf(combination)), 1e-12)
+          << kFieldPresetNames[static_cast<unsigned>(preset)] << " at " << combination;
       if (!record.ShownAsTo) ++saysFor;
     }
     EXPECT_EQ(saysFor, preset == 9 ? 4 : preset == 10 ? 7 : 0) << preset;
@@ -199,30 +135,23 @@ TEST(ColorPresets, SetColoursAndFelt) {
 }
 
 TEST(PayoffGrid, RowsStandInBetOrderWithTheirLabels) {
-  const auto& rows = PayoffRows();
-  std::set<int> ids;
+  std::map<int, std::string> labels;
   int last = 0;
-  for (const PayoffRow& row : rows) {
-    EXPECT_GT(row.BetId, last);
-    last = row.BetId;
-    ids.insert(row.BetId);
+  for (const PayoffRow& row : PayoffRows()) {
+    EXPECT_GT(row.BetId, std::exchange(last, row.BetId));
+    labels[row.BetId] = row.Label;
   }
-  EXPECT_EQ(ids.size(), 75U);
-  for (const int id : {43, 44, 46, 47, 49, 62, 63, 64, 84}) EXPECT_EQ(ids.count(id), 0U) << id;
-  const auto label = [&](int id) {
-    for (const PayoffRow& row : rows) {
-      if (row.BetId == id) return row.Label;
-    }
-    return std::string();
-  };
-  EXPECT_EQ(label(1), "Lay 4");
-  EXPECT_EQ(label(7), "DP/DC 4");
-  EXPECT_EQ(label(18), "DP/DC 10 Odds");
-  EXPECT_EQ(label(21), "Pass/Come 6");
-  EXPECT_EQ(label(28), "Pass/Come 8 Odds");
-  EXPECT_EQ(label(45), "Passline/Come (c.o.)");
-  EXPECT_EQ(label(48), "Don't Pass/Come (c.o.)");
-  EXPECT_EQ(label(83), "Hop 5-5");
+  EXPECT_EQ(labels.size(), 75U);
+  for (const int id : {43, 44, 46, 47, 49, 62, 63, 64, 84}) EXPECT_EQ(labels.count(id), 0U) << id;
+  const std::pair<int, const char*> expected[] = {{1, "Lay 4"},
+                                                  {7, "DP/DC 4"},
+                                                  {18, "DP/DC 10 Odds"},
+                                                  {21, "Pass/Come 6"},
+                                                  {28, "Pass/Come 8 Odds"},
+                                                  {45, "Passline/Come (c.o.)"},
+                                                  {83, "Hop 5-5"},
+                                                  {48, "Don't Pass/Come (c.o.)"}};
+  for (const auto& [id, label] : expected) EXPECT_EQ(labels[id], label);
 }
 
 }  // namespace

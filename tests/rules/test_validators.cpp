@@ -2,7 +2,7 @@
 
 #include <array>
 #include <string>
-#include <vector>
+#include <tuple>
 
 #include "core/game_state.h"
 #include "core/text.h"
@@ -16,81 +16,88 @@ class ConfigLimits : public ::testing::Test {
  protected:
   void SetUp() override { LayDownDefaults(); }
 
-  static void ExpectFault(const CheckResult& result, int tab, int index, const std::string& title,
-                          const std::string& text) {
-    EXPECT_FALSE(result.Ok);
-    EXPECT_EQ(result.Tab, tab);
-    EXPECT_EQ(result.Index, index);
+  /// Fails when the entries break another rule than told; no title for none.
+  static void Expect(const CheckResult& result, int tab, int index, const std::string& title,
+                     const std::string& text) {
+    EXPECT_EQ(result.Ok, title.empty());
+    EXPECT_EQ(std::tie(result.Tab, result.Index), std::tie(tab, index)) << title;
     EXPECT_EQ(result.Title, title);
     EXPECT_EQ(result.Text, text);
   }
-
-  static CheckResult CheckChecks(const std::array<Currency, 5>& checks) {
-    ConfigEntries entries = EntriesInForce();
-    entries.Checks = checks;
-    entries.MinPlacard = checks[0];
-    return CheckLimitsOK(entries);
+  static void ExpectOk(const ConfigEntries& entries) {
+    const CheckResult result = CheckLimitsOK(entries);
+    EXPECT_TRUE(result.Ok) << result.Text;
   }
 };
 
-TEST_F(ConfigLimits, DefaultsPass) { EXPECT_TRUE(CheckLimitsOK(EntriesInForce()).Ok); }
-
 TEST_F(ConfigLimits, ChecksAboveZeroAscendingAndDivisible) {
   const Currency half = Currency::FromRaw(5'000);
-  EXPECT_TRUE(CheckChecks({1, 1, 1, 1, 1}).Ok);
-  EXPECT_TRUE(CheckChecks({half, 1, 25, 100, 500}).Ok);
-  ExpectFault(CheckChecks({1, 5, 7, 25, 0}), 0, 4, "Check Values",
-              "Check values must be greater than zero.");
-  ExpectFault(CheckChecks({0, 5, 25, 100, 500}), 0, 0, "Check Values",
-              "Check values must be greater than zero.");
-  ExpectFault(CheckChecks({1, 25, 5, 100, 500}), 0, 2, "Check Values",
-              "Checks must be listed in ascending order with the \nsmallest valued check in the "
-              "leftmost position.");
-  ExpectFault(CheckChecks({2, 4, 7, 25, 100}), 0, 2, "Check Values",
-              "All checks must be wholly divisible by the smallest check.");
+  const char* const zero = "Check values must be greater than zero.";
+  const char* const order =
+      "Checks must be listed in ascending order with the \nsmallest valued check in the leftmost "
+      "position.";
+  const char* const multiple = "All checks must be wholly divisible by the smallest check.";
+  const std::tuple<std::array<Currency, 5>, int, const char*> cases[] = {
+      {{1, 1, 1, 1, 1}, 0, ""},         {{half, 1, 25, 100, 500}, 0, ""},
+      {{1, 5, 7, 25, 0}, 4, zero},      {{0, 5, 25, 100, 500}, 0, zero},
+      {{1, 25, 5, 100, 500}, 2, order}, {{2, 4, 7, 25, 100}, 2, multiple}};
+  for (const auto& [checks, index, text] : cases) {
+    ConfigEntries entries = EntriesInForce();
+    entries.Checks = checks;
+    entries.MinPlacard = checks[0];
+    if (*text == 0) {
+      ExpectOk(entries);
+    } else {
+      Expect(CheckLimitsOK(entries), 0, index, "Check Values", text);
+    }
+  }
 }
 
 TEST_F(ConfigLimits, BetLimitsFollowTheSmallestCheck) {
   ConfigEntries entries = EntriesInForce();
   entries.Checks = {5, 25, 100, 500, 1000};
-  ExpectFault(CheckLimitsOK(entries), 6, 0, "Configuration Limits",
-              "The minimum bet cannot be less than\nthe smallest check denomination of 5");
+  Expect(CheckLimitsOK(entries), 6, 0, "Configuration Limits",
+         "The minimum bet cannot be less than\nthe smallest check denomination of 5");
   entries.MinPlacard = 1'500;
-  const CheckResult result = CheckLimitsOK(entries);
-  ExpectFault(result, 6, 0, "Configuration Limits",
-              "The maximum bet must be greater than\nor equal to the minimum bet.");
-  EXPECT_EQ(result.Box, ConfigBox::MaxPlacard);
+  Expect(CheckLimitsOK(entries), 6, 0, "Configuration Limits",
+         "The maximum bet must be greater than\nor equal to the minimum bet.");
+  EXPECT_EQ(CheckLimitsOK(entries).Box, ConfigBox::MaxPlacard);
   entries.MaxPlacard = 1'500;
-  EXPECT_TRUE(CheckLimitsOK(entries).Ok);
+  ExpectOk(entries);
 }
 
 TEST_F(ConfigLimits, BetPayoffsArePositive) {
-  Game.Payoff[25].Win = 0;
-  ExpectFault(CheckLimitsOK(EntriesInForce()), 7, 24, "Payoff ratio error",
-              "The payoff on Come 4 Odds must be a positive amount.");
-  Game.Payoff[19].Win = -1;
-  ExpectFault(CheckLimitsOK(EntriesInForce()), 7, 18, "Payoff ratio error",
-              "The payoff on Pass/Come 4 must be a positive amount.");
+  const std::tuple<int, int, const char*> cases[] = {{25, 0, "Come 4 Odds"},
+                                                     {19, -1, "Pass/Come 4"}};
+  for (const auto& [bet, win, name] : cases) {
+    Game.Payoff[bet].Win = win;
+    Expect(CheckLimitsOK(EntriesInForce()), 7, bet - 1, "Payoff ratio error",
+           std::string("The payoff on ") + name + " must be a positive amount.");
+  }
   LayDownDefaults();
   Game.Payoff[Horn].Win = 0;  // has no row
-  EXPECT_TRUE(CheckLimitsOK(EntriesInForce()).Ok);
+  ExpectOk(EntriesInForce());
 }
 
 TEST_F(ConfigLimits, FieldLosesNoMoreThanTheBetAndWinsSomewhere) {
   Game.FieldPayoff[7] = {-5, true, 5};
-  EXPECT_TRUE(CheckLimitsOK(EntriesInForce()).Ok);
+  ExpectOk(EntriesInForce());
   Game.FieldPayoff[7] = {-6, true, 5};
-  ExpectFault(CheckLimitsOK(EntriesInForce()), 7, 6, "Payoff ratio error",
-              "The loss on any Field payoff cannot \nexceed the amount wagered.");
+  Expect(CheckLimitsOK(EntriesInForce()), 7, 6, "Payoff ratio error",
+         "The loss on any Field payoff cannot \nexceed the amount wagered.");
   for (PayoffRecord& record : Game.FieldPayoff) record = {0, true, 1};
-  ExpectFault(CheckLimitsOK(EntriesInForce()), 7, 0, "Payoff error",
-              "At least one of the Field payoffs must be postiive.");
+  Expect(CheckLimitsOK(EntriesInForce()), 7, 0, "Payoff error",
+         "At least one of the Field payoffs must be postiive.");
 }
 
-TEST_F(ConfigLimits, FirstFaultHoldsAndTheRateComesBeforeThePayoffs) {
+TEST_F(ConfigLimits, FirstFaultHoldsAndTheCellUnderEditIsCommittedFirst) {
   ConfigEntries entries = EntriesInForce();
-  Game.Payoff[1].Win = 0;
-  entries.RateText = "0";
+  ExpectOk(entries);
+  entries.Cell = PayoffCell{PayoffGrid::Bets, 0, PayoffColumn::Win};
+  entries.CellText = "3";
+  ExpectOk(entries);
+  EXPECT_EQ(Game.Payoff[1].Win, Currency(3));
+  entries.CellText = entries.RateText = "0";
   EXPECT_EQ(CheckLimitsOK(entries).Title, "Payoff ratio error");
   entries.RateChanged = true;
   EXPECT_EQ(CheckLimitsOK(entries).Title, "Sim Roll Rate Out Of Limits");
@@ -98,51 +105,38 @@ TEST_F(ConfigLimits, FirstFaultHoldsAndTheRateComesBeforeThePayoffs) {
   EXPECT_EQ(CheckLimitsOK(entries).Title, "Configuration Limits");
 }
 
-TEST_F(ConfigLimits, CellUnderEditIsCommittedFirst) {
-  ConfigEntries entries = EntriesInForce();
-  entries.Cell = PayoffCell{PayoffGrid::Bets, 0, PayoffColumn::Win};
-  entries.CellText = "0";
-  EXPECT_FALSE(CheckLimitsOK(entries).Ok);
-  entries.CellText = "3";
-  EXPECT_TRUE(CheckLimitsOK(entries).Ok);
-  EXPECT_EQ(Game.Payoff[1].Win, Currency(3));
-}
-
 class RollRate : public ConfigLimits {};
 
 TEST_F(RollRate, EachUnitConvertsBothWays) {
-  struct {
-    const char* Entry;
-    int Unit;
-    Currency PerHour;
-    const char* Shown;
-  } const cases[] = {{"90", 0, 90, "90"},
-                     {"1.5", 1, 90, "1.5"},
-                     {"0.025", 2, 90, "0.025"},
-                     {"0.5", 3, 2, "0.5"},
-                     {"0.5", 4, 120, "0.5"},
-                     {"40", 5, 90, "40"},
-                     {"7", 4, Currency::FromRaw(85'714), "7"}};
-  for (const auto& rate : cases) {
-    EXPECT_TRUE(SetRollsPerHour(rate.Entry, rate.Unit).Ok);
-    EXPECT_EQ(Game.SimRollsPerHour, rate.PerHour) << rate.Entry << " in unit " << rate.Unit;
-    EXPECT_EQ(RollRateText(rate.Unit), rate.Shown);
+  const std::tuple<const char*, int, Currency, const char*> cases[] = {
+      {"90", 0, 90, "90"},
+      {"1.5", 1, 90, "1.5"},
+      {"0.025", 2, 90, "0.025"},
+      {"0.5", 3, 2, "0.5"},
+      {"0.5", 4, 120, "0.5"},
+      {"40", 5, 90, "40"},
+      {"7", 4, Currency::FromRaw(85'714), "7"}};
+  for (const auto& [entry, unit, perHour, shown] : cases) {
+    EXPECT_TRUE(SetRollsPerHour(entry, unit).Ok);
+    EXPECT_EQ(Game.SimRollsPerHour, perHour) << entry << " in unit " << unit;
+    EXPECT_EQ(RollRateText(unit), shown);
   }
 }
 
 TEST_F(RollRate, LimitsOfEachUnit) {
-  const char* const names[] = {"Rolls / hr", "Rolls / min", "Rolls / sec",
-                               "Hrs / roll", "Mins / roll", "Secs / roll"};
-  const long limits[] = {36'000'000, 600'000, 10'000, 10'000, 600'000, 36'000'000};
+  const std::pair<const char*, long> units[] = {
+      {"Rolls / hr", 36'000'000}, {"Rolls / min", 600'000}, {"Rolls / sec", 10'000},
+      {"Hrs / roll", 10'000},     {"Mins / roll", 600'000}, {"Secs / roll", 36'000'000}};
   for (int unit = 0; unit < kRateUnits; ++unit) {
-    const std::string limit = std::to_string(limits[unit]);
+    const auto& [name, most] = units[unit];
+    const std::string limit = std::to_string(most);
+    const std::string simulated = std::string(" simulated ") + name;
     EXPECT_TRUE(SetRollsPerHour(limit, unit).Ok);
     EXPECT_GT(Game.SimRollsPerHour, Currency());
-    ExpectFault(SetRollsPerHour(limit + ".0001", unit), 0, 0, "Sim Roll Rate Out Of Limits",
-                std::string("The maximum simulated ") + names[unit] + " rate is " +
-                    CountText(limits[unit]) + ".");
-    ExpectFault(SetRollsPerHour("0", unit), 0, 0, "Sim Roll Rate Out Of Limits",
-                std::string("The simulated ") + names[unit] + " must be greater than zero.");
+    Expect(SetRollsPerHour(limit + ".0001", unit), 0, 0, "Sim Roll Rate Out Of Limits",
+           "The maximum" + simulated + " rate is " + CountText(most) + ".");
+    Expect(SetRollsPerHour("0", unit), 0, 0, "Sim Roll Rate Out Of Limits",
+           "The" + simulated + " must be greater than zero.");
   }
 }
 
@@ -154,71 +148,61 @@ TEST_F(RollRate, IsNeverZero) {
   EXPECT_FALSE(SetRollsPerHour("", 0).Ok);
 }
 
-/// A box with its caret behind the text.
-NumericBox BoxOf(const std::string& text) { return {text, static_cast<int>(text.size()), 0, 0}; }
-
-/// The text after typing, each key through the filter at the caret's end.
-std::string Typed(const std::string& keys, int decimals, bool minus) {
-  std::string text;
-  for (const char key : keys) {
-    if (EntryKeyPasses(BoxOf(text), key, decimals, minus)) text += key;
+TEST(EntryFilter, TypesNumbersOnly) {
+  const std::tuple<const char*, int, bool, std::string> cases[] = {
+      {"1a2,3$ 4", 2, false, "1234"},
+      {"12.345", 2, false, "12.34"},
+      {"12.345", 0, false, "12345"},
+      {"1.2.3", 2, false, "1.23"},
+      {"-5", 2, false, "5"},
+      {"-5-", 2, true, "-5"},
+      {"1234567890123456", 2, false, "12345678901234"},
+      {"-123456789012345.67", 2, true, "-12345678901234.67"}};
+  for (const auto& [keys, decimals, minus, text] : cases) {
+    std::string typed;
+    for (const char key : std::string(keys)) {
+      const NumericBox box{typed, static_cast<int>(typed.size()), 0, 0};
+      if (EntryKeyPasses(box, key, decimals, minus)) typed += key;
+    }
+    EXPECT_EQ(typed, text);
   }
-  return text;
 }
 
-TEST(EntryFilter, PassesNumbersOnly) {
-  EXPECT_EQ(Typed("1a2,3$ 4", 2, false), "1234");
-  EXPECT_EQ(Typed("12.345", 2, false), "12.34");
-  EXPECT_EQ(Typed("12.345", 0, false), "12345");
-  EXPECT_EQ(Typed("1.2.3", 2, false), "1.23");
-  EXPECT_EQ(Typed("-5", 2, false), "5");
-  EXPECT_EQ(Typed("-5-", 2, true), "-5");
-  EXPECT_EQ(Typed("5-", 2, true), "5");
+TEST(EntryFilter, LooksAtCaretSelectionAndLimit) {
+  // text, caret, selection, limit
+  const std::tuple<NumericBox, int, bool> cases[] = {
+      // Fourteen whole digits, two decimals, nothing before a minus, a selection as good as gone,
+      // and a full box.
+      // clang-format off
+      {{"12345678901234.5", 3, 0, 0}, '7', false}, {{"12345678901234.5", 16, 0, 0}, '7', true},
+      {{"12.34", 1, 0, 0}, '9', true}, {{"12.34", 4, 0, 0}, '9', false},
+      {{"1234", 2, 0, 0}, '.', true}, {{"1234", 1, 0, 0}, '.', false},
+      {{"-5", 0, 0, 0}, '1', false}, {{"-5", 0, 0, 0}, '-', false}, {{"-5", 0, 0, 0}, '.', false},
+      {{"-5", 1, 0, 0}, '1', true}, {{"5", 0, 0, 0}, '-', true}, {{"-12.34", 0, 6, 6}, '-', true},
+      {{"12.34", 2, 3, 5}, '.', true}, {{"12.34", 3, 1, 0}, '5', true},
+      {{"123", 3, 0, 3}, '4', false}, {{"123", 3, 0, 3}, kBackspaceKey, true},
+      {{"123", 3, 0, 0}, '4', true},
+      // clang-format on
+  };
+  for (const auto& [box, key, passes] : cases)
+    EXPECT_EQ(EntryKeyPasses(box, key, 2, true), passes) << box.Text << ' ' << key;
 }
 
-TEST(EntryFilter, HoldsFourteenWholeDigits) {
-  EXPECT_EQ(Typed("1234567890123456", 2, false), "12345678901234");
-  EXPECT_EQ(Typed("-123456789012345.67", 2, true), "-12345678901234.67");
-  EXPECT_FALSE(EntryKeyPasses({"12345678901234.5", 3, 0, 0}, '7', 2, false));
-  EXPECT_TRUE(EntryKeyPasses({"12345678901234.5", 16, 0, 0}, '7', 2, false));
-}
-
-TEST(EntryFilter, CountsDecimalsBehindThePoint) {
-  EXPECT_TRUE(EntryKeyPasses({"12.34", 1, 0, 0}, '9', 2, false));
-  EXPECT_FALSE(EntryKeyPasses({"12.34", 4, 0, 0}, '9', 2, false));
-  EXPECT_TRUE(EntryKeyPasses({"1234", 2, 0, 0}, '.', 2, false));
-  EXPECT_FALSE(EntryKeyPasses({"1234", 1, 0, 0}, '.', 2, false));
-}
-
-TEST(EntryFilter, NothingGoesBeforeAMinus) {
-  EXPECT_FALSE(EntryKeyPasses({"-5", 0, 0, 0}, '1', 2, true));
-  EXPECT_FALSE(EntryKeyPasses({"-5", 0, 0, 0}, '-', 2, true));
-  EXPECT_FALSE(EntryKeyPasses({"-5", 0, 0, 0}, '.', 2, true));
-  EXPECT_TRUE(EntryKeyPasses({"-5", 1, 0, 0}, '1', 2, true));
-  EXPECT_TRUE(EntryKeyPasses({"5", 0, 0, 0}, '-', 2, true));
-}
-
-TEST(EntryFilter, SelectionIsAsGoodAsGone) {
-  EXPECT_TRUE(EntryKeyPasses({"-12.34", 0, 6, 6}, '-', 2, true));
-  EXPECT_TRUE(EntryKeyPasses({"12.34", 2, 3, 5}, '.', 2, false));
-  EXPECT_TRUE(EntryKeyPasses({"12.34", 3, 1, 0}, '5', 2, false));
-}
-
-TEST(EntryFilter, FullBoxTakesOnlyBackspace) {
-  EXPECT_FALSE(EntryKeyPasses({"123", 3, 0, 3}, '4', 2, false));
-  EXPECT_TRUE(EntryKeyPasses({"123", 3, 0, 3}, kBackspaceKey, 2, false));
-  EXPECT_TRUE(EntryKeyPasses({"123", 3, 0, 0}, '4', 2, false));
-}
-
-TEST(ValueColors, FollowTheSign) {
+TEST(Choices, ColoursFractionsStylesAndNotices) {
+  LayDownDefaults();
   EXPECT_EQ(ValueColor(0), 0);
   EXPECT_EQ(ValueColor(Currency::FromRaw(1)), 9);
   EXPECT_EQ(ValueColor(-3), 12);
-}
-
-TEST(VigPercent, IsStoredAsAFraction) {
   EXPECT_EQ(FractionOfPercent(Currency::FromRaw(55'000)), Currency::FromRaw(550));
   EXPECT_EQ(PercentOfFraction(Currency::FromRaw(550)), Currency::FromRaw(55'000));
+  EXPECT_EQ(StepStyle(7, 1, kChipStyles), 1);
+  EXPECT_EQ(StepStyle(1, -1, kChipStyles), 7);
+  Game.DiceStyle = 6;
+  CorrectDiceStyle();
+  EXPECT_EQ(Game.DiceStyle, 1);
+  EXPECT_EQ(NoticeBoxes(), (std::array{true, true, true, true, false}));
+  StoreNoticeBoxes({false, true, false, false, true});
+  EXPECT_EQ(Game.Notify, 18);
 }
 
 class PayoffCells : public ::testing::Test {
@@ -240,40 +224,28 @@ class PayoffCells : public ::testing::Test {
   static const PayoffRecord& Record() { return Game.FieldPayoff[1]; }
 };
 
-TEST_F(PayoffCells, ForShowsTheStakeInTheLeftNumber) {
+TEST_F(PayoffCells, ForShowsTheStakeInTheLeftNumberWhichStaysWithOtherChanges) {
   EXPECT_EQ(Shown(PayoffColumn::Win), "31");
   EXPECT_EQ(Shown(PayoffColumn::Word), "for");
   EXPECT_EQ(Shown(PayoffColumn::Per), "4");
-  Enter(PayoffColumn::Win, "12.5");
-  EXPECT_EQ(Record().Win, Currency::FromRaw(85'000));
-}
-
-TEST_F(PayoffCells, ChangeOfWordKeepsTheLeftNumber) {
-  EXPECT_TRUE(Press('T'));
-  EXPECT_EQ(Record(), (PayoffRecord{31, true, 4}));
-  EXPECT_TRUE(Press('t'));
-  EXPECT_EQ(Record(), (PayoffRecord{31, true, 4}));
-  EXPECT_TRUE(Press(' '));
-  EXPECT_EQ(Record(), (PayoffRecord{27, false, 4}));
-  EXPECT_TRUE(Press('f'));
-  EXPECT_EQ(Record(), (PayoffRecord{27, false, 4}));
+  for (const auto& [key, word, win] :
+       {std::tuple{'T', true, 31}, {'t', true, 31}, {' ', false, 27}, {'f', false, 27}}) {
+    EXPECT_TRUE(Press(key));
+    EXPECT_EQ(Record(), (PayoffRecord{win, word, 4})) << key;
+  }
   EXPECT_FALSE(Press('x'));
-}
-
-TEST_F(PayoffCells, ChangeOfPerKeepsTheLeftNumber) {
+  for (const char* never : {"0", "", "-3"}) {
+    Enter(PayoffColumn::Per, never);
+    EXPECT_EQ(Record(), (PayoffRecord{27, false, 4})) << never;
+  }
   Enter(PayoffColumn::Per, "5");
   EXPECT_EQ(Record(), (PayoffRecord{26, false, 5}));
-  EXPECT_EQ(Shown(PayoffColumn::Win), "31");
   Press('t');
   Enter(PayoffColumn::Per, "2");
   EXPECT_EQ(Record(), (PayoffRecord{31, true, 2}));
-}
-
-TEST_F(PayoffCells, PerIsNeverZero) {
-  for (const char* entry : {"0", "", "-3"}) {
-    Enter(PayoffColumn::Per, entry);
-    EXPECT_EQ(Record(), (PayoffRecord{27, false, 4})) << entry;
-  }
+  Press('f');
+  Enter(PayoffColumn::Win, "12.5");
+  EXPECT_EQ(Record().Win, Currency::FromRaw(105'000));
 }
 
 TEST_F(PayoffCells, OnlyFieldWinsTakeAMinus) {
@@ -288,9 +260,8 @@ TEST_F(PayoffCells, FieldTakesThePerThatItsRecordsShare) {
   DeriveFieldPer();  // Horn: 4 and 1
   EXPECT_EQ(Game.Payoff[Field].Per, Currency(1));
   SetFieldPreset(4);  // Place 6: 6 and 1
-  for (unsigned combination = 10; combination <= 12; ++combination) {
+  for (unsigned combination = 10; combination <= 12; ++combination)
     Game.FieldPayoff[combination] = {-6, true, 6};
-  }
   DeriveFieldPer();  // pushes keep their 1
   EXPECT_EQ(Game.Payoff[Field].Per, Currency(6));
   for (PayoffRecord& record : Game.FieldPayoff) record.Win = 0;
@@ -300,11 +271,8 @@ TEST_F(PayoffCells, FieldTakesThePerThatItsRecordsShare) {
 
 TEST(CompBetMask, DefaultCountsAllButOdds) {
   LayDownDefaults();
-  for (int bet = 1; bet <= LastBet; ++bet) {
-    EXPECT_EQ(BetCountsForComps(bet), CompBetDefault(bet)) << bet;
-  }
-  EXPECT_FALSE(BetCountsForComps(0));
-  EXPECT_FALSE(BetCountsForComps(84));
+  for (int bet = 1; bet <= LastBet; ++bet) EXPECT_EQ(BetCountsForComps(bet), CompBetDefault(bet));
+  EXPECT_FALSE(BetCountsForComps(0) || BetCountsForComps(84));
 }
 
 TEST(CompBetMask, StoredListLiesOneBitAwayFromCAndEOn) {
@@ -318,23 +286,6 @@ TEST(CompBetMask, StoredListLiesOneBitAwayFromCAndEOn) {
       ASSERT_EQ(BetCountsForComps(bet), bet == seen) << "bet " << bet << ", chosen " << chosen;
     }
   }
-}
-
-TEST(Choices, StylesWrapBothWays) {
-  EXPECT_EQ(StepStyle(7, 1, kChipStyles), 1);
-  EXPECT_EQ(StepStyle(1, -1, kChipStyles), 7);
-  EXPECT_EQ(StepStyle(3, 1, kDiceStyles), 4);
-  LayDownDefaults();
-  Game.DiceStyle = 6;
-  CorrectDiceStyle();
-  EXPECT_EQ(Game.DiceStyle, 1);
-}
-
-TEST(Choices, NoticesComeFromTheirBoxes) {
-  LayDownDefaults();
-  EXPECT_EQ(NoticeBoxes(), (std::array{true, true, true, true, false}));
-  StoreNoticeBoxes({false, true, false, false, true});
-  EXPECT_EQ(Game.Notify, 18);
 }
 
 }  // namespace

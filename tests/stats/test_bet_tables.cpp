@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <tuple>
 #include <vector>
 
 #include "rules/defaults.h"
@@ -41,78 +42,50 @@ TEST_F(BetTables, PushRecordsNothing) {
   EXPECT_EQ(Wagers(Phantom, DontPass), Stats());
 }
 
-TEST_F(BetTables, HeldVigJoinsAnActualWager) {
-  Game.BuyVigHeld[5] = 3;
-  Game.LayVigHeld[0] = 2;
-  RecordBetOutcome(Actual, Buy10, 50, 97);
-  RecordBetOutcome(Actual, Lay4, 40, -42);
-  EXPECT_EQ(Wagers(Actual, Buy10)[StatSum], Currency(53));
-  EXPECT_EQ(Wins(Actual, Buy10)[StatSum], Currency(97));
-  EXPECT_EQ(Wagers(Actual, Lay4)[StatSum], Currency(42));
-  EXPECT_EQ(Losses(Actual, Lay4)[StatSum], Currency(42));
-}
-
-TEST_F(BetTables, RateOfVigJoinsAPhantomWager) {
-  RecordBetOutcome(Phantom, Buy4, 1, 2);
-  RecordBetOutcome(Phantom, 2, 1, 1);  // Lay 5 wins 2 for 3
-  EXPECT_EQ(Wagers(Phantom, Buy4)[StatSum], Currency::FromRaw(10'500));
-  EXPECT_EQ(Wagers(Phantom, 2)[StatSum], Currency::FromRaw(10'333));
-}
-
-TEST_F(BetTables, VigOnTheWinStaysOutOfTheWager) {
-  Game.BuyVigUpFront = Game.LayVigUpFront = false;
-  Game.BuyVigHeld[5] = 3;
-  RecordBetOutcome(Actual, Buy10, 50, 97);
-  RecordBetOutcome(Phantom, Lay4, 1, -1);
-  EXPECT_EQ(Wagers(Actual, Buy10)[StatSum], Currency(50));
-  EXPECT_EQ(Wagers(Phantom, Lay4)[StatSum], Currency(1));
+TEST_F(BetTables, VigUpFrontJoinsTheWager) {
+  const std::tuple<bool, BetKind, int, Currency, Currency, Currency> cases[] = {
+      {true, Actual, Buy10, 50, 97, 53},
+      {true, Actual, Lay4, 40, -42, 42},
+      {true, Phantom, Buy4, 1, 2, Currency::FromRaw(10'500)},
+      {true, Phantom, 2, 1, 1, Currency::FromRaw(10'333)},  // wins 2 for 3
+      {false, Actual, Buy10, 50, 97, 50},
+      {false, Phantom, Lay4, 1, -1, 1}};
+  for (const auto& [upFront, kind, betId, wager, net, sum] : cases) {
+    LayDownDefaults();
+    Game.BuyVigHeld[5] = 3;
+    Game.LayVigHeld[0] = 2;
+    Game.BuyVigUpFront = Game.LayVigUpFront = upFront;
+    RecordBetOutcome(kind, betId, wager, net);
+    EXPECT_EQ(Wagers(kind, betId)[StatSum], sum) << betId;
+    const Stats results = net > 0 ? Wins(kind, betId) : Losses(kind, betId);
+    EXPECT_EQ(results[StatSum], Abs(net));
+  }
 }
 
 TEST_F(BetTables, PhantomOnANumberCountsOnlyWhileEstablished) {
-  const int six[] = {BetOnNumber(DontComeFamily, 6), BetOnNumber(DontComeOddsFamily, 6),
-                     BetOnNumber(ComeFamily, 6), BetOnNumber(ComeOddsFamily, 6)};
-  for (const int bet : six) RecordBetOutcome(Phantom, bet, 1, 1);
-  for (const int bet : six) EXPECT_EQ(Wagers(Phantom, bet), Stats()) << bet;
-  UpdateEstablished(6, true);
-  for (const int bet : six) RecordBetOutcome(Phantom, bet, 1, 1);
-  for (const int bet : six) EXPECT_EQ(Wagers(Phantom, bet)[StatCount], Currency(1)) << bet;
-  RecordBetOutcome(Phantom, BetOnNumber(ComeFamily, 8), 1, 1);
-  EXPECT_EQ(Wagers(Phantom, BetOnNumber(ComeFamily, 8)), Stats());
-}
-
-TEST_F(BetTables, NumberThrownOnTheComeOutEndsWhatWasEstablished) {
-  UpdateEstablished(6, true);
-  UpdateEstablished(6, false);
-  RecordBetOutcome(Phantom, BetOnNumber(ComeFamily, 6), 1, 1);
-  EXPECT_EQ(Wagers(Phantom, BetOnNumber(ComeFamily, 6)), Stats());
-}
-
-TEST_F(BetTables, SevenEndsAllThatWasEstablishedAndCrapsNone) {
-  UpdateEstablished(4, true);
-  UpdateEstablished(10, true);
-  for (const int total : {2, 3, 11, 12}) UpdateEstablished(total, true);
-  RecordBetOutcome(Phantom, Come4, 1, 1);
-  EXPECT_EQ(Wagers(Phantom, Come4)[StatCount], Currency(1));
-  UpdateEstablished(7, true);
-  RecordBetOutcome(Phantom, Come4, 1, 1);
-  RecordBetOutcome(Phantom, DontCome10, 1, 1);
-  EXPECT_EQ(Wagers(Phantom, Come4)[StatCount], Currency(1));
-  EXPECT_EQ(Wagers(Phantom, DontCome10), Stats());
-}
-
-TEST_F(BetTables, PutBetsLetTheComeSideThrough) {
-  Game.AllowPutBets = true;
-  for (const int bet : {int{Come4}, int{Come10Odds}, int{DontCome4}, int{DontCome10Odds}}) {
+  const auto counts = [](int bet) {
+    const Currency before = Wagers(Phantom, bet)[StatCount];
     RecordBetOutcome(Phantom, bet, 1, 1);
+    return Wagers(Phantom, bet)[StatCount] > before;
+  };
+  for (const int family : {DontComeFamily, DontComeOddsFamily, ComeFamily, ComeOddsFamily}) {
+    const int six = BetOnNumber(BetFamily(family), 6);
+    UpdateEstablished(7, true);
+    EXPECT_FALSE(counts(six)) << six;
+    UpdateEstablished(6, true);
+    for (const int craps : {2, 3, 11, 12}) UpdateEstablished(craps, true);
+    EXPECT_TRUE(counts(six)) << six;
+    EXPECT_FALSE(counts(BetOnNumber(BetFamily(family), 8)));
+    UpdateEstablished(6, false);  // on the come-out
+    EXPECT_FALSE(counts(six)) << six;
+    UpdateEstablished(6, true);
+    UpdateEstablished(7, true);
+    EXPECT_FALSE(counts(six)) << six;
+    Game.AllowPutBets = true;  // they let the Come side through
+    EXPECT_EQ(counts(six), family == ComeFamily || family == ComeOddsFamily);
+    Game.AllowPutBets = false;
   }
-  EXPECT_EQ(Wagers(Phantom, Come4)[StatCount], Currency(1));
-  EXPECT_EQ(Wagers(Phantom, Come10Odds)[StatCount], Currency(1));
-  EXPECT_EQ(Wagers(Phantom, DontCome4), Stats());
-  EXPECT_EQ(Wagers(Phantom, DontCome10Odds), Stats());
-}
-
-TEST_F(BetTables, ActualWagersNeedNoMark) {
-  RecordBetOutcome(Actual, DontCome4, 10, 10);
+  RecordBetOutcome(Actual, DontCome4, 10, 10);  // actual wagers need no mark
   EXPECT_EQ(Wagers(Actual, DontCome4)[StatCount], Currency(1));
 }
 

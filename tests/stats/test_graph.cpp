@@ -52,21 +52,27 @@ TEST_F(Graph, PageTurnsAfter525Points) {
   EXPECT_EQ(Game.BankrollHistoryCount, 1);
   EXPECT_EQ(Game.BankrollHistory[0], Currency(526));
   EXPECT_EQ(Game.BankrollHistory[1], Wave(526));
-  for (unsigned point = 1; point <= 525; ++point) {
+  for (unsigned point = 1; point <= 525; ++point)
     ASSERT_EQ(Game.BankrollHistory[525 + point], Wave(static_cast<int>(point)));
-  }
 }
 
-TEST_F(Graph, AverageReachesIntoThePageBefore) {
-  for (const int span : {1, 120, 525}) {
+TEST_F(Graph, AverageIsThatOfTheLastRollsAsRolledAndFiguredAnew) {
+  for (const int span : {1, 120, 525, 0}) {  // 0 averages the whole game
     LayDownDefaults();
     RestartGraph();
     all_.clear();
+    EXPECT_EQ(BankrollMovingAverage(0, span), Currency());
     Game.BankrollAverageSpan = span;
     for (int roll = 1; roll <= 1'200; ++roll) {
       RollTo(roll);
-      ASSERT_EQ(Average(Game.BankrollHistoryCount), MeanOfLast(span)) << span << " at " << roll;
+      ASSERT_EQ(Average(Game.BankrollHistoryCount), MeanOfLast(span == 0 ? roll : span))
+          << span << " at " << roll;
     }
+    const auto asRolled = Game.BankrollAverage;
+    Game.BankrollAverage = {};
+    RecomputeBankrollAverage();
+    for (int point = 1; point <= Game.BankrollHistoryCount; ++point)
+      ASSERT_EQ(Average(point), asRolled[static_cast<unsigned>(point)]) << span << " at " << point;
   }
 }
 
@@ -75,44 +81,21 @@ TEST_F(Graph, SpanBeyondAPageIsAPage) {
   EXPECT_EQ(BankrollMovingAverage(175, 9'999), MeanOfLast(525));
 }
 
-TEST_F(Graph, SpanOfZeroAveragesTheWholeGame) {
-  EXPECT_EQ(BankrollMovingAverage(0, 0), Currency());
-  Game.BankrollAverageSpan = 0;
-  RollTo(900);
-  EXPECT_EQ(Average(Game.BankrollHistoryCount), MeanOfLast(900));
-}
-
-TEST_F(Graph, AveragesFiguredAnewAreThoseOfTheRolls) {
-  for (const int span : {0, 120}) {
-    LayDownDefaults();
-    RestartGraph();
-    all_.clear();
-    Game.BankrollAverageSpan = span;
-    RollTo(800);
-    const auto asRolled = Game.BankrollAverage;
-    const int points = Game.BankrollHistoryCount;
-    Game.BankrollAverage = {};
-    RecomputeBankrollAverage();
-    for (int point = 1; point <= points; ++point) {
-      ASSERT_EQ(Average(point), asRolled[static_cast<unsigned>(point)]) << span << " at " << point;
-    }
-  }
-}
-
 TEST_F(Graph, HighAndLowAreThoseOfThePage) {
+  const auto expectRange = [](Currency low, Currency high) {
+    EXPECT_EQ(Game.GraphPeriodLow, low);
+    EXPECT_EQ(Game.GraphPeriodHigh, high);
+  };
   Roll(2'000);
   Roll(-50);
   for (int roll = 3; roll <= 525; ++roll) Roll(700);
-  EXPECT_EQ(Game.GraphPeriodHigh, Currency(2'000));
-  EXPECT_EQ(Game.GraphPeriodLow, Currency(-50));
+  expectRange(-50, 2'000);
   Roll(710);
-  EXPECT_EQ(Game.GraphPeriodHigh, Currency(710));
-  EXPECT_EQ(Game.GraphPeriodLow, Currency(710));
+  expectRange(710, 710);
   Roll(690);
   Game.GraphPeriodHigh = Game.GraphPeriodLow = 0;
   RecomputeBankrollAverage();
-  EXPECT_EQ(Game.GraphPeriodHigh, Currency(710));
-  EXPECT_EQ(Game.GraphPeriodLow, Currency(690));
+  expectRange(690, 710);
 }
 
 TEST_F(Graph, NewGameStartsEmpty) {

@@ -1,0 +1,159 @@
+// Hyper-Drive: what a run leaves out, what stops it, and that a game can be played again.
+#include "autoplay/hyper_drive.h"
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+
+#include "core/make_bet.h"
+#include "core/new_game.h"
+#include "dice/generators.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+constexpr Currency kBeyondTheLimit = 10'000'001;
+
+class HyperDrive : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    Game.ChangeRequest = 4711;
+    SeedRng(SeedInChangeRequest);
+    Game.NegBankroll = true;
+    Game.HandleWinningBets = WinSameBet;
+    Game.HandleLosingBets = LossSameBet;
+    TheHost.ThrowDice = [this] { ++throws_; };
+  }
+
+  static void RunFor(int rolls) {
+    Game.NumAutoRolls = Game.AutoRollsLeft = rolls;
+    ToggleHyperDrive();
+  }
+
+  int throws_ = 0;
+};
+
+TEST_F(HyperDrive, RunsWithoutDiceSoundsAndNoticesAndStopsAtTheCount) {
+  Game.DiceSounds = Game.WinSounds = Game.ChipSounds = {"", "noise"};
+  Game.DiceSound = Game.WinSound = Game.ChipSound = 1;
+  Game.AutoRollDice = true;
+  Game.AutoStopOn.fill(true);
+  Given(PassLine, 10);
+  Given(Field, 5);
+  SoundsPlayed.clear();
+  RunFor(500);
+  EXPECT_EQ(Game.RollCount[0], 500);
+  EXPECT_EQ(Game.AutoRollsLeft, 500) << "loaded again";
+  EXPECT_EQ(throws_, 0);
+  EXPECT_TRUE(SoundsPlayed.empty());
+  EXPECT_EQ(TakeOnlyMessage().Text, "Stopped by roll count on Auto-Play screen.");
+  EXPECT_FALSE(Game.HyperDriveOn || Game.KeepRolling || Game.RollInProgress);
+  Currency chips;
+  for (int i = 0; i < Game.ChipCount; ++i)
+    chips += Game.Bets[SmallestChip - 1 + Game.ChipList[i].Picture];
+  EXPECT_EQ(chips, 15) << "the chips are laid out again";
+}
+
+struct Stop {
+  const char* Name;
+  std::function<void()> Prepare;
+  std::string Text;
+  bool Rolls;
+};
+
+TEST_F(HyperDrive, TellsWhyItStopped) {
+  const std::string selectNew = "\n\nSelect \"New\" from the \"Game\" menu to reset the table.";
+  const auto stops = {
+      Stop{"roll limit", [] { Game.RollCount[0] = kMaxRolls; },
+           "Stopped due to reaching the maximum limit of 100,000,000 rolls." + selectNew, false},
+      Stop{"bank broken", [] { Game.Bets[0] = 9'999'999, Given(Field, 1000); },
+           "Stopped by breaking the bank limit of $10,000,000" + selectNew, true},
+      Stop{"lost too much", [] { Game.Bets[0] = -9'999'999, Given(Seven, 500); },
+           "Stopped by exceeding the max loss limit of $10,000,000" + selectNew, true},
+      Stop{"tape ends", [] { Game.RecorderStatus = Playback, Game.DiceRollFile = "none.rol"; },
+           "Stopped due to end of Dice Roll File reached.", false},
+  };
+  for (const Stop& stop : stops) {
+    SetUp();
+    stop.Prepare();
+    const int before = Game.RollCount[0];
+    ToggleHyperDrive();
+    EXPECT_EQ(TakeOnlyMessage().Text, stop.Text) << stop.Name;
+    EXPECT_EQ(Game.RollCount[0] > before, stop.Rolls) << stop.Name;
+    EXPECT_FALSE(Game.HyperDriveOn) << stop.Name;
+  }
+}
+
+TEST_F(HyperDrive, ASecondClickEndsTheRunWithItsRollAndABrokenBankStartsNone) {
+  int turns = 0;
+  Game.HyperThrottle = 3;
+  const std::uint32_t start = TheHost.Milliseconds();
+  TheHost.Yield = [&turns] {
+    EXPECT_GE(HyperDriveProgress().RollsDone, turns + 1);
+    if (++turns == 4) ToggleHyperDrive();
+  };
+  Game.TableMinimised = true;
+  ToggleHyperDrive();
+  EXPECT_EQ(Game.RollCount[0], 4);
+  EXPECT_TRUE(Shown.empty());
+  EXPECT_EQ(TheHost.Milliseconds() - start, 3U * 90) << "three waits of the throttle squared";
+  EXPECT_TRUE(Game.HyperDriveStopped) << "the caption of a minimised table tells it";
+
+  Game.TableMinimised = false;
+  Game.Bets[BankrollIndex] = kBeyondTheLimit;
+  ToggleHyperDrive();
+  EXPECT_EQ(Game.RollCount[0], 4);
+  EXPECT_EQ(TakeOnlyMessage().Title, "Kelvanor");
+}
+
+TEST_F(HyperDrive, GivesTurnsThoughTheClockStandsStillOrJumpsBack) {
+  for (const bool jumps : {false, true}) {
+    SetUp();
+    std::uint32_t clock = 500'000;
+    TheHost.Milliseconds = [&clock, jumps] { return jumps ? clock -= 40 : clock; };
+    TheHost.Yield = [] { Game.KeepRolling = false; };
+    ToggleHyperDrive();
+    EXPECT_GT(Game.RollCount[0], 0);
+    EXPECT_LT(Game.RollCount[0], 2'000'000);
+  }
+}
+
+std::string Contents(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST_F(HyperDrive, TheSameSeedGivesTheSameTalliesAndTheSameLogTwiceInAProcess) {
+  const auto folder = std::filesystem::temp_directory_path() / "kelvanor_same_game";
+  std::filesystem::create_directories(folder);
+  Game.DataPath = folder.string() + "/";
+  Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+  Game.EventsLogActive = Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost =
+      Game.LogPassesMisses = Game.LogShooterChanges = Game.LogBankrollChanges = true;
+  Game.ClearLogOnNew = true;
+  Game.ReSeed = false;
+  const auto play = [] {
+    NewGame(false);
+    Game.ChangeRequest = 99;
+    SeedRng(SeedInChangeRequest);
+    for (const int bet : {+PassLine, +Field, +Place6, +Lay4, +Hard8}) Given(bet, 12);
+    RunFor(400);
+    return Contents(Game.EventsLogFile);
+  };
+  play();  // the log of the first game tells of the state of the generator before its seed
+  const std::string once = play();
+  const Tallies tallies = Game;
+  const std::string again = play();
+  EXPECT_EQ(once, again);
+  EXPECT_GT(once.size(), 20'000U);
+  EXPECT_EQ(tallies.RollGapTally, Game.RollGapTally);
+  EXPECT_EQ(tallies.ShooterSincePrev, Game.ShooterSincePrev);
+  EXPECT_EQ(tallies.BetWagers, Game.BetWagers);
+  EXPECT_EQ(tallies.BetWins, Game.BetWins);
+  EXPECT_EQ(tallies.BetLosses, Game.BetLosses);
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace

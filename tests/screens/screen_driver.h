@@ -1,0 +1,111 @@
+// Drives the real screens: finds controls by name, clicks places of the table, and takes hold of
+// modal screens while the call that opened them waits.
+#pragma once
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "core/text.h"
+#include "rules/defaults.h"
+#include "screens/frmCrapTable.h"
+#include "screens/frmMsg.h"
+#include "screens/qt_host.h"
+
+namespace QTest {
+template <>
+inline char* toString(const Currency& amount) {
+  return qstrdup(PlainText(amount).c_str());
+}
+}  // namespace QTest
+
+/// A fresh game behind a table that answers without pauses.
+inline void BeginScreens(frmCrapTable& table) {
+  static_cast<SoundState&>(Game) = SoundState();
+  static_cast<ViewState&>(Game) = ViewState();
+  LayDownDefaults();
+  PlannedMessages = MessagePlan();
+  HurryHost = true;
+  InstallQtHost(&table);
+  table.resize(1000, 800);
+  table.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&table));
+}
+
+/// Runs `drive` on the next modal screen, once it stands.
+inline void OnNextScreen(std::function<void(QDialog*)> drive) {
+  QTimer::singleShot(0, qApp, [drive = std::move(drive)] {
+    if (auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+      drive(screen);
+    } else {
+      OnNextScreen(drive);
+    }
+  });
+}
+
+inline void ClickButton(QWidget* screen, const QString& name) {
+  auto* button = screen->findChild<QPushButton*>(name);
+  QVERIFY2(button && button->isVisible() && button->isEnabled(), qPrintable(name));
+  QTest::mouseClick(button, Qt::LeftButton);
+}
+
+/// A control of a window by its name.
+template <class Control>
+Control* Find(const QWidget* window, const QString& name) {
+  auto* control = window->findChild<Control*>(name);
+  if (!control) qFatal("no control %s", qPrintable(name));
+  return control;
+}
+
+/// The last message shown.
+inline void ExpectMessage(const std::string& text, const std::string& title) {
+  QVERIFY(!PlannedMessages.Shown.empty());
+  QCOMPARE(PlannedMessages.Shown.back().Text, text);
+  QCOMPARE(PlannedMessages.Shown.back().Title, title);
+}
+
+/// Gives a menu command by its name.
+inline void Command(QWidget& window, const QString& name) {
+  auto* action = window.findChild<QAction*>(name);
+  QVERIFY2(action && action->isEnabled(), qPrintable(name));
+  action->trigger();
+}
+
+/// Opens a modeless screen by its menu command, over a fresh game; messages take planned answers.
+template <class Screen>
+void OpenScreen(frmCrapTable& table, const QString& command, Screen*& screen) {
+  BeginScreens(table);
+  PlannedMessages.Active = true;
+  Command(table, command);
+  screen = table.findChild<Screen*>();
+  QVERIFY(screen && screen->isVisible() && !screen->isModal());
+  QVERIFY(QTest::qWaitForWindowExposed(screen));
+  screen->activateWindow();
+  QTRY_VERIFY(screen->isActiveWindow());
+}
+
+/// A place of the table on the widget.
+inline QPoint OnTable(frmCrapTable& table, QPointF place) {
+  return TableTransform(table.Layout()->size()).map(place).toPoint();
+}
+
+inline void ClickPlace(frmCrapTable& table, QPointF place, Qt::KeyboardModifiers keys = {},
+                       Qt::MouseButton button = Qt::LeftButton) {
+  QTest::mouseClick(table.Layout(), button, keys, OnTable(table, place));
+}
+
+inline void ClickBet(frmCrapTable& table, int betId, Qt::KeyboardModifiers keys = {}) {
+  ClickPlace(table, ChipPosition(betId), keys);
+}
+
+/// Throws these dice by a right click on the table.
+inline void RightClickRolls(frmCrapTable& table, int die1, int die2) {
+  Game.ManualRollPending = true;
+  Game.PendingDie1 = die1;
+  Game.PendingDie2 = die2;
+  ClickPlace(table, {300, 210}, {}, Qt::RightButton);
+}

@@ -1,0 +1,304 @@
+// The Auto-Play screen: every control clicked for real, and what it does to the table.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <tuple>
+
+#include "autoplay/auto_play.h"
+#include "core/host.h"
+#include "core/make_bet.h"
+#include "screen_driver.h"
+#include "screens/frmAutoPlay.h"
+
+namespace {
+
+void LayBet(int betId, Currency amount) {
+  Game.ChangeRequest = amount;
+  MakeBet(betId);
+}
+
+}  // namespace
+
+class TestAutoPlay : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    table_ = std::make_unique<frmCrapTable>();
+    OpenScreen(*table_, "mnuAutoPlay", screen_);
+    working_ = Find<QListWidget>(screen_, "lstWorkOnComeOut");
+    stops_ = Find<QListWidget>(screen_, "listAutoStop");
+  }
+  void cleanup() { table_.reset(); }
+
+  void optionsSetTheirFields() {
+    const std::tuple<const char*, int&, const char*> groups[] = {
+        {"optHandleWinningBets_%1", Game.HandleWinningBets,
+         " Manual| Take Bet and Winnings| Same Bet - Take Winnings| Press 1 Unit| Press Double|"
+         " Parlay| Same Bet:| Bet:"},
+        {"optHandleLosingBets_%1", Game.HandleLosingBets,
+         " Manual| No Bet/Take Remainder (if any)| Bet Remainder (if any)| Same Bet|"
+         " Same Bet Plus 1 Unit| Double Bet:| Same Bet:| Bet:"},
+        {"optAutoAdjustBetAmounts_%1", Game.AutoAdjust,
+         " Manual| Auto w/ Minor Correction| Auto w/ Color Correction"}};
+    for (const auto& [name, field, all] : groups) {
+      const QStringList captions = QString(all).split('|');
+      for (int i = static_cast<int>(captions.size()) - 1; i >= 0; --i) {
+        QCOMPARE(Find<QRadioButton>(screen_, QString(name).arg(i))->text(), captions[i]);
+        Press(QString(name).arg(i));
+        QCOMPARE(field, i);
+      }
+    }
+    QVERIFY(Game.GameChanged);
+  }
+
+  void biasListsSetTheirFields() {
+    const std::tuple<const char*, const char*, int&> lists[] = {
+        {"cmbLayBias", "Lay bets bias: ", Game.LayBias},
+        {"cmbPlaceBias", "Place bets bias: ", Game.PlaceBias},
+        {"cmbDoBias", "\"Do\" odds bias: ", Game.DoBias},
+        {"cmbDontBias", "\"Don't\" odds bias: ", Game.DontBias}};
+    const std::tuple<Qt::Key, const char*, int> choices[] = {
+        {Qt::Key_End, "decrease", BiasDecrease},
+        {Qt::Key_Up, "increase", BiasIncrease},
+        {Qt::Key_Home, "nearest", BiasNearest}};
+    for (const auto& [name, what, field] : lists) {
+      for (const auto& [key, word, bias] : choices) {
+        QTest::keyClick(Find<QComboBox>(screen_, name), key);
+        QCOMPARE(Find<QComboBox>(screen_, name)->currentText(), QString(what) + word);
+        QCOMPARE(field, bias);
+      }
+    }
+  }
+
+  void takesAmountsOperatorsAndUnits() {
+    const QStringList units =
+        QString("%|$1 Units|$5 Units|$25 Units|$100 Units|$500 Units|$").split('|');
+    for (const int slot : {AutoWinSameBet, AutoLossSameBet, AutoWinBet, AutoLossBet}) {
+      const unsigned at = static_cast<unsigned>(slot);
+      const QString box = QString("txtModifyAmount_%1").arg(slot);
+      for (const auto& [typed, held] :
+           {std::pair{"1x2.5b0", "12.5"}, {"", "0"}, {"999999999999", "999999999.99"}}) {
+        Type(box, typed);
+        QCOMPARE(PlainText(Game.ModifyAmount[at]), held);
+      }
+      auto* unit = Find<QPushButton>(screen_, QString("cmdUnits_%1").arg(slot));
+      for (int step = 1; step <= units.size(); ++step) {
+        unit->click();
+        QCOMPARE(unit->text(), units[step - 1]);
+        QCOMPARE(Game.ModifyUnit[at], Currency(step % 7));
+      }
+      if (slot != AutoWinSameBet && slot != AutoLossSameBet) continue;
+      auto* sign = Find<QPushButton>(screen_, QString("cmdMathOperator_%1").arg(slot));
+      for (const char* next : {"-", "x", "/", "+", "-"}) {
+        sign->click();
+        QCOMPARE(sign->text(), next);
+      }
+      QCOMPARE(Game.ModifyOperator[at], int(ModifySubtract));
+    }
+  }
+
+  void modesActAtOnceOnWhatStands() {
+    Press("optAutoAdjustBetAmounts_0");
+    LayBet(Place6, 7);
+    for (int i = 0; i < 6; ++i) LayBet(Field, 1);
+    const int chips = Game.ChipCount;
+    Press("chkAutoArrangeChips");
+    QCOMPARE(Game.ChipCount, chips - 4);  // the six on the Field became a 5 and a 1
+    QCOMPARE(Game.Bets[Place6], Currency(7));
+    Press("optAutoAdjustBetAmounts_1");
+    QCOMPARE(Game.Bets[Place6], Currency(12));  // Place bets start with the bias to increase
+    Press("chkAutoRemovePlaceBets");
+    QVERIFY(Game.AutoRemovePlace && Game.AutoArrangeChips);
+  }
+
+  void asksForOddsOnBetsThatStand() {
+    const std::tuple<int, int, const char*, const char*, const char*> sides[] = {
+        {PassLine, PassLineOdds, "chkAutoTakeFullOdds", "Take", "take"},
+        {DontPass, DontPassOdds, "chkAutoLayFullOdds", "Lay", "lay"}};
+    for (const auto& [bet, odds, box, word, does] : sides) {
+      Game.Point = 0;
+      LayBet(bet, 10);
+      Game.Point = 6;
+      const Currency& held = Game.Bets[static_cast<unsigned>(odds)];
+      PlannedMessages = {true, {{AnswerNo}, {AnswerYes}}};
+      Press(box);
+      QCOMPARE(held, Currency());
+      const std::string name = std::string("Auto-") + word + " Full Odds";
+      ExpectMessage(name + " is now active.\n\nDo you also want to " + does +
+                        " full odds on any bets that are already on the table?",
+                    name);
+      Press(box);
+      QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));  // turning it off asks nothing
+      Press(box);
+      QVERIFY(held > 0);
+    }
+    QVERIFY(Game.AutoTakeFullOdds && Game.AutoLayFullOdds);
+  }
+
+  void setsWhatWorksOnTheComeOut() {
+    QCOMPARE(working_->count(), int(LastBet));
+    QCOMPARE(Line(Lay4) + Line(Place6), "Lay 4 - YesPlace 6 - No");
+    Game.BetWorking[Place8] = CalledOff;
+    for (const int bet : {Place6, Place8, Buy10}) Click(working_, bet - 1, Qt::ControlModifier);
+    ClickButton(screen_, "cmdYes");
+    QCOMPARE(Line(Place6), "Place 6 - Yes");
+    QCOMPARE(Game.ComeOutWorking[Buy10], int(Working));
+    QCOMPARE(Game.BetWorking[Place6], int(Working));
+    QCOMPARE(Game.BetWorking[Place8], int(CalledOff));
+    QCOMPARE(Game.ComeOutWorking[Place5], int(NotWorking));
+    for (const int state : {NotWorking, Working}) {
+      const QPoint place = Click(working_, Place6 - 1);
+      QTest::mouseDClick(working_->viewport(), Qt::LeftButton, {}, place);
+      QCOMPARE(Game.BetWorking[Place6], state);
+      QCOMPARE(Line(Place6), state == Working ? "Place 6 - Yes" : "Place 6 - No");
+    }
+    ClickButton(screen_, "cmdSelectAll");
+    ClickButton(screen_, "cmdNo");
+    for (unsigned id = Lay4; id <= LastBet; ++id)
+      QCOMPARE(Game.ComeOutWorking[id], int(NotWorking));
+    ClickButton(screen_, "cmdDefault");
+    QCOMPARE(Line(Lay4) + Line(Place6), "Lay 4 - YesPlace 6 - No");
+    QCOMPARE(Game.BetWorking[Lay4], int(Working));
+  }
+
+  void stopListStopsAutoRolling() {
+    QCOMPARE(stops_->count(), int(kAutoStops));
+    for (const auto& [entry, text] :
+         {std::pair{StopOnWin, "Any winning roll"}, {StopOnTwelve, "A 12"}})
+      QCOMPARE(stops_->item(entry)->text(), text);
+    for (const bool on : {true, false}) {
+      for (int entry = 0; entry < kAutoStops; ++entry) {
+        Click(stops_, entry);
+        QCOMPARE(Game.AutoStopOn[static_cast<unsigned>(entry)], on);
+      }
+    }
+    Click(stops_, StopOnSeven);
+    Press("chkAutoRollDice");
+    RollByClick();
+    QCOMPARE(Game.RollTotal, 7);
+    QVERIFY(!Game.RollInProgress);
+  }
+
+  void bringsNumbersIntoTheirLimits() {
+    const std::tuple<const char*, const char*, int&, int, const char*> entries[] = {
+        {"txtNumAutoRolls", "999999999", Game.NumAutoRolls, kMaxRolls, "100,000,000"},
+        {"txtNumAutoRolls", "-1.5", Game.NumAutoRolls, 15, "15"},  // only digits pass
+        {"txtNumAutoRolls", "", Game.NumAutoRolls, 0, "no limit"},
+        {"txtDelayRoll", "99999", Game.AutoRollDelay, kMaxAutoRollDelay, "no limit"},
+        {"txtDelayRoll", "", Game.AutoRollDelay, 0, "no limit"}};
+    for (const auto& [box, typed, field, value, remaining] : entries) {
+      Type(box, typed);
+      QCOMPARE(field, value);
+      QCOMPARE(Find<QLineEdit>(screen_, box)->text(), QString::number(value));
+      QCOMPARE(Remaining(), remaining);
+    }
+  }
+
+  void resumesOrRestartsTheCount() {
+    Type("txtNumAutoRolls", "1000");
+    Game.AutoRollsLeft = 5;
+    Find<QLineEdit>(screen_, "txtNumAutoRolls")->setFocus();
+    Find<QLineEdit>(screen_, "txtDelayRoll")->setFocus();
+    QCOMPARE(Game.AutoRollsLeft, 5);  // a visit changes nothing
+    for (const bool resume : {true, false}) {
+      Game.AutoRollDice = false;
+      Game.AutoRollsLeft = 5;
+      TheHost.RefreshViews();
+      PlannedMessages.Answers = {{resume ? AnswerYes : AnswerNo}};
+      Press("chkAutoRollDice");
+      ExpectMessage(
+          "Would you like to resume the current roll count at 5\n\nIf not, then the count "
+          "will be reset to 1,000",
+          "Auto-Roll");
+      QCOMPARE(Game.AutoRollsLeft, resume ? 5 : 1000);
+    }
+  }
+
+  void runsTheCountAndShowsWhatRemains() {
+    Type("txtNumAutoRolls", "40");
+    Press("chkAutoRollDice");
+    QVERIFY(PlannedMessages.Shown.empty());
+    QStringList seen;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&] { seen << Remaining(); });
+    watch.start(0);
+    RollByClick();
+    QCOMPARE(Game.RollCount[0], 40);
+    QCOMPARE(Remaining(), "40");
+    QVERIFY(seen.contains("3"));
+    QTimer::singleShot(5, this, [this] {  // acts on the run from the next roll on
+      Press("optHandleLosingBets_5");
+      Press("chkAutoRollDice");
+    });
+    Type("txtNumAutoRolls", "0");
+    RollByClick();
+    QCOMPARE(Game.HandleLosingBets, int(LossDoubleBet));
+    QVERIFY(Game.RollCount[0] > 41 && !Game.KeepRolling && !Game.RollInProgress);
+  }
+
+  void changesWaitForDiceInTheAir() {
+    LayBet(PassLine, 10);
+    Game.Point = 6;
+    PlannedMessages.Answers = {{AnswerYes}};
+    TheHost.ThrowDice = [this] {
+      Press("chkAutoTakeFullOdds");
+      QCOMPARE(Game.Bets[PassLineOdds], Currency());
+    };
+    RightClickRolls(*table_, 5, 4);
+    QVERIFY(Game.AutoTakeFullOdds && Game.Bets[PassLineOdds] > 0);
+    QVERIFY(Find<QCheckBox>(screen_, "chkAutoTakeFullOdds")->isChecked());
+  }
+
+  void showsWhatOtherScreensChange() {
+    Game.HandleWinningBets = WinParlay;
+    Game.AutoStopOn[StopOnEleven] = Game.AutoArrangeChips = true;
+    Game.DoBias = BiasDecrease;
+    TheHost.RefreshViews();
+    QVERIFY(Find<QRadioButton>(screen_, "optHandleWinningBets_5")->isChecked());
+    QCOMPARE(stops_->item(StopOnEleven)->checkState(), Qt::Checked);
+    QVERIFY(Find<QCheckBox>(screen_, "chkAutoArrangeChips")->isChecked());
+    QCOMPARE(Find<QComboBox>(screen_, "cmbDoBias")->currentIndex(), int(BiasDecrease));
+  }
+
+ private:
+  QString Remaining() { return Find<QLabel>(screen_, "lblAutoRollsRemaining")->text(); }
+  QString Line(int betId) { return working_->item(betId - 1)->text(); }
+
+  /// Clicks an option or a check box on its mark.
+  void Press(const QString& name) {
+    auto* button = Find<QAbstractButton>(screen_, name);
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(12, button->height() / 2));
+  }
+
+  /// Types over what a box holds and leaves it.
+  void Type(const QString& name, const QString& text) {
+    auto* box = Find<QLineEdit>(screen_, name);
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClick(box, Qt::Key_Delete);
+    QTest::keyClicks(box, text);
+    QTest::keyClick(box, Qt::Key_Tab);
+  }
+
+  /// Clicks a row at its left end.
+  static QPoint Click(QListWidget* list, int row, Qt::KeyboardModifiers keys = {}) {
+    list->scrollToItem(list->item(row));
+    const QPoint place(12, list->visualItemRect(list->item(row)).center().y());
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, keys, place);
+    return place;
+  }
+
+  void RollByClick() { ClickPlace(*table_, {300, 210}, {}, Qt::RightButton); }
+
+  std::unique_ptr<frmCrapTable> table_;
+  frmAutoPlay* screen_ = nullptr;
+  QListWidget* working_ = nullptr;
+  QListWidget* stops_ = nullptr;
+};
+
+QTEST_MAIN(TestAutoPlay)
+#include "test_auto_play.moc"

@@ -1,0 +1,327 @@
+// The bankroll graph and the controls of Hyper-Drive, by clicks on the real screens.
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QProgressBar>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <set>
+#include <span>
+#include <tuple>
+
+#include "core/chips.h"
+#include "core/host.h"
+#include "core/make_bet.h"
+#include "screen_driver.h"
+#include "screens/frmBankroll.h"
+#include "screens/graph_printer.h"
+#include "stats/graph.h"
+
+class TestBankroll : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    table_ = std::make_unique<frmCrapTable>();
+    OpenScreen(*table_, "mnuBankroll", screen_);
+    graph_ = Find<picGraphBox>(screen_, "picGraph");
+  }
+  void cleanup() {
+    GraphPrintFile.clear();
+    Game.KeepRolling = false;
+    table_.reset();
+  }
+
+  void figuresFollowTheRolls() {
+    using Texts = std::vector<std::pair<const char*, const char*>>;
+    const std::tuple<int, int, Texts> stages[] = {
+        {0, 500, {{"lblRollsLeft", "1"}, {"lblRollsRight", "525"}, {"lblTotalRolls", "0"}}},
+        {525, 600, {{"lblRollsLeft", "1"}, {"lblHigh", "600"}, {"lblTotalRolls", "525"}}},
+        {10, 510, {{"lblRollsLeft", "526"}, {"lblRollsRight", "1,050"}, {"lblHigh", "510"}}},
+        {5, 520, {{"lblLow", "510"}, {"lblSimHours", "4.50"}, {"lblRollsPerHour", "120"}}},
+        {1, -1'234, {{"lblCurrent", "-1,234"}, {"lblLow", "-1,234"}}}};
+    for (const auto& [rolls, bankroll, texts] : stages) {
+      EndRolls(rolls, [amount = bankroll](int) { return amount; });
+      for (const auto& [label, text] : texts) QCOMPARE(Text(label), text);
+      const QColor ink = Find<QLabel>(screen_, "lblCurrent")->palette().windowText().color();
+      QCOMPARE(ink == QColor(Qt::red), Bankroll() < 0);
+    }
+  }
+
+  void lineFillsThePageAndStartsAgain() {
+    Commands({"mnuGraphType_0", "mnuDisplayAverage", "mnuDisplayGridLines"});
+    QVERIFY(ColumnsWith(PaletteOfGraph().Text).size() > 20);  // the words of an empty graph
+    EndRolls(525, [](int roll) { return 500 + roll % 7; });
+    QVERIFY(ColumnsWith(PaletteOfGraph().Text).empty());
+    QVERIFY(*ColumnsWith(PaletteOfGraph().Line).rbegin() > graph_->width() - 6);
+    EndRolls(10, [](int) { return 510; });
+    const std::set<int> columns = ColumnsWith(PaletteOfGraph().Line);
+    QVERIFY(!columns.empty() && *columns.rbegin() < graph_->width() / 20);
+  }
+
+  void readsThePointedRoll() {
+    EndRolls(600, [](int roll) { return 1'000 - roll; });
+    MoveTo(300);  // not rolled yet
+    QCOMPARE(Text("lblPointer"), "");
+    MoveTo(40);
+    QCOMPARE(Text("lblPointer"), "Rolls:  565    Bankroll:  435");
+    QTest::keyClick(screen_, Qt::Key_Right);
+    QCOMPARE(Text("lblPointer"), "Rolls:  566    Bankroll:  434");
+    QTest::keyClick(screen_, Qt::Key_Left);
+    QVERIFY(Text("lblPointer").startsWith("Rolls:  565 "));
+  }
+
+  void buttonsAndKeysMoveTheScale() {
+    Command(*screen_, "mnuAutoAdjustType_0");
+    const std::tuple<const char*, Qt::Key, int, const char*, const char*> steps[] = {
+        {"cmdLargerScale", {}, 2, "4", "1,000"}, {"cmdLargerScale", {}, 4, "100", "15,000"},
+        {"cmdSmallerScale", {}, 6, "1", "650"},  {"", Qt::Key_PageDown, 1, "0.4", "560"},
+        {"", Qt::Key_PageUp, 1, "1", "650"},     {"cmdZeroLineUp", {}, 1, "1", "600"},
+        {"cmdZeroLineDown", {}, 3, "1", "750"},  {"", Qt::Key_Down, 1, "1", "800"},
+        {"", Qt::Key_Up, 2, "1", "700"},         {"", Qt::Key_Home, 1, "1", "650"}};
+    for (const auto& [button, key, times, scale, top] : steps) {
+      for (int i = 0; i < times; ++i) {
+        if (*button) Find<QToolButton>(screen_, button)->click();
+        if (!*button) QTest::keyClick(screen_, key);
+      }
+      QCOMPARE(PlainText(Game.GraphScale), scale);
+      QCOMPARE(Text("lblScale_0"), top);
+      QCOMPARE(Text("lblScale_5"), Money(Game.GraphTop - Game.GraphScale * 250));
+    }
+  }
+
+  void entersTheSpanOfTheAverage() {
+    EndRolls(10, [](int roll) { return roll * 100; });
+    const std::tuple<PlannedAnswer, int, int, const char*> entries[] = {
+        {{AnswerOk, "4"}, 4, 850, "4 roll moving average"},
+        {{AnswerOk, "900"}, 525, 550, "525 roll moving average"},
+        {{AnswerCancel, "7"}, 525, 550, "525 roll moving average"},
+        {{AnswerOk, "0"}, 0, 550, "All rolls moving average"}};
+    for (const auto& [answer, span, average, caption] : entries) {
+      PlannedMessages.Answers = {answer};
+      Command(*screen_, "mnuSetAverage");
+      QCOMPARE(Game.BankrollAverageSpan, span);
+      QCOMPARE(Game.BankrollAverage[10], Currency(average));
+      QCOMPARE(Text("lblMovingAverage"), caption);
+    }
+  }
+
+  void eachLookIsDrawnInItsOwnWay() {
+    EndRolls(300, [](int roll) { return 500 + roll % 50; });
+    QSet<QByteArray> pictures;
+    const auto remember = [&] {
+      const QImage picture = Picture();
+      pictures << QByteArray(reinterpret_cast<const char*>(picture.bits()), picture.sizeInBytes());
+    };
+    const std::tuple<const char*, int, int&> menus[] = {
+        {"mnuSetColor_%1", 8, Game.BankrollGraphColor},
+        {"mnuGraphType_%1", 3, Game.BankrollGraphType},
+        {"mnuAutoAdjustType_%1", 3, Game.BankrollAutoAdjustType}};
+    for (const auto& [menu, choices, field] : menus) {
+      for (int i = 0; i < choices; ++i) {
+        Command(*screen_, QString(menu).arg(i));
+        QCOMPARE(field, i);
+        for (int other = 0; other < choices; ++other)
+          QCOMPARE(Find<QAction>(screen_, QString(menu).arg(other))->isChecked(), other == i);
+        QCOMPARE(Picture().pixelColor(graph_->width() - 4, 4), PaletteOfGraph().Background);
+        remember();
+      }
+    }
+    for (const char* toggle : {"mnuDisplayGridLines", "mnuDisplayAverage", "mnuDisplayRefLines"})
+      Command(*screen_, toggle), remember();
+    QVERIFY(!Game.BankrollGridLines && !Game.BankrollShowAverage && Game.BankrollRefLines);
+    // Eight backgrounds, the last of them striped, two more types, three toggles: all differ.
+    QCOMPARE(pictures.size(), kGraphColors + 2 + 3);
+  }
+
+  void hairLinesAreOneDotWideAtAnyScale() {
+    Command(*screen_, "mnuGraphType_0");
+    EndRolls(1, [](int) { return 500; });
+    for (const double ratio : {1.0, 2.0, 3.0}) {
+      QImage picture(QSize(525, 300) * ratio, QImage::Format_RGB32);
+      picture.setDevicePixelRatio(ratio);
+      QPainter painter(&picture);
+      PaintGraph(painter, QRectF(0, 0, 525, 300), {});
+      int dots = 0;
+      for (int x = 0; x < picture.width(); ++x)
+        dots += picture.pixelColor(x, qRound(20 * ratio)) == PaletteOfGraph().Grid;
+      QCOMPARE(dots, 20);  // one for each upright line between 21 columns
+    }
+  }
+
+  void referenceLinesAreSetAndDragged() {
+    EndRolls(400, [](int roll) { return 500 + roll; });
+    Commands({"mnuDisplayRefLines", "mnuAutoAdjustType_0"});
+    QTest::mouseClick(graph_, Qt::LeftButton, {}, PlaceOf(60));
+    QTest::mouseClick(graph_, Qt::RightButton, {}, PlaceOf(260));
+    QTest::mousePress(graph_, Qt::RightButton, {}, PlaceOf(61));  // takes hold of the first
+    MoveTo(120);
+    QTest::mouseRelease(graph_, Qt::RightButton, {}, PlaceOf(120));
+    MoveTo(450);
+    QCOMPARE(Text("lblPointer"), "Between the lines:  140 rolls,  140");
+    Command(*screen_, "mnuCentre");  // between what the two lines meet: 620 and 760
+    QCOMPARE(PlainText(Game.GraphTop), PlainText(Game.GraphScale * 50 * (690 / (2 * 50) + 3)));
+  }
+
+  void fullPagesArePrintedWhereAskedFor() {
+    const QTemporaryDir folder;
+    int printed = 0;
+    TheHost.PrintDuePage = [&printed, print = TheHost.PrintDuePage] {
+      printed = GraphsDue();
+      print();
+    };
+    for (const bool on : {false, true}) {
+      GraphPrintFile = folder.filePath(on ? "on.pdf" : "off.pdf");
+      if (on) Command(*screen_, "mnuAutoPrint");
+      QCOMPARE(Find<QLabel>(screen_, "lblAutoPrint")->isVisible(), on);
+      Command(*table_, "mnuNew");
+      Run(1'100);
+      QCOMPARE(printed, on ? 2 : 0);
+      QFile page(GraphPrintFile);
+      QCOMPARE(page.open(QIODevice::ReadOnly) && page.read(4) == "%PDF", on);
+    }
+    QVERIFY(QFile::remove(GraphPrintFile));
+    Command(*screen_, "mnuPrint");
+    QVERIFY(QFile::remove(GraphPrintFile));
+  }
+
+  void slowestRunStillAnswersAtOnce() {
+    QTest::keyClick(Find<QSlider>(screen_, "hscrThrottle"), Qt::Key_End);
+    QCOMPARE(Text("lblThrottle"), "At most 1.0 rolls/s");
+    QElapsedTimer stopped;
+    After(150, [&] {
+      stopped.start();
+      ClickButton(screen_, "cmdHyperDriveActive");
+    });
+    Run(0);
+    QVERIFY(stopped.elapsed() < 400);
+    QCOMPARE(Game.RollCount[0], 1);
+  }
+
+  void runTellsOfItselfUntilASecondClick() {
+    QStringList told;
+    QElapsedTimer clock;
+    After(300, [&] {
+      QVERIFY(clock.elapsed() < 600);     // the event loop comes to its turn
+      QVERIFY(table_->isActiveWindow());  // the focus goes to the table when a run begins
+      QCOMPARE(Button("cmdHyperDrive")->text(), "Stop Hyper-&Drive");
+      for (const int left : {Game.AutoRollsLeft, Game.RollCount[0], 0}) {
+        Game.AutoRollsLeft = left;
+        screen_->RefreshBankrollView();
+        told << Text("lblRun") + QString::number(Find<QProgressBar>(screen_, "prgRun")->value());
+      }
+      ClickButton(screen_, "cmdHyperDrive");
+    });
+    clock.start();
+    Run(90'000'000);
+    const QString rolls = Money(Game.RollCount[0]);
+    QVERIFY(told[0].startsWith(rolls + " of 90,000,000 rolls    "));
+    QVERIFY(told[1].startsWith(rolls + " of " + Money(2 * Game.RollCount[0])));
+    QVERIFY(told[1].endsWith(" left500"));  // half done
+    QVERIFY(told[2].startsWith(rolls + " rolls, no count set    "));
+    QCOMPARE(Button("cmdHyperDrive")->text(), "Start Hyper-&Drive");
+    QVERIFY(!Button("cmdHyperDriveActive")->isEnabled());
+    QVERIFY(!Game.HyperDriveOn && !Game.KeepRolling && !Game.RollInProgress);
+    QVERIFY(PlannedMessages.Shown.empty());
+    QCOMPARE(Text("lblTotalRolls"), rolls);
+  }
+
+  void runEndsWithItsCountAndChipsLieAsTheBets() {
+    Game.HandleWinningBets = WinSameBet;
+    Game.HandleLosingBets = LossSameBet;
+    Game.Bets[BankrollIndex] = 100'000;
+    Game.ChangeRequest = 10;
+    MakeBet(PassLine);
+    Run(5'000);
+    ExpectMessage("Stopped by roll count on Auto-Play screen.", "Hyper-Drive");
+    QVERIFY(Text("lblRun").startsWith("Last run:  5,000 rolls in "));
+    QCOMPARE(Text("lblRollsLeft"), "4,726");  // the tenth page
+    Currency worth;
+    for (const Chip& chip : std::span(Game.ChipList).first(Game.ChipCount))
+      if (chip.BetId == PassLine) worth += ChipValue(chip.Picture);
+    QVERIFY(worth > 0 && worth == Game.Bets[PassLine]);
+    Game.Bets[BankrollIndex] = 10'000'000;  // beyond the limit
+    Run(0);
+    QCOMPARE(Text("lblTotalRolls"), "5,000");
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(2));
+  }
+
+  void minimisedTableTellsOfTheRun() {
+    After(50, [&] {
+      table_->showMinimized();
+      QTRY_COMPARE(table_->windowTitle(), "Kelvanor Hyper-Drive Active");
+      Game.KeepRolling = false;
+    });
+    Run(0);
+    QCOMPARE(table_->windowTitle(), "Kelvanor Hyper-Drive Stopped");
+    table_->showNormal();
+    QTRY_COMPARE(table_->windowTitle(), "Kelvanor");
+  }
+
+  void closingDuringARunAsks() {
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
+    After(100, [&] {
+      screen_->close();
+      QVERIFY(screen_->isVisible() && Game.KeepRolling);
+      After(50, [this] { table_->close(); });  // and takes this screen with it
+    });
+    Run(0);
+    QVERIFY(!table_->isVisible() && !screen_->isVisible() && !Game.HyperDriveOn);
+    ExpectMessage("Do you want to stop Hyper-Drive?", "Hyper-Drive Active");
+  }
+
+ private:
+  QImage Picture() { return graph_->grab().toImage(); }
+  QPushButton* Button(const QString& name) { return Find<QPushButton>(screen_, name); }
+  QString Text(const QString& name) { return Find<QLabel>(screen_, name)->text(); }
+  static QString Money(Currency amount) { return QString::fromStdString(MoneyText(amount)); }
+
+  /// Ends rolls with bankrolls, as the roll cycle does.
+  void EndRolls(int rolls, const std::function<int(int)>& bankrollAfter) {
+    for (int roll = 1; roll <= rolls; ++roll) {
+      ++Game.RollCount[0];
+      Game.Bets[BankrollIndex] = bankrollAfter(roll);
+      Game.BankrollSum += Bankroll();
+      AddBankrollPoint();
+    }
+    screen_->RefreshBankrollView();
+  }
+
+  void Run(int rolls) {
+    Game.NumAutoRolls = Game.AutoRollsLeft = rolls;
+    ClickButton(screen_, "cmdHyperDrive");
+  }
+  void After(int milliseconds, std::function<void()> act) {
+    QTimer::singleShot(milliseconds, this, std::move(act));
+  }
+  void Commands(const QStringList& names) {
+    for (const QString& name : names) Command(*screen_, name);
+  }
+
+  /// The columns of the graph that hold a colour.
+  std::set<int> ColumnsWith(const QColor& color) {
+    const QImage picture = Picture();
+    std::set<int> columns;
+    for (int x = 0; x < picture.width(); ++x)
+      for (int y = 0; y < picture.height(); ++y)
+        if (picture.pixelColor(x, y) == color) columns.insert(x);
+    return columns;
+  }
+
+  QPoint PlaceOf(int point) { return {qRound(graph_->Frame().X(point)), graph_->height() / 2}; }
+  void MoveTo(int point) {
+    const QPointF place = PlaceOf(point);
+    QMouseEvent move(QEvent::MouseMove, place, graph_->mapToGlobal(place), Qt::NoButton, {}, {});
+    QApplication::sendEvent(graph_, &move);
+  }
+
+  std::unique_ptr<frmCrapTable> table_;
+  frmBankroll* screen_ = nullptr;
+  picGraphBox* graph_ = nullptr;
+};
+
+QTEST_MAIN(TestBankroll)
+#include "test_bankroll.moc"

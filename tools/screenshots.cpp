@@ -1,0 +1,220 @@
+// Paints the table in all its looks into PNG files, to be looked at.
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QTextStream>
+#include <functional>
+
+#include "core/chips.h"
+#include "core/game_state.h"
+#include "rules/defaults.h"
+#include "rules/presets.h"
+#include "screens/table_painter.h"
+
+namespace {
+
+constexpr QSize kSmall(640, 480);
+constexpr QSize kMiddle(1280, 960);
+constexpr QSize kLarge(1920, 1440);
+
+QDir outputFolder;
+int failures = 0;
+
+QImage TablePicture(QSize size, const TableView& view = {}) {
+  TableCache cache;
+  QImage image(size, QImage::Format_RGB32);
+  QPainter painter(&image);
+  PaintTable(painter, size, view, cache);
+  return image;
+}
+
+void Save(const QImage& image, const QString& name) {
+  if (!image.save(outputFolder.filePath(name + QStringLiteral(".png")))) ++failures;
+}
+
+void Shoot(const QString& name, QSize size = kMiddle, const TableView& view = {}) {
+  Save(TablePicture(size, view), name);
+}
+
+/// Several looks in one picture, `columns` side by side.
+void ShootSheet(const QString& name, int count, int columns, QSize cell,
+                const std::function<QImage(int)>& picture) {
+  QImage sheet(cell.width() * columns, cell.height() * ((count + columns - 1) / columns),
+               QImage::Format_RGB32);
+  sheet.fill(Qt::black);
+  QPainter painter(&sheet);
+  for (int i = 0; i < count; ++i)
+    painter.drawImage(QPoint(i % columns * cell.width(), i / columns * cell.height()), picture(i));
+  painter.end();
+  Save(sheet, name);
+}
+
+void Lay(int betId, Currency amount) {
+  Game.Bets[static_cast<unsigned>(betId)] = amount;
+  ArrangeChips(betId);
+}
+
+void LayFewBets() {
+  Game.Point = 6;
+  Lay(PassLine, 10);
+  Lay(PassLineOdds, 25);
+  Lay(Place4 + 3, 12);
+  Lay(Field, 5);
+  Lay(Hard8, 1);
+  Lay(ChipStackBase + 1, 137);
+  Lay(Hop24, 2);
+}
+
+void LayEveryBet() {
+  static constexpr int kAmounts[] = {5, 137, 25, 642, 10, 88, 1, 1250, 30, 6};
+  for (int bet = Lay4; bet <= LastBet; ++bet) {
+    const bool both = IsPlace(bet) && bet % 2 == 0;  // a number has a Place bet or a Buy bet
+    const bool buyToo = IsBuy(bet) && bet % 2 != 0;
+    if (!both && !buyToo) Lay(bet, kAmounts[bet % 10]);
+  }
+  for (int stack = FirstChipStack; stack < FirstChipStack + 4; ++stack)
+    Lay(stack, 137 + 1000 * (stack - FirstChipStack));
+}
+
+void Fresh() {
+  LayDownDefaults();
+  Game.DisplayBetAmounts = false;
+}
+
+/// A game under way, as the README shows it.
+void ShootGame() {
+  Fresh();
+  LayFewBets();
+  Game.Point = 8;
+  Game.Die1 = 5;
+  Game.Die2 = 3;
+  Lay(Come, 15);
+  Lay(Come4, 10);
+  Lay(Come4Odds, 20);
+  Lay(Buy10, 30);
+  Lay(Place4 + 2, 30);
+  Lay(DontPass, 25);
+  Game.ChipColor = 2;
+  Shoot(QStringLiteral("game"), kMiddle);
+}
+
+void ShootSizesAndPanels() {
+  Fresh();
+  Shoot(QStringLiteral("table_640x480"), kSmall);
+  Shoot(QStringLiteral("table_1280x960"), kMiddle);
+  Shoot(QStringLiteral("table_1920x1440"), kLarge);
+  Shoot(QStringLiteral("table_letterbox"), QSize(1300, 700));
+  Game.DisplayHopBets = true;
+  Shoot(QStringLiteral("hop_panel_640x480"), kSmall);
+  Shoot(QStringLiteral("hop_panel_1920x1440"), kLarge);
+}
+
+void ShootColours() {
+  for (int preset = 0; preset < kColorPresets; ++preset) {
+    Fresh();
+    LayFewBets();
+    SetColorPreset(preset);
+    Shoot(QStringLiteral("preset_%1").arg(preset));
+    Shoot(QStringLiteral("preset_%1_640x480").arg(preset), kSmall);
+    ShootSheet(QStringLiteral("preset_%1_felts").arg(preset), 9, 3, kSmall, [](int pattern) {
+      Game.TableFeltPattern = static_cast<float>(pattern);
+      return TablePicture(kSmall);
+    });
+  }
+}
+
+void ShootChipsAndDice() {
+  for (int style = 1; style <= 7; ++style) {
+    Fresh();
+    Game.ChipStyle = style;
+    Game.DiceStyle = 1 + style % 5;
+    LayFewBets();
+    Lay(Come, 14'631);
+    Lay(DontCome4, 631);
+    Shoot(QStringLiteral("chips_%1").arg(style), kLarge);
+  }
+  for (int style = 1; style <= 5; ++style) {
+    Fresh();
+    Game.DiceStyle = style;
+    ShootSheet(QStringLiteral("dice_%1").arg(style), 3, 3, QSize(400, 300), [](int pair) {
+      Game.Die1 = 2 * pair + 1;
+      Game.Die2 = 2 * pair + 2;
+      return TablePicture(kLarge).copy(1440, 1020, 400, 300);
+    });
+  }
+  Fresh();
+  for (int chip = 0; chip < 5; ++chip)
+    Game.Bets[static_cast<unsigned>(SmallestChip + chip)] =
+        Currency::FromRaw(2'500) * (chip == 0 ? 1 : chip * chip * 2'000 - 1'990);
+  Lay(Field, 7);
+  Shoot(QStringLiteral("chips_cents"));
+}
+
+void ShootPlay() {
+  for (int point : {0, 4, 5, 6, 8, 9, 10}) {
+    Fresh();
+    Game.Point = point;
+    Shoot(QStringLiteral("puck_%1").arg(point), kSmall);
+  }
+  Fresh();
+  LayEveryBet();
+  Game.Point = 9;
+  Shoot(QStringLiteral("full_table"), kLarge);
+  Game.DisplayBetAmounts = true;
+  for (int bet : {int(Lay4), int(Place4), int(Hard4), int(Field)})
+    Game.BetWorking[static_cast<unsigned>(bet)] = CalledOff;
+  for (int bet : {int(Buy10), int(Hard8), int(Come4)})
+    Game.BetWorking[static_cast<unsigned>(bet)] = CalledOn;
+  Game.ClickMode = CallOffMode;
+  Game.RecorderStatus = Recording;
+  Game.ChipColor = BuyMarkerSpot;
+  Shoot(QStringLiteral("full_table_amounts"), kLarge);
+  Shoot(QStringLiteral("full_table_amounts_640x480"), kSmall);
+  Game.DisplayHopBets = true;
+  Game.RecorderStatus = Playback;
+  Game.ChipColor = kFirstStackColor;
+  Shoot(QStringLiteral("full_table_hops"), kLarge);
+}
+
+void ShootFlight() {
+  Fresh();
+  LayFewBets();
+  TableView view;
+  view.Dice[0] = {210, 120};
+  view.Dice[1] = {262, 158};
+  view.Faces = {5, 3};
+  view.Turns = {24, -37};
+  view.Dragging = true;
+  view.DraggedAmount = 137;
+  view.DragPoint = {330, 230};
+  Shoot(QStringLiteral("dice_in_flight"), kMiddle, view);
+}
+
+void ShootHouseRules() {
+  for (int preset = 0; preset < kFieldPresets; ++preset) {
+    Fresh();
+    Game.BarDont = 2;
+    SetFieldPreset(preset);
+    Save(TablePicture(kMiddle).copy(180, 490, 840, 290), QStringLiteral("field_%1").arg(preset));
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QGuiApplication application(argc, argv);
+  const QStringList arguments = QGuiApplication::arguments();
+  outputFolder.setPath(arguments.size() > 1 ? arguments.at(1) : QStringLiteral("screenshots"));
+  if (!outputFolder.mkpath(QStringLiteral("."))) return 1;
+  ShootGame();
+  ShootSizesAndPanels();
+  ShootColours();
+  ShootChipsAndDice();
+  ShootPlay();
+  ShootFlight();
+  ShootHouseRules();
+  QTextStream(stdout) << outputFolder.entryList({QStringLiteral("*.png")}).size() << " pictures in "
+                      << outputFolder.path() << '\n';
+  return failures == 0 ? 0 : 1;
+}
