@@ -65,6 +65,7 @@ void StartUp(const std::string& programFolder, const std::string& dataFolder) {
     LayDownDefaults();
     Game.GamesLogFile = Game.DataPath + "default.glg";
     Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+    Game.MissingRngFiles = kGeneratorsLeftOut;
     Game.SpinRate = MeasureSpinRate();
     SeedAllGenerators();
     ScanSounds(Game.AppPath);

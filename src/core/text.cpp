@@ -105,9 +105,12 @@ Currency ParseAmount(const std::string& text) {
 std::string Quoted(const std::string& word) { return "\"" + word + "\""; }
 
 std::string BetName(int id) {
-  if (id >= 0 && id < static_cast<int>(Game.BetNames.size())) {
-    const std::string& name = Game.BetNames[static_cast<unsigned>(id)];
-    if (!name.empty()) return name;
-  }
-  return IsChipStack(id) ? "Chip-Stack #" + std::to_string(id - ChipStackBase) : std::string();
+  if (id < 0 || id > LastSlot) return {};
+  if (!IsChipStack(id)) return Game.BetNames[static_cast<unsigned>(id)];
+  // The four names of Chip-Stacks belong to the places on the table.
+  const auto begin = Game.VisibleStacks.begin();
+  const auto shown = std::find(begin, Game.VisibleStacks.end(), id);
+  if (shown != Game.VisibleStacks.end())
+    return Game.BetNames[static_cast<unsigned>(FirstChipStack + (shown - begin))];
+  return "Chip-Stack #" + std::to_string(id - ChipStackBase);
 }

@@ -363,17 +363,19 @@ void RollWithGenerator() {
   }
 }
 
-void SeedRng(SeedSource source) {
+bool SeedRng(SeedSource source) {
   try {
-    if (source != SeedInChangeRequest && !FindSeedValue()) return;
-    if (!SeedInLimits(Game.ChangeRequest, SeedLimit())) return;
+    if (source != SeedInChangeRequest && !FindSeedValue()) return false;
+    if (!SeedInLimits(Game.ChangeRequest, SeedLimit())) return false;
     LogSeeding();
     const int seed = static_cast<int>(std::nearbyint(Game.ChangeRequest.ToDouble()));
     Game.RngState = seed;
     Game.LastSeed = seed;
     SeedGenerator(seed);
+    return true;
   } catch (...) {
     ReportError("Seed RNG");
+    return false;
   }
 }
 

@@ -3,6 +3,16 @@
 
 #include "core/game_state.h"
 
+/// The generators that this build goes without, as bits of `MissingRngFiles`.
+inline constexpr int kGeneratorsLeftOut =
+#ifdef KELVANOR_WITHOUT_MT
+    1 |
+#endif
+#ifdef KELVANOR_WITHOUT_COKUS
+    2 |
+#endif
+    0;
+
 /// An integer from 1 to `limit`; advances `RngState`.
 int Rng3(int limit);
 
@@ -31,7 +41,8 @@ enum SeedSource : int { SeedInChangeRequest = -1, FindSeed = 0 };
 /// Seeds the chosen generator: with the whole part of `ChangeRequest`, or with the clock, or with
 /// what the player enters when `UserSeed` is on (which also clears `KeepRolling`). A seed below 1
 /// or above the generator's limit seeds nothing. Leaves `RngState` and `LastSeed`.
-void SeedRng(SeedSource source);
+/// True when the generator was seeded.
+bool SeedRng(SeedSource source);
 
 /// The largest seed of the chosen generator.
 int SeedLimit();

@@ -8,6 +8,7 @@
 
 #include "core/error_report.h"
 #include "core/game_state.h"
+#include "core/host.h"
 #include "core/start_up.h"
 #include "screens/frmCrapTable.h"
 #include "screens/guard.h"
@@ -47,6 +48,8 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationName("kelvanor");
   QApplication::setApplicationDisplayName("Kelvanor");
   const QString programFolder = QApplication::applicationDirPath();
+  // The first game is seeded by the clock, before there is a table.
+  TheHost.Milliseconds = SystemMilliseconds;
   StartUp(WithSeparator(programFolder), WithSeparator(DataFolder(programFolder)));
   const QSize screen = application.primaryScreen()->size();
   Game.ScreenWidth = screen.width();

@@ -21,6 +21,7 @@
 #include "screens/graph_printer.h"
 #include "screens/guard.h"
 #include "screens/help.h"
+#include "screens/paper.h"
 #include "screens/table_commands.h"
 
 namespace {
@@ -462,7 +463,7 @@ void frmBankroll::AskAverageSpan() {
 
 /// Prints the graph as it stands, and with it what has been collected.
 void frmBankroll::PrintNow() {
-  if (!CanPrintGraphs()) {
+  if (!CanPrint()) {
     ShowMessage("There's no printer to print the graph on.", "Print Bankroll Graph", kTopicBankroll,
                 OkStop);
     return;

@@ -1,5 +1,6 @@
 #include "screens/frmCrapTable.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -284,7 +285,8 @@ void frmCrapTable::MouseReleased(QPointF place, const QMouseEvent& event) {
   bool roll = false;
   if (event.button() == Qt::RightButton) {
     roll = RightClick();
-  } else if (event.button() == Qt::LeftButton && !(event.modifiers() & Qt::AltModifier)) {
+  } else if (event.button() == Qt::LeftButton &&
+             (Game.ClickMode != NoClickMode || !(event.modifiers() & Qt::AltModifier))) {
     roll = LeftClick({spot, place.x(), place.y(), bool(event.modifiers() & Qt::ControlModifier),
                       bool(event.modifiers() & Qt::ShiftModifier)});
   }
@@ -328,7 +330,8 @@ bool frmCrapTable::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusOut) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-        reason == Qt::MouseFocusReason) {
+        reason == Qt::MouseFocusReason ||
+        (reason == Qt::ActiveWindowFocusReason && !QApplication::activeModalWidget())) {
       TakeKeyedAmount();
     }
   }

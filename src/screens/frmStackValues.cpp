@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -20,6 +21,7 @@
 #include "screens/guard.h"
 #include "screens/help.h"
 #include "screens/numeric_entry.h"
+#include "screens/paper.h"
 #include "screens/table_commands.h"
 
 namespace {
@@ -131,6 +133,8 @@ void frmStackValues::MakeMenus() {
   };
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
   edit->setObjectName("mnuEdit");
+  add(edit, "mnuPrint", "&Print", QKeySequence::Print, [this] { PrintList(); });
+  edit->addSeparator();
   add(edit, "mnuCut", "Cu&t", QKeySequence::Cut, [this] { CutCell(); });
   add(edit, "mnuCopy", "&Copy", QKeySequence::Copy, [this] { CopyCell(); });
   add(edit, "mnuPaste", "&Paste", QKeySequence::Paste, [this] { PasteCell(); });
@@ -156,6 +160,35 @@ void frmStackValues::MakeMenus() {
   mnuDisplayZero_->setCheckable(true);
   mnuDisplayZero_->setChecked(true);
   add(options, "mnuSetStacks", "&Set Visible Chip-Stacks...", {}, [this] { OpenSetStacks(); });
+}
+
+/// Prints the stacks that have a name or a value, or all of them where zero values are displayed.
+void frmStackValues::PrintList() {
+  constexpr int kHeadingSize = 12;
+  constexpr int kTextSize = 10;
+  constexpr const char* kPlace = "Print Chip-Stacks";
+  if (!CanPrint()) return ShowMessage("There's no printer to print on.", "Print", 0, OkStop);
+  const QString game = Game.GameFileName.empty() ? QString("untitled game")
+                                                 : QString::fromStdString(Game.GameFileName);
+  const auto paint = [&](QPainter& painter, QSizeF page, const std::function<void()>& nextPage) {
+    double y = PrintLine(painter, 0, page.width(), "Chip-Stack values and names for " + game,
+                         kHeadingSize, true);
+    for (int row = 0; row < kStacks; ++row) {
+      const Currency value = ValueOfRow(row);
+      if (value == 0 && NameOfRow(row).empty() && !mnuDisplayZero_->isChecked()) continue;
+      if (y + kHeadingSize > page.height()) {
+        nextPage();
+        y = 0;
+      }
+      y = PrintLine(painter, y, page.width(),
+                    QString("#%1    %2    %3")
+                        .arg(row + 1)
+                        .arg(QString::fromStdString(MoneyText(value)),
+                             QString::fromStdString(NameOfRow(row))),
+                    kTextSize, false);
+    }
+  };
+  Guarded(kPlace, [&] { PrintOnPaper("Kelvanor Chip-Stacks", paint); });
 }
 
 void frmStackValues::RefreshStackView() {

@@ -39,6 +39,7 @@ class frmStackValues : public QMainWindow {
   void PasteCell();
   void DeleteCell();
   void DeleteAllOnAsking(const char* question, const char* title, bool values, bool names);
+  void PrintList();
   void OpenSetStacks();
   void TakeSetStacks();
 

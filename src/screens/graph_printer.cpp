@@ -1,33 +1,23 @@
 #include "screens/graph_printer.h"
 
 #include <QDate>
-#include <QElapsedTimer>
 #include <QLocale>
-#include <QPrinter>
-#include <QPrinterInfo>
-#include <algorithm>
-#include <stdexcept>
+#include <QPainter>
 #include <utility>
 #include <vector>
 
 #include "core/text.h"
 #include "screens/graph_painter.h"
-
-QString GraphPrintFile;
+#include "screens/paper.h"
 
 namespace {
 
 constexpr std::size_t kGraphsOnPage = 6;
 constexpr int kColumns = 2;
 constexpr int kRows = 3;
-constexpr int kResolution = 144;  // dots of an inch; lines one dot wide can still be seen
-constexpr int kPointsPerInch = 72;
-constexpr int kLookForPrinterAgain = 5'000;  // milliseconds
 
 // In points.
-constexpr double kMargin = 36;
 constexpr double kGap = 14;
-constexpr double kHeadingLine = 14;
 constexpr int kHeadingFont = 11;
 constexpr double kScaleWidth = 46;
 constexpr double kCaption = 13;
@@ -61,21 +51,11 @@ QStringList Heading() {
   return lines;
 }
 
-void SetFont(QPainter& painter, int size, bool bold) {
-  QFont font = painter.font();
-  font.setPixelSize(size);  // the painter counts in points of the paper
-  font.setBold(bold);
-  painter.setFont(font);
-  painter.setPen(Qt::black);
-}
-
 /// Returns how far down the heading reaches.
 double PrintHeading(QPainter& painter, double width) {
   double y = 0;
   for (const QString& line : Heading()) {
-    SetFont(painter, kHeadingFont, y == 0);
-    painter.drawText(QRectF(0, y, width, kHeadingLine), Qt::AlignLeft | Qt::AlignVCenter, line);
-    y += kHeadingLine;
+    y = PrintLine(painter, y, width, line, kHeadingFont, y == 0);
   }
   return y + kGap;
 }
@@ -92,7 +72,7 @@ void PrintScale(QPainter& painter, const QRectF& panel) {
 
 void PrintOneGraph(QPainter& painter, const QRectF& cell) {
   const QRectF panel = cell.adjusted(kScaleWidth, kCaption, 0, -kCaption);
-  SetFont(painter, kSmallFont, false);
+  SetPrintFont(painter, kSmallFont, false);
   painter.drawText(
       QRectF(panel.left(), cell.top(), panel.width(), kCaption), Qt::AlignLeft,
       QString("Rolls %1 to %2    High: %3    Low: %4")
@@ -115,23 +95,6 @@ void PrintPage(QPainter& painter, QSizeF page) {
   }
 }
 
-void SendPage() {
-  QPrinter printer;
-  if (!GraphPrintFile.isEmpty()) {
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(GraphPrintFile);
-  }
-  printer.setDocName("Kelvanor Bankroll Graph");
-  printer.setColorMode(Game.ColorPrint ? QPrinter::Color : QPrinter::GrayScale);
-  printer.setResolution(kResolution);
-  printer.setFullPage(true);
-  QPainter painter;
-  if (!painter.begin(&printer)) throw std::runtime_error("The page could not be printed");
-  painter.scale(double(kResolution) / kPointsPerInch, double(kResolution) / kPointsPerInch);
-  painter.translate(kMargin, kMargin);
-  PrintPage(painter, printer.pageLayout().fullRectPoints().size() - QSizeF(kMargin, kMargin) * 2);
-}
-
 }  // namespace
 
 void CollectGraph() {
@@ -146,16 +109,7 @@ void PrintDueGraphs() {
   struct Clearing {
     ~Clearing() { Due.clear(); }
   } const whateverHappens;
-  if (CanPrintGraphs()) SendPage();
-}
-
-bool CanPrintGraphs() {
-  static QElapsedTimer looked;
-  static bool found = false;
-  if (!GraphPrintFile.isEmpty()) return true;
-  if (!looked.isValid() || looked.hasExpired(kLookForPrinterAgain)) {
-    found = !QPrinterInfo::defaultPrinter().isNull();
-    looked.start();
-  }
-  return found;
+  if (!CanPrint()) return;
+  PrintOnPaper("Kelvanor Bankroll Graph",
+               [](QPainter& painter, QSizeF page, const auto&) { PrintPage(painter, page); });
 }

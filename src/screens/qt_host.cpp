@@ -7,6 +7,7 @@
 #include <QRandomGenerator>
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 #include "core/host.h"
@@ -160,6 +161,12 @@ void CelebrateBank() {
 
 }  // namespace
 
+std::uint32_t SystemMilliseconds() {
+  using namespace std::chrono;
+  const auto sinceStart = steady_clock::now().time_since_epoch();
+  return static_cast<std::uint32_t>(duration_cast<milliseconds>(sinceStart).count());
+}
+
 void InstallQtHost(frmCrapTable* table) {
   Table = table;
   static const QElapsedTimer clock = [] {
@@ -174,7 +181,7 @@ void InstallQtHost(frmCrapTable* table) {
   TheHost.CelebrateBank = CelebrateBank;
   TheHost.PlaySound = PlaySound;
   TheHost.StopSound = StopWave;
-  TheHost.Milliseconds = [] { return static_cast<std::uint32_t>(clock.elapsed()); };
+  TheHost.Milliseconds = SystemMilliseconds;
   TheHost.Yield = [] {
     const EngineTurn turn;
     const qint64 start = clock.nsecsElapsed();

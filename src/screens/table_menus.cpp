@@ -34,7 +34,7 @@ QStringList Numbered(const QString& caption, int count) {
 }
 
 void SeedNow() {
-  SeedRng(FindSeed);
+  if (!SeedRng(FindSeed)) return;
   ShowMessage("The random number generator has now been seeded.", "RNG Seeded", kHelpMisc, OkTick);
 }
 

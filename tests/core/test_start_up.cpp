@@ -46,6 +46,7 @@ TEST_F(StartUpTest, AFreshProgramStandsAtItsDefaults) {
   Game.Bets[Field] = 20;
   Game.Point = 6;
   Game.RngChoice = Rng7Mixed24;
+  TheHost.Milliseconds = [] { return 1'234'567U; };
   StartUp(Program, Data);
   for (const Currency amount : {Bankroll(), Game.InvestedBankroll, Game.BankrollHigh,
                                 Game.BankrollLow, Game.BetsAfterRoll[BankrollIndex]})
@@ -54,7 +55,8 @@ TEST_F(StartUpTest, AFreshProgramStandsAtItsDefaults) {
   EXPECT_EQ((std::array{Game.Die1, Game.Die2, Game.RollTotal, Game.Point}),
             (std::array{3, 4, 7, 0}));
   EXPECT_EQ(Game.RngChoice, Rng1Mt);
-  EXPECT_GT(Game.LastSeed, 0) << "seeded from the clock";
+  EXPECT_GE(Game.LastSeed, 1'234'567) << "seeded from the clock";
+  EXPECT_LT(Game.LastSeed, 1'234'667);
   EXPECT_EQ(Game.GamesLogFile, Data + "default.glg");
   EXPECT_EQ(Game.EventsLogFile, Data + "Events Log.txt");
   EXPECT_EQ(Game.OddsMultiple, Game.OddsAllowed68);

@@ -18,6 +18,7 @@
 #include "screen_driver.h"
 #include "screens/frmBankroll.h"
 #include "screens/graph_printer.h"
+#include "screens/paper.h"
 #include "stats/graph.h"
 
 class TestBankroll : public QObject {
@@ -30,7 +31,7 @@ class TestBankroll : public QObject {
     graph_ = Find<picGraphBox>(screen_, "picGraph");
   }
   void cleanup() {
-    GraphPrintFile.clear();
+    PrintFile.clear();
     Game.KeepRolling = false;
     table_.reset();
   }
@@ -174,18 +175,18 @@ class TestBankroll : public QObject {
       print();
     };
     for (const bool on : {false, true}) {
-      GraphPrintFile = folder.filePath(on ? "on.pdf" : "off.pdf");
+      PrintFile = folder.filePath(on ? "on.pdf" : "off.pdf");
       if (on) Command(*screen_, "mnuAutoPrint");
       QCOMPARE(Find<QLabel>(screen_, "lblAutoPrint")->isVisible(), on);
       Command(*table_, "mnuNew");
       Run(1'100);
       QCOMPARE(printed, on ? 2 : 0);
-      QFile page(GraphPrintFile);
+      QFile page(PrintFile);
       QCOMPARE(page.open(QIODevice::ReadOnly) && page.read(4) == "%PDF", on);
     }
-    QVERIFY(QFile::remove(GraphPrintFile));
+    QVERIFY(QFile::remove(PrintFile));
     Command(*screen_, "mnuPrint");
-    QVERIFY(QFile::remove(GraphPrintFile));
+    QVERIFY(QFile::remove(PrintFile));
   }
 
   void slowestRunStillAnswersAtOnce() {

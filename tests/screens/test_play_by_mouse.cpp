@@ -3,12 +3,15 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <tuple>
 
 #include "core/chips.h"
 #include "core/make_bet.h"
+#include "core/text.h"
 #include "screen_driver.h"
 #include "screens/frmStackValues.h"
+#include "screens/paper.h"
 #include "screens/table_commands.h"
 
 namespace {
@@ -316,6 +319,14 @@ class TestPlayByMouse : public QObject {
     QCOMPARE(Game.VisibleStacks[0], 101);
     SetStacks(stacks, {"7", "2", "3", "4"});
     QCOMPARE(Game.VisibleStacks, (std::array<int, 4>{107, 102, 103, 104}));
+    QCOMPARE(BetName(107), std::string("Chip-Stack # 7"));
+    QCOMPARE(BetName(101), std::string("Chip-Stack #1"));
+    const QTemporaryDir folder;
+    PrintFile = folder.filePath("stacks.pdf");
+    Command(*stacks, "mnuPrint");
+    QFile page(PrintFile);
+    QVERIFY(page.open(QIODevice::ReadOnly) && page.read(4) == "%PDF");
+    PrintFile.clear();
 
     PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}, {AnswerYes}};
     Command(*stacks, "mnuDeleteAllValues");
