@@ -47,10 +47,9 @@ bool LostOnLastRoll(int betId) { return Game.BetLosses[Actual][betId][StatRollCo
 
 void LogRemovedBet(int betId) {
   // Required: a Don't Come bet that the last throw had just moved is told of when it is taken.
-  const bool stood =
-      Game.BetsAtRoll[betId] > 0 || (IsDontComeOnNumber(betId) && WasCreatedByLastRoll(betId));
+  const bool created = IsDontComeOnNumber(betId) && WasCreatedByLastRoll(betId);
   const bool moved = betId == Come || betId == DontCome;
-  if (stood && !moved && !LostOnLastRoll(betId))
+  if (created || (Game.BetsAtRoll[betId] > 0 && !moved && !LostOnLastRoll(betId)))
     WriteLogLine(kIndent + BetName(betId) + " bet removed");
 }
 
@@ -70,7 +69,9 @@ void LogCall(int betId) {
 }
 
 void LogStandingBet(int betId) {
-  const bool created = Game.BetsAtRoll[betId] == 0 && WasCreatedByLastRoll(betId);
+  // What stood on the number before came down with the throw, but for a Come bet that may stay.
+  const bool cameDown = IsDontComeOnNumber(betId) || !Game.AllowPutBets;
+  const bool created = (Game.BetsAtRoll[betId] == 0 || cameDown) && WasCreatedByLastRoll(betId);
   const Currency before =
       created ? Game.BetsAtRoll[IsComeOnNumber(betId) ? Come : DontCome] : Game.BetsAtRoll[betId];
   const Currency now = Game.Bets[betId];

@@ -268,4 +268,23 @@ TEST_F(RollLogTest, ALogThatCannotBeWrittenLeavesTheGameGoing) {
   EXPECT_NE(Game.LastErrorText.find("occurred, at: Write Log Line\n"), std::string::npos);
 }
 
+TEST_F(RollLogTest, ABetMovedOntoANumberThatWasDecidedIsTheNewOne) {
+  LogAll(true);
+  for (const int line : {+Come, +DontCome}) {
+    SetPoint(6);
+    for (const int amount : {10, 20}) {
+      Given(line, amount);
+      Roll(2, 3);
+    }
+    TakeLog();
+    if (line == DontCome) RemoveBet(DontCome4 + 1);
+    Roll(1, 2);
+    const std::string log = TakeLog();
+    EXPECT_NE(log.find(line == Come ? "Come 5 bet still $20\n" : "Don't Come 5 bet removed\n"),
+              std::string::npos)
+        << log;
+    EXPECT_EQ(log.find("increased"), std::string::npos) << log;
+  }
+}
+
 }  // namespace
