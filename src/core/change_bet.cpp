@@ -215,10 +215,14 @@ void TellContractStands(int betId) {
 Verdict ApplyMaximum(int betId) {
   FigureMaxBet(betId);
   const Currency bet = Game.Bets[betId];
-  // A change that the minimum has raised is held to the maximum too.
-  if (bet + std::max(Game.ChangeRequest, Game.Change) <= Game.MaxHere) return Verdict::GoOn;
+  const bool contractStands = IsContractBet(betId) && Game.ContractBets[betId] > Game.MaxHere;
+  // A change that the minimum has raised is held to the maximum too; one that the contract has
+  // raised is not.
+  const Currency tested =
+      contractStands ? Game.ChangeRequest : std::max(Game.ChangeRequest, Game.Change);
+  if (bet + tested <= Game.MaxHere) return Verdict::GoOn;
   AddLimitText("Maximum bet here is $", Game.MaxHere);
-  if (IsContractBet(betId) && Game.ContractBets[betId] > Game.MaxHere) {
+  if (contractStands) {
     Game.Change = ToContract(betId);
     TellContractStands(betId);
     return Game.Change == 0 ? Verdict::End : Verdict::GoOn;
@@ -371,6 +375,7 @@ void ChargeVig(int betId) {
 
 void WriteChange(int betId) {
   if (betId < Lay4 || betId > LastSlot) return;
+  if (Game.Change != 0) Game.GameChanged = true;
   Game.Bets[betId] += Game.Change;
   Touch(betId);
   if (IsBet(betId)) Game.TotalOnTable += Game.Change;

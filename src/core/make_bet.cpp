@@ -181,6 +181,7 @@ void CallBet(int betId, CallCode onOrOff) {
   else
     Game.BetWorking[betId] = onOrOff == CallCodeOn ? CalledOn : CalledOff;
   Game.WorkingTouched = true;
+  Game.GameChanged = true;
   Game.NeedRepaint = true;
 }
 

@@ -433,4 +433,17 @@ TEST_F(ChangeBetTest, EveryBetIsMadeRaisedLoweredLimitedRefusedAndRemoved) {
   }
 }
 
+TEST_F(ChangeBetTest, ASilentCutAboveALoweredMaximumStaysSilent) {
+  SetPoint(6);
+  Establish(PassLine, 10);
+  Game.AllowPutBets = true;
+  Given(PassLine, 15);
+  Game.MaxPlacard = 8;
+  Game.GameChanged = false;
+  Put(PassLine, -10);
+  EXPECT_EQ(Bet(PassLine), Currency(10));
+  EXPECT_TRUE(TakeShown().empty());
+  EXPECT_TRUE(Game.GameChanged);
+}
+
 }  // namespace
