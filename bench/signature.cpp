@@ -95,7 +95,7 @@ void ChooseRules(Picks& picks) {
 
 void ChooseAutoPlay(Picks& picks, int game) {
   Game.HandleWinningBets = game % 8;
-  Game.HandleLosingBets = game / 8 % 8;
+  Game.HandleLosingBets = (game * 3 + game / 8) % 8;
   for (unsigned slot = AutoWinSameBet; slot < kModifySlots; ++slot) {
     Game.ModifyAmount[slot] = 1 + picks.Below(4);
     Game.ModifyOperator[slot] = picks.Below(4);
@@ -109,6 +109,12 @@ void ChooseAutoPlay(Picks& picks, int game) {
   Game.AutoTakeFullOdds = picks.OneIn(2);
   Game.AutoLayFullOdds = picks.OneIn(2);
   Game.AutoRemovePlace = picks.OneIn(2);
+  Game.AutoArrangeChips = picks.OneIn(2);
+  for (unsigned id = Lay4; id <= LastBet; ++id)
+    if (picks.OneIn(4)) Game.ComeOutWorking[id] = picks.Below(2);
+  for (bool& stop : Game.AutoStopOn) stop = picks.OneIn(6);
+  Game.BankrollAutoAdjustType = picks.Below(3);
+  Game.BankrollAverageSpan = picks.Below(3) * 60;
 }
 
 void Start(int game, Picks& picks) {
@@ -136,12 +142,21 @@ void LayBets(Picks& picks) {
   if (Bankroll() < 500) AtmTransaction(AtmWithdrawal, 4000);
 }
 
-void PlaySession(bool hyperDrive) {
-  if (hyperDrive) {
-    Game.NumAutoRolls = Game.AutoRollsLeft = kRollsPerSession;
-    ToggleHyperDrive();
-  } else {
-    for (int roll = 0; roll < kRollsPerSession; ++roll) RollDice();
+/// By Hyper-Drive, at full speed or with a turn of the event loop after each roll, by auto-roll up
+/// to a stop or the count, or roll by roll.
+void PlaySession(int game) {
+  Game.NumAutoRolls = Game.AutoRollsLeft = kRollsPerSession;
+  Game.HyperThrottle = game % 2;
+  switch (game % 4) {
+    case 0:
+    case 1: return ToggleHyperDrive();
+    case 2:
+      Game.AutoRollDice = Game.KeepRolling = true;
+      RollDice();
+      Game.AutoRollDice = Game.KeepRolling = false;
+      return;
+    default:
+      for (int roll = 0; roll < kRollsPerSession; ++roll) RollDice();
   }
 }
 
@@ -192,7 +207,7 @@ std::uint64_t PlayAll() {
     Start(game, picks);
     for (int session = 0; session < kSessions; ++session) {
       LayBets(picks);
-      PlaySession(game % 3 == 0);
+      PlaySession(game);
     }
     AddTable(fold);
     AddTallies(fold);

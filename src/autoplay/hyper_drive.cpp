@@ -1,5 +1,7 @@
 #include "autoplay/hyper_drive.h"
 
+#include <algorithm>
+
 #include "core/bankroll.h"
 #include "core/chips.h"
 #include "core/host.h"
@@ -14,6 +16,7 @@ constexpr double kMilliseconds = 1000;
 /// What a run began with.
 struct Run {
   int FirstRoll = 0;
+  int LastRoll = 0;
   int RollsAsked = 0;
   std::uint32_t StartedAt = 0;
   std::uint32_t EndedAt = 0;
@@ -24,7 +27,7 @@ void BeginRun() {
   Game.HyperDriveOn = true;
   Game.KeepRolling = true;
   Game.HyperDriveStopped = false;
-  run = {Game.RollCount[0], Game.AutoRollsLeft, TheHost.Milliseconds(), 0};
+  run = {Game.RollCount[0], 0, Game.AutoRollsLeft, TheHost.Milliseconds(), 0};
   TheHost.RefreshViews();
 }
 
@@ -37,6 +40,7 @@ void LayOutAllChips() {
 
 void EndRun() {
   run.EndedAt = TheHost.Milliseconds();
+  run.LastRoll = Game.RollCount[0];
   Game.HyperDriveOn = false;
   Game.KeepRolling = false;
   Game.HyperDriveStopped = Game.TableMinimised;
@@ -63,15 +67,18 @@ void ToggleHyperDrive() {
 
 RunProgress HyperDriveProgress() {
   RunProgress progress;
-  progress.RollsDone = Game.RollCount[0] - run.FirstRoll;
+  const int lastRoll = Game.HyperDriveOn ? Game.RollCount[0] : run.LastRoll;
+  progress.RollsDone = std::max(lastRoll - run.FirstRoll, 0);
   progress.RollsAsked = run.RollsAsked;
   if (Game.HyperDriveOn)  // the player may change the count meanwhile
     progress.RollsAsked = Game.AutoRollsLeft > 0 ? progress.RollsDone + Game.AutoRollsLeft : 0;
   const std::uint32_t now = Game.HyperDriveOn ? TheHost.Milliseconds() : run.EndedAt;
   const double seconds = (now - run.StartedAt) / kMilliseconds;
   if (seconds > 0) progress.RollsPerSecond = progress.RollsDone / seconds;
-  const int limit = progress.RollsAsked > 0 ? progress.RollsAsked : kMaxRolls - run.FirstRoll;
+  progress.RollsAtMost = kMaxRolls - run.FirstRoll;
+  if (progress.RollsAsked > 0)
+    progress.RollsAtMost = std::min(progress.RollsAsked, progress.RollsAtMost);
   if (Game.HyperDriveOn && progress.RollsPerSecond > 0)
-    progress.SecondsLeft = (limit - progress.RollsDone) / progress.RollsPerSecond;
+    progress.SecondsLeft = (progress.RollsAtMost - progress.RollsDone) / progress.RollsPerSecond;
   return progress;
 }

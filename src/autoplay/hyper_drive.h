@@ -12,7 +12,8 @@ void ToggleHyperDrive();
 /// How far a run is: for the screens that show it.
 struct RunProgress {
   int RollsDone = 0;
-  int RollsAsked = 0;  // 0 when only the roll limit ends the run
+  int RollsAsked = 0;   // 0 when only the roll limit ends the run
+  int RollsAtMost = 0;  // by the count or by the roll limit, whichever comes first
   double RollsPerSecond = 0;
   double SecondsLeft = 0;  // 0 when unknown
 };

@@ -311,8 +311,10 @@ void OpenLedger() {
 }
 
 void CloseLedger() {
+  struct Closing {
+    ~Closing() { ledger.Open = false; }
+  } const whateverHappens;
   SettleLedger();
-  ledger.Open = false;
 }
 
 bool LedgerIsOpen() { return ledger.Open; }

@@ -419,7 +419,7 @@ class Pace {
       GiveTurn();
       WaitWhileRolling(static_cast<std::uint32_t>(Game.HyperThrottle) * Game.HyperThrottle *
                        kThrottleUnit);
-    } else if (++rolls_ % kRollsPerLook == 0) {
+    } else if (++rolls_ % (LedgerIsOpen() ? kRollsPerLook : 1U) == 0) {
       const std::uint32_t now = TheHost.Milliseconds();
       if (now - lastYield_ >= kYieldEvery || rolls_ % kMostRolls == 0) {
         lastYield_ = now;
@@ -484,13 +484,24 @@ bool MayRoll() {
   return true;
 }
 
+void EndDeferral() {
+  try {
+    if (LedgerIsOpen()) CloseLedger();
+  } catch (const std::exception&) {
+    ReportError("Roll Dice");
+  }
+}
+
 }  // namespace
 
 void RollDice() {
   if (Game.RollInProgress) return;
   Pass pass = Pass::NoDice;
   try {
-    if (!MayRoll()) return;
+    if (!MayRoll()) {
+      Game.KeepRolling = false;  // a run that was asked for hasn't begun
+      return;
+    }
     Game.GameChanged = true;
     Game.StopMessage.clear();
     Game.RollInProgress = true;
@@ -499,7 +510,7 @@ void RollDice() {
     ReportError("Roll Dice");
     Game.KeepRolling = false;
   }
-  if (LedgerIsOpen()) CloseLedger();
+  EndDeferral();
   // Step 24. The end.
   if (pass != Pass::TapeStopped && !Game.TableMinimised) TheHost.RedrawBets();
   if (Game.Point == 0) StickCall();

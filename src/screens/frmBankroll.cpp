@@ -577,7 +577,7 @@ void frmBankroll::ShowRun() {
   const RunProgress run = HyperDriveProgress();
   Show(lblRun_, RunText(run));
   const double done = run.RollsDone;
-  const double all = run.RollsAsked > 0 ? run.RollsAsked : kMaxRolls;
+  const double all = std::max(run.RollsAtMost, 1);
   prgRun_->setValue(Game.HyperDriveOn ? static_cast<int>(done / all * kProgressSteps) : 0);
   const QString caption = Game.HyperDriveOn ? "Stop Hyper-&Drive" : "Start Hyper-&Drive";
   if (cmdHyperDrive_->text() != caption) cmdHyperDrive_->setText(caption);

@@ -72,12 +72,13 @@ void RecomputePeriod() {
 
 void AddBankrollPoint(bool withAverage) {
   const Currency bankroll = Bankroll();
+  // A new page first: its scale has nothing to do with what the old one spanned.
+  if (Game.BankrollHistoryCount >= kGraphPoints) TurnPage();
   if (bankroll > Game.GraphPeriodHigh || bankroll < Game.GraphPeriodLow) {
     Game.GraphPeriodHigh = std::max(Game.GraphPeriodHigh, bankroll);
     Game.GraphPeriodLow = std::min(Game.GraphPeriodLow, bankroll);
     RefitGraph(false);
   }
-  if (Game.BankrollHistoryCount >= kGraphPoints) TurnPage();
   const int point = ++Game.BankrollHistoryCount;
   History(point) = bankroll;
   if (!withAverage) return;

@@ -8,6 +8,7 @@
 
 #include "core/make_bet.h"
 #include "core/new_game.h"
+#include "core/roll_cycle.h"
 #include "dice/generators.h"
 #include "support/table_fixture.h"
 
@@ -118,6 +119,58 @@ TEST_F(HyperDrive, GivesTurnsThoughTheClockStandsStillOrJumpsBack) {
     EXPECT_GT(Game.RollCount[0], 0);
     EXPECT_LT(Game.RollCount[0], 2'000'000);
   }
+}
+
+/// What a player may change between two rolls.
+void ChangeSomething(int roll) {
+  switch (roll % 7) {
+    case 0: Game.BarDont = 14 - Game.BarDont; break;
+    case 1: CallBet(Place6, roll % 2 == 0 ? CallCodeOff : CallCodeOn); break;
+    case 2: Game.Payoff[Field].Per = 1, Game.FieldPayoff[10].Win = roll % 3 - 1; break;
+    case 3: Game.AllowPutBets = !Game.AllowPutBets; break;
+    case 4: Game.ComeOutWorking[Come4Odds] = roll % 2, UpdateWorkingStates(); break;
+    case 5: Game.ChangeRequest = roll % 4 - 1, MakeBet(PassLine); break;
+    default: Game.Payoff[Hop44].Win = 20 + roll % 5; break;
+  }
+}
+
+TEST_F(HyperDrive, ChangesInItsTurnsCountAsBetweenTwoRolls) {
+  constexpr int kRolls = 700;
+  const auto start = [this] {
+    SetUp();
+    Game.Notify = 0;
+    for (const int bet : {+PassLine, +Field, +Place6, +Hop44, +DontPass}) Given(bet, 12);
+    Game.NumAutoRolls = Game.AutoRollsLeft = kRolls;
+  };
+  start();
+  for (int roll = 1; roll <= kRolls; ++roll) {
+    RollDice();
+    ChangeSomething(roll);
+  }
+  const Tallies slow = Game;
+  const auto bets = Game.Bets;
+  const auto working = Game.BetWorking;
+
+  start();
+  Game.HyperThrottle = 1;
+  TheHost.Yield = [] { ChangeSomething(Game.RollCount[0]); };
+  ToggleHyperDrive();
+  EXPECT_EQ(Game.RollCount[0], kRolls);
+  EXPECT_EQ(Game.Bets, bets);
+  EXPECT_EQ(Game.BetWorking, working);
+  EXPECT_EQ(Game.BetWagers, slow.BetWagers);
+  EXPECT_EQ(Game.BetWins, slow.BetWins);
+  EXPECT_EQ(Game.BetLosses, slow.BetLosses);
+  EXPECT_EQ(Game.RollGapTally, slow.RollGapTally);
+  EXPECT_EQ(Game.ShooterSincePrev, slow.ShooterSincePrev);
+}
+
+TEST_F(HyperDrive, ARunThatCannotBeginLeavesNothingRolling) {
+  Game.AutoRollDice = Game.KeepRolling = true;
+  Game.Bets[BankrollIndex] = kBeyondTheLimit;
+  RollDice();
+  EXPECT_FALSE(Game.KeepRolling);
+  EXPECT_EQ(Game.RollCount[0], 0);
 }
 
 std::string Contents(const std::string& path) {
