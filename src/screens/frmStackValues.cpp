@@ -27,6 +27,7 @@
 namespace {
 
 constexpr int kStacks = LastSlot - ChipStackBase;
+constexpr QSize kSmallest(360, 240);  // names stay readable
 constexpr int kHelpChipStacks = kChipStackTopic;
 constexpr int kLongestName = 80;
 constexpr int kValueDecimals = 4;
@@ -61,6 +62,7 @@ frmStackValues::frmStackValues(QWidget* parent) : QMainWindow(parent) {
   column->addWidget(picChipStacks_, 1);
   column->addWidget(picSetStacks_);
   MakeMenus();
+  setMinimumSize(kSmallest);
   resize(460, 480);
   RefreshStackView();
 }
