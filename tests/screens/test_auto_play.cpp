@@ -230,10 +230,14 @@ class TestAutoPlay : public QObject {
     QCOMPARE(Game.RollCount[0], 40);
     QCOMPARE(Remaining(), "40");
     QVERIFY(seen.contains("3"));
-    QTimer::singleShot(5, this, [this] {  // acts on the run from the next roll on
+    QTimer act;
+    connect(&act, &QTimer::timeout, this, [&] {  // acts on the run from the next roll on
+      if (Game.RollCount[0] < 43) return;
+      act.stop();
       Press("optHandleLosingBets_5");
       Press("chkAutoRollDice");
     });
+    act.start(0);
     Type("txtNumAutoRolls", "0");
     RollByClick();
     QCOMPARE(Game.HandleLosingBets, int(LossDoubleBet));
