@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <system_error>
+
+#include "core/ansi.h"
+#include "core/record_file.h"
+#include "support/scratch_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string BytesOf(const Record& record) {
+  return {reinterpret_cast<const char*>(record.Bytes()), kRecordSize};
+}
+
+TEST(Ansi, EveryByteGoesThereAndBack) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string ansi(1, static_cast<char>(byte));
+    EXPECT_EQ(ToAnsi(FromAnsi(ansi)), ansi) << byte;
+  }
+  EXPECT_EQ(FromAnsi("a\x80\x99\xE9\x81"), "a\u20AC\u2122\u00E9\u0081");
+}
+
+TEST(Ansi, WhatHasNoPlaceIsAQuestionMark) {
+  EXPECT_EQ(ToAnsi("x\u65E5y\U0001F3B2\u0080z"), "x?y??z");
+  EXPECT_EQ(ToAnsi("\xC3"), "?");            // cut short
+  EXPECT_EQ(ToAnsi("\xFF\x80q"), "??q");     // no UTF-8
+  EXPECT_EQ(ToAnsi("\xC0\xAF"), "??");       // a form too long for its character
+  EXPECT_EQ(ToAnsi("\xE2\x28\xA1"), "?(?");  // broken off
+}
+
+TEST(RecordFile, NumbersAreLittleEndianAndTextsBlankPadded) {
+  Record record;
+  record.PutInteger(0, -2);
+  record.PutLong(2, 0x01020304);
+  record.PutSingle(6, 1500.0F);
+  record.PutMoney(10, Currency::FromRaw(-3));
+  record.PutDouble(18, -0.5);
+  record.PutText(26, 4, "caf\u00E9s");
+  record.PutText(30, 4, "a");
+  const std::string expected(
+      "\xFE\xFF\x04\x03\x02\x01\x00\x80\xBB\x44\xFD\xFF\xFF\xFF\xFF\xFF\xFF\xFF"
+      "\x00\x00\x00\x00\x00\x00\xE0\xBF\x63\x61\x66\xE9\x61\x20\x20\x20",
+      34);
+  EXPECT_EQ(BytesOf(record).substr(0, 34), expected);
+  EXPECT_EQ(record.Integer(0), -2);
+  EXPECT_EQ(record.Long(2), 0x01020304);
+  EXPECT_EQ(record.Single(6), 1500.0F);
+  EXPECT_EQ(record.Money(10).Raw(), -3);
+  EXPECT_EQ(record.Double(18), -0.5);
+  EXPECT_EQ(record.Text(26, 4), "caf\u00E9");
+  EXPECT_EQ(record.Text(30, 4), "a");
+  EXPECT_EQ(record.Text(40, 9), "");
+}
+
+TEST(RecordFile, ReadsWhatIsThere) {
+  const ScratchFolder folder("records");
+  const RecordFile missing = ReadRecords(folder / "none", 9);
+  EXPECT_EQ(missing.Length, 0U);
+  EXPECT_EQ(folder.Count(), 0U);
+
+  const std::string path = folder.Write("cut", std::string(300, 'x'));
+  const RecordFile cut = ReadRecords(path, 9);
+  EXPECT_EQ(cut.Length, 300U);
+  ASSERT_EQ(cut.Records.size(), 2U);
+  EXPECT_EQ(cut.At(2).Text(0, 256), std::string(44, 'x'));
+  EXPECT_EQ(cut.At(3), Record());
+  EXPECT_EQ(cut.At(0), Record());
+  const RecordFile first = ReadRecords(path, 1);
+  EXPECT_EQ(first.Length, 300U);
+  EXPECT_EQ(first.Records.size(), 1U);
+  EXPECT_THROW(ReadRecords(folder / "", 1), std::system_error);
+  EXPECT_THROW(ReadRecords(folder / std::string(300, 'n'), 1), std::system_error);
+}
+
+/// Lets files grow to `bytes` only, as a full disk does.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    const rlimit limit = {bytes, old_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &old_);
+    std::signal(SIGXFSZ, handler_);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+ private:
+  rlimit old_{};
+  void (*handler_)(int);
+};
+
+TEST(RecordFile, AFailedWriteLeavesTheOldFileWhole) {
+  const ScratchFolder folder("records");
+  const std::string path = folder.Write("kept", "old");
+  fs::create_directory(folder / "sub");
+  const std::vector<Record> records(40);
+  {
+    const FileSizeLimit full(1000);
+    EXPECT_THROW(WriteRecords(path, records), std::system_error);
+  }
+  fs::permissions(path, fs::perms::owner_read);
+  EXPECT_THROW(WriteRecords(path, records), std::system_error);
+  fs::permissions(path, fs::perms::owner_all);
+  for (const char* target : {"sub", "gone/file", "sub/", "kept/file"}) {
+    EXPECT_THROW(WriteRecords(folder / target, records), std::system_error) << target;
+  }
+  EXPECT_EQ(folder.Read("kept"), "old");
+  EXPECT_EQ(folder.Count(), 2U) << "no scratch file stays";
+
+  fs::create_symlink("kept", folder / "link");
+  folder.Write("kelvanor0.tmp", "of another program");
+  WriteRecords(folder / "link", records);
+  EXPECT_EQ(folder.Read("kept").size(), 40 * kRecordSize);
+  EXPECT_TRUE(fs::is_symlink(folder / "link"));
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
+  EXPECT_EQ(folder.Read("kelvanor0.tmp"), "of another program");
+}
+
+TEST(RecordFile, NamesAreUtf8) {
+  const ScratchFolder folder("records");
+  const std::string path = folder / "W\u00FCrfel \u65E5\u672C.bet";
+  WriteRecords(path, std::vector<Record>(1));
+  EXPECT_EQ(FileLength(path), kRecordSize);
+  EXPECT_EQ(BareName(path), "W\u00FCrfel \u65E5\u672C.bet");
+  EXPECT_EQ(FileLength(folder / "none"), 0U);
+}
+
+}  // namespace
