@@ -1,6 +1,7 @@
 // The one game record: all state of the table, alive from start to end.
 #pragma once
 
+#include "autobet/script_state.h"
 #include "autoplay/auto_play_settings.h"
 #include "core/message_slots.h"
 #include "core/sound_state.h"
@@ -19,6 +20,7 @@ struct GameState : TableState,
                    SoundState,
                    Settings,
                    AutoPlaySettings,
+                   ScriptState,
                    DiceState,
                    Tallies,
                    GraphState,

@@ -38,6 +38,8 @@ Host HeadlessHost() {
   host.RefreshViews = [] {};
   host.RedrawBets = [] {};
   host.RedrawLayout = [] {};
+  host.ShowStep = [](int, const std::string&, const std::string&) {};
+  host.ShowScriptLine = [](int) {};
   host.PrintGraph = [] {};
   host.PrintDuePage = [] {};
   return host;

@@ -33,6 +33,11 @@ struct Host {
   std::function<void()> RedrawBets;    // chips, markers, puck, dice and amounts
   std::function<void()> RedrawLayout;  // the table under the chips
 
+  /// A traced line of a script with what became of it; line 0, without a text, is the end of a
+  /// block. Waits until the player goes on.
+  std::function<void(int line, const std::string& text, const std::string& status)> ShowStep;
+  std::function<void(int line)> ShowScriptLine;  // the editor brings a line to its top
+
   std::function<void()> PrintGraph;    // the bankroll graph joins the page to be printed
   std::function<void()> PrintDuePage;  // the graphs collected for that page are printed
 };

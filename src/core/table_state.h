@@ -99,22 +99,12 @@ struct TableState {
   std::string StopMessage;
   bool GameChanged = false;
 
-  // Auto-Bet, as far as the roll cycle knows it.
-  int AutoBetActive = 0;
-  int AutoBetActivePrev = 0;
-  bool AutoBetRunning = false;
-  bool ScriptChanged = false;
-  int ScrCount = 0;  // lines of the script
-
   // Files in use; full paths, empty for none.
   std::string GameFileName;
-  std::string AutoBetFile;
-  std::string AutoBetFilePrev;
   std::string PrbFileName;
   std::string DiceRollFile;
   std::string GamesLogFile;
   std::string EventsLogFile;
-  std::string AutoBetOutputFile;
 
   // Names: 1 to 83 the bets, 101 to 104 the four Chip-Stacks shown on the table.
   std::array<std::string, 105> BetNames;

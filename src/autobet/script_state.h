@@ -1,0 +1,106 @@
+// The script's part of the game record: its lines, its flags and labels, and how it stands.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/currency.h"
+
+/// Kinds of a script line; they stand in files.
+enum LineKindCode : int {
+  WhenLine = 1,
+  WhileLine = 2,
+  AndWhenLine = 3,
+  AndWhileLine = 4,
+  OrWhenLine = 5,
+  OrWhileLine = 6,
+  XorWhenLine = 7,
+  XorWhileLine = 8,
+  ThenLine = 11,
+  ElseLine = 12,
+  DoThisLine = 13,
+  ConditionLine = 20,
+  ActionLine = 30,
+  LabelLine = 90,
+  RemarkLine = 99,
+};
+
+constexpr bool IsStartCondition(int kind) { return kind >= WhenLine && kind <= XorWhileLine; }
+constexpr bool IsStartAction(int kind) { return kind >= ThenLine && kind <= DoThisLine; }
+
+inline constexpr unsigned kLineTextWidth = 128;
+inline constexpr unsigned kLineNameWidth = 80;
+
+/// How truth stands in `LineAmount` and in flags.
+inline constexpr int kTrue = -1;
+inline constexpr int kFalse = 0;
+
+/// One line of a script. `LineCode`, the subjects and `LineName` mean what the kind of the line
+/// says: see language.h for the codes.
+struct ScriptLine {
+  std::string LineText;  // made once by `ComposeLine`; the engine doesn't parse it
+  int LineKind = 0;
+  int LineCode = 0;  // the operator of a condition, the action of an action line
+  std::string LineName;
+  Currency LineAmount;
+  int OfSubject = 0;
+  int OfStackNum = 0;
+  int Spare1 = 0;
+  int ToSubject = 0;
+  int ToStackNum = 0;
+  int Spare2 = 0;
+  bool LineSelected = false;
+  int LineMark = 0;  // 0 plain, 1 to 4 highlighted forms
+
+  bool operator==(const ScriptLine&) const = default;
+};
+
+struct Flag {
+  std::string FlagName;  // as first met, right-trimmed
+  std::int16_t FlagValue = kFalse;
+  std::int16_t FlagPrev = kFalse;  // as it stood when the last run finished
+
+  bool operator==(const Flag&) const = default;
+};
+
+/// A Hot-Key: Ctrl and `Key` run the script in `File`.
+struct HotKey {
+  char Key = ' ';
+  std::string File;
+  std::string Description;
+
+  bool operator==(const HotKey&) const = default;
+};
+
+struct ScriptState {
+  // The lines. The table may be longer than the script: a Hot-Key never shrinks it. Whoever changes
+  // lines or flags by hand calls `ScriptEdited` (script.h).
+  std::vector<ScriptLine> Script;  // line n is element n - 1
+  int ScrCount = 0;                // lines of the script
+  std::vector<Flag> Flags;
+  std::vector<std::string> ScriptLabels;
+  bool FlagsTouched = true;  // a flag may differ from its `FlagPrev`
+  bool ScriptStale = true;   // names and codes are to be resolved anew before the next run
+
+  bool ScriptChanged = false;   // the player is to be offered the initializing cycle
+  bool ScriptCopyMode = false;  // "Copy To" or "Paste From" an Auto-Bet file is at work
+  bool HotKeyRunning = false;
+  int ScriptInsertLine = 1;
+
+  // The box of the script, and what the log knew of it at the end of the last roll.
+  int AutoBetActive = 0;
+  int AutoBetActivePrev = 0;
+  std::string AutoBetFile;  // full path, empty for none
+  std::string AutoBetFilePrev;
+  std::string AutoBetOutputFile;
+
+  // The run.
+  bool AutoBetRunning = false;  // clearing it stops the engine within 500 lines
+  int ScrLine = 0;              // the current line, for whoever tells of it
+  int ShowStepsMode = 0;
+  std::uint32_t AutoBetStartTime = 0;  // milliseconds
+  bool BetsChangedByScript = false;
+  std::vector<HotKey> HotKeys;  // in their order on the screen
+  std::string AutoBetStatus;    // what the table's status line says of the run; empty for nothing
+};

@@ -1,0 +1,34 @@
+// Reads scripts from the text that the program itself shows for their lines, so that a test can
+// write its script as a player sees it:
+//
+//   # a comment, passed over like blank lines
+//   ' a remark of the script
+//   When . . .
+//     Next roll is a come-out roll
+//     Pass Line is equal to $ 0
+//   then . . .
+//     Bet $ 10 on Pass Line
+//     Set flag "Hot" to False
+//     Go to "End"
+//   Label "End"
+//
+// One line of text for each line of the script; blanks in front and behind don't matter, blanks and
+// capitals within do. Words are those of the language tables, and names stand in double quotes (a
+// ";" that ends a message or output text stands behind them). An amount of 0 stays away from "has
+// won" and the like.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "autobet/script_state.h"
+
+/// The line of a text, complete with `LineText`; throws std::runtime_error with the text when it
+/// can't be read, or can be read in two ways.
+ScriptLine ReadLine(const std::string& text);
+
+/// The lines of a whole script.
+std::vector<ScriptLine> ReadScript(const std::string& text);
+
+/// Makes the lines of `text` the script of the game, with its labels and flags registered.
+void LoadScript(const std::string& text);
