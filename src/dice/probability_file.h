@@ -1,0 +1,11 @@
+// The file of the probability matrix.
+#pragma once
+
+#include <string>
+
+/// Reads a `.prb` file into `ProbMatrix`, with its path in `PrbFileName`, `ProbabilityChanged`
+/// false and `LastFileResult` 1. `LastFileResult` is 0 for a file that is no matrix, or whose dice
+/// could never be thrown (a share below 0, or all 36 cells 0), and -1 when the system failed, with
+/// the reason in `LastErrorText`; the player is then told and nothing else changes. Under
+/// Hyper-Drive nothing is shown: the run ends with the text in `StopMessage`.
+void LoadProbabilityFile(const std::string& path);
