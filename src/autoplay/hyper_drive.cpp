@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "autobet/engine.h"
 #include "core/bankroll.h"
 #include "core/chips.h"
 #include "core/host.h"
@@ -60,6 +61,8 @@ void ToggleHyperDrive() {
   }
   if (Game.RollInProgress) return;
   if (Abs(Bankroll()) > kRollingLimit) return CheckBankLimits();
+  // The offer comes before the run: under Hyper-Drive nothing shows that a script is at work.
+  if (Game.ScriptChanged) InitAutoBets();
   BeginRun();
   RollDice();
   EndRun();

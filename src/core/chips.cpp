@@ -56,8 +56,8 @@ class PileLayout {
 };
 
 bool IsShown(int betId) {
-  return !IsChipStack(betId) || std::find(Game.VisibleStacks.begin(), Game.VisibleStacks.end(),
-                                          betId) != Game.VisibleStacks.end();
+  return betId < ChipStackBase || std::find(Game.VisibleStacks.begin(), Game.VisibleStacks.end(),
+                                            betId) != Game.VisibleStacks.end();
 }
 
 /// The place of a bet's first chip; a shown Chip-Stack stands at its place on the table.

@@ -64,9 +64,10 @@ std::string CheckTotalOnTable() {
 
 std::string CheckBankrollRange() {
   if (Game.RollCount[0] == 0) return {};
-  const Currency afterRoll = Game.BetsAfterRoll[BankrollIndex];
-  if (afterRoll < Game.BankrollLow) return "the bankroll was below its lowest";
-  if (afterRoll > Game.BankrollHigh) return "the bankroll was above its highest";
+  // A script may use the ATM after the roll, which moves these only at the next.
+  const Currency decided = Game.BankrollHistory[static_cast<unsigned>(Game.BankrollHistoryCount)];
+  if (decided < Game.BankrollLow) return "the bankroll was below its lowest";
+  if (decided > Game.BankrollHigh) return "the bankroll was above its highest";
   return {};
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <vector>
 
 #include "core/decide_bet.h"
@@ -51,7 +53,8 @@ unsigned NumberBit(int number) {
 
 struct Ledger {
   bool Open = false;
-  int OpenedAt = 0;  // `RollCount[0]` when everything was last up to date
+  int EventsAt = 0;    // `RollCount[0]` when the events were last up to date
+  int PhantomsAt = 0;  // and everything else
 
   // By the dice in order, for the events.
   std::array<int, 36> Throws{};
@@ -94,11 +97,15 @@ unsigned EstablishedInTable() {
   return established;
 }
 
-void TakeBases() {
-  ledger.OpenedAt = Game.RollCount[0];
+void TakeEventBases() {
+  ledger.EventsAt = Game.RollCount[0];
   ledger.Throws.fill(0);
   for (unsigned event = 0; event < kRollEvents; ++event)
     ledger.LastAt[event] = Game.RollCount[0] - Game.RollsSince[event];
+}
+
+void TakePhantomBases() {
+  ledger.PhantomsAt = Game.RollCount[0];
   ledger.Established = EstablishedInTable();
   ledger.ProfileCount = 0;
   Game.WorkingTouched = true;
@@ -141,21 +148,21 @@ void SettleSinceOfLastThrow(int now) {
   const auto events = EventsOfThrow(ledger.LastDie1, ledger.LastDie2);
   for (std::size_t i = 0; i < events.size(); ++i) {
     const int before = ledger.LastAtBefore[i];
-    const bool sinceOpen = before > ledger.OpenedAt;
+    const bool sinceOpen = before > ledger.EventsAt;
     Game.ShooterSincePrev[events[i]] =
-        sinceOpen ? now - 1 - before : Game.ShooterSince[events[i]] + now - 1 - ledger.OpenedAt;
+        sinceOpen ? now - 1 - before : Game.ShooterSince[events[i]] + now - 1 - ledger.EventsAt;
   }
 }
 
 void SettleSince(int now) {
-  const int rolls = now - ledger.OpenedAt;
+  const int rolls = now - ledger.EventsAt;
   for (unsigned event = 0; event < kRollEvents; ++event)
     Game.ShooterSincePrev[event] = Game.ShooterSince[event] + rolls - 1;
   SettleSinceOfLastThrow(now);
   Game.ShooterSince[0] += rolls;
   for (unsigned event = 1; event < kRollEvents; ++event) {
     const int since = now - ledger.LastAt[event];
-    const bool happened = ledger.LastAt[event] > ledger.OpenedAt;
+    const bool happened = ledger.LastAt[event] > ledger.EventsAt;
     const int shooterSince = happened ? since : Game.ShooterSince[event] + rolls;
     // The events that came up before the last throw stood one roll lower.
     if (happened && ledger.LastAt[event] < now) Game.ShooterSincePrev[event] = since - 1;
@@ -165,7 +172,7 @@ void SettleSince(int now) {
 }
 
 void SettleEventCounts() {
-  const int rolls = Game.RollCount[0] - ledger.OpenedAt;
+  const int rolls = Game.RollCount[0] - ledger.EventsAt;
   for (unsigned dice = 0; dice < ledger.Throws.size(); ++dice) {
     const int count = ledger.Throws[dice];
     if (count == 0) continue;
@@ -182,6 +189,25 @@ void SettleEventCounts() {
   --Game.ShooterEventPrev[1];
   for (const unsigned event : EventsOfThrow(ledger.LastDie1, ledger.LastDie2))
     --Game.ShooterEventPrev[event];
+}
+
+/// The throws, one bit for each pair of dice in order, that show an event.
+std::array<std::uint64_t, kRollEvents> FindThrowsOfEvents() {
+  std::array<std::uint64_t, kRollEvents> throws{};
+  for (unsigned dice = 0; dice < 36; ++dice)
+    for (const unsigned event :
+         EventsOfThrow(static_cast<int>(dice / 6) + 1, static_cast<int>(dice % 6) + 1))
+      throws[event] |= std::uint64_t{1} << dice;
+  return throws;
+}
+
+/// How often an event has happened since its tallies were last up to date.
+int ThrowsOfEvent(unsigned event) {
+  static const auto throws = FindThrowsOfEvents();
+  int count = 0;
+  for (std::uint64_t bits = throws[event]; bits != 0; bits &= bits - 1)
+    count += ledger.Throws[static_cast<unsigned>(std::countr_zero(bits))];
+  return count;
 }
 
 // --- Phantom wagers ---
@@ -307,7 +333,8 @@ void OpenLedger() {
   for (const Ledger::Touched& touched : ledger.TouchedGroups) *touched.Group = Alike();
   ledger.TouchedGroups.clear();
   ledger.TouchedGroups.reserve(ledger.Groups.size() + ledger.SevensOfComeSide.size());
-  TakeBases();
+  TakeEventBases();
+  TakePhantomBases();
 }
 
 void CloseLedger() {
@@ -342,11 +369,45 @@ void EnterThrow() {
   CountGroups();
 }
 
-void SettleLedger() {
-  if (!ledger.Open || Game.RollCount[0] == ledger.OpenedAt) return;
+void SettleEvents() {
+  if (!ledger.Open || Game.RollCount[0] == ledger.EventsAt) return;
   SettleEventCounts();
   SettleSince(Game.RollCount[0]);
+  TakeEventBases();
+}
+
+void SettleLedger() {
+  if (!ledger.Open) return;
+  SettleEvents();
+  if (Game.RollCount[0] == ledger.PhantomsAt) return;
   SettlePhantoms();
   RecomputeAverages();
-  TakeBases();
+  TakePhantomBases();
+}
+
+int RollsSinceNow(int event) {
+  const auto e = static_cast<unsigned>(event);
+  return ledger.Open ? Game.RollCount[0] - ledger.LastAt[e] : Game.RollsSince[e];
+}
+
+ShooterTally ShooterTallyNow(int event) {
+  const auto e = static_cast<unsigned>(event);
+  ShooterTally tally = {Game.ShooterEvent[e], Game.ShooterEventPrev[e], Game.ShooterSince[e],
+                        Game.ShooterSincePrev[e]};
+  const int now = Game.RollCount[0];
+  if (!ledger.Open || now == ledger.EventsAt) return tally;
+  tally.Count += ThrowsOfEvent(e);
+  tally.CountPrev = tally.Count;
+  const int rolls = now - ledger.EventsAt;
+  const int unseen = tally.Since + rolls;  // as it stands when the event hasn't happened meanwhile
+  const bool happened = ledger.LastAt[e] > ledger.EventsAt;
+  tally.Since = happened ? now - ledger.LastAt[e] : unseen;
+  tally.SincePrev = tally.Since - 1;
+  if (ledger.LastAt[e] != now || !happened) return tally;
+  --tally.CountPrev;
+  const auto events = EventsOfThrow(ledger.LastDie1, ledger.LastDie2);
+  const auto place = std::find(events.begin(), events.end(), e) - events.begin();
+  const int before = ledger.LastAtBefore[static_cast<unsigned>(place)];
+  tally.SincePrev = before > ledger.EventsAt ? now - 1 - before : unseen - 1;
+  return tally;
 }

@@ -19,3 +19,19 @@ void EnterThrow();
 /// Brings all tallies up to date: events, gaps, phantom wagers, moving averages. Nothing happens
 /// while the ledger is closed or empty.
 void SettleLedger();
+
+/// Brings the tallies of roll events up to date, and nothing else: for whoever changes them.
+void SettleEvents();
+
+/// `RollsSince` of an event 2 to 89 as it stands now, without settling.
+int RollsSinceNow(int event);
+
+/// The tallies of an event 2 to 89 for the shooter, as they stand now and stood one roll ago,
+/// without settling.
+struct ShooterTally {
+  int Count = 0;
+  int CountPrev = 0;
+  int Since = 0;
+  int SincePrev = 0;
+};
+ShooterTally ShooterTallyNow(int event);

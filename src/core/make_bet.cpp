@@ -67,23 +67,6 @@ int OddsThatFollow(int betId) {
 
 bool TakesOdds(int betId) { return betId == PassLine || IsComeOnNumber(betId); }
 
-void LetOddsFollow(int betId) {
-  const int odds = OddsThatFollow(betId);
-  if (odds == 0) return;
-  const Currency change = Game.Change;
-  const Currency request = Game.ChangeRequest;
-  FigureMaxBet(odds);
-  if (Game.Bets[odds] > Game.MaxHere ||
-      (TakesOdds(betId) ? Game.AutoTakeFullOdds : Game.AutoLayFullOdds)) {
-    const std::string text = Game.HyperDriveOn ? std::string() : Game.MsgText;
-    SetFullOdds(odds);
-    if (!Game.HyperDriveOn) Game.MsgText = text;
-  }
-  // The caller reads the flat bet's change.
-  Game.Change = change;
-  Game.ChangeRequest = request;
-}
-
 void TakeOff(int betId) {
   RequestChange(betId, -Game.Bets[betId]);
   ArrangeChips(betId);
@@ -113,6 +96,23 @@ void CallOrWait(int betId, CallCode code, ClickModeKind mode) {
 }
 
 }  // namespace
+
+void LetOddsFollow(int betId) {
+  const int odds = OddsThatFollow(betId);
+  if (odds == 0) return;
+  const Currency change = Game.Change;
+  const Currency request = Game.ChangeRequest;
+  FigureMaxBet(odds);
+  if (Game.Bets[odds] > Game.MaxHere ||
+      (TakesOdds(betId) ? Game.AutoTakeFullOdds : Game.AutoLayFullOdds)) {
+    const std::string text = Game.HyperDriveOn ? std::string() : Game.MsgText;
+    SetFullOdds(odds);
+    if (!Game.HyperDriveOn) Game.MsgText = text;
+  }
+  // The caller reads the flat bet's change.
+  Game.Change = change;
+  Game.ChangeRequest = request;
+}
 
 void MakeBet(int betId, int x, int y) {
   ChangeBet(betId);

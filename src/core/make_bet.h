@@ -10,6 +10,10 @@ void MakeBet(int betId, int x, int y);
 /// `MakeBet` at the bet's own place.
 void MakeBet(int betId);
 
+/// Odds that are too high for their flat bet come down, and full odds follow it when they are to.
+/// `MakeBet` calls it after a change; so does whoever writes the amount of a flat bet by hand.
+void LetOddsFollow(int betId);
+
 /// Asks for the whole bet to come down; a contract bet stays.
 void RemoveBet(int betId);
 

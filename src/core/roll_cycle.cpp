@@ -4,6 +4,8 @@
 #include <bit>
 #include <utility>
 
+#include "autobet/engine.h"
+#include "autobet/script.h"
 #include "core/bankroll.h"
 #include "core/change_bet.h"
 #include "core/chips.h"
@@ -17,6 +19,7 @@
 #include "core/roll_log.h"
 #include "core/sounds.h"
 #include "core/text.h"
+#include "core/turns.h"
 #include "dice/generators.h"
 #include "dice/tape.h"
 #include "stats/bet_tables.h"
@@ -325,6 +328,7 @@ void TakeEndSnapshots() {
   if (all || Game.WorkingTouched || Game.WorkingSnapshotDue)
     std::copy_n(Game.BetWorking.begin(), kBetSlots, Game.BetWorkingPrev.begin());
   Game.WorkingSnapshotDue = false;
+  if (Game.FlagsTouched) TakeFlagSnapshot();
   if (Game.AutoBetFilePrev != Game.AutoBetFile) Game.AutoBetFilePrev = Game.AutoBetFile;
   Game.AutoBetActivePrev = Game.AutoBetActive;
 }
@@ -388,6 +392,8 @@ Pass OneRoll() {
   // Steps 18 and 19. Bankroll and graph.
   FollowBankroll();
   FollowGraph();
+  // Step 20. Auto-Bet.
+  if (Game.AutoBetActive == 1 && Game.ScrCount > 0) RunAutoBets();
   // Step 21. End snapshots.
   TakeEndSnapshots();
   // Step 22. Views and roll count.
@@ -409,9 +415,7 @@ class Pace {
   }
 
  private:
-  static constexpr std::uint32_t kYieldEvery = 25;    // milliseconds
   static constexpr unsigned kRollsPerLook = 256;      // rolls between looks at the clock
-  static constexpr unsigned kMostRolls = 1U << 19U;   // without a turn, when the clock stands still
   static constexpr std::uint32_t kThrottleUnit = 10;  // milliseconds, times the throttle squared
 
   bool HyperDrive() {
@@ -420,21 +424,9 @@ class Pace {
       WaitWhileRolling(static_cast<std::uint32_t>(Game.HyperThrottle) * Game.HyperThrottle *
                        kThrottleUnit);
     } else if (++rolls_ % (LedgerIsOpen() ? kRollsPerLook : 1U) == 0) {
-      const std::uint32_t now = TheHost.Milliseconds();
-      if (now - lastYield_ >= kYieldEvery || rolls_ % kMostRolls == 0) {
-        lastYield_ = now;
-        GiveTurn();
-      }
+      OfferTurn();
     }
     return Game.KeepRolling;
-  }
-
-  /// Whatever looks or acts during the turn finds the record up to date, and is not missed.
-  static void GiveTurn() {
-    SettleLedger();
-    TheHost.Yield();
-    Game.SnapshotsDue = true;
-    Game.WorkingTouched = true;
   }
 
   static void WaitBetweenRolls() {
@@ -455,7 +447,6 @@ class Pace {
   }
 
   unsigned rolls_ = 0;
-  std::uint32_t lastYield_ = 0;
 };
 
 Pass RunRolls() {
@@ -477,6 +468,7 @@ bool MayRoll() {
     EnterKeyedBet();
     if (!Game.MsgText.empty()) return false;
   }
+  if (Game.ScriptChanged) InitAutoBets();
   if (Abs(Bankroll()) > kRollingLimit) {
     CheckBankLimits();
     return false;

@@ -1,5 +1,6 @@
 #include "core/roll_log.h"
 
+#include "core/record_file.h"
 #include "core/text.h"
 #include "stats/events_log.h"
 
@@ -13,7 +14,7 @@ void LogAutoBetStart() {
   const bool changed =
       Game.AutoBetFile != Game.AutoBetFilePrev || Game.AutoBetActive != Game.AutoBetActivePrev;
   if (!ScriptIsOn() || !changed) return;
-  const std::string name = Game.AutoBetFile.empty() ? "untitled" : Game.AutoBetFile;
+  const std::string name = Game.AutoBetFile.empty() ? "untitled" : BareName(Game.AutoBetFile);
   WriteLogLine(kIndent + ("Auto-Bets activated (" + name) + ")");
 }
 

@@ -6,7 +6,6 @@
 #include <map>
 #include <random>
 #include <set>
-#include <tuple>
 #include <vector>
 
 #include "core/bankroll.h"
@@ -24,6 +23,7 @@
 #include "dice/generators.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
+#include "support/same_game.h"
 
 namespace {
 
@@ -339,25 +339,6 @@ struct GameRecord {
   GraphState Graph;
   int RngState = 0;
 };
-
-auto FieldsOf(const TableState& table) {
-  return std::tie(table.Die1, table.Die2, table.Point, table.Bets, table.BetsAtRoll,
-                  table.BetsAfterRoll, table.ContractBets, table.BuyVigHeld, table.LayVigHeld,
-                  table.TotalOnTable, table.InvestedBankroll, table.BankrollHigh, table.BankrollLow,
-                  table.BankrollSum, table.BetWorking, table.BetWorkingPrev, table.BetOutcome,
-                  table.ShooterStats, table.OddsMultiple);
-}
-
-auto FieldsOf(const Tallies& counters) {
-  return std::tie(counters.RollCount, counters.RollsSince, counters.RollGapTally,
-                  counters.ShooterEvent, counters.ShooterEventPrev, counters.ShooterSince,
-                  counters.ShooterSincePrev, counters.BetWagers, counters.BetWins,
-                  counters.BetLosses);
-}
-
-auto FieldsOf(const GraphState& graph) {
-  return std::tie(graph.BankrollHistory, graph.BankrollAverage, graph.BankrollHistoryCount);
-}
 
 void ExpectSameGame(const GameRecord& a, const GameRecord& b) {
   ASSERT_EQ(a.Runs.size(), b.Runs.size());

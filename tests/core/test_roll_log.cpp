@@ -204,9 +204,10 @@ TEST_F(RollLogTest, AutoBetIsToldWhenItComesAndGoes) {
     const char* Told;
   } rolls[] = {{1, "", "activated (untitled)"},
                {1, "", ""},
-               {1, "grind.bet", "activated (grind.bet)"},
-               {0, "grind.bet", "deactivated"},
+               {1, "/scripts/grind.bet", "activated (grind.bet)"},
+               {0, "/scripts/grind.bet", "deactivated"},
                {0, "", "deactivated"}};
+  Game.Script.resize(3);  // lines that do nothing
   Game.ScrCount = 3;
   for (const auto& roll : rolls) {
     Game.AutoBetActive = roll.Active;

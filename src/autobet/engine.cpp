@@ -1,0 +1,370 @@
+#include "autobet/engine.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "autobet/language.h"
+#include "autobet/output_file.h"
+#include "autobet/program.h"
+#include "autobet/script.h"
+#include "core/error_report.h"
+#include "core/host.h"
+#include "core/messages.h"
+#include "core/turns.h"
+
+namespace {
+
+constexpr int kTopicAutoBet = 640;
+constexpr std::uint32_t kShortestRun = 300;     // milliseconds
+constexpr std::size_t kMostReturns = 16 << 20;  // beyond this a script has run away
+
+bool NeedsNew(int blockStart) {
+  return blockStart == WhenLine || blockStart == AndWhenLine || blockStart == OrWhenLine ||
+         blockStart == XorWhenLine;
+}
+
+bool IsWhileBlock(int blockStart) {
+  return blockStart == WhileLine || blockStart == AndWhileLine || blockStart == OrWhileLine ||
+         blockStart == XorWhileLine;
+}
+
+bool IsXor(int kind) { return kind == XorWhenLine || kind == XorWhileLine; }
+bool IsAnd(int kind) { return kind == AndWhenLine || kind == AndWhileLine; }
+
+/// One run of the script: all its state starts from nothing and ends with it.
+class Run {
+ public:
+  Run() {
+    ReturnStack.clear();
+    Actions.RunValue = 0;
+    Actions.RunCount = 0;
+    Actions.HasBase.reset();
+  }
+
+  void Play() {
+    int next = 1;
+    while (next >= 1 && next <= count_) {
+      Game.ScrLine = next;
+      if (!CountLines(1)) return;
+      next = PlayLine(lines_[static_cast<std::size_t>(next - 1)]);
+    }
+  }
+
+ private:
+  static constexpr int kStop = 0;
+
+  // --- Lines ---
+
+  /// Counts lines that have been passed, and now and then lets the interface breathe. False when
+  /// the run has been stopped meanwhile.
+  bool CountLines(int passed) {
+    yieldCount_ += passed;
+    while (yieldCount_ >= kLinesPerYield) {
+      yieldCount_ -= kLinesPerYield;
+      OfferTurn();
+      if (!Game.AutoBetRunning) return false;
+    }
+    return true;
+  }
+
+  /// Does what a line says; the line that comes next, or `kStop`.
+  int PlayLine(const ProgramLine& line) {
+    switch (line.Kind) {
+      case ConditionLine: TestCondition(line); break;
+      case ActionLine: return PlayAction(line);
+      case LabelLine: Trace(status::kLabelPassed); break;
+      case WhenLine:
+      case WhileLine:
+        OverallTrue = false;
+        PrevBlockTrue = false;
+        BlockTrue = true;
+        StartBlock(line.Kind);
+        break;
+      case AndWhenLine:
+      case AndWhileLine:
+        // Required: the last line of the block counts, not the block.
+        if (BlockTrue && !LineNew && NeedsNew(BlockStart)) {
+          EndBlock(line.Kind);
+        } else {
+          StartBlock(line.Kind);
+        }
+        break;
+      case OrWhenLine:
+      case OrWhileLine:
+      case XorWhenLine:
+      case XorWhileLine:
+        if (OverallTrue) break;
+        EndBlock(line.Kind);
+        BlockTrue = true;
+        break;
+      case ThenLine: EndBlock(line.Kind); break;
+      case ElseLine:
+      case DoThisLine: StartBlock(line.Kind); break;
+      default: break;
+    }
+    return Game.ScrLine + 1;
+  }
+
+  void TestCondition(const ProgramLine& line) {
+    if (OverallTrue || !BlockTrue) return;
+    const Verdict verdict = Evaluate(program_.Conditions[static_cast<std::size_t>(line.Plan)],
+                                     IsWhileBlock(BlockStart));
+    BlockTrue = verdict.True;
+    LineNew = verdict.True && verdict.New;
+    BlockHasNew |= LineNew;
+    if (!BlockTrue) return Trace(status::kConditionFalse);
+    Trace(LineNew ? status::kConditionNew : status::kConditionOld);
+  }
+
+  int PlayAction(const ProgramLine& line) {
+    if (BlockStart == ThenLine && !OverallTrue) return Game.ScrLine + 1;
+    if (BlockStart == ElseLine && OverallTrue) return Game.ScrLine + 1;
+    switch (line.Code) {
+      case GoTo: Trace(status::kActionTaken); return JumpTo(line.JumpTo);
+      case Gosub:
+        if (ReturnStack.size() >= kMostReturns) throw std::bad_alloc();
+        ReturnStack.push_back(Game.ScrLine);
+        Trace(status::kActionTaken);
+        return JumpTo(line.JumpTo);
+      case ReturnAction: return Return();
+      default: break;
+    }
+    const bool tracing = Tracing();  // tracing that this line begins starts at the next one
+    PerformAction(Game.ScrLine, program_.Actions[static_cast<std::size_t>(line.Plan)], Actions);
+    if (tracing) Trace(status::kActionTaken);
+    return Game.ScrLine + 1;
+  }
+
+  // --- Jumps ---
+
+  /// A jump passes all lines from the first to the label; without a label it runs off the end.
+  int JumpTo(int label) {
+    if (!CountLines(label > 0 ? label : count_) || label == 0) return kStop;
+    Game.ScrLine = label;
+    BlockStart = LabelLine;
+    BlockHasNew = false;
+    Trace(status::kLabelReached);
+    return label + 1;
+  }
+
+  int Return() {
+    if (ReturnStack.empty()) {
+      Trace(status::kReturnIgnored);
+      return Game.ScrLine + 1;
+    }
+    OverallTrue = true;
+    // What follows the "Gosub" runs whatever block the subroutine ended in.
+    BlockStart = LabelLine;
+    Trace(status::kActionTaken);
+    if (!CountLines(program_.FirstLine)) return kStop;
+    Game.ScrLine = ReturnStack.back();
+    ReturnStack.pop_back();
+    Trace(status::kReturned);
+    return Game.ScrLine + 1;
+  }
+
+  // --- Blocks ---
+
+  /// Decides the block that a line of `kind` ends, and starts the next unless all is settled.
+  void EndBlock(int kind) {
+    if (BlockTrue && !BlockHasNew && NeedsNew(BlockStart)) {
+      EndBlockWithoutNews();
+    } else if (BlockTrue) {
+      EndTrueBlock(kind);
+    } else {
+      EndFalseBlock();
+    }
+    XorPending = 0;
+    if (PrevBlockTrue && !IsAnd(kind) && !IsXor(kind)) OverallTrue = true;
+    if (OverallTrue && kind != ThenLine) {
+      said_.clear();
+      return;
+    }
+    ShowEndOfBlock();
+    StartBlock(kind);
+  }
+
+  void EndBlockWithoutNews() {
+    Say(status::kNoneNew);
+    BlockTrue = false;
+    if (XorPending != XorWhenLine) {
+      PrevBlockTrue = false;
+    } else if (PrevBlockTrue) {
+      Say(status::kXorPreviousTrue);
+      OverallTrue = true;
+    } else {
+      Say(status::kXorBothFalse);
+    }
+  }
+
+  void EndTrueBlock(int kind) {
+    Say(status::kBlockTrue);
+    if (XorPending == 0) {
+      PrevBlockTrue = true;
+    } else if (!IsAnd(kind)) {
+      if (PrevBlockTrue) {
+        Say(status::kXorBothTrue);
+        PrevBlockTrue = false;
+      } else {
+        Say(status::kXorOnlyThis);
+        OverallTrue = true;
+      }
+    }
+  }
+
+  void EndFalseBlock() {
+    Say(status::kBlockFalse);
+    if (XorPending == 0) {
+      PrevBlockTrue = false;
+    } else if (PrevBlockTrue) {
+      Say(status::kXorPreviousTrue);
+      OverallTrue = true;
+    } else {
+      Say(status::kXorBothFalse);
+      PrevBlockTrue = false;
+    }
+  }
+
+  void StartBlock(int kind) {
+    BlockStart = kind;
+    BlockHasNew = false;
+    if (IsXor(kind)) XorPending = kind;
+    if (Tracing()) Trace(TextOfBlock(kind));
+  }
+
+  std::string_view TextOfBlock(int kind) const {
+    switch (kind) {
+      case AndWhenLine:
+      case AndWhileLine:
+        if (!BlockTrue) return status::kSkippedBlock;
+        return kind == AndWhenLine ? status::kWhenBlock : status::kWhileBlock;
+      case WhenLine:
+      case OrWhenLine: return status::kWhenBlock;
+      case WhileLine:
+      case OrWhileLine: return status::kWhileBlock;
+      case XorWhenLine: return status::kXorWhenBlock;
+      case XorWhileLine: return status::kXorWhileBlock;
+      case ThenLine: return OverallTrue ? status::kThenTaken : status::kThenSkipped;
+      case ElseLine: return OverallTrue ? status::kElseSkipped : status::kElseTaken;
+      default: return status::kDirectBlock;
+    }
+  }
+
+  // --- Tracing ---
+
+  static bool Tracing() { return Game.ShowStepsMode != 0 && !Game.HyperDriveOn; }
+
+  void Say(std::string_view text) {
+    if (Tracing()) said_ += text;
+  }
+
+  static void Trace(std::string_view text) {
+    if (!Tracing()) return;
+    TheHost.ShowStep(Game.ScrLine, Line(Game.ScrLine).LineText, std::string(text));
+  }
+
+  void ShowEndOfBlock() {
+    if (Tracing() && !said_.empty()) TheHost.ShowStep(0, "", said_);
+    said_.clear();
+  }
+
+  const Program& program_ = CurrentProgram();
+  const ProgramLine* const lines_ = program_.Lines.data();
+  const int count_ = Game.ScrCount;
+
+  bool OverallTrue = false;    // the statement's conditions, as far as they are decided, hold
+  bool BlockTrue = false;      // all lines of the current block held so far
+  bool BlockHasNew = false;    // one of them "just now occurred"
+  bool LineNew = false;        // the last evaluated line did
+  bool PrevBlockTrue = false;  // result of the block before
+  int BlockStart = 0;          // kind of the line that governs what follows; a label after a jump
+  int XorPending = 0;          // kind of the "xor" whose right side the current block is
+  int yieldCount_ = 0;
+  std::string said_;
+
+  // Kept between runs so that none of them allocates or clears what it doesn't use.
+  static std::vector<int> ReturnStack;  // lines to come back to, newest last
+  static ActionRun Actions;
+};
+std::vector<int> Run::ReturnStack;
+ActionRun Run::Actions;
+
+void ShowStatus(const char* text) {
+  if (Game.HyperDriveOn) return;
+  Game.AutoBetStatus = text;
+  TheHost.RedrawBets();
+}
+
+void BeginRun() {
+  Game.AutoBetRunning = true;
+  if (Game.HotKeyRunning) {
+    ShowStatus("Hot-Key");
+  } else if (Game.ShowStepsMode == 0) {
+    ShowStatus("Auto-Betting");
+  }
+  Game.AutoBetStartTime = TheHost.Milliseconds();
+  Game.MsgAnswer = AnswerOk;
+}
+
+/// A pause that leaves the status long enough on the screen to be read.
+void WaitOutRun() {
+  std::uint32_t passed = TheHost.Milliseconds() - Game.AutoBetStartTime;
+  while (passed < kShortestRun) {
+    TheHost.Wait(static_cast<int>(kShortestRun - passed));
+    passed = TheHost.Milliseconds() - Game.AutoBetStartTime;
+  }
+}
+
+void EndRun() {
+  Game.AutoBetRunning = false;
+  if (Game.HyperDriveOn) return;
+  FlushOutputFile();
+  WaitOutRun();
+  Game.BetsChangedByScript = true;
+  ShowStatus("");
+}
+
+/// No roll begins while a script runs outside of one.
+class NoRolls {
+ public:
+  NoRolls() { Game.RollInProgress = true; }
+  ~NoRolls() { Game.RollInProgress = wasInProgress_; }
+  NoRolls(const NoRolls&) = delete;
+  NoRolls& operator=(const NoRolls&) = delete;
+
+ private:
+  bool wasInProgress_ = Game.RollInProgress;
+};
+
+}  // namespace
+
+void RunAutoBets() {
+  const NoRolls noRolls;
+  try {
+    BeginRun();
+    Run().Play();
+    EndRun();
+  } catch (const std::exception&) {
+    ReportError("Run Auto-Bet");
+    Game.AutoBetRunning = false;
+    Game.AutoBetStatus.clear();
+    if (!Game.HyperDriveOn) TheHost.RedrawBets();
+  }
+}
+
+void InitAutoBets() {
+  if (Game.AutoBetActive == 1 && Game.ScrCount > 0 &&
+      AskYesNo("Your Auto-Bets have changed or been activated.\n\nYou have an opportunity now to "
+               "run your Auto-Bet script for one cycle BEFORE the dice roll in order to check and "
+               "set any initial conditions.\n\nWould you like to initialize your Auto-Bets?",
+               "Auto-Bet", kTopicAutoBet)) {
+    RunAutoBets();
+    Game.BetsAfterRoll = Game.Bets;
+    TakeFlagSnapshot();
+  }
+  Game.ScriptChanged = false;
+  TheHost.RefreshViews();
+}

@@ -1,0 +1,56 @@
+#include "autobet/program.h"
+
+#include <string>
+#include <unordered_map>
+
+#include "autobet/language.h"
+#include "autobet/script.h"
+
+namespace {
+
+Program program;
+
+/// The lines of the labels by how they are searched; of equal ones the first.
+std::unordered_map<std::string, int> FindLabels() {
+  std::unordered_map<std::string, int> labels;
+  for (int number = 1; number <= Game.ScrCount; ++number)
+    if (Line(number).LineKind == LabelLine)
+      labels.emplace(TrimmedLower(Line(number).LineName), number);
+  return labels;
+}
+
+ProgramLine PlanLine(int number, const std::unordered_map<std::string, int>& labels) {
+  const ScriptLine& line = Line(number);
+  ProgramLine planned = {line.LineKind, line.LineCode, 0, 0};
+  if (line.LineKind == ConditionLine) {
+    planned.Plan = static_cast<int>(program.Conditions.size());
+    program.Conditions.push_back(PlanCondition(number));
+  } else if (line.LineKind == ActionLine) {
+    planned.Plan = static_cast<int>(program.Actions.size());
+    program.Actions.push_back(PlanAction(number));
+    if (line.LineCode == GoTo || line.LineCode == Gosub) {
+      const auto label = labels.find(TrimmedLower(line.LineName));
+      if (label != labels.end()) planned.JumpTo = label->second;
+    }
+  }
+  return planned;
+}
+
+void MakeProgram() {
+  program = Program();
+  const auto labels = FindLabels();
+  for (int number = 1; number <= Game.ScrCount; ++number)
+    program.Lines.push_back(PlanLine(number, labels));
+  while (program.FirstLine <= Game.ScrCount && Line(program.FirstLine).LineKind == RemarkLine)
+    ++program.FirstLine;
+}
+
+}  // namespace
+
+const Program& CurrentProgram() {
+  if (Game.ScriptStale) {
+    MakeProgram();
+    Game.ScriptStale = false;
+  }
+  return program;
+}

@@ -1,0 +1,25 @@
+// The script as the engine runs it: every code resolved, every name an index.
+#pragma once
+
+#include <vector>
+
+#include "autobet/actions.h"
+#include "autobet/conditions.h"
+
+/// A line of the program. `Plan` is its place among the conditions or the actions.
+struct ProgramLine {
+  int Kind = 0;
+  int Code = 0;  // of an action
+  int Plan = 0;
+  int JumpTo = 0;  // of "Go to" and "Gosub": the line of the label, 0 when there is none
+};
+
+struct Program {
+  std::vector<ProgramLine> Lines;  // line n is element n - 1
+  std::vector<ConditionPlan> Conditions;
+  std::vector<ActionPlan> Actions;
+  int FirstLine = 1;  // the first line that is no remark
+};
+
+/// The program of the script in force, made anew when `ScriptStale` is raised.
+const Program& CurrentProgram();

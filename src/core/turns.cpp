@@ -1,0 +1,38 @@
+#include "core/turns.h"
+
+#include <cstdint>
+
+#include "core/game_state.h"
+#include "core/host.h"
+#include "core/ledger.h"
+
+namespace {
+
+constexpr std::uint32_t kTurnEvery = 25;  // milliseconds
+constexpr unsigned kMostOffers = 2048;    // without a turn, when the clock stands still
+
+std::uint32_t lastTurn = 0;
+unsigned offers = 0;
+
+}  // namespace
+
+void BeforeScreen() { SettleLedger(); }
+
+void AfterScreen() {
+  Game.SnapshotsDue = true;
+  Game.WorkingTouched = true;
+}
+
+void GiveTurn() {
+  BeforeScreen();
+  TheHost.Yield();
+  AfterScreen();
+}
+
+void OfferTurn() {
+  const std::uint32_t now = TheHost.Milliseconds();
+  if (Game.HyperDriveOn && ++offers < kMostOffers && now - lastTurn < kTurnEvery) return;
+  lastTurn = now;
+  offers = 0;
+  GiveTurn();
+}

@@ -1,0 +1,416 @@
+// How the engine walks a script: blocks, jumps, yields, tracing, the initializing cycle.
+#include <sstream>
+
+#include "autobet/engine.h"
+#include "autobet/language.h"
+#include "autobet/script.h"
+#include "autobet/script_reader.h"
+#include "autoplay/hyper_drive.h"
+#include "core/roll_cycle.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+constexpr int kTaken = ChipStackBase + 1;  // counts what the tests' scripts do
+constexpr int kElse = ChipStackBase + 2;
+
+class Engine : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    ClearScript();
+    // A game under way in which a roll has just taken place.
+    Game.RollCount[0] = 5;
+    Game.RollsSince[0] = 4;
+    Game.AutoBetActive = 1;
+    TheHost.ShowStep = [this](int line, const std::string& text, const std::string& status) {
+      EXPECT_EQ(text, line == 0 ? "" : Line(line).LineText);
+      Steps.push_back(std::to_string(line) + ": " + status);
+    };
+  }
+
+  static void Run(const std::string& script) {
+    LoadScript(script);
+    RunAutoBets();
+  }
+
+  static int Count(int id) {
+    return static_cast<int>(Game.Bets[static_cast<unsigned>(id)].ToDouble());
+  }
+
+  std::vector<std::string> Steps;
+};
+
+/// A statement in short: the start lines as they are, and N for a condition that is true and new, O
+/// for one that is true and old, F for one that is false.
+std::string Spelled(const std::string& statement) {
+  std::istringstream words(statement);
+  std::string script;
+  std::string start;
+  for (std::string word; words >> word;) {
+    if (word != "N" && word != "O" && word != "F") {
+      start += (start.empty() ? "" : " ") + word;
+      continue;
+    }
+    if (!start.empty()) script += start + " . . .\n";
+    start.clear();
+    script += word == "N"   ? "On each roll\n"
+              : word == "O" ? "Chip-Stack # 50 is equal to $ 0\n"
+                            : "Chip-Stack # 50 is equal to $ 1\n";
+  }
+  return script + "then . . .\nAdd $ 1 to Chip-Stack # 1\nelse . . .\nAdd $ 1 to Chip-Stack # 2\n";
+}
+
+TEST_F(Engine, CombinesBlocks) {
+  const std::pair<const char*, bool> statements[] = {
+      {"When N", true},
+      {"When O", false},  // true, but nothing has just occurred
+      {"When O N", true},
+      {"When N O", true},
+      {"When N F", false},
+      {"When F N", false},
+      {"While O", true},
+      {"While O F", false},
+      // "and": both blocks hold, and each "when" has news of its own.
+      {"When N and when N", true},
+      {"When N and when O", false},
+      {"When O and when N", false},
+      {"When N O and when N", true},  // the first block ends early, and true
+      {"When N and while O", true},
+      {"When O and while O", false},
+      {"While O and when N", true},
+      {"While F and while O", false},
+      {"While O and while F", false},
+      // "or": a true block settles the statement.
+      {"When F or when N", true},
+      {"When N or when F", true},
+      {"When O or while O", true},
+      {"While F or when O", false},
+      {"When F or when F or while O", true},
+      {"While O and while F or while O", true},
+      // "xor": one of the two.
+      {"While O xor while O", false},
+      {"While O xor while F", true},
+      {"While F xor while O", true},
+      {"While F xor while F", false},
+      {"While O xor when O", true},  // the right side holds but isn't new: it counts as false
+      {"While F xor when O", false},
+      {"While F xor when N", true},
+      {"While O xor when N", false},
+      {"When O xor while O", true},
+      // Chains of "xor" go through the result before.
+      {"While O xor while O xor while O", true},
+      {"While F xor while F xor while O", true},
+      {"While O xor while F xor while O", true},  // settled by the first pair
+      {"While O xor while O xor while F", false},
+      {"While F xor while O and while O", true},
+      {"While F xor while O and while F", false},
+      {"While O xor while O and while F", true},
+      {"While F xor when O and while O", false},
+      {"While O xor when O and while O", true},
+      {"While F xor while F or while O", true},
+  };
+  for (const auto& [statement, holds] : statements) {
+    SCOPED_TRACE(statement);
+    Game.Bets[kTaken] = Game.Bets[kElse] = 0;
+    Run(Spelled(statement));
+    EXPECT_EQ(Count(kTaken), holds ? 1 : 0);
+    EXPECT_EQ(Count(kElse), holds ? 0 : 1);
+    // A second statement stands for itself.
+    Run(Spelled(statement) + Spelled("While F"));
+    EXPECT_EQ(Count(kElse), holds ? 1 : 3);
+  }
+}
+
+TEST_F(Engine, RunsActionsOfDirectBlocksEveryRoll) {
+  LoadScript(
+      "Do this . . .\nAdd $ 1 to Chip-Stack # 1\nWhile . . .\n"
+      "Chip-Stack # 1 is greater than $ 2\nthen . . .\nAdd $ 1 to Chip-Stack # 2\n"
+      "Do this . . .\nAdd $ 1 to Chip-Stack # 1\n");
+  for (int roll = 0; roll < 3; ++roll) Roll(1, 2);
+  EXPECT_EQ(Count(kTaken), 6);
+  EXPECT_EQ(Count(kElse), 2);
+  Game.AutoBetActive = 0;
+  Roll(1, 2);
+  EXPECT_EQ(Count(kTaken), 6);
+}
+
+TEST_F(Engine, JumpsAndReturns) {
+  // A subroutine below: back to the line after the "Gosub", whatever the block was.
+  Run(R"(' The main part
+While . . .
+  Chip-Stack # 50 is equal to $ 0
+then . . .
+  Gosub "Count"
+  Add $ 10 to Chip-Stack # 1
+  Gosub " COUNT "
+  Go to "End"
+Label "Count"
+Do this . . .
+  Add $ 1 to Chip-Stack # 1
+While . . .
+  Chip-Stack # 50 is equal to $ 1
+then . . .
+  Add $ 100 to Chip-Stack # 1
+else . . .
+  Return
+Label "End"
+else . . .
+  Add $ 1 to Chip-Stack # 2
+)");
+  EXPECT_EQ(Count(kTaken), 12);
+  EXPECT_EQ(Count(kElse), 0);  // "Return" made the conditions true
+
+  // Without a "Gosub" in this run a "Return" does nothing, and a label is passed.
+  Run("Label \"Here\"\nDo this . . .\nReturn\nAdd $ 1 to Chip-Stack # 2\n");
+  EXPECT_EQ(Count(kElse), 1);
+
+  // The first of two equal labels wins, and a jump into an "else" runs its lines.
+  Run("While . . .\nChip-Stack # 50 is equal to $ 0\nthen . . .\nGo to \"x\"\nAdd $ 50 to "
+      "Chip-Stack # 2\nelse . . .\nLabel \"X\"\nAdd $ 1 to Chip-Stack # 2\nLabel \"x\"\n");
+  EXPECT_EQ(Count(kElse), 2);
+
+  // A label that isn't there ends the run.
+  Run("Do this . . .\nGo to \"nowhere\"\nAdd $ 1 to Chip-Stack # 2\n");
+  EXPECT_EQ(Count(kElse), 2);
+
+  // Subroutines within subroutines.
+  Run("Do this . . .\nGosub \"a\"\nAdd $ 1 to Chip-Stack # 3\nGo to \"end\"\nLabel \"a\"\n"
+      "Gosub \"b\"\nMultiply by 10 on Chip-Stack # 3\nReturn\nLabel \"b\"\nAdd $ 4 to Chip-Stack # "
+      "3\nReturn\nLabel \"end\"\n");
+  EXPECT_EQ(Count(ChipStackBase + 3), 41);
+}
+
+TEST_F(Engine, StopsAScriptThatNeverEnds) {
+  const std::string endless =
+      "Label \"again\"\nDo this . . .\nAdd $ 1 to Chip-Stack # 1\n"
+      "Go to \"again\"\n";
+  int turns = 0;
+  TheHost.Yield = [&turns] {
+    EXPECT_TRUE(Game.AutoBetRunning);
+    EXPECT_TRUE(Game.RollInProgress);
+    if (++turns == 3) Game.AutoBetRunning = false;
+  };
+  Run(endless);
+  EXPECT_EQ(turns, 3);
+  // Four lines a round: three that are played, and the label that the jump passes again.
+  EXPECT_EQ(Count(kTaken), 3 * kLinesPerYield / 4);
+  EXPECT_FALSE(Game.AutoBetRunning);
+  EXPECT_FALSE(Game.RollInProgress);
+
+  // Under Hyper-Drive too; the roll ends with all its snapshots.
+  turns = 0;
+  TheHost.Yield = [&turns] {
+    if (++turns == 2) Game.AutoBetRunning = Game.KeepRolling = false;
+  };
+  const int rolls = Game.RollCount[0];
+  ToggleHyperDrive();
+  EXPECT_EQ(Game.RollCount[0], rolls + 1);
+  EXPECT_EQ(Game.RollsSince[0], rolls + 1);
+  EXPECT_EQ(Game.BetsAfterRoll[kTaken], Game.Bets[kTaken]);
+
+  // A "Gosub" that never returns runs out of room, and is reported.
+  TheHost.Yield = [] {};
+  LoadScript("Label \"again\"\nDo this . . .\nGosub \"again\"\n");
+  Roll(1, 2);
+  EXPECT_EQ(Game.LastErrorText, "Out of memory, Error #7 occurred, at: Run Auto-Bet\n");
+  EXPECT_FALSE(Game.AutoBetRunning);
+  EXPECT_EQ(Game.RollsSince[0], Game.RollCount[0]);
+}
+
+TEST_F(Engine, GivesATurnEvery500Lines) {
+  int turns = 0;
+  TheHost.Yield = [&turns] { ++turns; };
+  std::string script = "Do this . . .\n";
+  for (int line = 2; line < kLinesPerYield; ++line) script += "' remark\n";
+  Run(script);
+  EXPECT_EQ(turns, 0);
+  Run(script + "' the last\n");
+  EXPECT_EQ(turns, 1);
+}
+
+TEST_F(Engine, TracesEveryStep) {
+  Game.ShowStepsMode = kTrue;
+  Run(R"(When . . .
+  On each roll
+and while . . .
+  Chip-Stack # 50 is equal to $ 0
+xor when . . .
+  Chip-Stack # 50 is equal to $ 0
+xor while . . .
+  Chip-Stack # 50 is equal to $ 1
+or when . . .
+  Chip-Stack # 50 is equal to $ 1
+and when . . .
+  On each roll
+then . . .
+  Add $ 1 to Chip-Stack # 1
+else . . .
+  Gosub "sub"
+Do this . . .
+  Go to "end"
+Label "sub"
+Do this . . .
+  Return
+Label "end"
+Do this . . .
+  Return
+)");
+  const std::string andNew = "at least one has just occurred.";
+  const std::vector<std::string> expected = {
+      "1: This block of conditions will be true if each line is true and " + andNew,
+      "2: Condition is true (just now occurred). ",
+      "3: This block of conditions will be true if each line is true.",
+      "4: Condition is true (not a new occurrence). ",
+      "0: All the conditions in the block were true. ",
+      "5: This block of conditions will be true if each line is true and " + andNew +
+          "  The xor condition will be then be evaluated with it and the previous block. ",
+      "6: Condition is true (not a new occurrence). ",
+  };
+  ASSERT_GE(Steps.size(), expected.size());
+  EXPECT_EQ(std::vector(Steps.begin(), Steps.begin() + 7), expected);
+  // The block isn't new, so the "xor" follows the block before it: the statement is settled, and
+  // the lines up to "then" are passed over unseen. The last "and when" still ends that block.
+  const std::vector<std::string> rest = {
+      "0: At least one condition was false, so the block is false. ",
+      "13: Since the overall conditions were true, the next actions will be taken. ",
+      "14: Action taken.",
+      "15: Since the previous actions were taken, the next actions will be skipped. ",
+      "17: This block of actions will be executed directly. ",
+      "18: Action taken.",
+      "22: A \"Go to\" or \"GoSub\" statement has caused a jump to this label.",
+      "23: This block of actions will be executed directly. ",
+      "24: This statement will be ignored since it was not encountered as a result of a \"GoSub\" "
+      "statement.  Processing will resume with the next line in order.",
+  };
+  EXPECT_EQ(std::vector(Steps.begin() + 7, Steps.end()), rest);
+}
+
+TEST_F(Engine, TracesBlocksThatFail) {
+  Game.ShowStepsMode = kTrue;
+  Run(Spelled("When O and while O or while F and when N xor while F xor while O xor while O"));
+  const std::string allTrue = "All the conditions in the block were true";
+  const std::string aFalse = "At least one condition was false, so the block is false. ";
+  const std::string each = "This block of conditions will be true if each line is true.";
+  const std::string skip = "Since some conditions are already false, this block will be skipped. ";
+  const std::string thenXor =
+      " The xor condition will be then be evaluated with it and the previous block. ";
+  EXPECT_EQ(Steps,
+            (std::vector<std::string>{
+                "1: This block of conditions will be true if each line is true and at least "
+                "one has just occurred.",
+                "2: Condition is true (not a new occurrence). ",
+                "0: " + allTrue + ", but none have just now occurred - so the block is false. ",
+                "3: " + skip,
+                "0: " + aFalse,
+                "5: " + each,
+                "6: Condition is false. ",
+                "7: " + skip,
+                "0: " + aFalse,
+                "9: " + each + thenXor,
+                "10: Condition is false. ",
+                "0: " + aFalse +
+                    "And since the previous block was also false, the xor "
+                    "condition is false. ",
+                "11: " + each + thenXor,
+                "12: Condition is true (not a new occurrence). ",
+                // The third "xor" finds the statement settled.
+                "0: " + allTrue + ". ",
+                "15: Since the overall conditions were true, the next actions will be "
+                "taken. ",
+                "16: Action taken.",
+                "17: Since the previous actions were taken, the next actions will be "
+                "skipped. ",
+            }));
+}
+
+TEST_F(Engine, TracesFromTheLineAfterItIsInvoked) {
+  const std::string script =
+      "Do this . . .\nGosub \"a\"\nInvoke \"Show Steps\"\nGosub \"a\"\n"
+      "Go to \"b\"\nLabel \"a\"\nReturn\nLabel \"b\"\n";
+  Run(script);
+  ASSERT_EQ(Steps.size(), 6U);
+  EXPECT_EQ(Steps[0], "4: Action taken.");
+  EXPECT_EQ(Steps[3].substr(0, 3), "4: ");  // back from the subroutine
+  EXPECT_EQ(Steps[5].substr(0, 3), "8: ");
+  Steps.clear();
+  Game.HyperDriveOn = true;
+  Run(script);
+  EXPECT_TRUE(Steps.empty());
+}
+
+TEST_F(Engine, TellsItsStatusForLongEnoughToBeRead) {
+  std::vector<std::string> seen;
+  TheHost.RedrawBets = [&seen] { seen.push_back(Game.AutoBetStatus); };
+  const std::uint32_t start = TheHost.Milliseconds();
+  Run("Do this . . .\nAdd $ 1 to Chip-Stack # 1\n");
+  EXPECT_EQ(seen, (std::vector<std::string>{"Auto-Betting", ""}));
+  EXPECT_EQ(TheHost.Milliseconds() - start, 300U);
+  EXPECT_TRUE(Game.BetsChangedByScript);
+  EXPECT_EQ(Game.MsgAnswer, AnswerOk);
+  // A sound needs no further pause; under Hyper-Drive there is neither status nor pause.
+  Run("Do this . . .\nPlay sound: \"bell.wav\"\n");
+  Game.HyperDriveOn = true;
+  Run("Do this . . .\nAdd $ 1 to Chip-Stack # 1\n");
+  EXPECT_EQ(TheHost.Milliseconds() - start, 300U);
+  EXPECT_EQ(seen.size(), 4U);
+}
+
+TEST_F(Engine, OffersTheInitializingCycle) {
+  const std::string script =
+      "When . . .\nInitializing Auto-Bet\nthen . . .\nBet $ 10 on Pass Line\n"
+      "Set flag \"begun\" to True\nWhen . . .\nFlag \"begun\" is True\nthen . . .\n"
+      "Add $ 1 to Chip-Stack # 1\nWhen . . .\nOn each roll\nthen . . .\n"
+      "Add $ 1 to Chip-Stack # 2\n";
+  const ShownMessage offer = {
+      "Your Auto-Bets have changed or been activated.\n\nYou have an opportunity now to run your "
+      "Auto-Bet script for one cycle BEFORE the dice roll in order to check and set any initial "
+      "conditions.\n\nWould you like to initialize your Auto-Bets?",
+      "Auto-Bet", 640, YesNo};
+  Game.RollsSince[0] = Game.RollCount[0];  // no roll since the script last ran
+  LoadScript(script);
+  Game.ScriptChanged = true;
+  Answers = {{1, false, "", ""}};
+  Roll(1, 2);
+  EXPECT_EQ(TakeOnlyMessage(), offer);
+  EXPECT_FALSE(Game.ScriptChanged);
+  EXPECT_EQ(Bet(PassLine), 0);  // laid before the throw, lost to the 3
+  EXPECT_EQ(Bankroll(), 490);
+  EXPECT_EQ(Count(kTaken), 1);  // new within the cycle, and no news on the roll
+  EXPECT_EQ(Count(kElse), 1);
+  EXPECT_EQ(Game.Flags[0].FlagPrev, kTrue);
+
+  // Declined: the script still runs after the roll, and isn't initializing.
+  Game.ScriptChanged = true;
+  Answers = {{2, false, "", ""}};
+  Roll(1, 2);
+  EXPECT_EQ(TakeOnlyMessage(), offer);
+  EXPECT_EQ(Bankroll(), 490);
+  EXPECT_EQ(Count(kElse), 2);
+
+  // Nothing is asked while Auto-Bet is off or the script is empty.
+  Game.AutoBetActive = 0;
+  Game.ScriptChanged = true;
+  Roll(1, 2);
+  ClearScript();
+  Game.AutoBetActive = 1;
+  Game.ScriptChanged = true;
+  Roll(1, 2);
+  EXPECT_TRUE(TakeShown().empty());
+  EXPECT_FALSE(Game.ScriptChanged);
+}
+
+TEST_F(Engine, ReportsAFaultAndFinishesTheRoll) {
+  LoadScript(
+      "Do this . . .\nAdd $ 1 to Chip-Stack # 1\nOutput to file. New line.\n"
+      "Add $ 1 to Chip-Stack # 1\n");
+  Roll(1, 2);
+  EXPECT_EQ(Game.LastErrorText, "Bad file name or number, Error #52 occurred, at: Run Auto-Bet\n");
+  EXPECT_EQ(Count(kTaken), 1);
+  EXPECT_FALSE(Game.AutoBetRunning);
+  EXPECT_EQ(Game.RollsSince[0], Game.RollCount[0]);
+  EXPECT_EQ(Game.BetsAfterRoll[kTaken], 1);
+  EXPECT_FALSE(Game.RollInProgress);
+}
+
+}  // namespace
