@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 
+#include "autobet/hot_keys.h"
 #include "core/error_report.h"
 #include "core/game_state.h"
 #include "core/host.h"
@@ -70,6 +71,7 @@ void StartUp(const std::string& programFolder, const std::string& dataFolder) {
     SeedAllGenerators();
     ScanSounds(Game.AppPath);
     LoadStickPerson();
+    LoadHotKeys();
     Game.BetWorkingPrev = Game.BetWorking;
   } catch (const std::exception&) {
     // The program goes on with what stands.
