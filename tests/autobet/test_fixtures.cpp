@@ -1,0 +1,370 @@
+// Scripts end to end: each folder of fixtures/ holds a game that was worked out by hand.
+//
+//   start.txt   fields of the record before the game, the amounts of Chip-Stacks, and after how
+//               many turns of the event loop the player stops a run of the script
+//   script.txt  the script, in the words that script_reader.h reads
+//   throws.txt  the dice of each throw, "3-4"
+//   money.txt   a table with a row for each throw: what stands after it
+//   log.txt     the Events Log of the game with every switch on
+//
+// A "#" at the beginning of a line, or with two blanks before it, begins a comment.
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "autobet/checker.h"
+#include "autobet/script.h"
+#include "autobet/script_file.h"
+#include "autobet/script_reader.h"
+#include "autoplay/hyper_drive.h"
+#include "core/consistency.h"
+#include "core/new_game.h"
+#include "core/roll_cycle.h"
+#include "core/text.h"
+#include "dice/tape.h"
+#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
+
+#ifndef KELVANOR_FIXTURES
+#define KELVANOR_FIXTURES "tests/autobet/fixtures"
+#endif
+
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+const fs::path kFixtures = KELVANOR_FIXTURES;
+
+const std::set<std::string> kWorkedOut = {
+    "counter_with_gosub", "dont_pass_with_laid_odds", "iron_cross",
+    "never_ends",         "martingale_and_its_ruin",  "pass_line_with_odds",
+    "press_and_regress",  "three_point_come",         "two_ways_a",
+    "two_ways_b",
+};
+
+std::set<std::string> FixturesFound() {
+  std::set<std::string> names;
+  std::error_code missing;
+  for (const auto& entry : fs::directory_iterator(kFixtures, missing))
+    if (entry.is_directory()) names.insert(entry.path().filename().string());
+  return names;
+}
+
+Texts LinesOf(std::istream& text) {
+  Texts lines;
+  for (std::string line; std::getline(text, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+/// The lines of a file of a fixture; none, and a failure, when it can't be read.
+Texts ReadLines(const std::string& fixture, const char* name) {
+  std::ifstream file(kFixtures / fixture / name);
+  EXPECT_TRUE(file.is_open()) << fixture << "/" << name;
+  return LinesOf(file);
+}
+
+/// The lines without comments, blanks around them, and lines of which nothing is left.
+Texts WithoutComments(Texts lines) {
+  for (std::string& line : lines) {
+    if (line.starts_with('#')) line.clear();
+    line = Trimmed(line.substr(0, line.find("  #")));
+  }
+  std::erase(lines, "");
+  return lines;
+}
+
+/// The cells of a row of a table, as they are without their padding.
+Texts CellsOf(const std::string& row) {
+  Texts cells;
+  std::istringstream text(row);
+  for (std::string cell; std::getline(text, cell, '|');) cells.push_back(Trimmed(cell));
+  return cells;
+}
+
+std::string Joined(const Texts& cells) {
+  std::string row;
+  for (const std::string& cell : cells) row += (row.empty() ? "" : " | ") + cell;
+  return row;
+}
+
+void ExpectSameLines(const std::string& file, const Texts& expected, const Texts& actual) {
+  const auto [theirs, ours] =
+      std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end());
+  if (theirs == expected.end() && ours == actual.end()) return;
+  const std::string end = "(the end)";
+  ADD_FAILURE() << file << ", line " << theirs - expected.begin() + 1
+                << "\n  expected: " << (theirs == expected.end() ? end : *theirs)
+                << "\n  played:   " << (ours == actual.end() ? end : *ours);
+}
+
+/// What a fixture's money table calls its columns.
+constexpr std::string_view kStackColumn = "Stack ";
+constexpr std::string_view kFlagColumn = "Flag ";
+
+int NumberBehind(std::string_view words, const std::string& text) {
+  return std::stoi(text.substr(words.size()));
+}
+
+/// What stands in a column of the money table now.
+std::string ValueOfColumn(const std::string& column) {
+  if (column == "Throw") return std::to_string(Game.Die1) + "-" + std::to_string(Game.Die2);
+  if (column == "Bankroll") return MoneyText(Bankroll());
+  if (column == "On table") return MoneyText(Game.TotalOnTable);
+  if (column.starts_with(kStackColumn)) {
+    const int stack = NumberBehind(kStackColumn, column);
+    return MoneyText(Game.Bets[static_cast<unsigned>(ChipStackBase + stack)]);
+  }
+  if (column.starts_with(kFlagColumn)) {
+    const int flag = FindFlag(column.substr(kFlagColumn.size()));
+    if (flag < 0) return "no such flag";
+    return Game.Flags[static_cast<unsigned>(flag)].FlagValue == kTrue ? "True" : "False";
+  }
+  const auto name = std::find(kBetNames.begin(), kBetNames.end(), column);
+  if (name == kBetNames.end()) return "no such column";
+  return MoneyText(Game.Bets[static_cast<unsigned>(name - kBetNames.begin())]);
+}
+
+std::vector<int> StreaksNow() {
+  std::vector<int> streaks;
+  for (const auto& outcome : Game.BetOutcome) streaks.push_back(outcome[1]);
+  return streaks;
+}
+
+/// All that a script can move, to be compared between games.
+struct Standing {
+  decltype(Game.Bets) Bets = Game.Bets;
+  decltype(Game.BetWorking) Working = Game.BetWorking;
+  std::vector<int> Streaks = StreaksNow();
+  decltype(Game.ChipStackName) StackNames = Game.ChipStackName;
+  std::vector<Flag> Flags = Game.Flags;
+  Currency TotalOnTable = Game.TotalOnTable;
+  int Point = Game.Point;
+  int Rolls = Game.RollCount[0];
+
+  bool operator==(const Standing&) const = default;
+};
+
+class ScriptFixture : public TableTest {
+ protected:
+  /// Begins the game of a fixture: its script saved to a file, and opened.
+  void Begin(const std::string& fixture, bool log) {
+    TableTest::TearDown();
+    TableTest::SetUp();
+    fixture_ = fixture;
+    Game.DataPath = scratch_ / "";
+    Game.EventsLogFile = scratch_ / (fixture + ".log");
+    Game.EventsLogActive = log;
+    Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = true;
+    Game.LogChipStackChanges = Game.LogPassesMisses = true;
+    Game.LogShooterChanges = Game.LogBankrollChanges = true;
+    Game.ReSeed = false;
+    ReadStart();
+    OpenItsScript();
+    ReadThrows();
+    StopRunsThatNeverEnd();
+  }
+
+  void TearDown() override {
+    Game.DataPath = dataPath_;
+    TableTest::TearDown();
+  }
+
+  /// Throws the dice of the fixture by hand; the money table as it came out.
+  Texts PlayByHand() {
+    const Texts table = ReadLines(fixture_, "money.txt");
+    const Texts columns = table.empty() ? Texts() : CellsOf(table.front());
+    Texts rows = {Joined(columns)};
+    for (const auto& [die1, die2] : throws_) {
+      Roll(die1, die2);
+      ExpectAFinishedRoll();
+      Texts cells;
+      for (const std::string& column : columns) cells.push_back(ValueOfColumn(column));
+      rows.push_back(Joined(cells));
+      standings_.emplace_back();
+    }
+    EXPECT_EQ(TakeOnlyMessage().Title, "Auto-Bet") << "the offer, and no bet refused";
+    return rows;
+  }
+
+  /// Plays the throws of the fixture from a file under Hyper-Drive, begun again whenever the script
+  /// stops it.
+  void PlayByHyperDrive() {
+    std::string tape;
+    for (const auto& [die1, die2] : throws_) tape += static_cast<char>(DiceByte(die1, die2));
+    Game.DiceRollFile = scratch_.Write(fixture_ + ".rol", tape);
+    Game.RecorderStatus = Playback;
+    Game.DiceFilePos = 1;
+    EXPECT_EQ(RunToTheEndOfTheTape(), stopsUnderHyperDrive_) << fixture_;
+  }
+
+  /// The lines of the Events Log, files by their bare names.
+  Texts Log() const {
+    std::string text = scratch_.Read(fixture_ + ".log");
+    const std::string folder = scratch_ / "";
+    for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder))
+      text.erase(at, folder.size());
+    std::istringstream lines(text);
+    return LinesOf(lines);
+  }
+
+  std::vector<Standing> standings_;  // after each throw by hand
+
+ private:
+  /// Runs Hyper-Drive again and again; how often the script has stopped it.
+  int RunToTheEndOfTheTape() {
+    int stops = 0;
+    for (; stops <= stopsUnderHyperDrive_; ++stops) {
+      ToggleHyperDrive();
+      ExpectAFinishedRoll();
+      const std::vector<ShownMessage> shown = TakeShown();
+      if (shown.empty() || shown.back().Text != "Stopped by Auto-Bet command.") break;
+    }
+    EXPECT_EQ(Game.StopMessage, "Stopped due to end of Dice Roll File reached.") << fixture_;
+    return stops;
+  }
+
+  /// Sets one of the fields that fixtures need; false for any other.
+  bool SetField(const std::string& name, Currency value) {
+    const std::map<std::string, int*> fields = {
+        {"HandleWinningBets", &Game.HandleWinningBets},
+        {"HandleLosingBets", &Game.HandleLosingBets},
+        {"AutoAdjust", &Game.AutoAdjust},
+        {"InterruptAfterTurns", &interruptAfter_},
+        {"StopsUnderHyperDrive", &stopsUnderHyperDrive_},
+    };
+    const auto field = fields.find(name);
+    if (name == "BankrollInitAmt") {
+      Game.BankrollInitAmt = value;
+    } else if (field != fields.end()) {
+      *field->second = static_cast<int>(value.ToDouble());
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  void ReadStart() {
+    std::vector<std::pair<int, Currency>> stacks;
+    for (const std::string& line : WithoutComments(ReadLines(fixture_, "start.txt"))) {
+      const std::size_t blank = line.rfind(' ');
+      const std::string name = Trimmed(line.substr(0, blank));
+      const Currency value = ParseAmount(line.substr(blank + 1));
+      if (name.starts_with(kStackColumn))
+        stacks.emplace_back(ChipStackBase + NumberBehind(kStackColumn, name), value);
+      else
+        EXPECT_TRUE(SetField(name, value)) << fixture_ << "/start.txt: " << line;
+    }
+    NewGame(false);
+    for (const auto& [id, value] : stacks) Given(id, value);
+  }
+
+  void OpenItsScript() {
+    std::string text;
+    for (const std::string& line : ReadLines(fixture_, "script.txt")) text += line + "\n";
+    LoadScript(text);
+    CheckScript();
+    EXPECT_EQ(Game.MsgText, "") << fixture_;
+    const std::vector<ScriptLine> script = Game.Script;
+    const std::string path = scratch_ / (fixture_ + ".bet");
+    SaveScript(path);
+    ClearScript();
+    OpenScript(path);
+    EXPECT_TRUE(Game.Script == script) << fixture_ << ": the file holds another script";
+    Game.AutoBetActive = 1;
+    Answers = {{1, false, "", ""}};  // yes to the initializing cycle
+  }
+
+  void ReadThrows() {
+    throws_.clear();
+    for (const std::string& line : WithoutComments(ReadLines(fixture_, "throws.txt"))) {
+      EXPECT_EQ(line.size(), 3U) << fixture_ << "/throws.txt: " << line;
+      throws_.emplace_back(line.front() - '0', line.back() - '0');
+    }
+    EXPECT_GE(throws_.size(), 8U) << fixture_;
+  }
+
+  /// The player of a fixture that asks for it stops every run after some turns. The clock makes a
+  /// turn due at each offer, whatever the pace.
+  void StopRunsThatNeverEnd() {
+    if (interruptAfter_ == 0) return;
+    TheHost.Milliseconds = [time = std::uint32_t{0}]() mutable { return time += 1000; };
+    TheHost.Yield = [this, roll = 0, turns = 0]() mutable {
+      if (!Game.AutoBetRunning) return;
+      if (roll != Game.RollCount[0]) turns = 0;
+      roll = Game.RollCount[0];
+      if (++turns == interruptAfter_) Game.AutoBetRunning = false;
+    };
+  }
+
+  static void ExpectAFinishedRoll() {
+    EXPECT_EQ(Game.RollsSince[0], Game.RollCount[0]);
+    EXPECT_EQ(Game.BetsAfterRoll, Game.Bets);
+    EXPECT_FALSE(Game.RollInProgress || Game.AutoBetRunning || Game.KeepRolling);
+    EXPECT_EQ(FirstInconsistency(), "") << "roll " << Game.RollCount[0];
+    EXPECT_EQ(Game.LastErrorText, "");
+    ExpectBooksBalance();
+  }
+
+  ScratchFolder scratch_{"fixtures"};
+  std::string dataPath_ = Game.DataPath;
+  std::string fixture_;
+  std::vector<std::pair<int, int>> throws_;
+  int interruptAfter_ = 0;
+  int stopsUnderHyperDrive_ = 0;
+};
+
+class ScriptFixtures : public ScriptFixture, public ::testing::WithParamInterface<std::string> {};
+
+TEST_P(ScriptFixtures, PlayAsWorkedOutByHand) {
+  Begin(GetParam(), true);
+  Texts expected = ReadLines(GetParam(), "money.txt");
+  for (std::string& row : expected) row = Joined(CellsOf(row));
+  ExpectSameLines(GetParam() + "/money.txt", expected, PlayByHand());
+  ExpectSameLines(GetParam() + "/log.txt", ReadLines(GetParam(), "log.txt"), Log());
+}
+
+TEST_P(ScriptFixtures, EndTheSameUnderHyperDrive) {
+  Begin(GetParam(), false);
+  PlayByHand();
+  Begin(GetParam(), false);
+  PlayByHyperDrive();
+  EXPECT_TRUE(standings_.back() == Standing()) << GetParam();
+  EXPECT_EQ(Game.Bets, standings_.back().Bets);
+}
+
+INSTANTIATE_TEST_SUITE_P(Folders, ScriptFixtures, ::testing::ValuesIn(FixturesFound()),
+                         [](const auto& folder) { return folder.param; });
+
+TEST_F(ScriptFixture, TwoWaysOfOneSystemDoTheSame) {
+  std::vector<Standing> games[2];
+  Texts logs[2];
+  for (const int way : {0, 1}) {
+    Begin(way == 0 ? "two_ways_a" : "two_ways_b", true);
+    PlayByHand();
+    games[way].swap(standings_);
+    for (Standing& standing : games[way]) standing.Flags.clear();  // only one of them has any
+    logs[way] = Log();
+    std::erase_if(logs[way], [](const std::string& line) { return line.ends_with(".bet)"); });
+  }
+  ASSERT_EQ(games[0].size(), games[1].size());
+  for (std::size_t i = 0; i < games[0].size(); ++i) {
+    ASSERT_EQ(games[0][i].Bets, games[1][i].Bets) << "throw " << i + 1;
+    ASSERT_TRUE(games[0][i] == games[1][i]) << "throw " << i + 1;
+  }
+  ExpectSameLines("two_ways", logs[0], logs[1]);
+}
+
+TEST_F(ScriptFixture, AllAreThere) {
+  for (const std::string& name : kWorkedOut)
+    for (const char* file : {"start.txt", "script.txt", "throws.txt", "money.txt", "log.txt"})
+      EXPECT_TRUE(fs::exists(kFixtures / name / file)) << name << "/" << file;
+}
+
+}  // namespace
