@@ -1,0 +1,219 @@
+// What a script costs under Hyper-Drive, a line. Each script is held against the same game without
+// one, measured in the same run: the difference is shared among the lines passed, and what the
+// script's bets cost at the table is in it.
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "autobet/language.h"
+#include "autobet/script.h"
+#include "core/headless_host.h"
+#include "core/roll_cycle.h"
+#include "dice/generators.h"
+#include "rules/defaults.h"
+
+namespace {
+
+long allocations = 0;
+
+}  // namespace
+
+// Every allocation is counted: no line may make any.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  ++allocations;
+  void* memory = std::malloc(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+constexpr int kRolls = 200'000;
+constexpr int kRounds = 7;
+constexpr std::uint32_t kSeed = 20'240'601;
+
+// --- Scripts ---
+
+void Add(const ScriptLine& line) { InsertLine(Game.ScrCount + 1, line); }
+
+void Start(int kind) {
+  ScriptLine line;
+  line.LineKind = kind;
+  Add(line);
+}
+
+void If(int subject, int op = 0, Currency amount = 0, const std::string& name = "") {
+  ScriptLine line;
+  line.LineKind = ConditionLine;
+  line.OfSubject = subject;
+  line.LineCode = op;
+  line.LineAmount = amount;
+  line.LineName = name;
+  Add(line);
+}
+
+void IfStack(int stack, int op, Currency amount) {
+  If(ChipStackSubject, op, amount);
+  Line(Game.ScrCount).OfStackNum = stack;
+}
+
+void Do(int action, Currency amount, int target, const std::string& name = "") {
+  ScriptLine line;
+  line.LineKind = ActionLine;
+  line.LineCode = action;
+  line.LineAmount = amount;
+  line.ToSubject = target;
+  line.LineName = name;
+  Add(line);
+}
+
+/// Ten lines: a Pass Line bet on the come-out, and odds behind it.
+void PassAndOdds() {
+  Start(WhenLine);
+  If(NextIsComeOut);
+  Start(ThenLine);
+  Do(BetAmount, 10, PassLine);
+  Start(WhileLine);
+  If(PointEstablished, AnyNumber);
+  Start(AndWhileLine);
+  If(PassLineOdds, EqualTo, 0);
+  Start(ThenLine);
+  Do(BetAmount, 20, PassLineOdds);
+}
+
+/// Fifteen lines: a Place bet that is pressed after every other win, as a flag remembers.
+void PressOneNumber(int placeBet, Currency stake) {
+  const std::string flag = "press " + std::to_string(placeBet);
+  Start(WhileLine);
+  If(placeBet, EqualTo, 0);
+  If(NextIsNotComeOut);
+  Start(ThenLine);
+  Do(BetAmount, stake, placeBet);
+  Start(WhenLine);
+  If(placeBet, HasWon);
+  Start(AndWhileLine);
+  If(OneFlag, 0, kTrue, flag);
+  Start(ThenLine);
+  Do(AddAmount, stake, placeBet);
+  Do(SetFlag, kFalse, 0, flag);
+  Start(ElseLine);
+  Do(SetFlag, kTrue, 0, flag);
+  Start(WhenLine);  // begins the next statement: a finished one leaves nothing behind
+}
+
+/// Sixty lines.
+void PlacePress() {
+  PressOneNumber(Place5, 5);
+  PressOneNumber(Place6, 6);
+  PressOneNumber(Place8, 6);
+  PressOneNumber(Place9, 5);
+  Line(Game.ScrCount).LineKind = RemarkLine;
+}
+
+/// A thousand lines: 250 statements on all that a script can look at, few of which hold.
+void Thousand() {
+  const std::array<std::function<void(int)>, 10> conditions = {
+      [](int i) { If(Place4 + i % 6, HasWon); },
+      [](int i) { If(EventSubject + 2 + i % 88, HasRolled, 3); },
+      [](int i) { If(OneFlag, 0, kTrue, "flag " + std::to_string(i % 20)); },
+      [](int i) { IfStack(1 + i % 90, EqualTo, 7); },
+      [](int i) { If(BankrollSubject, GreaterThan, 5'000'000 + i); },
+      [](int i) { If(ThisShooterRolls, EqualTo, 20 + i % 30); },
+      [](int) { If(1207, GreaterThan, 500); },
+      [](int) { If(1005, HasLostMore, 3); },
+      [](int i) { If(PointDecidedFor, kPointNumbers[static_cast<unsigned>(i % 6)] + 30); },
+      [](int i) { If(1 + i % LastBet, LessThan, 0); }};
+  for (int i = 0; i < 250; ++i) {
+    Start(i % 2 == 0 ? WhenLine : WhileLine);
+    conditions[static_cast<unsigned>(i) % conditions.size()](i);
+    Start(ThenLine);
+    Do(SetFlag, i % 3 == 0 ? kTrue : kFalse, 0, "flag " + std::to_string(i % 20));
+  }
+}
+
+// --- Measuring ---
+
+struct Measured {
+  double Nanoseconds = 0;  // a roll
+  long Allocations = 0;    // in all rolls but the first
+};
+
+void RunHyperDrive(int rolls) {
+  Game.NumAutoRolls = Game.AutoRollsLeft = rolls;
+  Game.HyperDriveOn = true;
+  Game.KeepRolling = true;
+  RollDice();
+  Game.HyperDriveOn = false;
+}
+
+Measured Play(void (*script)()) {
+  LayDownDefaults();
+  TheHost = HeadlessHost();
+  ClearScript();
+  Game.NegBankroll = true;
+  if (script != nullptr) script();
+  Game.AutoBetActive = script != nullptr ? 1 : 0;
+  Game.ScriptChanged = false;
+  init_genrand(kSeed);
+  RunHyperDrive(1);
+  const long before = allocations;
+  const auto start = std::chrono::steady_clock::now();
+  RunHyperDrive(kRolls);
+  const std::chrono::duration<double, std::nano> passed = std::chrono::steady_clock::now() - start;
+  if (Game.RollCount[0] != kRolls + 1) std::puts("the run stopped early");
+  return {passed.count() / kRolls, allocations - before};
+}
+
+double BareThrow() {
+  init_genrand(kSeed);
+  int total = 0;
+  const auto start = std::chrono::steady_clock::now();
+  for (int roll = 0; roll < kRolls; ++roll) {
+    total += static_cast<int>(genrand_real2() * 6) + 1;
+    total += static_cast<int>(genrand_real2() * 6) + 1;
+  }
+  const std::chrono::duration<double, std::nano> passed = std::chrono::steady_clock::now() - start;
+  if (total == 0) std::puts("no dice");
+  return passed.count() / kRolls;
+}
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+void Measure(const char* name, void (*script)()) {
+  std::vector<double> perLine;
+  std::vector<double> multiples;
+  long allocated = 0;
+  for (int round = 0; round < kRounds; ++round) {
+    const double bare = BareThrow();
+    const double without = Play(nullptr).Nanoseconds;
+    const Measured with = Play(script);
+    perLine.push_back((with.Nanoseconds - without) / Game.ScrCount);
+    multiples.push_back(perLine.back() / bare);
+    allocated += with.Allocations;
+  }
+  std::printf("%-14s %6d %14.2f %16.2f %12ld\n", name, Game.ScrCount, Median(perLine),
+              Median(multiples), allocated);
+}
+
+}  // namespace
+
+int main() {
+  std::printf("%-14s %6s %14s %16s %12s\n", "", "lines", "ns a line", "x bare throw",
+              "allocations");
+  Measure("PassAndOdds", PassAndOdds);
+  Measure("PlacePress", PlacePress);
+  Measure("Thousand", Thousand);
+  return 0;
+}
