@@ -1,7 +1,10 @@
-// Paints the table in all its looks into PNG files, to be looked at.
+// Paints the table in all its looks, and screens of scripts, into PNG files, to be looked at.
+#include <QApplication>
 #include <QDir>
-#include <QGuiApplication>
+#include <QFont>
 #include <QImage>
+#include <QListWidget>
+#include <QMenu>
 #include <QPainter>
 #include <QTextStream>
 #include <functional>
@@ -10,6 +13,9 @@
 #include "core/game_state.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
+#include "screens/frmCrapTable.h"
+#include "screens/frmFlags.h"
+#include "screens/frmMsg.h"
 #include "screens/table_painter.h"
 
 namespace {
@@ -200,11 +206,90 @@ void ShootHouseRules() {
   }
 }
 
+void SaveScreen(QWidget& screen, const QString& name) {
+  screen.show();
+  QApplication::processEvents();
+  Save(screen.grab().toImage(), name);
+}
+
+void ShootFlags(const QString& size) {
+  for (const bool none : {true, false}) {
+    Fresh();
+    if (!none)
+      Game.Flags = {{"Point is up", kTrue, kFalse},
+                    {"Größer gewettet", kFalse, kFalse},
+                    {"Progression was given up after seven losses in a row on the Don't Pass line",
+                     kTrue, kTrue}};
+    frmFlags screen(nullptr);
+    auto* list = screen.findChild<QListWidget*>("lstShowflags");
+    if (!none) list->item(1)->setSelected(true);
+    SaveScreen(screen, (none ? "flags_none_" : "flags_") + size);
+    screen.resize(screen.minimumSize());
+    SaveScreen(screen, (none ? "flags_none_small_" : "flags_small_") + size);
+  }
+}
+
+void ShootMessage(const QString& name, const std::string& text, int flags) {
+  Game.MsgText = text;
+  Game.MsgTitle = "Auto-Bet line # 12";
+  Game.MsgFlags = flags;
+  frmMsg screen(nullptr);
+  SaveScreen(screen, name);
+}
+
+void ShootMessages(const QString& size) {
+  std::string many;
+  for (int i = 1; i <= 80; ++i) many += "Bet " + std::to_string(i) + ":  $25\n";
+  const int notice = int(OkTick) | HideAutoBet;
+  ShootMessage("message_short_" + size, "Bankroll:  $1,250\n", notice);
+  ShootMessage("message_many_" + size, many, notice);
+  ShootMessage("message_long_" + size,
+               "The Place bets have been pressed, as the last three rolls had all hit inside "
+               "numbers; the next seven takes them all down.\n/" +
+                   std::string(70, 'x') + ".wav\n",
+               notice);
+  ShootMessage("message_question_" + size, "Bankroll:  $1,250\nShould the line bet be doubled?\n",
+               YesNo);
+}
+
+void ShootScript() {
+  Fresh();
+  LayFewBets();
+  Game.ScrCount = 12;
+  Game.AutoBetActive = 1;
+  Game.AutoBetFile = "/scripts/Three-point Come with odds.bet";
+  Game.AutoBetStatus = "Auto-Betting";
+  frmCrapTable table;
+  for (const QSize size : {QSize(640, 530), kMiddle}) {
+    table.resize(size);
+    SaveScreen(table, QStringLiteral("script_%1x%2").arg(size.width()).arg(size.height()));
+  }
+  SaveScreen(*table.findChild<QMenu*>("mnuAutoBet"), QStringLiteral("script_menu"));
+  Game.AutoBetStatus = "Hot-Key";
+  Shoot(QStringLiteral("script_hot_key"), kSmall);
+  static_cast<ScriptState&>(Game) = ScriptState();
+}
+
+/// The screens of scripts, in the letters of the system and in larger ones.
+void ShootScreensOfScripts() {
+  const QFont letters = QApplication::font();
+  for (const double scale : {1.0, 1.6}) {
+    QFont scaled = letters;
+    scaled.setPointSizeF(letters.pointSizeF() * scale);
+    QApplication::setFont(scaled);
+    const QString size = QStringLiteral("%1").arg(qRound(scale * 100));
+    ShootFlags(size);
+    ShootMessages(size);
+  }
+  QApplication::setFont(letters);
+  ShootScript();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  const QGuiApplication application(argc, argv);
-  const QStringList arguments = QGuiApplication::arguments();
+  const QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
   outputFolder.setPath(arguments.size() > 1 ? arguments.at(1) : QStringLiteral("screenshots"));
   if (!outputFolder.mkpath(QStringLiteral("."))) return 1;
   ShootGame();
@@ -214,6 +299,7 @@ int main(int argc, char** argv) {
   ShootPlay();
   ShootFlight();
   ShootHouseRules();
+  ShootScreensOfScripts();
   QTextStream(stdout) << outputFolder.entryList({QStringLiteral("*.png")}).size() << " pictures in "
                       << outputFolder.path() << '\n';
   return failures == 0 ? 0 : 1;

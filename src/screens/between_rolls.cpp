@@ -5,6 +5,7 @@
 
 #include "core/game_state.h"
 #include "screens/guard.h"
+#include "screens/script_commands.h"
 
 double YieldTime = 0;
 
@@ -13,7 +14,7 @@ namespace {
 int turns = 0;
 std::vector<std::function<void()>> waiting;
 
-bool DiceInTheAir() { return Game.RollInProgress && turns == 0; }
+bool MustWait() { return (Game.RollInProgress && turns == 0) || ScriptAtWork(); }
 
 }  // namespace
 
@@ -25,7 +26,7 @@ void BetweenRolls(std::function<void()> change) {
 bool ChangesWait() { return !waiting.empty(); }
 
 void CarryOutChanges() {
-  if (DiceInTheAir()) return;
+  if (MustWait()) return;
   for (const auto& change : std::exchange(waiting, {})) Guarded("Between Rolls", change);
 }
 

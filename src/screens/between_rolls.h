@@ -3,14 +3,14 @@
 
 #include <functional>
 
-/// Carries out a change that the player made: now, or, with dice in the air, once they have been
-/// decided, so that it acts from the next roll on.
+/// Carries out a change that the player made: now, or, with dice in the air or a script at work,
+/// once they have done, so that it acts from the next roll on.
 void BetweenRolls(std::function<void()> change);
 
 /// True while changes wait for the dice.
 bool ChangesWait();
 
-/// Carries out what waits, unless dice are in the air.
+/// Carries out what waits, unless dice are in the air or a script is at work.
 void CarryOutChanges();
 
 /// Milliseconds that the event loop has taken in the turns between the rolls of runs.

@@ -3,14 +3,17 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QFontMetrics>
 #include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QVBoxLayout>
 #include <algorithm>
 
+#include "autobet/hot_keys.h"
 #include "autoplay/hyper_drive.h"
 #include "core/chips.h"
 #include "core/host.h"
@@ -20,10 +23,12 @@
 #include "screens/chip_art.h"
 #include "screens/frmAutoPlay.h"
 #include "screens/frmBankroll.h"
+#include "screens/frmFlags.h"
 #include "screens/frmStackValues.h"
 #include "screens/guard.h"
 #include "screens/help.h"
 #include "screens/numeric_entry.h"
+#include "screens/script_commands.h"
 #include "screens/table_commands.h"
 #include "screens/table_layout.h"
 #include "screens/table_menus.h"
@@ -42,6 +47,22 @@ void Present(QWidget* screen) {
   screen->show();
   screen->raise();
   screen->activateWindow();
+}
+
+/// The letter or digit of a key pressed with Ctrl alone; 0 for any other key.
+char LetterWithCtrl(const QKeyEvent& event) {
+  if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::ControlModifier) return 0;
+  const int key = event.key();
+  const bool known =
+      (key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9);
+  return known ? static_cast<char>(key) : 0;
+}
+
+/// Ctrl, Shift and the like only begin a combination of keys.
+bool IsWholeKey(const QEvent& event) {
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  return key != Qt::Key_unknown && !(key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) &&
+         key != Qt::Key_AltGr && !(key >= Qt::Key_Super_L && key <= Qt::Key_Hyper_R);
 }
 
 int SpotOf(const SpotHit& hit) { return hit.PickedSpot != NoSpot ? hit.PickedSpot : hit.HotSpot; }
@@ -119,20 +140,19 @@ frmCrapTable::frmCrapTable() {
   column->addWidget(picLayout_, 1);
   MakeKeyedBox();
 
-  lblQuickStats_ = new QLabel(content);
-  lblQuickStats_->setObjectName("lblQuickStats");
-  lblQuickStats_->setTextFormat(Qt::PlainText);
-  lblQuickStats_->setMargin(4);
-  lblQuickStats_->setMinimumWidth(1);  // a long line is cut rather than widen the window
-  column->addWidget(lblQuickStats_);
+  MakeStatusRow(column);
   setCentralWidget(content);
 
   menus_ = std::make_unique<TableMenus>(
-      this, TableActions{[this] { Roll(); }, [this] { ShowBankroll(); },
-                         [this] { ShowStackValues(); }, [this] { ShowAutoPlay(); }});
+      this,
+      TableActions{[this] { Roll(); }, [this] { ShowBankroll(); }, [this] { ShowStackValues(); },
+                   [this] { ShowAutoPlay(); }, [this] { ShowFlags(); }});
   timerQuickStats_ = new QTimer(this);
   timerQuickStats_->setObjectName("timerQuickStats");
-  connect(timerQuickStats_, &QTimer::timeout, this, [this] { ShowQuickStatus(); });
+  connect(timerQuickStats_, &QTimer::timeout, this, [this] {
+    if (closeAfterRun_) EndRun();
+    ShowQuickStatus();
+  });
   timerQuickStats_->start(kQuickStatsInterval);
   ShowCaption();
   ShowQuickStatus();
@@ -150,6 +170,24 @@ void frmCrapTable::PlaceOnScreen() {
   const int bars = menuBar()->sizeHint().height() + lblQuickStats_->sizeHint().height();
   resize(qRound(kTableWidth * scale), qRound(kTableHeight * scale) + bars);
   move(available.center() - rect().center());
+}
+
+void frmCrapTable::MakeStatusRow(QVBoxLayout* column) {
+  const auto add = [](QHBoxLayout* row, const char* name, int stretch) {
+    QLabel* label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setMargin(4);
+    label->setMinimumWidth(1);  // a long line is cut rather than widen the window
+    row->addWidget(label, stretch);
+    return label;
+  };
+  QHBoxLayout* row = new QHBoxLayout;
+  row->setSpacing(0);
+  lblQuickStats_ = add(row, "lblQuickStats", 1);
+  lblAutoBet_ = add(row, "lblAutoBet", 0);
+  lblAutoBet_->hide();
+  column->addLayout(row);
 }
 
 void frmCrapTable::MakeKeyedBox() {
@@ -179,6 +217,7 @@ void frmCrapTable::RefreshViews() {
   if (stackValues_) stackValues_->RefreshStackView();
   if (autoPlay_) autoPlay_->RefreshAutoPlayView();
   if (bankroll_) bankroll_->RefreshBankrollView();
+  if (flags_) flags_->RefreshFlagsView();
 }
 
 void frmCrapTable::ShowCaption() {
@@ -195,9 +234,8 @@ void frmCrapTable::ShowCaption() {
 }
 
 void frmCrapTable::Roll() {
-  if (Game.RollInProgress || Game.AutoBetRunning) return;
-  RollDice();
-  AfterRolls();
+  if (running_ || !TableAtRest()) return;
+  RunAtTable(RollDice);
 }
 
 void frmCrapTable::RunHyperDrive() {
@@ -205,15 +243,27 @@ void frmCrapTable::RunHyperDrive() {
     activateWindow();
     setFocus();
   }
-  ToggleHyperDrive();
-  if (!Game.RollInProgress) AfterRolls();
+  if (running_) {
+    if (Game.RollInProgress) ToggleHyperDrive();
+    return;
+  }
+  RunAtTable(ToggleHyperDrive);
 }
 
-void frmCrapTable::AfterRolls() {
+void frmCrapTable::RunAtTable(const std::function<void()>& run) {
+  running_ = true;
+  Guarded(kPlace, run);
+  running_ = false;
   TheHost.RefreshViews();
-  if (!closeAfterRoll_) return;
-  closeAfterRoll_ = false;
+  if (!closeAfterRun_) return;
+  closeAfterRun_ = false;
   close();
+}
+
+/// Ends whatever runs. A roll that goes on may run the script again, so this is done repeatedly.
+void frmCrapTable::EndRun() {
+  Game.KeepRolling = false;
+  Game.AutoBetRunning = false;
 }
 
 void frmCrapTable::ShowStackValues() {
@@ -238,6 +288,11 @@ void frmCrapTable::ShowBankroll() {
   Present(bankroll_);
 }
 
+void frmCrapTable::ShowFlags() {
+  if (!flags_) flags_ = new frmFlags(this);
+  Present(flags_);
+}
+
 // ---- The mouse ----
 
 int frmCrapTable::SpotUnderMouse() const { return FindHotSpot(mouse_.x(), mouse_.y()).HotSpot; }
@@ -259,7 +314,7 @@ void frmCrapTable::MouseLeft() {
 
 void frmCrapTable::MousePressed(QPointF place, const QMouseEvent& event) {
   const bool lifts = event.button() == Qt::LeftButton && (event.modifiers() & Qt::AltModifier);
-  if (!lifts || Game.RollInProgress || Game.ClickMode != NoClickMode) return;
+  if (!lifts || !TableAtRest() || Game.ClickMode != NoClickMode) return;
   if (!ClickMayAct()) return;
   const int spot = SpotOf(FindHotSpot(place.x(), place.y(), view_.Dice));
   chipsInHand_ = PickUpChips(spot);
@@ -317,7 +372,7 @@ void frmCrapTable::PlaceKeyedBox() {
 
 void frmCrapTable::TakeKeyedAmount() {
   // A message shown on the way takes the focus, and leaving the box must not enter it again.
-  if (takingKeyedAmount_ || !Game.KeyedBoxOpen || Game.RollInProgress) return;
+  if (takingKeyedAmount_ || !Game.KeyedBoxOpen || !TableAtRest()) return;
   takingKeyedAmount_ = true;
   Guarded(kPlace, [] { EnterKeyedBet(); });
   takingKeyedAmount_ = false;
@@ -327,6 +382,10 @@ void frmCrapTable::TakeKeyedAmount() {
 
 bool frmCrapTable::eventFilter(QObject* watched, QEvent* event) {
   if (watched != txtEnterBet_) return QMainWindow::eventFilter(watched, event);
+  if (Game.AutoBetRunning && event->type() == QEvent::KeyPress) {
+    keyPressEvent(static_cast<QKeyEvent*>(event));
+    return true;
+  }
   if (event->type() == QEvent::FocusOut) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
     if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
@@ -348,10 +407,44 @@ bool frmCrapTable::eventFilter(QObject* watched, QEvent* event) {
 void frmCrapTable::ShowQuickStatus() {
   const QString text = QString::fromStdString(QuickStatusText(SpotUnderMouse()));
   if (lblQuickStats_->text() != text) lblQuickStats_->setText(text);
+  ShowScript();
+}
+
+/// The script's name at the end of the status row; a long one leaves room for the bankroll.
+void frmCrapTable::ShowScript() {
+  constexpr int kShareOfRow = 3;
+  const QString whole = ScriptCaption();
+  const QString text =
+      lblAutoBet_->fontMetrics().elidedText(whole, Qt::ElideRight, width() / kShareOfRow);
+  if (lblAutoBet_->text() == text) return;
+  lblAutoBet_->setText(text);
+  lblAutoBet_->setToolTip(QString::fromStdString(Game.AutoBetFile));
+  lblAutoBet_->setVisible(!text.isEmpty());
+}
+
+bool frmCrapTable::event(QEvent* event) {
+  // While a script runs every key asks, also those of the menus.
+  if (event->type() == QEvent::ShortcutOverride && Game.AutoBetRunning && IsWholeKey(*event)) {
+    event->accept();
+    return true;
+  }
+  return QMainWindow::event(event);
+}
+
+bool frmCrapTable::TakeHotKey(const QKeyEvent& event) {
+  const char letter = LetterWithCtrl(event);
+  if (letter == 0 || running_ || !TableAtRest() || Game.HyperDriveOn) return false;
+  if (!ClickMayAct()) return true;
+  RunAtTable([letter] { RunHotKey(letter); });
+  return true;
 }
 
 void frmCrapTable::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) {
+  if (Game.AutoBetRunning) {
+    if (IsWholeKey(*event)) Guarded(kPlace, AskToInterruptRun);
+  } else if (TakeHotKey(*event)) {
+    event->accept();
+  } else if (event->key() == Qt::Key_F1) {
     ShowHelp(helpTopic_);
   } else if (event->key() == Qt::Key_Escape && Game.ClickMode != NoClickMode) {
     Game.ClickMode = NoClickMode;
@@ -359,6 +452,11 @@ void frmCrapTable::keyPressEvent(QKeyEvent* event) {
   } else {
     QMainWindow::keyPressEvent(event);
   }
+}
+
+void frmCrapTable::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  ShowScript();
 }
 
 void frmCrapTable::changeEvent(QEvent* event) {
@@ -373,17 +471,18 @@ void frmCrapTable::changeEvent(QEvent* event) {
 void frmCrapTable::closeEvent(QCloseEvent* event) {
   event->ignore();
   if (!MayClose([] {})) return;
-  if (Game.RollInProgress) {
-    // The roll ends first: its routines stand below this one.
-    Game.KeepRolling = false;
-    closeAfterRoll_ = true;
+  if (running_) {
+    // The run ends first: its routines stand below this one.
+    EndRun();
+    closeAfterRun_ = true;
     return;
   }
   QGuiApplication::setOverrideCursor(Qt::WaitCursor);
   CloseGame();
   TheHost.PrintDuePage();
   QGuiApplication::restoreOverrideCursor();
-  for (QWidget* screen : std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_})
+  for (QWidget* screen :
+       std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_, flags_})
     if (screen) screen->close();
   event->accept();
 }

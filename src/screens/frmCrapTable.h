@@ -8,6 +8,8 @@
 #include <QPointF>
 #include <QPointer>
 #include <QTimer>
+#include <QVBoxLayout>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -16,6 +18,7 @@
 class frmAutoPlay;
 class frmBankroll;
 class frmCrapTable;
+class frmFlags;
 class frmStackValues;
 class TableMenus;
 
@@ -76,6 +79,7 @@ class frmCrapTable : public QMainWindow {
   void ShowStackValues();
   void ShowAutoPlay();
   void ShowBankroll();
+  void ShowFlags();
 
   /// Starts a run under Hyper-Drive, and comes back when it has ended; stops one that goes on. A
   /// window that was closed meanwhile closes then.
@@ -96,30 +100,40 @@ class frmCrapTable : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void PlaceOnScreen();
-  void AfterRolls();
+  /// Runs what throws dice or runs a script; a window that was closed meanwhile closes then.
+  void RunAtTable(const std::function<void()>& run);
+  void EndRun();
   void MakeKeyedBox();
   void TakeKeyedAmount();
+  void MakeStatusRow(QVBoxLayout* column);
   void ShowQuickStatus();
+  void ShowScript();
+  bool TakeHotKey(const QKeyEvent& event);
   int SpotUnderMouse() const;
 
   TableView view_;
   picLayoutBox* picLayout_ = nullptr;
   QLabel* lblQuickStats_ = nullptr;
+  QLabel* lblAutoBet_ = nullptr;
   QTimer* timerQuickStats_ = nullptr;
   QLineEdit* txtEnterBet_ = nullptr;
   std::unique_ptr<TableMenus> menus_;
   QPointer<frmStackValues> stackValues_;
   frmAutoPlay* autoPlay_ = nullptr;
   frmBankroll* bankroll_ = nullptr;
+  frmFlags* flags_ = nullptr;
   QPointF mouse_{-1, -1};
   int helpTopic_ = 0;
   bool takingKeyedAmount_ = false;
   bool chipsInHand_ = false;
-  bool closeAfterRoll_ = false;
+  bool running_ = false;
+  bool closeAfterRun_ = false;
 };

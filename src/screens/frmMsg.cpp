@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPointer>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
 
@@ -40,6 +42,8 @@ constexpr int kGap = 14;
 constexpr double kFontHeightOfUnit = 15.0;
 constexpr int kInputDecimals = 4;
 
+constexpr double kShareOfScreen = 0.6;  // that a text may take before it scrolls
+
 bool Wants(int flag) { return (Game.MsgFlags & flag) != 0; }
 
 int ClosingButton() {
@@ -53,6 +57,32 @@ QString OpeningText(int i) {
   const bool alone = !Wants(InputFirst) || !Wants(InputSecond);
   const bool first = alone ? !Game.MsgInput[0].empty() : i == 0;
   return QString::fromStdString(Game.MsgInput[first ? 0 : 1]);
+}
+
+/// The text without the line breaks behind it, which would only push the buttons down.
+QString TextShown() {
+  QString text = QString::fromStdString(Game.MsgText);
+  while (text.endsWith('\n')) text.chop(1);
+  return text;
+}
+
+/// Lets words that are wider than a line, such as paths, break at any letter.
+QString Breakable(const QString& text, const QFontMetrics& metrics, int width) {
+  constexpr QChar kMayBreak(0x200B);
+  QString broken;
+  qsizetype wordStart = 0;
+  for (qsizetype i = 0; i <= text.size(); ++i) {
+    if (i < text.size() && !text[i].isSpace()) continue;
+    const QString word = text.mid(wordStart, i - wordStart);
+    const bool wide = metrics.horizontalAdvance(word) > width;
+    for (const QChar letter : word) {
+      broken += letter;
+      if (wide && !letter.isHighSurrogate()) broken += kMayBreak;
+    }
+    if (i < text.size()) broken += text[i];
+    wordStart = i + 1;
+  }
+  return broken;
 }
 
 /// The picture beside the text, drawn in a square of 40 by 40.
@@ -127,16 +157,34 @@ frmMsg::frmMsg(QWidget* parent) : QDialog(parent) {
 int frmMsg::Units(double count) const { return qRound(count * scale_); }
 
 void frmMsg::MakeText() {
-  lblMsg_ = new QLabel(QString::fromStdString(Game.MsgText), this);
+  lblMsg_ = new QLabel(TextShown(), this);
   lblMsg_->setObjectName("lblMsg");
   lblMsg_->setTextFormat(Qt::PlainText);
   lblMsg_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   lblMsg_->setFocusPolicy(Qt::NoFocus);
   lblMsg_->adjustSize();
-  const int limit = Units(kTextWidth);
-  if (lblMsg_->width() <= limit) return;
-  lblMsg_->setWordWrap(true);
-  lblMsg_->resize(limit, lblMsg_->heightForWidth(limit));
+  if (const int limit = Units(kTextWidth); lblMsg_->width() > limit) {
+    lblMsg_->setText(Breakable(lblMsg_->text(), lblMsg_->fontMetrics(), limit));
+    lblMsg_->setWordWrap(true);
+    lblMsg_->resize(limit, lblMsg_->heightForWidth(limit));
+  }
+  ScrollTallText();
+}
+
+void frmMsg::ScrollTallText() {
+  const int tallest = static_cast<int>(screen()->availableSize().height() * kShareOfScreen);
+  if (lblMsg_->height() <= tallest) return;
+  scrMsg_ = new QScrollArea(this);
+  scrMsg_->setObjectName("scrMsg");
+  scrMsg_->setFrameShape(QFrame::NoFrame);
+  scrMsg_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scrMsg_->setFocusPolicy(Qt::NoFocus);
+  const QSize text = lblMsg_->size();
+  scrMsg_->setWidget(lblMsg_);
+  lblMsg_->resize(text);
+  scrMsg_->resize(std::max(text.width() + Units(kGap), Units(kTextWidth)) +
+                      scrMsg_->verticalScrollBar()->sizeHint().width(),
+                  tallest);
 }
 
 void frmMsg::MakeInputs() {
@@ -185,7 +233,8 @@ void frmMsg::Arrange() {
   const int margin = Units(kMargin);
   int left = margin;
   int top = margin;
-  int width = lblMsg_->width() + 2 * margin;
+  QWidget* text = scrMsg_ ? static_cast<QWidget*>(scrMsg_) : lblMsg_;
+  int width = text->width() + 2 * margin;
   if (picture_) {
     picture_->setGeometry(margin, margin, Units(kPictureSize), Units(kPictureSize));
     left += Units(kPictureSize) + margin;
@@ -200,9 +249,9 @@ void frmMsg::Arrange() {
                     QFontMetrics(font()).horizontalAdvance(windowTitle()) + Units(110)});
   if (chkHide_) width = std::max(width, chkHide_->width() + 2 * margin);
 
-  int textHeight = lblMsg_->height();
+  int textHeight = text->height();
   if (picture_) textHeight = std::max(textHeight, picture_->height());
-  lblMsg_->move(left, top + (textHeight - lblMsg_->height()) / 2);
+  text->move(left, top + (textHeight - text->height()) / 2);
   top += textHeight + Units(kGap);
 
   int boxLeft = (width - boxesWidth) / 2;
@@ -249,6 +298,12 @@ void frmMsg::showEvent(QShowEvent* event) {
 void frmMsg::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F1) {
     ShowHelp(Game.MsgCtx);
+    return;
+  }
+  if (scrMsg_ && (event->key() == Qt::Key_PageDown || event->key() == Qt::Key_PageUp)) {
+    scrMsg_->verticalScrollBar()->triggerAction(event->key() == Qt::Key_PageDown
+                                                    ? QAbstractSlider::SliderPageStepAdd
+                                                    : QAbstractSlider::SliderPageStepSub);
     return;
   }
   QDialog::keyPressEvent(event);

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <array>
 #include <deque>
 #include <string>
@@ -30,6 +31,7 @@ class frmMsg : public QDialog {
   static constexpr int kButtons = 5;
 
   void MakeText();
+  void ScrollTallText();
   void MakeInputs();
   void MakeHideBox();
   void MakeButtons();
@@ -41,6 +43,7 @@ class frmMsg : public QDialog {
   double scale_ = 1;
   QWidget* picture_ = nullptr;
   QLabel* lblMsg_ = nullptr;
+  QScrollArea* scrMsg_ = nullptr;  // holds a text that is too tall for the screen
   QCheckBox* chkHide_ = nullptr;
   std::array<QLineEdit*, 2> txtInput_{};
   std::array<QPushButton*, kButtons> cmdButton_{};

@@ -219,7 +219,7 @@ void frmStackValues::StoreCell(int row, int column, const QString& text) {
   if (column == NameColumn) {
     NameOfRow(row) = text.left(kLongestName).toStdString();
     Game.GameChanged = true;
-  } else if (!Game.RollInProgress) {
+  } else if (TableAtRest()) {
     Guarded("Chip-Stacks", [&] { SetChipStack(StackOfRow(row), ParseAmount(text.toStdString())); });
   }
   TheHost.RefreshViews();
@@ -320,7 +320,7 @@ void frmStackValues::DeleteAllOnAsking(const char* question, const char* title, 
   CloseCell();
   if (!AskYesNo(question, title, kHelpChipStacks)) return;
   if (names) Game.ChipStackName.fill({});
-  for (int row = 0; values && !Game.RollInProgress && row < kStacks; ++row) {
+  for (int row = 0; values && TableAtRest() && row < kStacks; ++row) {
     SetChipStack(StackOfRow(row), 0);
   }
   Game.GameChanged = true;

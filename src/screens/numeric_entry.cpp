@@ -52,6 +52,10 @@ class NumericFilter : public QObject {
       }
       return true;
     }
+    // A command, whatever letter it bears; with Alt it may be a letter of the third level.
+    if ((key.modifiers() & Qt::ControlModifier) && !(key.modifiers() & Qt::AltModifier)) {
+      return false;
+    }
     const QString text = key.text();
     if (text.isEmpty() || !text[0].isPrint()) return false;
     return !Passes(text[0]);

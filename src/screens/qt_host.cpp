@@ -198,6 +198,7 @@ void InstallQtHost(frmCrapTable* table) {
   };
   TheHost.RedrawBets = [] { Table->RedrawBets(); };
   TheHost.RedrawLayout = [] { Table->RedrawLayout(); };
+  TheHost.ShowStep = [](int, const std::string&, const std::string&) { TheHost.Yield(); };
   TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
   TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", PrintDueGraphs); };
 }

@@ -12,6 +12,7 @@
 #include "core/sounds.h"
 #include "core/text.h"
 #include "core/vig_and_odds.h"
+#include "screens/script_commands.h"
 
 Currency ChipPending;
 int ChipPendingFrom = 0;
@@ -62,9 +63,8 @@ void ActByClickMode(int spot) {
 bool ClickDice(const TableClick& click) {
   TheHost.RedrawBets();
   if (kRecorderRect.contains(click.X, click.Y)) return false;
-  if (!Game.RollInProgress) return true;
-  Game.KeepRolling = false;
-  return false;
+  if (Game.RollInProgress) Game.KeepRolling = false;
+  return TableAtRest();
 }
 
 void ClickStickPerson(double y) {
@@ -168,6 +168,8 @@ std::string BankrollStatus() {
 
 }  // namespace
 
+bool TableAtRest() { return !Game.RollInProgress && !ScriptAtWork(); }
+
 bool AskToInterruptRun() {
   if (Game.AutoBetRunning) {
     if (AskYesNo("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", kHelpAutoBet)) {
@@ -187,7 +189,7 @@ bool AskToInterruptRun() {
 
 bool ClickMayAct() {
   if (AskToInterruptRun()) return false;
-  if (!Game.KeyedBoxOpen || Game.RollInProgress) return true;
+  if (!Game.KeyedBoxOpen || !TableAtRest()) return true;
   Game.MsgText.clear();
   EnterKeyedBet();
   if (!Game.MsgText.empty()) return false;
@@ -201,12 +203,12 @@ bool RightClick() {
     Game.KeepRolling = !Game.KeepRolling;
     if (Game.KeepRolling && Game.AutoRollsLeft == 0) Game.AutoRollsLeft = Game.NumAutoRolls;
   }
-  return !Game.AutoBetRunning && !Game.RollInProgress;
+  return TableAtRest();
 }
 
 bool LeftClick(const TableClick& click) {
   if (click.Spot == DiceSpot) return ClickDice(click);
-  if (Game.RollInProgress) return false;
+  if (!TableAtRest()) return false;
   if (click.Spot == NoSpot) {
     CancelClickMode();
   } else if (Game.ClickMode != NoClickMode) {
@@ -252,18 +254,20 @@ void RemoveBetCommand() { ActOrSetMode(RemoveMode, RemoveBet); }
 void CallBetOnCommand() { CallBetOn(0); }
 void CallBetOffCommand() { CallBetOff(0); }
 
-void NewGameCommand() {
+void NewGameCommand(QWidget* parent) {
+  if (!MayLeaveScript(parent)) return;
   CloseKeyedBox();
   Game.ClickMode = NoClickMode;
   TheHost.PrintDuePage();
   NewGame(false);
+  TheHost.RedrawLayout();
   if (!Game.DiceRollFile.empty() && Game.RecorderStatus == RecorderOff &&
       !AskYesNo("Although the dice roll recorder is turned off, would "
                 "you like to keep the same Dice Roll File open?",
                 "Dice Roll File Open", kHelpDiceRoll)) {
     Game.DiceRollFile.clear();
   }
-  TheHost.RedrawLayout();
+  AskToKeepScript();
   TheHost.RefreshViews();
   StickCall();
 }

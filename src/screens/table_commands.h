@@ -7,6 +7,8 @@
 #include "core/game_state.h"
 #include "screens/table_layout.h"
 
+class QWidget;
+
 /// A mouse button at the table: what lies under it, where (in table units), and the keys held.
 struct TableClick {
   int Spot = NoSpot;  // the marker or the stick person, else the hot spot
@@ -28,6 +30,9 @@ bool LeftClick(const TableClick& click);
 /// amount first; what that makes the game say holds the click up.
 bool ClickMayAct();
 
+/// True while neither dice nor a script are at work.
+bool TableAtRest();
+
 /// Asks whether to interrupt Auto-Bet or Hyper-Drive. True when one was running.
 bool AskToInterruptRun();
 
@@ -48,8 +53,9 @@ void CallBetOnCommand();
 void CallBetOffCommand();
 void RemoveBetCommand();
 
-/// The menu's new game.
-void NewGameCommand();
+/// The menu's new game. A script that is in no file is offered for saving first, by way of
+/// `parent`; going back there leaves the game as it is.
+void NewGameCommand(QWidget* parent);
 
 /// Sets a Chip-Stack to a value, by way of `ChangeBet` and its limits.
 void SetChipStack(int id, Currency value);

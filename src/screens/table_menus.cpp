@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <array>
 
+#include "autobet/checker.h"
 #include "core/bankroll.h"
 #include "core/chips.h"
 #include "core/host.h"
@@ -16,6 +17,7 @@
 #include "rules/presets.h"
 #include "rules/validators.h"
 #include "screens/guard.h"
+#include "screens/script_commands.h"
 #include "screens/table_commands.h"
 
 namespace {
@@ -55,6 +57,7 @@ TableMenus::TableMenus(QMainWindow* table, TableActions actions)
     : table_(table), actions_(std::move(actions)) {
   MakeGameMenu();
   MakeActionMenu();
+  MakeAutoBetMenu();
   MakeViewMenu();
   MakeOptionsMenu();
   Refresh();
@@ -79,7 +82,7 @@ TableMenus::Item& TableMenus::Command(QMenu* menu, const char* name, const QStri
   QAction* action = menu->addAction(caption);
   action->setObjectName(name);
   QObject::connect(action, &QAction::triggered, table_, [this, when, act = std::move(act)] {
-    if (when == Needs::TableAtRest && Game.RollInProgress) {
+    if (when == Needs::TableAtRest && !TableAtRest()) {
       Refresh();
       return;
     }
@@ -129,9 +132,17 @@ void TableMenus::Choices(QMenu* menu, const char* name, const QStringList& capti
   MakeExclusive(menu);
 }
 
+void TableMenus::NoticeChoice(QMenu* menu, const QString& name, const QString& caption, Needs when,
+                              int bit) {
+  Choice(
+      menu, name, caption, when, [bit] { return (Game.Notify & bit) != 0; },
+      [bit] { Game.Notify ^= bit; });
+}
+
 void TableMenus::Refresh() {
+  const bool atRest = TableAtRest();
   for (Item& item : items_) {
-    item.Action->setEnabled(item.When == Needs::Nothing || !Game.RollInProgress);
+    item.Action->setEnabled(item.When == Needs::Nothing || atRest);
     if (item.Checked) item.Action->setChecked(item.Checked());
     if (item.Caption) item.Action->setText(item.Caption());
   }
@@ -141,8 +152,9 @@ void TableMenus::Refresh() {
 
 void TableMenus::MakeGameMenu() {
   QMenu* menu = Menu(table_, "mnuGame", "&Game");
-  Command(menu, "mnuNew", "&New", Needs::TableAtRest, NewGameCommand)
-      .Action->setShortcut(Qt::Key_F2);
+  Command(menu, "mnuNew", "&New", Needs::TableAtRest, [this] {
+    NewGameCommand(table_);
+  }).Action->setShortcut(Qt::Key_F2);
   menu->addSeparator();
   const auto atm = [](AtmKind kind) {
     return [kind] {
@@ -186,6 +198,31 @@ void TableMenus::MakeActionMenu() {
   Toggle(menu, "mnuKeyInBetAmounts", "&Key In Bet Amounts", Needs::TableAtRest,
          Game.KeyInBetAmounts, [] { CloseKeyedBox(); });
   items_.back().Action->setShortcut(Qt::Key_F9);
+}
+
+void TableMenus::MakeAutoBetMenu() {
+  QMenu* menu = Menu(table_, "mnuAutoBet", "Auto-&Bet");
+  const auto add = [&](const char* name, const char* caption, std::function<void()> act) {
+    Command(menu, name, caption, Needs::TableAtRest, [act = std::move(act)] {
+      act();
+      TheHost.RefreshViews();
+    });
+  };
+  add("mnuOpenAutoBet", "&Open Auto-Bet File...", [this] { OpenAutoBetFileCommand(table_); });
+  add("mnuSaveAutoBetAs", "&Save Auto-Bet File As...",
+      [this] { SaveAutoBetFileAsCommand(table_); });
+  add("mnuNewAutoBet", "C&lear script", [this] { ClearScriptCommand(table_); });
+  menu->addSeparator();
+  Choice(
+      menu, "mnuAutoBetActive", "&Activated", Needs::TableAtRest,
+      [] { return Game.AutoBetActive != 0; }, ToggleAutoBetCommand);
+  add("mnuCheckBets", "&Check structure", CheckScriptCommand);
+  Command(menu, "mnuFlagValues", "&Flag Values...", Needs::Nothing, actions_.ShowFlags);
+  menu->addSeparator();
+  NoticeChoice(menu, "mnuShowLoggedMessagesNormal", "Show logged messages, &normal play",
+               Needs::TableAtRest, NoticeAutoBet);
+  NoticeChoice(menu, "mnuShowLoggedMessagesHyper", "Show logged messages, &Hyper-Drive",
+               Needs::TableAtRest, NoticeAutoBetHyper);
 }
 
 void TableMenus::MakeViewMenu() {
@@ -306,10 +343,8 @@ void TableMenus::MakeNoticesMenu(QMenu* options) {
       "&Actions not allowed", "&Betting limits reached", "&Charges and/or change",
       "Auto-Bet messages &normal play", "Auto-Bet messages &Hyper-Drive"};
   for (int i = 0; i < static_cast<int>(captions.size()); ++i) {
-    const int bit = 1 << i;
-    Choice(
-        notices, QString("mnuNotify_%1").arg(i), captions[static_cast<unsigned>(i)], Needs::Nothing,
-        [bit] { return (Game.Notify & bit) != 0; }, [bit] { Game.Notify ^= bit; });
+    NoticeChoice(notices, QString("mnuNotify_%1").arg(i), captions[static_cast<unsigned>(i)],
+                 Needs::Nothing, 1 << i);
   }
   notices->addSeparator();
   Toggle(notices, "mnuSnapMouse", "&Snap mouse-pointer", Needs::Nothing, Game.SnapMouse);

@@ -13,6 +13,7 @@ struct TableActions {
   std::function<void()> ShowBankroll;
   std::function<void()> ShowStackValues;
   std::function<void()> ShowAutoPlay;
+  std::function<void()> ShowFlags;
 };
 
 /// Builds the menu bar of the table and keeps its check marks, captions and enabled commands in
@@ -22,7 +23,7 @@ class TableMenus {
   TableMenus(QMainWindow* table, TableActions actions);
 
  private:
-  /// When a command can be given: always, or only while no dice roll.
+  /// When a command can be given: always, or only while neither dice nor a script are at work.
   enum class Needs { Nothing, TableAtRest };
 
   struct Item {
@@ -46,10 +47,13 @@ class TableMenus {
                int first, std::function<void()> after = {});
   void SoundChoices(QMenu* menu, const char* name, const std::vector<std::string>& list, int& field,
                     std::function<void()> after);
+  /// A class of notice, by its bit of `Notify`.
+  void NoticeChoice(QMenu* menu, const QString& name, const QString& caption, Needs when, int bit);
   void Refresh();
 
   void MakeGameMenu();
   void MakeActionMenu();
+  void MakeAutoBetMenu();
   void MakeViewMenu();
   void MakeOptionsMenu();
   void MakeLookMenus(QMenu* options);

@@ -211,7 +211,7 @@ void PaintChipRack(const Stage& stage) {
 }
 
 void PaintCaption(QPainter& painter) {
-  const QString caption = ClickModeCaption();
+  const QString caption = TableCaption();
   if (caption.isEmpty()) return;
   const QRectF plate(196, 448, 228, 22);
   painter.setPen(QPen(QColor(0x7A, 0x59, 0x1E), 0.8));
@@ -291,7 +291,8 @@ QPointF TablePoint(QPointF widgetPoint, QSizeF size) {
   return TableTransform(size).inverted().map(widgetPoint);
 }
 
-QString ClickModeCaption() {
+QString TableCaption() {
+  if (!Game.AutoBetStatus.empty()) return QString::fromStdString(Game.AutoBetStatus);
   switch (Game.ClickMode) {
     case CallOnMode: return QStringLiteral("Click on bet to call ON");
     case CallOffMode: return QStringLiteral("Click on bet to call OFF");

@@ -48,8 +48,9 @@ void PaintLayout(QPainter& painter);
 /// only when the size, the display scale or `LayoutStamp` changed.
 void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCache& cache);
 
-/// The caption line of `ClickMode`; empty without a mode.
-QString ClickModeCaption();
+/// The caption line: that a script is at work, else what `ClickMode` waits for; empty without
+/// either.
+QString TableCaption();
 
 /// "9 TO 5" or "31 FOR 1", in the words of a payoff record.
 QString PayoffWords(const PayoffRecord& payoff);

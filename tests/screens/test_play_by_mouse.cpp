@@ -202,7 +202,7 @@ class TestPlayByMouse : public QObject {
     // clang-format on
     for (const auto& [command, caption, bet, status] : modes) {
       Command(*table_, command);
-      QCOMPARE(ClickModeCaption(), caption);
+      QCOMPARE(TableCaption(), caption);
       ClickBet(bet);
       if (*status != 0) QCOMPARE(StatusOver(ChipPosition(bet)), status);
       QCOMPARE(Game.ClickMode, int(NoClickMode));
