@@ -6,38 +6,20 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
-#include <new>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "allocations.h"
 #include "core/change_bet.h"
 #include "core/headless_host.h"
 #include "core/make_bet.h"
 #include "core/roll_cycle.h"
 #include "dice/generators.h"
 #include "rules/defaults.h"
-
-namespace {
-
-long allocations = 0;
-
-}  // namespace
-
-// Every allocation is counted: the roll path must not make any.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-  ++allocations;
-  void* memory = std::malloc(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -166,13 +148,13 @@ void Roll(benchmark::State& state, const Load& load) {
     if (Game.RollCount[0] >= kMaxRolls / 2) SetRules(load);
     Game.Bets[BankrollIndex] = 0;
     LayBets(load);
-    const long before = allocations;
+    const long before = Allocations();
     const int rolled = Game.RollCount[0];
     const auto start = std::chrono::steady_clock::now();
     RunHyperDrive();
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
     state.SetIterationTime(passed.count());
-    allocated += allocations - before;
+    allocated += Allocations() - before;
     if (Game.RollCount[0] - rolled != load.RollsPerRun)
       state.SkipWithError("the run stopped early");
   }

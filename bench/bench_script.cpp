@@ -4,36 +4,18 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <functional>
-#include <new>
 #include <string>
 #include <vector>
 
+#include "allocations.h"
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "core/headless_host.h"
 #include "core/roll_cycle.h"
 #include "dice/generators.h"
 #include "rules/defaults.h"
-
-namespace {
-
-long allocations = 0;
-
-}  // namespace
-
-// Every allocation is counted: no line may make any.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-  ++allocations;
-  void* memory = std::malloc(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -165,12 +147,12 @@ Measured Play(void (*script)()) {
   Game.ScriptChanged = false;
   init_genrand(kSeed);
   RunHyperDrive(1);
-  const long before = allocations;
+  const long before = Allocations();
   const auto start = std::chrono::steady_clock::now();
   RunHyperDrive(kRolls);
   const std::chrono::duration<double, std::nano> passed = std::chrono::steady_clock::now() - start;
   if (Game.RollCount[0] != kRolls + 1) std::puts("the run stopped early");
-  return {passed.count() / kRolls, allocations - before};
+  return {passed.count() / kRolls, Allocations() - before};
 }
 
 double BareThrow() {

@@ -60,24 +60,16 @@ bool CoversAllNumbers(const ScriptLine& line) {
 }
 
 void PlanEvents(const ScriptLine& line, ActionPlan& plan) {
-  const int event = line.ToSubject - EventSubject;
   const bool all = CoversAllNumbers(line);
-  const bool known = all || (event >= kFirstEvent && event <= kLastEvent);
-  plan.Target = known ? ActionPlan::Covers::NumberEvents : ActionPlan::Covers::Nothing;
-  plan.First = all ? kFirstEvent : event;
-  plan.Last = all ? kLastEvent : event;
-}
-
-/// The action of a line; 0 for a line that is none, or isn't in the script.
-int ActionOf(int number) {
-  if (number < 1 || number > Game.ScrCount) return 0;
-  const ScriptLine& line = Line(number);
-  return line.LineKind == ActionLine ? line.LineCode : 0;
-}
-
-bool AreOfOneBox(int action, int other) {
-  return (IsMessageAction(action) && IsMessageAction(other)) ||
-         (IsQuestionAction(action) && IsQuestionAction(other));
+  const bool one =
+      line.ToSubject >= EventSubject + kFirstEvent && line.ToSubject <= EventSubject + kLastEvent;
+  plan.Target = all || one ? ActionPlan::Covers::NumberEvents : ActionPlan::Covers::Nothing;
+  if (all) {
+    plan.First = kFirstEvent;
+    plan.Last = kLastEvent;
+  } else if (one) {
+    plan.First = plan.Last = line.ToSubject - EventSubject;
+  }
 }
 
 bool BeginsRun(int number) {
@@ -86,21 +78,6 @@ bool BeginsRun(int number) {
   const ScriptLine& before = Line(number - 1);
   return ActionOf(number - 1) != line.LineCode || before.ToSubject != line.ToSubject ||
          before.ToStackNum != line.ToStackNum;
-}
-
-/// Whether "Get input" follows the messages that line `number` is one of.
-bool LeadsToInput(int number) {
-  while (IsMessageAction(ActionOf(number))) ++number;
-  return ActionOf(number) == GetInput;
-}
-
-void PlanText(int number, ActionPlan& plan) {
-  const int action = ActionOf(number);
-  plan.AfterMessage = IsMessageAction(ActionOf(number - 1));
-  if (!IsMessageAction(action) && !IsQuestionAction(action)) return;
-  plan.StartsText = !AreOfOneBox(action, ActionOf(number - 1));
-  plan.EndsText = !AreOfOneBox(action, ActionOf(number + 1));
-  plan.FeedsInput = IsMessageAction(action) && LeadsToInput(number);
 }
 
 // --- Performance ---
@@ -139,11 +116,11 @@ void ForEachTarget(const ScriptLine& line, const ActionPlan& plan, Act act) {
 }
 
 /// The player is asked once, when there is a bet to put the answer on.
-void BetInput(const ScriptLine& line, const ActionPlan& plan, ActionRun& run) {
+void BetInput(int number, const ActionPlan& plan, ActionRun& run) {
   bool asked = false;
   std::optional<Currency> answer;
-  ForEachTarget(line, plan, [&](int id) {
-    if (!asked) answer = AskForAmount(line, plan);
+  ForEachTarget(Line(number), plan, [&](int id) {
+    if (!asked) answer = AskForAmount(number);
     asked = true;
     if (!answer) return;
     run.RunValue = *answer;
@@ -153,7 +130,6 @@ void BetInput(const ScriptLine& line, const ActionPlan& plan, ActionRun& run) {
 
 void PerformOnBets(const ScriptLine& line, const ActionPlan& plan, ActionRun& run) {
   const int action = line.LineCode;
-  if (action == GetInput) return BetInput(line, plan, run);
   ForEachTarget(line, plan, [&](int id) {
     if (ChangesByValue(action))
       ChangeByValue(id, line, run);
@@ -166,13 +142,18 @@ void PerformOnBets(const ScriptLine& line, const ActionPlan& plan, ActionRun& ru
 
 }  // namespace
 
+int ActionOf(int number) {
+  if (number < 1 || number > Game.ScrCount) return 0;
+  const ScriptLine& line = Line(number);
+  return line.LineKind == ActionLine ? line.LineCode : 0;
+}
+
 ActionPlan PlanAction(int number) {
   ActionPlan plan;
   const int action = ActionOf(number);
   if (action == 0) return plan;
   const ScriptLine& line = Line(number);
   plan.RestartsRun = BeginsRun(number);
-  PlanText(number, plan);
   if (ActsOnBets(action)) PlanBets(line, plan);
   if (action == ResetRolls) PlanEvents(line, plan);
   if (action == SetFlag) plan.FlagIndex = FindFlag(Trimmed(line.LineName));
@@ -188,10 +169,12 @@ void PerformAction(int number, const ActionPlan& plan, ActionRun& run) {
     run.RunCount = 0;
     run.HasBase.reset();
   }
-  if (ActsOnBets(action))
+  if (action == GetInput)
+    BetInput(number, plan, run);
+  else if (ActsOnBets(action))
     PerformOnBets(line, plan, run);
   else if (IsMessageAction(action) || IsQuestionAction(action))
-    PerformMessage(line, plan);
+    PerformMessage(number);
   else if (action == ResetRolls)
     ForEachTarget(line, plan, ResetRollsOf);
   else

@@ -27,15 +27,14 @@ struct ActionPlan {
   };
   Covers Target = Covers::Once;
   bool RestartsRun = false;  // the line before belongs to another run of like actions
-  bool StartsText = false;   // of message lines: the first, and the last, of those in a row
-  bool EndsText = false;
-  bool FeedsInput = false;    // of messages: "Get input" follows those in a row, and takes the text
-  bool AfterMessage = false;  // "Get input": the line before is a message line
   int First = 0;
   int Last = 0;
   int Family = 0;
   int FlagIndex = -1;
 };
+
+/// The action of line `number`; 0 for a line that is none, or isn't in the script.
+int ActionOf(int number);
 
 /// The plan of action line `number` of the script in force.
 ActionPlan PlanAction(int number);

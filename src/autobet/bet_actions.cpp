@@ -1,6 +1,7 @@
 #include "autobet/bet_actions.h"
 
 #include <optional>
+#include <utility>
 
 #include "autobet/language.h"
 #include "autobet/values.h"
@@ -48,8 +49,8 @@ class RewrittenBet {
   void Request(Currency change) {
     ::Request(id_, change);
     requested_ = true;
-    // The rules saw no change, but the amount may differ from what the odds stand on.
-    if (Game.Change == 0) LetOddsFollow(id_);
+    // The rules saw no change, but the amount differs from what the odds stand on.
+    if (Game.Change == 0 && written_ != before_) LetOddsFollow(id_);
   }
 
  private:
@@ -153,16 +154,13 @@ void BetPlain(int id, const ScriptLine& line, int form) {
   bet.Request(PlainValue(line, form));
 }
 
-Currency Quotient(Currency dividend, Currency divisor) {
-  return Currency::FromDouble(dividend / divisor);
-}
-
 void DividePlain(int id, const ScriptLine& line, int form) {
   const Currency value = PlainValue(line, form);
   if (form == FormAmount && value == 0) return;
   // Required: a percentage that is no divisor is asked for as a change.
   const bool divides = form == FormAmount || value > 0;
-  Request(id, divides ? Quotient(AmountOf(id), value) - AmountOf(id) : value);
+  const Currency bet = AmountOf(id);
+  Request(id, divides ? Currency::FromDouble(bet / value) - bet : value);
 }
 
 void PerformPlain(int id, int action, const ScriptLine& line, int form) {
@@ -175,8 +173,8 @@ void PerformPlain(int id, int action, const ScriptLine& line, int form) {
   }
 }
 
-/// The bet goes back to where the run began, so that what is added is the result and not the sum.
-void RequestFromBase(int id, Currency base, Currency change) {
+/// Brings a bet to `base`, past the rules, and then asks them for a change of it.
+void RequestFrom(Currency base, int id, Currency change) {
   RewrittenBet bet(id, base);
   bet.Request(change);
 }
@@ -185,8 +183,9 @@ void PerformRun(int id, int action, Currency result, ActionRun& run) {
   if (action == BetAmount) return SetBet(id, result);
   const Currency base = BaseOf(id, run);
   switch (action) {
-    case AddAmount: return RequestFromBase(id, base, result);
-    case SubtractAmount: return RequestFromBase(id, base, -result);
+    // From where the run began, so that what is added is the result and not the sum.
+    case AddAmount: return RequestFrom(base, id, result);
+    case SubtractAmount: return RequestFrom(base, id, -result);
     case MultiplyBy: return Request(id, base * result - AmountOf(id));
     default:
       if (const Value quotient = WholeQuotient(base, result)) Request(id, *quotient - AmountOf(id));
@@ -195,7 +194,7 @@ void PerformRun(int id, int action, Currency result, ActionRun& run) {
 
 // --- Round ---
 
-/// The largest multiple of `unit` that isn't above `amount`.
+/// The largest multiple of a `unit` above 0 that isn't above `amount`.
 Currency MultipleBelow(Currency amount, Currency unit) {
   std::int64_t rest = amount.Raw() % unit.Raw();
   if (rest < 0) rest += unit.Raw();
@@ -217,10 +216,7 @@ void ResetOutcome(int id) {
 
 }  // namespace
 
-void SetBet(int id, Currency amount) {
-  RewrittenBet bet(id, 0);
-  bet.Request(amount);
-}
+void SetBet(int id, Currency amount) { RequestFrom(0, id, amount); }
 
 void ChangeByValue(int id, const ScriptLine& line, ActionRun& run) {
   constexpr int kForms = 10;
@@ -231,11 +227,13 @@ void ChangeByValue(int id, const ScriptLine& line, ActionRun& run) {
 }
 
 void RoundToWhole(int id, Currency unit, int way) {
-  if (unit <= 0) return;
+  if (unit == 0) return;
   const Currency amount = AmountOf(id);
-  const Currency down = MultipleBelow(amount, unit) - amount;
+  Currency down = MultipleBelow(amount, Abs(unit)) - amount;
   if (down == 0) return;
-  const Currency up = down + unit;
+  Currency up = down + Abs(unit);
+  // Required: more units of a negative size make a smaller amount.
+  if (unit < 0) std::swap(up, down);
   const bool goesDown = way == RoundDown || (way == RoundNearest && Abs(up) > Abs(down));
   Request(id, goesDown ? down : up);
 }

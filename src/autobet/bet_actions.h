@@ -15,7 +15,7 @@ void ChangeByValue(int id, const ScriptLine& line, ActionRun& run);
 /// Sets a bet to `amount`, as a fresh bet under all rules.
 void SetBet(int id, Currency amount);
 
-/// "Round" to whole `unit`s, by a `RoundingWay`; nothing for a unit that isn't above 0.
+/// "Round" to whole `unit`s, by a `RoundingWay`; nothing for a unit of 0.
 void RoundToWhole(int id, Currency unit, int way);
 
 /// "Buy the Place Bet", "Call OFF", "Call ON" and "Reset wins / losses". Nothing for Chip-Stacks.

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr int kTopicScripts = 640;
 constexpr const char* kCommandTitle = "Auto-Bet";
 constexpr std::string_view kClosingText =
     "\n\nThis is not allowed and must be resolved before you can run this auto-betting script.";

@@ -57,7 +57,8 @@ class Sentence {
   std::size_t indent_;
 };
 
-/// A text in quotes; a ";" at its end, which joins the next text to it, stands behind them.
+/// A text of an action in quotes; a ";" at its end, which joins the next text to it, stands behind
+/// them.
 std::string QuotedText(const std::string& text) {
   if (text.empty() || text.back() != ';') return Quoted(text);
   return Quoted(text.substr(0, text.size() - 1)) + ";";
@@ -75,7 +76,7 @@ std::string ComposeStart(int kind) {
 void AddOperands(Sentence& sentence, const ScriptLine& line) {
   const int op = line.LineCode;
   if (OperatorComparesNames(op)) {
-    sentence.Add(QuotedText(line.LineName));
+    sentence.Add(Quoted(line.LineName));
   } else if (OperatorComparesSubjects(op)) {
     sentence.Add(TextOf(CompareList(), line.ToSubject));
     sentence.AddStackNum(line.ToSubject, line.ToStackNum);

@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int kFirstEvent = 2;
-constexpr int kLastEvent = 89;
+constexpr int kFirstEvent = EventSubject + 2;
+constexpr int kLastEvent = EventSubject + 89;
 
 // --- Plans ---
 
@@ -137,15 +137,14 @@ void PlanTest(ConditionPlan& plan, const ScriptLine& line) {
   const int subject = line.OfSubject;
   const auto simple = std::find_if(kSimpleSubjects.begin(), kSimpleSubjects.end(),
                                    [=](const auto& row) { return row.Subject == subject; });
-  const int event = subject - EventSubject;
   if (simple != kSimpleSubjects.end()) {
     plan.Test = simple->Test;
     plan.Index = simple->Index;
     if (plan.Test == ConditionTest::OneFlag) plan.Index = FindFlag(line.LineName);
     if (plan.Test == ConditionTest::OneFlag && plan.Index < 0) plan.Test = ConditionTest::Never;
-  } else if (event >= kFirstEvent && event <= kLastEvent) {
+  } else if (subject >= kFirstEvent && subject <= kLastEvent) {
     plan.Test = ConditionTest::Event;
-    plan.Index = event;
+    plan.Index = subject - EventSubject;
   } else {
     plan.Of = PlanOperand(subject, line.OfStackNum);
     if (plan.Of.What != Operand::Kind::Nothing)

@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "autobet/script.h"
 #include "autobet/script_records.h"
 #include "core/error_report.h"
 #include "core/messages.h"
@@ -16,7 +17,6 @@ constexpr int kExtensionLength = 4;
 
 constexpr int kConverted = 1;
 constexpr int kDeclined = 0;
-constexpr int kSystemFailed = -1;
 
 /// Old codes of bets that the table doesn't have.
 struct CodeRange {

@@ -261,13 +261,18 @@ class Run {
     if (Tracing()) said_ += text;
   }
 
+  static void ShowStep(int line, const std::string& text, const std::string& what) {
+    const KeptMessage kept;
+    TheHost.ShowStep(line, text, what);
+  }
+
   static void Trace(std::string_view text) {
     if (!Tracing()) return;
-    TheHost.ShowStep(Game.ScrLine, Line(Game.ScrLine).LineText, std::string(text));
+    ShowStep(Game.ScrLine, Line(Game.ScrLine).LineText, std::string(text));
   }
 
   void ShowEndOfBlock() {
-    if (Tracing() && !said_.empty()) TheHost.ShowStep(0, "", said_);
+    if (Tracing() && !said_.empty()) ShowStep(0, "", said_);
     said_.clear();
   }
 
@@ -327,13 +332,16 @@ void EndRun() {
   ShowStatus("");
 }
 
-/// No roll begins while a script runs outside of one.
-class NoRolls {
+/// A script is at work. No roll begins while it runs outside of one.
+class AtWork {
  public:
-  NoRolls() { Game.RollInProgress = true; }
-  ~NoRolls() { Game.RollInProgress = wasInProgress_; }
-  NoRolls(const NoRolls&) = delete;
-  NoRolls& operator=(const NoRolls&) = delete;
+  AtWork() { Game.RollInProgress = Game.AutoBetAtWork = true; }
+  ~AtWork() {
+    Game.RollInProgress = wasInProgress_;
+    Game.AutoBetAtWork = false;
+  }
+  AtWork(const AtWork&) = delete;
+  AtWork& operator=(const AtWork&) = delete;
 
  private:
   bool wasInProgress_ = Game.RollInProgress;
@@ -342,7 +350,7 @@ class NoRolls {
 }  // namespace
 
 void RunAutoBets() {
-  const NoRolls noRolls;
+  const AtWork atWork;
   try {
     BeginRun();
     Run().Play();

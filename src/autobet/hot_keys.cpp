@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "autobet/engine.h"
+#include "autobet/paths.h"
 #include "autobet/script.h"
 #include "autobet/script_file.h"
 #include "core/error_report.h"
@@ -23,7 +24,6 @@ constexpr std::size_t kReservedOffset = 202;
 constexpr std::size_t kReservedWidth = 54;
 
 constexpr std::size_t kMostHotKeys = 100'000;
-constexpr int kSystemFailed = -1;
 
 std::string FilePath() { return Game.AppPath + kFileName; }
 
@@ -73,14 +73,9 @@ Record MakeRow(char key, std::string_view file, std::string_view description) {
   return record;
 }
 
-/// A name without a folder lies in the program's folder.
-std::string FullPath(const std::string& name) {
-  return TextOfPath(PathOf(Game.AppPath) / PathOf(name));
-}
-
 void RunFile(const std::string& file) {
   Game.HotKeyRunning = true;
-  OpenScript(FullPath(file));
+  OpenScript(PathIn(Game.AppPath, file));
   if (Game.LastFileResult > 0) {
     RunAutoBets();
     // Required: what was edited and not saved is lost, and an untitled script can't come back.

@@ -222,8 +222,8 @@ const BetGroup* FindBetGroup(int subject);
 bool FindPointFamily(int subject, BetFamily& family);
 
 /// The ids of a target of all bets of a kind, of all Chip-Stacks, or of a single bet; an empty
-/// range for any other code. The outside Place bets are the whole range: `IsInsidePlace` leaves two
-/// out.
+/// range for any other code. The outside Place bets are the whole range: `IsPlaceSixOrEight`
+/// tells the two that they leave out.
 IdRange IdsOfTarget(int target);
 
 /// Whether a Place bet is one of the two that the outside Place bets leave out (6 and 8).

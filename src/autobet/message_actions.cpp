@@ -1,6 +1,6 @@
 #include "autobet/message_actions.h"
 
-#include "autobet/language.h"
+#include "autobet/actions.h"
 #include "autobet/script.h"
 #include "autobet/values.h"
 #include "core/ledger.h"
@@ -10,7 +10,6 @@
 namespace {
 
 constexpr int kTopicAutoBet = 640;
-constexpr std::size_t kWordsOfTarget = 34;  // where the target of "Get input" begins in its line
 
 bool MessagesWanted() {
   return (Game.Notify & (Game.HyperDriveOn ? NoticeAutoBetHyper : NoticeAutoBet)) != 0;
@@ -31,39 +30,55 @@ bool ShowBox(int flags) {
   return seen;
 }
 
+bool AreOfOneBox(int action, int other) {
+  return (IsMessageAction(action) && IsMessageAction(other)) ||
+         (IsQuestionAction(action) && IsQuestionAction(other));
+}
+
 std::string TextOfLine(const ScriptLine& line) {
   if (line.LineCode == ShowMessageText || line.LineCode == AskQuestion)
     return RightTrimmed(line.LineName);
   return MoneyText(ValueOf(line.OfSubject, line.OfStackNum)) + " ;";
 }
 
-/// A text with a ";" at its end is joined by the next one; any other ends its line.
-void AddText(std::string text) {
-  if (text.ends_with(';'))
-    text.pop_back();
-  else
-    text += '\n';
-  Game.MsgText += text;
+/// What the lines in a row that end with line `last` say. They are gathered when the box is shown:
+/// between two lines another message may have used the slots.
+std::string TextOfBox(int last) {
+  int first = last;
+  while (AreOfOneBox(ActionOf(last), ActionOf(first - 1))) --first;
+  std::string text;
+  for (int number = first; number <= last; ++number) {
+    text += TextOfLine(Line(number));
+    // A text with a ";" at its end is joined by the next one; any other ends its line.
+    if (text.ends_with(';'))
+      text.pop_back();
+    else
+      text += '\n';
+  }
+  return text;
+}
+
+std::string PromptOf(const ScriptLine& line) {
+  constexpr std::size_t kTarget = 34;  // where the words of the target begin
+  const std::string target = line.LineText.size() > kTarget ? line.LineText.substr(kTarget) : "";
+  return "Please enter a value to bet on:  " + target;
 }
 
 }  // namespace
 
-void PerformMessage(const ScriptLine& line, const ActionPlan& plan) {
-  const bool question = IsQuestionAction(line.LineCode);
-  const bool shown = question || MessagesWanted();
-  if (!shown && !plan.FeedsInput) return;
-  if (plan.StartsText) Game.MsgText.clear();
-  AddText(TextOfLine(line));
-  if (!plan.EndsText || !shown) return;
+void PerformMessage(int number) {
+  const int action = ActionOf(number);
+  if (AreOfOneBox(action, ActionOf(number + 1))) return;
+  const bool question = IsQuestionAction(action);
+  if (!question && !MessagesWanted()) return;
+  Game.MsgText = TextOfBox(number);
   const bool seen = ShowBox(question ? +YesNo : ButtonOk | HideAutoBet);
   if (seen && !question) Game.MsgAnswer = AnswerOk;
 }
 
-std::optional<Currency> AskForAmount(const ScriptLine& line, const ActionPlan& plan) {
-  if (!plan.AfterMessage) {
-    Game.MsgText = "Please enter a value to bet on:  ";
-    if (line.LineText.size() > kWordsOfTarget) Game.MsgText += line.LineText.substr(kWordsOfTarget);
-  }
+std::optional<Currency> AskForAmount(int number) {
+  const bool asked = IsMessageAction(ActionOf(number - 1));
+  Game.MsgText = asked ? TextOfBox(number - 1) : PromptOf(Line(number));
   Game.MsgInput = {};
   if (!ShowBox(InputOk)) return {};
   return Game.ChangeRequest;

@@ -23,7 +23,8 @@ std::unique_ptr<std::FILE, Closing> outputFile;
 
 [[noreturn]] void RaiseNotOpened(const std::string& path) {
   std::error_code failed;
-  if (fs::is_directory(fs::path(path).parent_path(), failed)) RaiseNoAccess();
+  const fs::path folder = fs::path(path).parent_path();
+  if (folder.empty() || fs::is_directory(folder, failed)) RaiseNoAccess();
   RaiseNoFolder();
 }
 

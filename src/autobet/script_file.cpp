@@ -8,6 +8,7 @@
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "autobet/script_records.h"
+#include "core/ansi.h"
 #include "core/error_report.h"
 #include "core/messages.h"
 #include "core/text.h"
@@ -24,12 +25,10 @@ constexpr Currency kFormat50 = 5;
 constexpr Currency kFormat39 = Currency::FromRaw(39'000);
 constexpr std::size_t kVersionLetters = 4;
 
-constexpr int kSystemFailed = -1;
-
 /// A script as read, before any of it reaches the game.
 struct ReadScript {
   std::vector<ScriptLine> Lines;
-  std::vector<bool> NamesFlag;  // false: an inexact flag subject, whose name isn't registered
+  std::vector<bool> OffersNames;  // to the registers
 };
 
 void Tell(std::string_view title, const std::string& path, std::string_view text) {
@@ -45,8 +44,8 @@ std::string HeaderText(const Record& header) { return header.Text(0, kLineTextWi
 
 /// The data format that a header tells, 0 when there is no number.
 Currency FormatOf(const Record& header) {
-  const std::string text = Trimmed(HeaderText(header));
-  return ParseAmount(text.substr(text.size() - std::min(text.size(), kVersionLetters)));
+  const std::string letters = ToAnsi(Trimmed(HeaderText(header)));
+  return ParseAmount(letters.substr(letters.size() - std::min(letters.size(), kVersionLetters)));
 }
 
 /// The layout of a script file; nullptr once a file that can't be read has been refused.
@@ -67,7 +66,7 @@ const ScriptLayout* ChooseLayout(const std::string& path, const Record& header) 
 
 /// Required: only a subject that is exactly 1500 in the file names a flag, though others may round
 /// to it.
-bool NamesFlagExactly(const Record& record, const ScriptLayout& layout) {
+bool OffersNames(const Record& record, const ScriptLayout& layout) {
   return record.Integer(kKindOffset) != ConditionLine ||
          record.Single(layout.OfSubject) == static_cast<float>(OneFlag);
 }
@@ -75,13 +74,13 @@ bool NamesFlagExactly(const Record& record, const ScriptLayout& layout) {
 /// Reads `count` lines; false when one of them can't be a line.
 bool ReadLines(const RecordFile& file, const ScriptLayout& layout, int count, ReadScript& script) {
   script.Lines.reserve(static_cast<std::size_t>(count));
-  script.NamesFlag.reserve(static_cast<std::size_t>(count));
+  script.OffersNames.reserve(static_cast<std::size_t>(count));
   for (int number = 1; number <= count; ++number) {
     const Record record = file.At(static_cast<std::size_t>(number) + 1);
     std::optional<ScriptLine> line = ReadLine(record, layout);
     if (!line) return false;
     script.Lines.push_back(std::move(*line));
-    script.NamesFlag.push_back(NamesFlagExactly(record, layout));
+    script.OffersNames.push_back(OffersNames(record, layout));
   }
   return true;
 }
@@ -104,7 +103,7 @@ bool ReadWhole(const std::string& path, ReadScript& script) {
 void OfferNames(const ReadScript& script) {
   NameRegisters registers;
   for (std::size_t i = 0; i < script.Lines.size(); ++i) {
-    if (script.NamesFlag[i]) registers.Offer(script.Lines[i]);
+    if (script.OffersNames[i]) registers.Offer(script.Lines[i]);
   }
 }
 

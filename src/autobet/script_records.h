@@ -15,8 +15,6 @@ inline constexpr std::string_view kUnableToOpenTitle = "Unable to Open Auto-Bet 
 inline constexpr std::string_view kCorruptedText =
     "has either been corrupted or is not a true Kelvanor Auto-Bet file.";
 
-inline constexpr int kTopicScripts = 640;
-
 inline constexpr std::size_t kKindOffset = 128;
 
 /// Where the fields of a line record stand. `LineText`, `LineKind`, `LineCode`, `LineName` and

@@ -97,6 +97,7 @@ struct ScriptState {
 
   // The run.
   bool AutoBetRunning = false;  // clearing it stops the engine within 500 lines
+  bool AutoBetAtWork = false;   // from the first line of a run to the end of its pause
   int ScrLine = 0;              // the current line, for whoever tells of it
   int ShowStepsMode = 0;
   std::uint32_t AutoBetStartTime = 0;  // milliseconds

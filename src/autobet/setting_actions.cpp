@@ -43,8 +43,9 @@ void PlayScriptSound(const std::string& name) {
   constexpr std::uint32_t kPast = 600;
   // A run with a sound doesn't wait at its end.
   Game.AutoBetStartTime -= kPast;
-  if (Game.DisableAllSound || Game.AutoBetSounds || Game.HyperDriveOn || name.empty()) return;
-  TheHost.PlaySound(PathIn(Game.AppPath, name), SoundMode::Start);
+  if (Game.DisableAllSound || Game.AutoBetSounds || Game.HyperDriveOn) return;
+  const std::string file = Trimmed(name);
+  if (!file.empty()) TheHost.PlaySound(PathIn(Game.AppPath, file), SoundMode::Start);
 }
 
 // --- Flags ---
@@ -76,7 +77,8 @@ void SetEveryFlag(Currency amount) {
 
 void NameStack(int stack, const std::string& name) {
   if (stack < 0 || stack >= std::ssize(Game.ChipStackName)) return;
-  Game.ChipStackName[static_cast<unsigned>(stack)] = RightTrimmed(name);
+  // In place: a name that is set after every roll allocates nothing.
+  Game.ChipStackName[static_cast<unsigned>(stack)].assign(name, 0, name.find_last_not_of(' ') + 1);
   Game.GameChanged = true;
 }
 
@@ -156,7 +158,10 @@ void OutputAmount(Currency value) { WriteOutput(PlainText(value) + "\t"); }
 
 // --- The table ---
 
-void ResetTableByScript(bool preserveStacks) { NewGame(preserveStacks); }
+void ResetTableByScript(bool preserveStacks) {
+  TheHost.SaveGameToTemp();
+  NewGame(preserveStacks);
+}
 
 // --- Which of them ---
 
@@ -210,7 +215,7 @@ void PerformSetting(const ScriptLine& line, const ActionPlan& plan) {
     case SetFlag: return SetFlagAt(plan.FlagIndex, line.LineAmount);
     case SetAllFlags: return SetEveryFlag(line.LineAmount);
     case StopRolling: return StopRun();
-    case PlaySoundFile: return PlayScriptSound(Trimmed(line.LineName));
+    case PlaySoundFile: return PlayScriptSound(line.LineName);
     case InvokeShowSteps: Game.ShowStepsMode = kTrue; return;
     case NameChipStack: return NameStack(line.OfStackNum, line.LineName);
     case NameChipStackRef: return NameStackReferredTo(line.OfStackNum, line.LineName);

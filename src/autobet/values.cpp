@@ -16,11 +16,9 @@ Currency StackAmount(const Amounts& bets, int stack) {
   return IsStackNumber(stack) ? AmountOf(bets, ChipStackBase + stack) : Currency();
 }
 
-/// The Chip-Stack whose number Chip-Stack `stack` held in `bets`.
 Currency ReferredAmount(const Amounts& bets, int stack) {
-  const Currency named = StackAmount(bets, stack);
-  if (!IsStackNumber(stack) || named < 0 || named >= kMostStack) return 0;
-  return AmountOf(bets, ChipStackBase + static_cast<int>(named.Raw() / Currency::kScale));
+  const int id = StackReferredTo(stack, bets);
+  return id == 0 ? Currency() : AmountOf(bets, id);
 }
 
 Currency SumOf(const Amounts& bets, int first, int last) {
@@ -34,15 +32,6 @@ Currency SumOfGroup(const Amounts& bets, int target) {
   Currency sum = SumOf(bets, ids.First, ids.Last);
   if (target == OutsidePlaceBets) sum -= SumOf(bets, Place6, Place8);
   return sum;
-}
-
-/// Bets and Chip-Stacks, of now or as the roll found them.
-Currency ValueOfBets(const Amounts& bets, int subject, int stack) {
-  if (IsBet(subject)) return AmountOf(bets, subject);
-  if (subject == ChipStackSubject) return StackAmount(bets, stack);
-  if (subject == ChipStackRef) return ReferredAmount(bets, stack);
-  if (subject >= AllBets && subject <= AllBuyBets) return SumOfGroup(bets, subject);
-  return 0;
 }
 
 Currency ValueOfPointBet(int subject) {
@@ -71,13 +60,22 @@ Currency ValueWithoutPast(int subject) {
     case GameRollsSource: return Game.RollCount[0];
     case GamePassesSource: return Stat(AllPasses);
     case GameMissesSource: return Stat(AllMisses);
-    case AvailableSubject: return AvailableBankroll();
+    case AvailableSubject: return FreeMoney();
     case CurrentWagersCount: return CountOfWagers();
     case CurrentWagersMoney: return Game.TotalOnTable;
     case DecidedWagersCount: return SumOfDecided(StatRollCount);
     case DecidedWagersMoney: return SumOfDecided(StatRollAmount);
     default: return 0;
   }
+}
+
+/// Sources that are read alike now and of the last: only `bets` tells which of the two it is.
+Currency ValueAlike(const Amounts& bets, int subject, int stack) {
+  if (IsBet(subject)) return AmountOf(bets, subject);
+  if (subject == ChipStackSubject) return StackAmount(bets, stack);
+  if (subject == ChipStackRef) return ReferredAmount(bets, stack);
+  if (subject >= AllBets && subject <= AllBuyBets) return SumOfGroup(bets, subject);
+  return ValueWithoutPast(subject);
 }
 
 /// The average as it stood one roll ago. The point before the first of a page is the last of the
@@ -113,15 +111,7 @@ Currency ValueOf(int subject, int stack) {
     case PointComeOdds:
     case PointPlace:
     case PointBuy: return ValueOfPointBet(subject);
-    case GameRollsSource:
-    case GamePassesSource:
-    case GameMissesSource:
-    case AvailableSubject:
-    case CurrentWagersCount:
-    case CurrentWagersMoney:
-    case DecidedWagersCount:
-    case DecidedWagersMoney: return ValueWithoutPast(subject);
-    default: return ValueOfBets(Game.Bets, subject, stack);
+    default: return ValueAlike(Game.Bets, subject, stack);
   }
 }
 
@@ -138,15 +128,7 @@ Currency ValueOfLast(int subject, int stack) {
     case BankrollSubject: return Game.BetsAtRoll[BankrollIndex];
     case LowestBankroll: return Game.BankrollLow;
     case AverageBankroll: return AverageBeforeRoll(stack);
-    case GameRollsSource:
-    case GamePassesSource:
-    case GameMissesSource:
-    case AvailableSubject:
-    case CurrentWagersCount:
-    case CurrentWagersMoney:
-    case DecidedWagersCount:
-    case DecidedWagersMoney: return ValueWithoutPast(subject);
-    default: return ValueOfBets(Game.BetsAtRoll, subject, stack);
+    default: return ValueAlike(Game.BetsAtRoll, subject, stack);
   }
 }
 
@@ -157,5 +139,3 @@ Currency PercentOf(int subject, int stack, Currency amount) {
 Currency PercentOfLast(int subject, int stack, Currency amount) {
   return Percent(ValueOfLast(subject, stack), amount);
 }
-
-Currency AvailableBankroll() { return FreeMoney(); }

@@ -13,6 +13,3 @@ Currency ValueOfLast(int subject, int stack);
 /// `amount` percent of the value, reckoned in double precision and rounded back to money.
 Currency PercentOf(int subject, int stack, Currency amount);
 Currency PercentOfLast(int subject, int stack, Currency amount);
-
-/// The money that is free to bet as scripts know it: `Bets(0)` less `TotalOnTable`.
-Currency AvailableBankroll();

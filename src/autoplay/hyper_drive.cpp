@@ -61,8 +61,11 @@ void ToggleHyperDrive() {
   }
   if (Game.RollInProgress) return;
   if (Abs(Bankroll()) > kRollingLimit) return CheckBankLimits();
-  // The offer comes before the run: under Hyper-Drive nothing shows that a script is at work.
+  // The offer comes before the run: under Hyper-Drive nothing shows that a script is at work. A
+  // script that is interrupted there, or wants to stop, holds the run up.
+  Game.KeepRolling = true;
   if (Game.ScriptChanged) InitAutoBets();
+  if (!Game.KeepRolling) return;
   BeginRun();
   RollDice();
   EndRun();

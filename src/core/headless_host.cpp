@@ -40,6 +40,7 @@ Host HeadlessHost() {
   host.RedrawLayout = [] {};
   host.ShowStep = [](int, const std::string&, const std::string&) {};
   host.ShowScriptLine = [](int) {};
+  host.SaveGameToTemp = [] {};
   host.PrintGraph = [] {};
   host.PrintDuePage = [] {};
   return host;

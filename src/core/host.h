@@ -38,8 +38,9 @@ struct Host {
   std::function<void(int line, const std::string& text, const std::string& status)> ShowStep;
   std::function<void(int line)> ShowScriptLine;  // the editor brings a line to its top
 
-  std::function<void()> PrintGraph;    // the bankroll graph joins the page to be printed
-  std::function<void()> PrintDuePage;  // the graphs collected for that page are printed
+  std::function<void()> SaveGameToTemp;  // a script is about to end the game
+  std::function<void()> PrintGraph;      // the bankroll graph joins the page to be printed
+  std::function<void()> PrintDuePage;    // the graphs collected for that page are printed
 };
 
 /// The host in force.

@@ -71,7 +71,7 @@ void ShowMessage(const std::string& text, const std::string& title, int helpTopi
 
 bool AskYesNo(const std::string& text, const std::string& title, int helpTopic) {
   ShowMessage(text, title, helpTopic, YesNo);
-  return Game.MsgAnswer == AnswerYes;
+  return !Game.TableMinimised && Game.MsgAnswer == AnswerYes;
 }
 
 void ShowNotice(int classes, const std::string& title, int helpTopic) {

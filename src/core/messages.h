@@ -14,7 +14,7 @@ void ShowMessage(int modal);
 /// Fills the slots and shows a modal message.
 void ShowMessage(const std::string& text, const std::string& title, int helpTopic, int flags);
 
-/// Asks a Yes/No question; true for Yes.
+/// Asks a Yes/No question; true for Yes, false when nobody can answer.
 bool AskYesNo(const std::string& text, const std::string& title, int helpTopic);
 
 /// True when a notice of one of the classes in `classes` would be shown now: its bit of `Notify` is

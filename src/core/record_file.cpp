@@ -9,6 +9,7 @@
 #include <memory>
 #include <system_error>
 #include <type_traits>
+#include <utility>
 
 #if __has_include(<unistd.h>)
 #include <unistd.h>
@@ -53,56 +54,6 @@ bool FileExists(const fs::path& path) {
   return true;
 }
 
-/// A file of its own in the folder of `target`, gone again unless it takes the target's place.
-class ScratchFile {
- public:
-  explicit ScratchFile(const fs::path& target) {
-    for (int number = 0; number < kScratchNames && !file_; ++number) {
-      path_ = target.parent_path() / ("kelvanor" + std::to_string(number) + ".tmp");
-      file_ = Open(path_, "wbx");
-      if (!file_ && errno != EEXIST) FailByErrno();
-    }
-    if (!file_) Fail(std::errc::file_exists);
-  }
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
-  ~ScratchFile() {
-    if (path_.empty()) return;
-    file_.reset();
-    std::error_code ignored;
-    fs::remove(path_, ignored);
-  }
-
-  void Write(std::span<const Record> records) {
-    errno = 0;
-    const std::size_t written =
-        std::fwrite(records.data(), kRecordSize, records.size(), file_.get());
-    if (written != records.size() || std::fflush(file_.get()) != 0) FailByErrno();
-#if __has_include(<unistd.h>)
-    if (fsync(fileno(file_.get())) != 0) FailByErrno();
-#endif
-    if (std::fclose(file_.release()) != 0) FailByErrno();
-  }
-
-  void Replace(const fs::path& target, bool keepPermissions) {
-    std::error_code failure;
-    if (keepPermissions) fs::permissions(path_, fs::status(target, failure).permissions(), failure);
-    fs::rename(path_, target, failure);
-    if (failure) throw std::system_error(failure);
-    path_.clear();
-  }
-
- private:
-  fs::path path_;
-  File file_;
-};
-
-bool IsReadOnly(const fs::path& path) {
-  constexpr fs::perms kAnyWrite =
-      fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-  return (fs::status(path).permissions() & kAnyWrite) == fs::perms::none;
-}
-
 }  // namespace
 
 template <class Bits>
@@ -134,9 +85,6 @@ std::int32_t Record::Long(std::size_t offset) const {
 float Record::Single(std::size_t offset) const {
   return std::bit_cast<float>(Get<std::uint32_t>(offset));
 }
-double Record::Double(std::size_t offset) const {
-  return std::bit_cast<double>(Get<std::uint64_t>(offset));
-}
 Currency Record::Money(std::size_t offset) const {
   return Currency::FromRaw(static_cast<std::int64_t>(Get<std::uint64_t>(offset)));
 }
@@ -156,9 +104,6 @@ void Record::PutLong(std::size_t offset, std::int32_t value) {
 }
 void Record::PutSingle(std::size_t offset, float value) {
   Put(offset, std::bit_cast<std::uint32_t>(value));
-}
-void Record::PutDouble(std::size_t offset, double value) {
-  Put(offset, std::bit_cast<std::uint64_t>(value));
 }
 void Record::PutMoney(std::size_t offset, Currency value) {
   Put(offset, static_cast<std::uint64_t>(value.Raw()));
@@ -192,15 +137,54 @@ RecordFile ReadRecords(const std::string& path, std::size_t most) {
   return result;
 }
 
-void WriteRecords(const std::string& path, std::span<const Record> records) {
-  fs::path target = PathOf(path);
-  if (target.filename().empty()) Fail(std::errc::no_such_file_or_directory);
-  const bool exists = FileExists(target);
-  if (exists && IsReadOnly(target)) Fail(std::errc::permission_denied);
-  if (exists) target = fs::canonical(target);  // a link goes on pointing to the file
-  ScratchFile scratch(target);
-  scratch.Write(records);
-  scratch.Replace(target, exists);
+FileReplacement::FileReplacement(const std::string& path) : target_(PathOf(path)) {
+  if (target_.filename().empty()) Fail(std::errc::no_such_file_or_directory);
+  replaces_ = FileExists(target_);
+  if (replaces_ && IsReadOnly(target_)) Fail(std::errc::permission_denied);
+  if (replaces_) target_ = fs::canonical(target_);  // a link goes on pointing to the file
+  for (int number = 0; number < kScratchNames && file_ == nullptr; ++number) {
+    scratch_ = target_.parent_path() / ("kelvanor" + std::to_string(number) + ".tmp");
+    file_ = Open(scratch_, "wbx").release();
+    if (file_ == nullptr && errno != EEXIST) FailByErrno();
+  }
+  if (file_ == nullptr) Fail(std::errc::file_exists);
+}
+
+FileReplacement::~FileReplacement() {
+  if (file_ != nullptr) std::fclose(file_);
+  std::error_code ignored;
+  if (!scratch_.empty()) fs::remove(scratch_, ignored);
+}
+
+void FileReplacement::Write(std::string_view bytes) {
+  errno = 0;
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) FailByErrno();
+}
+
+void FileReplacement::Finish(Durability durability) {
+  errno = 0;
+  if (std::fflush(file_) != 0) FailByErrno();
+#if __has_include(<unistd.h>)
+  if (durability == Durability::Disk && fsync(fileno(file_)) != 0) FailByErrno();
+#endif
+  if (std::fclose(std::exchange(file_, nullptr)) != 0) FailByErrno();
+  std::error_code failure;
+  if (replaces_) fs::permissions(scratch_, fs::status(target_, failure).permissions(), failure);
+  fs::rename(scratch_, target_, failure);
+  if (failure) throw std::system_error(failure);
+  scratch_.clear();
+}
+
+void WriteRecords(const std::string& path, std::span<const Record> records, Durability durability) {
+  FileReplacement file(path);
+  file.Write({reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize});
+  file.Finish(durability);
+}
+
+bool IsReadOnly(const fs::path& path) {
+  constexpr fs::perms kAnyWrite =
+      fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  return (fs::status(path).permissions() & kAnyWrite) == fs::perms::none;
 }
 
 std::uintmax_t FileLength(const std::string& path) {

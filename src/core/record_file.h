@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <span>
 #include <string>
@@ -13,6 +14,9 @@
 
 inline constexpr std::size_t kRecordSize = 256;
 
+/// What a file routine leaves in `LastFileResult` when the system failed.
+inline constexpr int kSystemFailed = -1;
+
 /// One record. Numbers are little endian; a field lies wholly inside the record. A fresh record
 /// holds zeros.
 class Record {
@@ -20,7 +24,6 @@ class Record {
   std::int16_t Integer(std::size_t offset) const;
   std::int32_t Long(std::size_t offset) const;
   float Single(std::size_t offset) const;
-  double Double(std::size_t offset) const;
   Currency Money(std::size_t offset) const;
   /// UTF-8 of the field, without the blanks and zero bytes that end it.
   std::string Text(std::size_t offset, std::size_t width) const;
@@ -28,12 +31,10 @@ class Record {
   void PutInteger(std::size_t offset, std::int16_t value);
   void PutLong(std::size_t offset, std::int32_t value);
   void PutSingle(std::size_t offset, float value);
-  void PutDouble(std::size_t offset, double value);
   void PutMoney(std::size_t offset, Currency value);
   /// One byte a character, cut at `width` and padded with blanks.
   void PutText(std::size_t offset, std::size_t width, std::string_view utf8);
 
-  unsigned char* Bytes() { return bytes_.data(); }
   const unsigned char* Bytes() const { return bytes_.data(); }
 
   bool operator==(const Record&) const = default;
@@ -64,10 +65,36 @@ struct RecordFile {
 /// std::system_error when there is something that can't be read, a folder or device among them.
 RecordFile ReadRecords(const std::string& path, std::size_t most);
 
-/// Writes a file anew: beside the old one, forced to disk, then put in its place; on any failure
-/// the old file stands untouched and std::system_error is thrown. A file that is marked as read
+/// What a file that was written survives: the end of the program, or the end of the machine too.
+enum class Durability { System, Disk };
+
+/// A file written anew piece by piece: beside the old one, and put in its place by `Finish`, forced
+/// to disk unless told otherwise. On any failure, and without `Finish`, the old file stands
+/// untouched. Each routine throws std::system_error when it fails. A file that is marked as read
 /// only, a folder or a device isn't replaced.
-void WriteRecords(const std::string& path, std::span<const Record> records);
+class FileReplacement {
+ public:
+  explicit FileReplacement(const std::string& path);
+  ~FileReplacement();
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+
+  void Write(std::string_view bytes);
+  void Finish(Durability durability = Durability::Disk);
+
+ private:
+  std::filesystem::path target_;
+  std::filesystem::path scratch_;
+  std::FILE* file_ = nullptr;
+  bool replaces_ = false;
+};
+
+/// Writes a file of records anew, in the safe way of `FileReplacement`.
+void WriteRecords(const std::string& path, std::span<const Record> records,
+                  Durability durability = Durability::Disk);
+
+/// Whether an existing file is marked as read only, for everybody.
+bool IsReadOnly(const std::filesystem::path& path);
 
 /// The length of a file, 0 when there is none.
 std::uintmax_t FileLength(const std::string& path);

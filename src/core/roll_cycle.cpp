@@ -477,6 +477,7 @@ bool MayRoll() {
 }
 
 void EndDeferral() {
+  CloseTape();
   try {
     if (LedgerIsOpen()) CloseLedger();
   } catch (const std::exception&) {

@@ -5,6 +5,7 @@
 #include "core/game_state.h"
 #include "core/host.h"
 #include "core/ledger.h"
+#include "dice/tape.h"
 
 namespace {
 
@@ -16,7 +17,17 @@ unsigned offers = 0;
 
 }  // namespace
 
-void BeforeScreen() { SettleLedger(); }
+KeptMessage::KeptMessage() : text_(Game.MsgText), answer_(Game.MsgAnswer) {}
+
+KeptMessage::~KeptMessage() {
+  Game.MsgText.swap(text_);
+  Game.MsgAnswer = answer_;
+}
+
+void BeforeScreen() {
+  SettleLedger();
+  CloseTape();
+}
 
 void AfterScreen() {
   Game.SnapshotsDue = true;
@@ -24,6 +35,7 @@ void AfterScreen() {
 }
 
 void GiveTurn() {
+  const KeptMessage kept;
   BeforeScreen();
   TheHost.Yield();
   AfterScreen();

@@ -1,5 +1,9 @@
 #include "dice/matrix.h"
 
+#include <algorithm>
+
+#include "stats/roll_counters.h"
+
 namespace {
 
 constexpr int kNumbers = 100'000;
@@ -44,9 +48,10 @@ template <class Visit>
 bool WalkCells(Visit visit) {
   std::int64_t before = 0;
   for (int column = kFirstColumn; column <= kLastColumn; ++column) {
-    const auto& rows = Game.ProbMatrix[1][static_cast<unsigned>(column)];
-    for (int row = FirstRow(column); row <= LastRow(column); ++row) {
-      const std::int64_t after = before + rows[static_cast<unsigned>(row)];
+    const int* rows = Game.ProbMatrix[1][static_cast<unsigned>(column)].data();
+    const int last = LastRow(column);
+    for (int row = FirstRow(column); row <= last; ++row) {
+      const std::int64_t after = before + rows[row];
       if (visit(column, row, before, after)) return true;
       before = after;
     }
@@ -66,6 +71,49 @@ bool FindCell(int x) {
     TakeCell(column, row);
     return true;
   });
+}
+
+// --- Shares ---
+
+constexpr int kFaces = 6;
+constexpr int kThrows = kFaces * kFaces;
+constexpr float kSharesPerPercent = 1000;
+constexpr int kAnyRoll = 0;
+constexpr int kAnyRollOfShooter = 1;
+constexpr int kLowestTotal = 2;
+constexpr int kHighestTotal = 12;
+
+/// The cell in which `TakeCell` finds these dice.
+int CellOf(int die1, int die2) {
+  const int row = die1 + die2 - 1;
+  const int column = row >= 7 ? 8 - die2 : die1 + 1;
+  return Game.ProbMatrix[1][static_cast<unsigned>(column)][static_cast<unsigned>(row)];
+}
+
+/// Calls `visit` with the dice of each throw that makes an event.
+template <class Visit>
+void ForThrowsOf(int event, Visit visit) {
+  for (int die1 = 1; die1 <= kFaces; ++die1) {
+    for (int die2 = 1; die2 <= kFaces; ++die2) {
+      const auto events = EventsOfThrow(die1, die2);
+      if (std::find(events.begin(), events.end(), event) != events.end()) visit(die1, die2);
+    }
+  }
+}
+
+float FairShare(int event) {
+  int throws = 0;
+  ForThrowsOf(event, [&throws](int, int) { ++throws; });
+  return static_cast<float>(throws * 100.0 / kThrows);
+}
+
+float MatrixShare(int event) {
+  std::int64_t share = 0;
+  if (event >= kLowestTotal && event <= kHighestTotal)
+    share = Game.ProbMatrix[1][kTotalsColumn][static_cast<unsigned>(event - 1)];
+  else
+    ForThrowsOf(event, [&share](int die1, int die2) { share += CellOf(die1, die2); });
+  return static_cast<float>(share) / kSharesPerPercent;
 }
 
 /// True when some number from 1 to 100,000 meets a cell.
@@ -105,4 +153,9 @@ void DiceFromMatrix(int x) {
   }
   while (!FindCell(numbers.Next(kNumbers))) {
   }
+}
+
+float EventShare(int event, bool useMatrix) {
+  if (event == kAnyRoll || event == kAnyRollOfShooter) return 100;
+  return useMatrix ? MatrixShare(event) : FairShare(event);
 }

@@ -10,3 +10,7 @@ void SetFairMatrix();
 /// cells is drawn again from a source of its own, which leaves the chosen generator alone; a matrix
 /// without a positive share falls back on two fair dice.
 void DiceFromMatrix(int x);
+
+/// The percent chance of a roll event 0 to 90: by the matrix, or of fair dice. Events 0 and 1 are
+/// every roll; an id that names no event has none. A total reads its own cell of the matrix.
+float EventShare(int event, bool useMatrix);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "core/error_report.h"
 #include "core/game_state.h"
@@ -12,7 +13,8 @@ namespace {
 
 constexpr std::string_view kHeaderText = "Kelvanor Probability File, Data Format 4.6";
 constexpr std::size_t kHeaderWidth = 92;
-constexpr const char* kTitle = "Unable to Open Kelvanor Probability File";
+constexpr const char* kUnableToOpenTitle = "Unable to Open Kelvanor Probability File";
+constexpr const char* kUnableToSaveTitle = "Unable to Save Kelvanor Probability File";
 constexpr int kTopicProbability = 520;
 
 constexpr std::size_t kValues = 2 * kMatrixColumns * kMatrixRows;
@@ -27,7 +29,6 @@ constexpr int kFirstCellColumn = 2;
 
 constexpr int kLoaded = 1;
 constexpr int kRefused = 0;
-constexpr int kSystemFailed = -1;
 
 using Matrix = decltype(DiceState::ProbMatrix);
 
@@ -66,10 +67,26 @@ std::optional<Matrix> ReadFile(const std::string& path) {
   return matrix;
 }
 
-void Tell(const std::string& path, const std::string& sentence) {
+std::vector<Record> MakeRecords(const Matrix& matrix) {
+  std::vector<Record> records(kFileRecords);
+  records[0].PutText(0, kHeaderWidth, kHeaderText);
+  std::size_t value = 0;
+  for (const auto& layer : matrix) {
+    for (const auto& column : layer) {
+      for (const int cell : column) {
+        Record& record = records[kFirstValueRecord - 1 + value / kValuesPerRecord];
+        record.PutLong(value % kValuesPerRecord * kValueWidth, cell);
+        ++value;
+      }
+    }
+  }
+  return records;
+}
+
+void Tell(const char* title, const std::string& path, const std::string& sentence) {
   const std::string text = BareName(path) + "\n" + sentence;
   if (!Game.HyperDriveOn) {
-    ShowMessage(text, kTitle, kTopicProbability, OkStop);
+    ShowMessage(text, title, kTopicProbability, OkStop);
     return;
   }
   Game.KeepRolling = false;
@@ -83,7 +100,7 @@ void LoadProbabilityFile(const std::string& path) {
     const std::optional<Matrix> matrix = ReadFile(path);
     Game.LastFileResult = matrix ? kLoaded : kRefused;
     if (!matrix) {
-      Tell(path,
+      Tell(kUnableToOpenTitle, path,
            "is either from an older version, has been corrupted, or is not a true Kelvanor "
            "Probability File.");
       return;
@@ -94,6 +111,20 @@ void LoadProbabilityFile(const std::string& path) {
   } catch (const std::exception&) {
     ReportError("Open Probability File");
     Game.LastFileResult = kSystemFailed;
-    Tell(path, "can't be read.");
+    Tell(kUnableToOpenTitle, path, "can't be read.");
+  }
+}
+
+void SaveProbabilityFile(const std::string& path) {
+  try {
+    const std::vector<Record> records = MakeRecords(Game.ProbMatrix);
+    WriteRecords(path, records);
+    Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
+    Game.PrbFileName = path;
+    Game.ProbabilityChanged = false;
+  } catch (const std::exception&) {
+    ReportError("Save Probability File");
+    Game.LastFileResult = kSystemFailed;
+    Tell(kUnableToSaveTitle, path, "can't be written.");
   }
 }

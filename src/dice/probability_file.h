@@ -9,3 +9,9 @@
 /// the reason in `LastErrorText`; the player is then told and nothing else changes. Under
 /// Hyper-Drive nothing is shown: the run ends with the text in `StopMessage`.
 void LoadProbabilityFile(const std::string& path);
+
+/// Writes `ProbMatrix` to a `.prb` file, in the way that can't lose an old one: its path is in
+/// `PrbFileName` then, `ProbabilityChanged` is false and `LastFileResult` the length. When the
+/// system fails `LastFileResult` is -1, the player is told as by `LoadProbabilityFile`, and nothing
+/// else changes.
+void SaveProbabilityFile(const std::string& path);

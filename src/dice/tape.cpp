@@ -1,12 +1,100 @@
 #include "dice/tape.h"
 
-#include <fstream>
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <optional>
+#include <stdexcept>
+
+#include "dice/raw_file.h"
 
 namespace {
 
+constexpr std::size_t kBlock = 30'000;
+
 bool IsFace(int face) { return face >= 1 && face <= 6; }
 
-std::streamoff OffsetOf(int record) { return static_cast<std::streamoff>(record) - 1; }
+/// Whether there is a record here, and a position behind it.
+bool IsPosition(int position) { return position >= 1 && position < INT_MAX; }
+
+std::int64_t PlaceOf(std::int64_t record) { return record - 1; }
+
+/// The tape between two turns of the event loop: a stretch of it that was read ahead, or that
+/// waits to be written.
+struct HeldTape {
+  std::optional<RawFile> File;
+  std::string Name;
+  RawFile::Use Use = RawFile::Use::Read;
+  std::int64_t First = 0;  // record of the first byte
+  std::size_t Count = 0;
+  int LastBefore = 0;  // `DiceFileLast` before the bytes that wait
+  std::array<char, kBlock> Bytes;
+
+  bool Waits() const { return File && Use == RawFile::Use::Change && Count > 0; }
+};
+HeldTape held;
+
+void Forget() {
+  held.File.reset();
+  held.Count = 0;
+}
+
+void WriteWaiting() {
+  if (!held.Waits()) return;
+  held.File->Write(PlaceOf(held.First), std::span(held.Bytes).first(held.Count));
+  held.Count = 0;
+}
+
+/// What waits isn't on the tape, and won't be.
+void StopRecording() {
+  if (held.Waits()) {
+    Game.DiceFilePos = static_cast<int>(held.First);
+    Game.DiceFileLast = held.LastBefore;
+  }
+  Forget();
+  Game.RecorderStatus = RecorderOff;
+  Game.LastErrorText = "The throw could not be written to " + Game.DiceRollFile + "\n";
+}
+
+void Hold(RawFile::Use use) {
+  if (held.File && held.Use == use && held.Name == Game.DiceRollFile) return;
+  CloseTape();
+  held.File.emplace(Game.DiceRollFile, use);
+  held.Name = Game.DiceRollFile;
+  held.Use = use;
+}
+
+/// The byte at `DiceFilePos`; none at the end.
+std::optional<unsigned char> ReadAhead() {
+  if (!IsPosition(Game.DiceFilePos)) return {};
+  Hold(RawFile::Use::Read);
+  const std::int64_t record = Game.DiceFilePos;
+  if (record < held.First || record >= held.First + static_cast<std::int64_t>(held.Count)) {
+    held.First = record;
+    held.Count = held.File->ReadSome(PlaceOf(record), held.Bytes);
+    if (held.Count == 0) return {};
+  }
+  return static_cast<unsigned char>(held.Bytes[static_cast<std::size_t>(record - held.First)]);
+}
+
+/// Begins a stretch of throws that wait where `DiceFilePos` stands.
+void BeginStretch() {
+  WriteWaiting();
+  const std::int64_t end = held.File->Length() + 1;
+  Game.DiceFilePos = static_cast<int>(std::min<std::int64_t>(Game.DiceFilePos, end));
+  if (!IsPosition(Game.DiceFilePos)) throw std::out_of_range("position");
+  held.First = Game.DiceFilePos;
+  held.LastBefore = Game.DiceFileLast;
+}
+
+void AddToStretch(unsigned char byte) {
+  Hold(RawFile::Use::Change);
+  const bool follows = Game.DiceFilePos == held.First + static_cast<std::int64_t>(held.Count);
+  const bool fits = held.Count > 0 && held.Count < kBlock;
+  if (!follows || !fits || !IsPosition(Game.DiceFilePos)) BeginStretch();
+  held.Bytes[held.Count++] = static_cast<char>(byte);
+  Game.DiceFileLast = Game.DiceFilePos++;
+}
 
 }  // namespace
 
@@ -15,13 +103,16 @@ unsigned char DiceByte(int die1, int die2) {
 }
 
 TapeRead ReadRecordedRoll() {
-  std::ifstream file(Game.DiceRollFile, std::ios::binary);
-  char byte = 0;
-  if (Game.DiceFilePos < 1 || !file.seekg(OffsetOf(Game.DiceFilePos)) || !file.get(byte))
-    return TapeRead::End;
-  const int value = static_cast<unsigned char>(byte);
-  const int die1 = (value >> 2) & 7;
-  const int die2 = value >> 5;
+  std::optional<unsigned char> byte;
+  try {
+    byte = ReadAhead();
+  } catch (const std::exception&) {
+    Forget();
+  }
+  if (!Game.HyperDriveOn) CloseTape();
+  if (!byte) return TapeRead::End;
+  const int die1 = (*byte >> 2) & 7;
+  const int die2 = *byte >> 5;
   if (!IsFace(die1) || !IsFace(die2)) {
     Game.RecorderStatus = RecorderOff;
     return TapeRead::BadByte;
@@ -33,12 +124,19 @@ TapeRead ReadRecordedRoll() {
 }
 
 void WriteRecordedRoll() {
-  std::fstream file(Game.DiceRollFile, std::ios::binary | std::ios::in | std::ios::out);
-  const char byte = static_cast<char>(DiceByte(Game.Die1, Game.Die2));
-  if (!file.seekp(OffsetOf(Game.DiceFilePos)) || !file.put(byte) || !file.flush()) {
-    Game.RecorderStatus = RecorderOff;
-    Game.LastErrorText = "The throw could not be written to " + Game.DiceRollFile + "\n";
-    return;
+  try {
+    AddToStretch(DiceByte(Game.Die1, Game.Die2));
+  } catch (const std::exception&) {
+    return StopRecording();
   }
-  Game.DiceFileLast = Game.DiceFilePos++;
+  if (!Game.HyperDriveOn) CloseTape();
+}
+
+void CloseTape() {
+  try {
+    WriteWaiting();
+    Forget();
+  } catch (const std::exception&) {
+    StopRecording();
+  }
 }

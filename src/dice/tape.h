@@ -10,9 +10,16 @@ enum class TapeRead { Throw, End, BadByte };
 
 /// Reads the throw at `DiceFilePos` of `DiceRollFile` into `Die1` and `Die2` and moves on. At the
 /// end of the file, or of a file that can't be read, and on a byte that is no throw, the dice stay
-/// as they are; a bad byte also turns the recorder off.
+/// as they are; a bad byte also turns the recorder off. Under Hyper-Drive the tape is read ahead
+/// until `CloseTape`.
 TapeRead ReadRecordedRoll();
 
-/// Writes the dice at `DiceFilePos`, which moves on. A tape that can't be written turns the
-/// recorder off and leaves the reason in `LastErrorText`.
+/// Writes the dice at `DiceFilePos`, which moves on; a position behind the end becomes the end. A
+/// tape that can't be written turns the recorder off and leaves the reason in `LastErrorText`.
+/// Under Hyper-Drive the throws of a turn are written together, at `CloseTape`; when that fails,
+/// `DiceFilePos` returns to the first of them.
 void WriteRecordedRoll();
+
+/// Lets go of the tape: throws that wait are written, and what was read ahead is forgotten. To be
+/// called before anything else may look at the tape or change it.
+void CloseTape();

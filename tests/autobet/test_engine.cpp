@@ -220,13 +220,17 @@ TEST_F(Engine, StopsAScriptThatNeverEnds) {
 
 TEST_F(Engine, GivesATurnEvery500Lines) {
   int turns = 0;
-  TheHost.Yield = [&turns] { ++turns; };
+  TheHost.Yield = [&turns] {
+    ++turns;
+    Game.MsgAnswer = AnswerNo;  // of a question that isn't the script's
+  };
   std::string script = "Do this . . .\n";
   for (int line = 2; line < kLinesPerYield; ++line) script += "' remark\n";
   Run(script);
   EXPECT_EQ(turns, 0);
   Run(script + "' the last\n");
   EXPECT_EQ(turns, 1);
+  EXPECT_EQ(Game.MsgAnswer, AnswerOk);
 }
 
 TEST_F(Engine, TracesEveryStep) {

@@ -8,45 +8,50 @@
 #include "autobet/hot_keys.h"
 #include "autobet/language.h"
 #include "autobet/script.h"
-#include "core/record_file.h"
+#include "autobet/script_reader.h"
+#include "autobet/script_records.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-constexpr const char* kHeader50 = "Kelvanor AutoBets, Data Format 5.0";
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+
 constexpr const char* kCorrupted =
     "\nhas either been corrupted or is not a true Kelvanor Auto-Bet file.";
 constexpr const char* kOpenTitle = "Unable to Open Auto-Bet File";
-constexpr int kYes = 1;
-constexpr int kNo = 2;
+const PlannedAnswer kYes = {1, false, "", ""};
+const PlannedAnswer kNo = {2, false, "", ""};
 
-ScriptLine MakeLine(int kind, int code, const std::string& name, int ofSubject = 0) {
-  ScriptLine line;
-  line.LineText = " line of " + name;
-  line.LineKind = kind;
-  line.LineCode = code;
-  line.LineName = name;
-  line.OfSubject = ofSubject;
-  return line;
-}
+constexpr const char* kSmallScript = R"(
+    When . . .
+      Flag "Hot" is True
+    Label "Loop")";
 
-const std::vector<ScriptLine> kSmallScript = {MakeLine(WhenLine, 0, ""),
-                                              MakeLine(ConditionLine, 11, "Hot ", OneFlag),
-                                              MakeLine(LabelLine, 0, "Loop")};
-
-Record HeaderRecord(const std::string& text, double count) {
+Record Header(const std::string& text, double count) {
   Record header;
   header.PutText(0, 128, text);
   header.PutMoney(214, Currency::FromDouble(count));
   return header;
 }
 
+Record Header50(double count) { return Header("Kelvanor AutoBets, Data Format 5.0", count); }
+
 std::string Joined(const std::vector<Record>& records) {
-  std::string bytes;
-  for (const Record& record : records)
-    bytes.append(reinterpret_cast<const char*>(record.Bytes()), kRecordSize);
-  return bytes;
+  return {reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize};
+}
+
+std::vector<std::string> LineTexts() {
+  std::vector<std::string> texts;
+  for (const ScriptLine& line : Game.Script) texts.push_back(Trimmed(line.LineText));
+  return texts;
+}
+
+std::vector<std::string> FlagNames() {
+  std::vector<std::string> names;
+  for (const Flag& flag : Game.Flags) names.push_back(flag.FlagName);
+  return names;
 }
 
 class ScriptFile : public TableTest {
@@ -54,7 +59,7 @@ class ScriptFile : public TableTest {
   void SetUp() override {
     TableTest::SetUp();
     ClearScript();
-    Game.HotKeys.clear();
+    Game.AppPath = Folder / "";
   }
   void TearDown() override {
     static_cast<ScriptState&>(Game) = ScriptState();
@@ -62,35 +67,29 @@ class ScriptFile : public TableTest {
     TableTest::TearDown();
   }
 
-  static void Lay(const std::vector<ScriptLine>& lines) {
-    ClearScript();
-    for (const ScriptLine& line : lines) InsertLine(Game.ScrCount + 1, line);
-    Game.ScriptChanged = false;
+  std::string Write(const char* name, const std::vector<Record>& records) const {
+    return Folder.Write(name, Joined(records));
   }
 
-  static std::vector<std::string> FlagNames() {
-    std::vector<std::string> names;
-    for (const Flag& flag : Game.Flags) names.push_back(flag.FlagName);
-    return names;
+  /// Makes a script the one in force, with its file.
+  void Save(const char* name, const std::string& script) {
+    LoadScript(script);
+    SaveScript(Folder / name);
+  }
+
+  /// What a refusal leaves alone.
+  static auto Standing(const ScriptState& state = Game) {
+    return std::tuple(state.Script, state.ScrCount, state.Flags, state.ScriptLabels,
+                      state.AutoBetFile, state.ScriptChanged, state.ScriptInsertLine);
   }
 
   /// Opens a file, which must be refused with `text` behind its name, and leave the script alone.
   void ExpectRefused(const std::string& path, const std::string& text, int result = 0) {
-    const ScriptState before = Game;
+    const auto before = Standing();
     OpenScript(path);
     EXPECT_EQ(Game.LastFileResult, result);
     EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{BareName(path) + text, kOpenTitle, 640, OkStop}));
-    ExpectSameScript(before);
-  }
-
-  static void ExpectSameScript(const ScriptState& before) {
-    EXPECT_EQ(Game.Script, before.Script);
-    EXPECT_EQ(Game.ScrCount, before.ScrCount);
-    EXPECT_EQ(Game.Flags, before.Flags);
-    EXPECT_EQ(Game.ScriptLabels, before.ScriptLabels);
-    EXPECT_EQ(Game.AutoBetFile, before.AutoBetFile);
-    EXPECT_EQ(Game.ScriptChanged, before.ScriptChanged);
-    EXPECT_EQ(Game.ScriptInsertLine, before.ScriptInsertLine);
+    EXPECT_EQ(Standing(), before);
   }
 
   ScratchFolder Folder{"scripts"};
@@ -98,170 +97,133 @@ class ScriptFile : public TableTest {
 
 ScriptLine ExtremeLine(bool high) {
   ScriptLine line;
-  const auto narrow = [high] { return high ? INT16_MAX : INT16_MIN; };
   line.LineText = "          " + std::string(118, high ? 'x' : '"');
-  line.LineKind = narrow();
+  line.LineKind = high ? INT16_MAX : INT16_MIN;
   line.LineCode = high ? INT32_MAX : INT32_MIN;
   line.LineName = high ? "\u20AC" + std::string(79, 'n') : " a  b";
   line.LineAmount = Currency::FromRaw(high ? INT64_MAX : INT64_MIN);
-  line.OfSubject = high ? 2'147'483'520 : INT32_MIN;
-  line.OfStackNum = line.Spare1 = line.ToStackNum = line.Spare2 = narrow();
-  line.ToSubject = line.OfSubject;
+  line.OfSubject = line.ToSubject = high ? 2'147'483'520 : INT32_MIN;
+  line.OfStackNum = line.Spare1 = line.ToStackNum = line.Spare2 = line.LineKind;
   return line;
 }
 
 TEST_F(ScriptFile, EveryFieldSurvives) {
-  std::vector<ScriptLine> lines = {ExtremeLine(true), ExtremeLine(false), ScriptLine(),
-                                   MakeLine(RemarkLine, 0, "'a remark")};
-  Lay(lines);
   const std::string path = Folder / "Extreme W\u00FCrfel.bet";
+  const std::vector<ScriptLine> lines = {ExtremeLine(true), ExtremeLine(false), ScriptLine(),
+                                         ReadLine("'a remark")};
+  for (const ScriptLine& line : lines) InsertLine(Game.ScrCount + 1, line);
+  Line(1).LineText += "cut";
+  Line(1).LineName += "cut";
+  Line(1).OfSubject = INT32_MAX;
+  Line(1).OfStackNum = 100'000;
   SaveScript(path);
-  EXPECT_EQ(Game.LastFileResult, 5 * 256);
-  EXPECT_EQ(Game.AutoBetFile, path);
+  EXPECT_EQ(std::pair(Game.LastFileResult, Game.AutoBetFile), std::pair(5 * 256, path));
   ClearScript();
   Game.ScriptInsertLine = 3;
+  Game.ScriptStale = false;
   OpenScript(path);
+  EXPECT_EQ(Standing(), std::tuple(lines, 4, Game.Flags, Game.ScriptLabels, path, true, 1));
   EXPECT_EQ(Game.LastFileResult, 5 * 256);
-  EXPECT_EQ(Game.Script, lines);
-  EXPECT_EQ(Game.AutoBetFile, path);
-  EXPECT_EQ(Game.ScriptInsertLine, 1);
-  EXPECT_TRUE(Game.ScriptChanged);
   EXPECT_TRUE(Game.ScriptStale);
-  EXPECT_TRUE(TakeShown().empty());
-
-  // What doesn't fit is cut, or put to the nearest that does.
-  lines[0].LineText += "cut";
-  lines[0].LineName += "cut";
-  lines[0].OfSubject = INT32_MAX;
-  lines[0].OfStackNum = 100'000;
-  Lay(lines);
-  SaveScript(path);
-  OpenScript(path);
-  EXPECT_EQ(Game.Script[0], ExtremeLine(true));
 }
 
-TEST_F(ScriptFile, FieldsStandAtTheirOffsets) {
-  ScriptLine line = MakeLine(ActionLine, 77, "Flag");
-  line.LineAmount = Currency::FromRaw(-10'000);
-  line.OfSubject = 1;
-  line.OfStackNum = 2;
-  line.Spare1 = 3;
-  line.ToSubject = 4;
-  line.ToStackNum = 5;
-  line.Spare2 = 6;
-  Lay({line});
-  SaveScript(Folder / "a.bet");
-  Record wide;
-  wide.PutText(0, 128, line.LineText);
-  wide.PutInteger(128, ActionLine);
-  wide.PutLong(130, 77);
-  wide.PutText(134, 80, "Flag");
-  wide.PutMoney(214, -1);
-  wide.PutSingle(222, 1);
-  wide.PutInteger(226, 2);
-  wide.PutInteger(228, 3);
-  wide.PutSingle(230, 4);
-  wide.PutInteger(234, 5);
-  wide.PutInteger(236, 6);
-  wide.PutText(238, 18, "");
-  Record header = HeaderRecord(kHeader50, 1);
+/// A line with a number of its own in each field. In the old layout the amount is narrower by 4.
+Record FullRecord(bool old) {
+  const std::size_t shift = old ? 4 : 0;
+  Record record;
+  record.PutText(0, 128, " line");
+  record.PutInteger(128, ActionLine);
+  record.PutLong(130, SetFlag);
+  record.PutText(134, 80, "Flag");
+  record.PutMoney(214, Currency::FromRaw(12'345'601));
+  if (old) record.PutSingle(214, 1234.56F);
+  record.PutSingle(222 - shift, 1);
+  record.PutInteger(226 - shift, 2);
+  record.PutInteger(228 - shift, 3);
+  record.PutSingle(230 - shift, 4);
+  record.PutInteger(234 - shift, 5);
+  record.PutInteger(236 - shift, 6);
+  record.PutText(238 - shift, 18 + shift, old ? "reserved, not blank" : "");
+  return record;
+}
+
+TEST_F(ScriptFile, FieldsStandAtTheirOffsetsInBothFormats) {
+  Record oldHeader = Header("Kelvanor AutoBets, Data Format 3.9", 0);
+  oldHeader.PutSingle(214, 1.4F);
+  OpenScript(Write("old.bet", {oldHeader, FullRecord(true), FullRecord(true)}));
+  const ScriptLine line = {
+      " line", ActionLine, SetFlag, "Flag", Currency::FromRaw(12'345'601), 1, 2, 3, 4, 5, 6};
+  EXPECT_EQ(Game.Script, std::vector{line});
+  EXPECT_THAT(FlagNames(), ElementsAre("Flag"));
+  Record header = Header50(1);
   header.PutText(134, 80, "");
   header.PutText(238, 18, "");
-  EXPECT_EQ(Folder.Read("a.bet"), Joined({header, wide}));
-
-  // The older layout has a narrower amount.
-  Record narrow = wide;
-  narrow.PutText(214, 42, "reserved, and not blank");
-  narrow.PutSingle(214, 1234.56F);
-  narrow.PutSingle(218, 1);
-  narrow.PutInteger(222, 2);
-  narrow.PutInteger(224, 3);
-  narrow.PutSingle(226, 4);
-  narrow.PutInteger(230, 5);
-  narrow.PutInteger(232, 6);
-  Record oldHeader = HeaderRecord("Kelvanor AutoBets, Data Format 3.9", 0);
-  oldHeader.PutSingle(214, 1.4F);
-  OpenScript(Folder.Write("old.bet", Joined({oldHeader, narrow, narrow})));
-  line.LineAmount = Currency::FromDouble(static_cast<double>(1234.56F));
-  EXPECT_EQ(Game.Script, std::vector{line});
-  EXPECT_EQ(FlagNames(), std::vector<std::string>{"Flag"});
+  SaveScript(Folder / "new.bet");
+  EXPECT_EQ(Folder.Read("new.bet"), Joined({header, FullRecord(false)}));
 
   for (const float bad : {std::nanf(""), 1e20F, -1.0F, 1'000'001.0F}) {
     oldHeader.PutSingle(214, bad);
-    ExpectRefused(Folder.Write("old.bet", Joined({oldHeader, narrow})), kCorrupted);
+    ExpectRefused(Write("old.bet", {oldHeader, FullRecord(true)}), kCorrupted);
   }
   oldHeader.PutSingle(214, 1);
-  narrow.PutSingle(214, 1e20F);
-  ExpectRefused(Folder.Write("old.bet", Joined({oldHeader, narrow})), kCorrupted);
+  Record tooLarge = FullRecord(true);
+  tooLarge.PutSingle(214, 1e20F);
+  ExpectRefused(Write("old.bet", {oldHeader, tooLarge}), kCorrupted);
 }
 
 TEST_F(ScriptFile, EveryRefusalHasItsText) {
-  Lay(kSmallScript);
+  LoadScript(kSmallScript);
   const std::string older =
       "\nhas either been corrupted or was written with an older format which is no longer in use.";
-  const auto later = [](const std::string& number) {
-    return "\nrequires Kelvanor version " + number + " or later to run.";
-  };
-  struct Case {
-    std::string Header;
-    double Count;
-    std::string Text;
-  };
-  const std::vector<Case> cases = {
-      {"Kelvanor AutoBets, Data Format 5.1", 0, later("5.1")},
-      {"Kelvanor AutoBets, Data Format 11.0", 0, later("11")},
-      {"Kelvanor AutoBets, Data Format 4.9", 0, older},
-      {"Kelvanor AutoBets", 0, older},
-      {"kelvanor AutoBets, Data Format 5.0", 0, kCorrupted},
-      {" Kelvanor AutoBets, Data Format 5.0", 0, kCorrupted},
-      {"", 0, kCorrupted},
-      {kHeader50, -1, kCorrupted},
-      {kHeader50, 1.5, kCorrupted},
-      {kHeader50, 1'000'001, kCorrupted},
-  };
-  for (const Case& each : cases) {
-    ExpectRefused(Folder.Write("a.bet", Joined({HeaderRecord(each.Header, each.Count)})),
-                  each.Text);
-  }
+  const std::pair<Record, std::string> headers[] = {
+      {Header("Kelvanor AutoBets, Data Format 5.1", 0),
+       "\nrequires Kelvanor version 5.1 or later to run."},
+      {Header("Kelvanor AutoBets, Data Format 11.0", 0),
+       "\nrequires Kelvanor version 11 or later to run."},
+      {Header("Kelvanor AutoBets, Data Format 4.9", 0), older},
+      {Header("Kelvanor AutoBets", 0), older},
+      {Header("kelvanor AutoBets, Data Format 5.0", 0), kCorrupted},
+      {Header(" Kelvanor AutoBets, Data Format 5.0", 0), kCorrupted},
+      {Header("", 0), kCorrupted},
+      {Header50(-1), kCorrupted},
+      {Header50(1.5), kCorrupted},
+      {Header50(1'000'001), kCorrupted}};
+  for (const auto& [header, text] : headers) ExpectRefused(Write("a.bet", {header}), text);
   ExpectRefused(Folder.Write("empty.bet", ""), kCorrupted);
   ExpectRefused(Folder / "none.bet", kCorrupted);
   ExpectRefused("", kCorrupted);
   EXPECT_FALSE(std::filesystem::exists(Folder / "none.bet"));
   std::filesystem::create_directory(Folder / "sub");
   ExpectRefused(Folder / "sub", "\ncan't be read.", -1);
-  EXPECT_THAT(Game.LastErrorText, ::testing::EndsWith("occurred, at: Open Auto-Bet File\n"));
+  EXPECT_THAT(Game.LastErrorText, EndsWith("occurred, at: Open Auto-Bet File\n"));
   for (const float bad : {std::nanf(""), 2147483648.0F, -3e9F}) {
-    for (const std::size_t field : {222U, 230U}) {
-      Record line;
-      line.PutSingle(field, bad);
-      ExpectRefused(Folder.Write("a.bet", Joined({HeaderRecord(kHeader50, 2), Record(), line})),
-                    kCorrupted);
-    }
+    Record of, to;
+    of.PutSingle(222, bad);
+    to.PutSingle(230, bad);
+    for (const Record& line : {of, to})
+      ExpectRefused(Write("a.bet", {Header50(2), Record(), line}), kCorrupted);
   }
 }
 
 TEST_F(ScriptFile, ADamagedFileIsRefusedOrReadWhole) {
-  Lay(kSmallScript);
-  SaveScript(Folder / "good.bet");
+  Save("good.bet", kSmallScript);
   const std::string good = Folder.Read("good.bet");
-  Lay({MakeLine(LabelLine, 0, "in force"), MakeLine(ActionLine, SetFlag, "f")});
+  Save("mine.bet", "Label \"in force\"\nSet flag \"f\" to True");
+  const ScriptState before = Game;
   int refused = 0;
   for (std::size_t at = 0; at < good.size(); ++at) {
     for (const int bits : {0x01, 0xFF}) {
       std::string bytes = good;
       bytes[at] = static_cast<char>(bytes[at] ^ bits);
-      const ScriptState before = Game;
       OpenScript(Folder.Write("bad.bet", bytes));
       if (Game.LastFileResult == 0) {
         ++refused;
         EXPECT_EQ(TakeOnlyMessage().Title, kOpenTitle);
-        ExpectSameScript(before);
-        continue;
+        EXPECT_EQ(Standing(), Standing(before));
       }
-      const std::vector<ScriptLine> lines = Game.Script;
-      SaveScript(Folder / "again.bet");
-      OpenScript(Folder / "again.bet");
-      ASSERT_EQ(Game.Script, lines) << "byte " << at;
+      for (const ScriptLine& line : Game.Script) {
+        ASSERT_EQ(ReadLine(MakeLineRecord(line), kLayout50), line) << "byte " << at;
+      }
       static_cast<ScriptState&>(Game) = before;
     }
   }
@@ -270,41 +232,39 @@ TEST_F(ScriptFile, ADamagedFileIsRefusedOrReadWhole) {
 }
 
 TEST_F(ScriptFile, AFileCutShortYieldsEmptyLines) {
-  Lay(kSmallScript);
-  SaveScript(Folder / "good.bet");
+  Save("good.bet", kSmallScript);
   const std::string good = Folder.Read("good.bet");
-  for (std::size_t length = 256; length <= good.size(); length += 128) {
+  std::vector<ScriptLine> lines = Game.Script;
+  for (std::size_t length = good.size(); length >= 512; length -= 256) {
     OpenScript(Folder.Write("cut.bet", good.substr(0, length)));
     EXPECT_EQ(Game.LastFileResult, static_cast<int>(length));
-    ASSERT_EQ(Game.ScrCount, 3);
-    for (std::size_t i = 0; i < 3; ++i) {
-      if (length >= (i + 2) * 256) {
-        EXPECT_EQ(Line(static_cast<int>(i) + 1).LineKind, kSmallScript[i].LineKind);
-      } else if (length <= (i + 1) * 256) {
-        EXPECT_EQ(Game.Script[i], ScriptLine());
-      }
-    }
+    EXPECT_EQ(Game.Script, lines);
+    lines[length / 256 - 2] = ScriptLine();
   }
-  OpenScript(Folder.Write("none.bet", Joined({HeaderRecord(kHeader50, 0)})));
-  EXPECT_EQ(Game.ScrCount, 0);
+  OpenScript(Write("none.bet", {Header50(0)}));
   EXPECT_TRUE(Game.Script.empty() && Game.Flags.empty() && Game.ScriptLabels.empty());
+  EXPECT_EQ(std::pair(Game.ScrCount, Game.ScriptChanged), std::pair(0, true));
 }
 
 TEST_F(ScriptFile, NamesAreRegisteredOnce) {
-  Lay({MakeLine(LabelLine, 0, " Loop "), MakeLine(LabelLine, 0, "loop"),
-       MakeLine(LabelLine, 0, "\u00C4nd \u0160"), MakeLine(LabelLine, 0, "\u00E4ND \u0161"),
-       MakeLine(ConditionLine, 11, "Hot ", OneFlag), MakeLine(ActionLine, SetFlag, "HOT"),
-       MakeLine(ActionLine, SetFlag, "Cold"), MakeLine(ConditionLine, 11, "no", AnyFlag),
-       MakeLine(ActionLine, GoTo, "no")});
-  const std::vector<std::string> labels = {" Loop", "\u00C4nd \u0160"};
-  const std::vector<std::string> flags = {"Hot", "Cold"};
-  EXPECT_EQ(Game.ScriptLabels, labels);
-  EXPECT_EQ(FlagNames(), flags);
+  const auto expectNames = [] {
+    EXPECT_THAT(Game.ScriptLabels, ElementsAre(" Loop", "\u00C4nd \u0160"));
+    EXPECT_THAT(FlagNames(), ElementsAre("Hot", "Cold"));
+  };
+  Save("a.bet", R"(
+      Label " Loop "
+      Label "loop"
+      Label "Änd Š"
+      Label "äND š"
+      Flag "Hot " is True
+      Set flag "HOT" to True
+      Set flag "Cold" to True
+      Any flag is True
+      Go to "no")");
+  expectNames();
   Game.Flags[0].FlagValue = kTrue;
-  SaveScript(Folder / "a.bet");
   OpenScript(Folder / "a.bet");
-  EXPECT_EQ(Game.ScriptLabels, labels);
-  EXPECT_EQ(FlagNames(), flags);
+  expectNames();
   EXPECT_EQ(Game.Flags[0].FlagValue, kFalse);
   EXPECT_EQ(FindFlag(" Hot "), 0);
   EXPECT_EQ(FindFlag("hot"), -1) << "a look-up minds case";
@@ -314,56 +274,67 @@ TEST_F(ScriptFile, NamesAreRegisteredOnce) {
   bytes[5 * 256 + 222] = 1;
   OpenScript(Folder.Write("b.bet", bytes));
   EXPECT_EQ(Line(5).OfSubject, OneFlag);
-  EXPECT_EQ(FlagNames(), (std::vector<std::string>{"HOT", "Cold"}));
+  EXPECT_THAT(FlagNames(), ElementsAre("HOT", "Cold"));
 }
 
 TEST_F(ScriptFile, PasteAndCopySelected) {
-  Lay(kSmallScript);
-  SaveScript(Folder / "a.bet");
-  Lay({MakeLine(LabelLine, 0, "x"), MakeLine(LabelLine, 0, "LOOP"), MakeLine(DoThisLine, 0, "")});
-  Game.AutoBetFile = "mine.bet";
-  for (ScriptLine& line : Game.Script) {
-    line.LineSelected = true;
-    line.LineMark = 4;
-  }
-  Game.ScriptCopyMode = true;
-  Game.ScriptInsertLine = 2;
-  OpenScript(Folder / "a.bet");
-  ASSERT_EQ(Game.ScrCount, 6);
-  const std::vector<std::string> names = {"x", "", "Hot", "Loop", "LOOP", ""};
-  for (int number = 1; number <= 6; ++number) {
-    EXPECT_EQ(Line(number).LineName, names[static_cast<unsigned>(number - 1)]);
-    EXPECT_EQ(Line(number).LineSelected, number >= 2 && number <= 4);
-    EXPECT_EQ(Line(number).LineMark, 0);
-  }
-  EXPECT_EQ(Game.ScriptLabels, (std::vector<std::string>{"x", "LOOP"}));
-  EXPECT_EQ(FlagNames(), std::vector<std::string>{"Hot"});
-  EXPECT_EQ(Game.AutoBetFile, "mine.bet");
+  Save("small.bet", kSmallScript);
+  Save("mine.bet", "Label \"x\"\nLabel \"LOOP\"\nDo this . . .");
+  const auto paste = [this](const char* name, int before) {
+    for (ScriptLine& line : Game.Script) line.LineSelected = (line.LineMark = 1) != 0;
+    Game.ScriptCopyMode = true;
+    Game.ScriptInsertLine = before;
+    OpenScript(Folder / name);
+    EXPECT_EQ(Game.ScriptInsertLine, before);
+  };
+  const auto selected = [] {
+    std::vector<int> numbers;
+    for (int number = 1; number <= std::ssize(Game.Script); ++number) {
+      EXPECT_EQ(Line(number).LineMark, 0);
+      if (Line(number).LineSelected) numbers.push_back(number);
+    }
+    return numbers;
+  };
+  paste("small.bet", 2);
+  EXPECT_EQ(Game.ScrCount, 6);
+  EXPECT_THAT(LineTexts(), ElementsAre("Label \"x\"", "When . . .", "Flag \"Hot\" is True",
+                                       "Label \"Loop\"", "Label \"LOOP\"", "Do this . . ."));
+  EXPECT_THAT(selected(), ElementsAre(2, 3, 4));
+  EXPECT_THAT(Game.ScriptLabels, ElementsAre("x", "LOOP"));
+  EXPECT_THAT(FlagNames(), ElementsAre("Hot"));
   EXPECT_TRUE(Game.ScriptChanged);
 
   Line(3).LineSelected = false;
   Line(6).LineSelected = true;
   SaveScript(Folder / "selected.bet");
   EXPECT_EQ(Game.LastFileResult, 4 * 256);
-  EXPECT_EQ(Game.AutoBetFile, "mine.bet");
+  EXPECT_EQ(Game.AutoBetFile, Folder / "mine.bet");
   Game.ScriptCopyMode = false;
   OpenScript(Folder / "selected.bet");
-  ASSERT_EQ(Game.ScrCount, 3);
-  EXPECT_EQ(Line(1).LineKind, WhenLine);
-  EXPECT_EQ(Line(2).LineName, "Loop");
-  EXPECT_EQ(Line(3).LineKind, DoThisLine);
-  EXPECT_FALSE(Line(1).LineSelected);
+  EXPECT_THAT(LineTexts(), ElementsAre("When . . .", "Label \"Loop\"", "Do this . . ."));
+  EXPECT_THAT(selected(), ElementsAre());
+
+  // The lines that a Hot-Key's shorter script left in the table stay behind what is pasted.
+  Save("one.bet", "Return");
+  OpenScript(Folder / "selected.bet");
+  Game.HotKeyRunning = true;
+  OpenScript(Folder / "one.bet");
+  Game.HotKeyRunning = false;
+  EXPECT_EQ(Game.ScrCount, 1);
+  paste("one.bet", 9);
+  EXPECT_EQ(Game.ScrCount, 2);
+  EXPECT_THAT(LineTexts(), ElementsAre("Return", "Return", "Label \"Loop\"", "Do this . . ."));
+  EXPECT_THAT(selected(), ElementsAre(2));
 }
 
 TEST_F(ScriptFile, AFailedSaveTellsAndLeavesTheOldFile) {
-  Lay(kSmallScript);
-  SaveScript(Folder / "a.bet");
+  Save("a.bet", kSmallScript);
   std::filesystem::create_directory(Folder / "dir.bet");
   for (const char* name : {"gone/a.bet", "dir.bet"}) {
     const std::string path = Folder / name;
     SaveScript(path);
     EXPECT_EQ(Game.LastFileResult, -1);
-    EXPECT_THAT(Game.LastErrorText, ::testing::EndsWith("occurred, at: Save Auto-Bet File\n"));
+    EXPECT_THAT(Game.LastErrorText, EndsWith("occurred, at: Save Auto-Bet File\n"));
     EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{BareName(path) + "\ncan't be written.",
                                                "Unable to Save Auto-Bet File", 640, OkStop}));
     EXPECT_EQ(Game.AutoBetFile, Folder / "a.bet");
@@ -375,24 +346,29 @@ TEST_F(ScriptFile, AFailedSaveTellsAndLeavesTheOldFile) {
 
 constexpr const char* kConvertTitle = "Convert Brindlemox to Kelvanor Auto-Bet File";
 
+/// What an old code becomes, worked out bet by bet; -1 for a dropped line.
+int NewCode(int old) {
+  constexpr std::array<int, 5> kBases = {1, 19, 25, 31, 37};  // of families of six
+  if (old == 0 || old == 9 || old > 88) return old;
+  if (old >= 51) return old <= 53 ? old - 8 : old - 5;
+  // Families have eight numbers each: 2, 3, 4, 5, 6, 8, 9, 10 ... with two strangers at the ends.
+  const int digit = old % 10;
+  if (digit < 3 || digit > 8) return -1;
+  return kBases.at(static_cast<unsigned>(old / 10)) + digit - 3;
+}
+
 class ForeignScript : public ScriptFile {
  protected:
-  /// What an old code becomes, worked out bet by bet; -1 for a dropped line.
-  static int NewCode(int old) {
-    constexpr std::array<int, 5> kBases = {1, 19, 25, 31, 37};  // of families of six
-    if (old == 0 || old == 9 || old > 88) return old;
-    if (old >= 51) return old <= 53 ? old - 8 : old - 5;
-    // Families have eight numbers each: 2, 3, 4, 5, 6, 8, 9, 10 ... with two strangers at the ends.
-    const int family = old / 10;
-    const int digit = old % 10;
-    if (digit < 3 || digit > 8) return -1;
-    return kBases.at(static_cast<unsigned>(family)) + digit - 3;
+  std::string Foreign(double count, std::vector<Record> lines = {Record()}) const {
+    lines.insert(lines.begin(), Header("Brindlemox AutoBets, Data Format 5.0", count));
+    return Write("old.bet", lines);
   }
 
-  std::string Foreign(const std::vector<Record>& lines, double count) const {
-    std::vector<Record> records = {HeaderRecord("Brindlemox AutoBets, Data Format 5.0", count)};
-    records.insert(records.end(), lines.begin(), lines.end());
-    return Folder.Write("old.bet", Joined(records));
+  /// Opens the file with answers planned; the last message that was shown.
+  ShownMessage LastWord(const std::string& path, std::deque<PlannedAnswer> answers) {
+    Answers = std::move(answers);
+    OpenScript(path);
+    return TakeShown().back();
   }
 };
 
@@ -400,23 +376,18 @@ TEST_F(ForeignScript, EveryCodeIsMovedOrDropped) {
   std::vector<Record> lines;
   std::vector<std::pair<int, int>> expected;
   for (int code = 0; code <= 100; ++code) {
-    for (const bool target : {false, true}) {
+    for (const std::size_t offset : {222U, 230U}) {
       Record line;
-      line.PutText(0, 128, "line " + std::to_string(code));
-      line.PutInteger(128, ActionLine);
-      line.PutSingle(target ? 230 : 222, static_cast<float>(code));
-      line.PutSingle(target ? 222 : 230, 1400.0F);
+      line.PutInteger(128, static_cast<std::int16_t>(code));  // the kind is of no account
+      line.PutSingle(offset, static_cast<float>(code));
       lines.push_back(line);
       if (NewCode(code) < 0) continue;
-      expected.emplace_back(target ? 1400 : NewCode(code), target ? NewCode(code) : 1400);
+      expected.emplace_back(offset == 222 ? NewCode(code) : 0, offset == 230 ? NewCode(code) : 0);
     }
   }
-  const std::string path = Foreign(lines, static_cast<double>(lines.size()));
+  const std::string path = Foreign(static_cast<double>(lines.size()), lines);
   const std::string before = Folder.Read("old.bet");
-  Answers = {{kYes, false, "", ""}};
-  OpenScript(path);
-  const std::string newPath = Folder / "old[kv].bet";
-  EXPECT_EQ(TakeOnlyMessage(),
+  EXPECT_EQ(LastWord(path, {kYes}),
             (ShownMessage{
                 "old.bet\nwas created using Brindlemox (another program by Harrowmere Games.)\n\n"
                 "You can run this file by converting it to Kelvanor format. If you choose to do "
@@ -426,70 +397,50 @@ TEST_F(ForeignScript, EveryCodeIsMovedOrDropped) {
                 "This could cause errors in the script which you'll need to resolve before you can "
                 "run it.\n\nWould you like to convert this file to Kelvanor format now?\n\n",
                 kConvertTitle, 640, YesNo}));
-  ASSERT_EQ(Game.ScrCount, static_cast<int>(expected.size()));
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    EXPECT_EQ(std::pair(Game.Script[i].OfSubject, Game.Script[i].ToSubject), expected[i])
-        << Game.Script[i].LineText;
-  }
-  EXPECT_EQ(Game.AutoBetFile, newPath);
-  EXPECT_EQ(Game.LastFileResult, static_cast<int>(FileLength(newPath)));
+  std::vector<std::pair<int, int>> codes;
+  for (const ScriptLine& line : Game.Script) codes.emplace_back(line.OfSubject, line.ToSubject);
+  EXPECT_EQ(codes, expected);
+  EXPECT_EQ(Game.AutoBetFile, Folder / "old[kv].bet");
+  EXPECT_EQ(Game.LastFileResult, static_cast<int>((expected.size() + 1) * kRecordSize));
   EXPECT_EQ(Folder.Read("old.bet"), before);
+  const Record header = ReadRecords(Game.AutoBetFile, 1).At(1);
+  EXPECT_EQ(header.Text(0, 128), "Kelvanor AutoBets, Data Format 5.0");
+  EXPECT_EQ(header.Money(214), static_cast<int>(expected.size()));
 }
 
 TEST_F(ForeignScript, QuestionsAndRefusals) {
-  const std::string path = Foreign({Record()}, 1);
-  const ScriptState before = Game;
-  Answers = {{kNo, false, "", ""}};
-  OpenScript(path);
+  const std::string path = Foreign(1);
+  const auto before = Standing();
+  LastWord(path, {kNo});
   EXPECT_EQ(Game.LastFileResult, 0);
   EXPECT_EQ(Folder.Count(), 1U);
 
   Folder.Write("old[kv].bet", "x");
-  TakeShown();
-  Answers = {{kYes, false, "", ""}, {kNo, false, "", ""}};
-  OpenScript(path);
-  EXPECT_EQ(Game.LastFileResult, 0);
-  ASSERT_EQ(Shown.size(), 2U);
-  EXPECT_EQ(Shown[1],
+  EXPECT_EQ(LastWord(path, {kYes, kNo}),
             (ShownMessage{"old[kv].bet\nis already on file.\n\nDo you want to overwrite it?",
                           kConvertTitle, 640, YesNo}));
-  EXPECT_EQ(Folder.Read("old[kv].bet"), "x");
-  ExpectSameScript(before);
-
+  EXPECT_EQ(Game.LastFileResult, 0);
   for (const double count : {-1.0, 0.5, 1e9}) {
-    Foreign({Record()}, count);
-    Answers = {{kYes, false, "", ""}, {kYes, false, "", ""}};
-    OpenScript(path);
+    EXPECT_EQ(LastWord(Foreign(count), {kYes, kYes}).Text, std::string("old.bet") + kCorrupted);
     EXPECT_EQ(Game.LastFileResult, 0);
-    EXPECT_EQ(TakeShown().back().Text, std::string("old.bet") + kCorrupted);
-    ExpectSameScript(before);
   }
-  Foreign({Record()}, 1);
-  Answers = {{kYes, false, "", ""}, {kYes, false, "", ""}};
-  OpenScript(path);
-  EXPECT_EQ(Game.ScrCount, 1);
+  EXPECT_EQ(Folder.Read("old[kv].bet"), "x");
+  EXPECT_EQ(Standing(), before);
 
+  LastWord(Foreign(1), {kYes, kYes});
+  EXPECT_EQ(Game.ScrCount, 1);
   std::filesystem::remove(Folder / "old[kv].bet");
   std::filesystem::create_directory(Folder / "old[kv].bet");
-  TakeShown();
-  Answers = {{kYes, false, "", ""}, {kYes, false, "", ""}};
-  OpenScript(path);
-  EXPECT_EQ(Game.LastFileResult, -1);
-  EXPECT_EQ(TakeShown().back(),
+  EXPECT_EQ(LastWord(path, {kYes}),
             (ShownMessage{"old.bet\ncan't be converted.", kConvertTitle, 640, OkStop}));
+  EXPECT_EQ(Game.LastFileResult, -1);
 }
 
 // --- Hot-Keys ---
 
-class HotKeyFile : public ScriptFile {
- protected:
-  void SetUp() override {
-    ScriptFile::SetUp();
-    Game.AppPath = Folder / "";
-  }
-};
+using HotKeyFile = ScriptFile;
 
-TEST_F(HotKeyFile, RowsSurvive) {
+TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
   const std::vector<HotKey> rows = {{'P', std::string(100, 'f'), "Pr\u00E9ss"}, {'q', "b.bet", ""}};
   Game.HotKeys = rows;
   SaveHotKeys();
@@ -503,6 +454,22 @@ TEST_F(HotKeyFile, RowsSurvive) {
   LoadHotKeys();
   EXPECT_EQ(Game.HotKeys, rows);
 
+  const auto with = [&bytes](std::size_t at, const std::string& text) {
+    return std::string(bytes).replace(at, text.size(), text);
+  };
+  const auto expectRows = [this](std::size_t count, const std::vector<std::string>& damaged) {
+    for (const std::string& file : damaged) {
+      Folder.Write("HotKeys.dta", file);
+      LoadHotKeys();
+      EXPECT_EQ(Game.HotKeys.size(), count) << file.substr(0, 130);
+    }
+  };
+  expectRows(2, {with(102, "3"), with(102, std::string(9, '9')), with(102, std::string(23, '9')),
+                 with(102, "-1"), with(102, "x"), with(102, " ")});
+  expectRows(1, {with(102, "1"), bytes.substr(0, 600), with(256, "\x03")});
+  expectRows(0, {with(102, "0"), bytes.substr(0, 100), "", with(3, "x")});
+
+  Game.HotKeys = rows;
   Game.AppPath = Folder / "gone/";
   SaveHotKeys();
   EXPECT_EQ(Game.LastFileResult, -1);
@@ -510,42 +477,14 @@ TEST_F(HotKeyFile, RowsSurvive) {
   EXPECT_TRUE(Game.HotKeys.empty());
 }
 
-TEST_F(HotKeyFile, ADamagedFileGivesTheRowsThatExist) {
-  Game.HotKeys = {{'a', "a.bet", ""}, {'b', "b.bet", ""}};
-  SaveHotKeys();
-  const std::string good = Folder.Read("HotKeys.dta");
-  const auto rowsOf = [this](const std::string& bytes) {
-    Folder.Write("HotKeys.dta", bytes);
-    LoadHotKeys();
-    return Game.HotKeys.size();
-  };
-  const auto withCount = [&good](const std::string& count) {
-    return std::string(good).replace(102, count.size(), count);
-  };
-  for (const char* many : {"3", "999999999", "99999999999999999999999", "-1", "x", " "})
-    EXPECT_EQ(rowsOf(withCount(many)), 2U) << many;
-  EXPECT_EQ(rowsOf(withCount("1")), 1U);
-  EXPECT_EQ(rowsOf(withCount("0")), 0U);
-  EXPECT_EQ(rowsOf(good.substr(0, 600)), 1U);
-  EXPECT_EQ(rowsOf(good.substr(0, 100)), 0U);
-  EXPECT_EQ(rowsOf(""), 0U);
-  EXPECT_EQ(rowsOf(std::string(good).replace(3, 1, "x")), 0U);
-  EXPECT_EQ(rowsOf(std::string(good).replace(256, 1, "\x03")), 1U);
-}
-
 TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
-  ScriptLine set = MakeLine(ActionLine, SetFlag, "Pressed");
-  set.LineAmount = kTrue;
-  Lay({MakeLine(DoThisLine, 0, ""), set});
-  SaveScript(Folder / "hot.bet");
-  Lay(kSmallScript);
-  SaveScript(Folder / "mine.bet");
+  Save("hot.bet", "Do this . . .\nSet flag \"Pressed\" to True");
+  Save("mine.bet", kSmallScript);
   Line(1).LineKind = WhileLine;  // not saved
-  Game.ScriptChanged = false;
   Game.HotKeys = {{'H', "hot.bet", ""}, {'h', "none.bet", ""}, {'n', "none.bet", ""}};
   EXPECT_FALSE(RunHotKey('x'));
   EXPECT_TRUE(RunHotKey('h'));
-  EXPECT_EQ(FlagNames(), (std::vector<std::string>{"Hot", "Pressed"}));
+  EXPECT_THAT(FlagNames(), ElementsAre("Hot", "Pressed"));
   EXPECT_EQ(Game.Flags.back().FlagValue, kTrue);
   EXPECT_EQ(Game.ScrCount, 3);
   EXPECT_EQ(Line(1).LineKind, WhenLine);
@@ -553,10 +492,12 @@ TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
   EXPECT_FALSE(Game.ScriptChanged || Game.HotKeyRunning);
   EXPECT_TRUE(TakeShown().empty());
 
-  const ScriptState before = Game;
+  // A file that is refused runs nothing and takes nothing back.
+  Line(1).LineKind = WhileLine;
+  const auto before = Standing();
   EXPECT_TRUE(RunHotKey('N'));
   EXPECT_EQ(TakeOnlyMessage().Text, std::string("none.bet") + kCorrupted);
-  ExpectSameScript(before);
+  EXPECT_EQ(Standing(), before);
   EXPECT_FALSE(Game.HotKeyRunning);
 
   for (bool* busy : {&Game.AutoBetRunning, &Game.RollInProgress, &Game.HyperDriveOn}) {

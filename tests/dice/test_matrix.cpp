@@ -2,12 +2,15 @@
 
 #include <array>
 #include <map>
+#include <random>
 #include <set>
 
 #include "core/host.h"
 #include "dice/generators.h"
 #include "dice/matrix.h"
+#include "dice/probability_file.h"
 #include "rules/defaults.h"
+#include "support/scratch_folder.h"
 
 namespace {
 
@@ -81,6 +84,82 @@ TEST_F(Matrix, SkewedDiceComeFromTheChosenGenerator) {
     SeedRng(SeedInChangeRequest);
     RollWithGenerator();
     ASSERT_EQ(Game.Die1 * 10 + Game.Die2, 33);
+  }
+}
+
+TEST_F(Matrix, EventsHaveTheSharesOfTheirThrows) {
+  const std::map<int, int> ways = {{2, 1},   {7, 6},   {11, 2},  {14, 1}, {22, 1}, {26, 2},
+                                   {21, 16}, {65, 12}, {73, 10}, {77, 3}, {78, 6}, {89, 6},
+                                   {0, 36},  {1, 36},  {90, 0},  {-1, 0}, {91, 0}, {1000, 0}};
+  for (const auto& [event, count] : ways) {
+    EXPECT_FLOAT_EQ(EventShare(event, false), static_cast<float>(count * 100 / 36.0)) << event;
+    EXPECT_NEAR(EventShare(event, true), count * 100 / 36.0, 0.02) << event;
+  }
+  // Brackets are row and column: each throw has its cell, each total another.
+  Game.ProbMatrix[1] = {};
+  for (int row = 0; row < kMatrixRows; ++row)
+    for (int column = 0; column < kMatrixColumns; ++column) Cell(row, column) = row * 100 + column;
+  const std::map<int, float> shares = {
+      {2, 0.101F},   // (1, 1), and not the throw's (1, 2)
+      {3, 0.201F},   // (2, 1)
+      {12, 1.101F},  // (11, 1)
+      {22, 0.202F},  // 1-2 at (2, 2)
+      {23, 0.203F},  // 2-1 at (2, 3)
+      {13, 0.303F},  // 2-2 at (3, 3)
+      {64, 1.003F},  // 6-5 at (10, 3)
+      {26, 0.606F},  // 1-3 and 3-1 at (3, 2) and (3, 4)
+      {74, 0.507F},  // 1-1, 1-2, 2-1
+      {77, 3.107F},  // 5-6 at (10, 2), 6-5, 6-6 at (11, 2)
+      {78, 2.112F},  // 1-1 to 1-6, at (1, 2) to (6, 2)
+  };
+  for (const auto& [event, share] : shares)
+    EXPECT_FLOAT_EQ(EventShare(event, true), share) << event;
+  EXPECT_FLOAT_EQ(EventShare(7, false), 600 / 36.0F);
+}
+
+// A million rolls against the shares of a file. The points of 0.1 % at either end for 35 degrees of
+// freedom. A roll takes one draw here, and with a million of them the congruences of RNG #3 to #5
+// have been round, so that whatever has a part of theirs is more even than chance.
+TEST_F(Matrix, ThrowsMatchTheSharesOfASavedMatrix) {
+  constexpr int kRolls = 1'000'000;
+  const ScratchFolder folder("matrix");
+  std::mt19937 random(3);
+  int left = 100'000;
+  for (int column = 2; column <= 7; ++column)
+    for (int row = column - 1; row <= 13 - column; ++row)
+      left -= Cell(row, column) = 500 + static_cast<int>(random() % 4000);
+  Cell(6, 7) += left;
+  ASSERT_GT(Cell(6, 7), 0);
+  const auto matrix = Game.ProbMatrix;
+  SaveProbabilityFile(folder / "skewed.prb");
+  SetFairMatrix();
+  LoadProbabilityFile(folder / "skewed.prb");
+  ASSERT_EQ(Game.ProbMatrix, matrix);
+  Game.UseSkewedProbability = true;
+  for (int choice = 0; choice < kGenerators; ++choice) {
+    Game.RngChoice = choice;
+    Game.ChangeRequest = 12345;
+    SeedRng(SeedInChangeRequest);
+    std::array<std::array<int, 7>, 7> seen{};
+    for (int roll = 0; roll < kRolls; ++roll) {
+      Game.RollCount[0] = roll;
+      RollWithGenerator();
+      ++seen[static_cast<unsigned>(Game.Die1)][static_cast<unsigned>(Game.Die2)];
+    }
+    double chiSquare = 0;
+    for (int die1 = 1; die1 <= 6; ++die1) {
+      for (int die2 = 1; die2 <= 6; ++die2) {
+        const int total = die1 + die2;
+        const int share = Cell(total - 1, total >= 8 ? 8 - die2 : die1 + 1);
+        const double expected = share * (kRolls / 100'000.0);
+        const double off =
+            seen[static_cast<unsigned>(die1)][static_cast<unsigned>(die2)] - expected;
+        chiSquare += off * off / expected;
+      }
+    }
+    const bool twister = choice == Rng1Mt || choice == Rng2Cokus || choice == Rng8SingleCall;
+    EXPECT_GE(chiSquare, twister ? 14.69 : 0) << "RNG #" << choice + 1;
+    EXPECT_LE(chiSquare, 66.62) << "RNG #" << choice + 1;
   }
 }
 

@@ -83,6 +83,25 @@ TEST_F(ProbabilityFile, WhatCannotBeThrownIsRefused) {
   EXPECT_EQ(Game.Die1 + Game.Die2, 2);
 }
 
+TEST_F(ProbabilityFile, AFileIsWrittenAsItIsRead) {
+  LoadProbabilityFile(Folder.Write("a.prb", FileOf(ValueAt)));
+  Game.ProbabilityChanged = true;
+  SaveProbabilityFile(Folder / "W\u00FCrfel \u65E5.prb");
+  EXPECT_EQ(Game.LastFileResult, 1280);
+  EXPECT_EQ(Game.PrbFileName, Folder / "W\u00FCrfel \u65E5.prb");
+  EXPECT_FALSE(Game.ProbabilityChanged);
+  EXPECT_EQ(Folder.Read("W\u00FCrfel \u65E5.prb"), Folder.Read("a.prb"));
+  EXPECT_TRUE(TakeShown().empty());
+
+  Game.ProbabilityChanged = true;
+  SaveProbabilityFile(Folder / "gone/a.prb");
+  EXPECT_EQ(Game.LastFileResult, -1);
+  EXPECT_TRUE(Game.ProbabilityChanged);
+  EXPECT_EQ(Game.PrbFileName, Folder / "W\u00FCrfel \u65E5.prb");
+  EXPECT_EQ(TakeOnlyMessage().Text, "a.prb\ncan't be written.");
+  EXPECT_EQ(Game.MsgTitle, "Unable to Save Kelvanor Probability File");
+}
+
 TEST_F(ProbabilityFile, ASystemFailureTells) {
   const auto before = Game.ProbMatrix;
   std::filesystem::create_directory(Folder / "dir.prb");

@@ -1,0 +1,379 @@
+#include "dice/tape_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <system_error>
+#include <vector>
+
+#include "core/error_report.h"
+#include "core/game_state.h"
+#include "core/record_file.h"
+#include "dice/raw_file.h"
+#include "dice/tape.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int64_t kBlock = 30'000;
+constexpr const char* kTextScratch = "cnvrtasc.xx~";
+
+using Block = std::vector<char>;
+using Use = RawFile::Use;
+
+/// Runs a piece of work on the tape in use, which returns the number of throws that it concerned.
+void OnTape(const std::string& place, const std::function<std::int64_t()>& work) {
+  CloseTape();
+  try {
+    const std::int64_t rolls = Game.DiceRollFile.empty() ? 0 : work();
+    Game.LastFileResult = static_cast<int>(std::min<std::int64_t>(rolls, INT_MAX));
+  } catch (const std::exception&) {
+    ReportError(place);
+    Game.LastFileResult = kSystemFailed;
+  }
+}
+
+bool SameFile(const std::string& a, const std::string& b) {
+  std::error_code ignored;
+  return fs::equivalent(PathOf(a), PathOf(b), ignored);
+}
+
+// --- Ranges ---
+
+/// Throws in a row; places count from 0.
+struct Range {
+  std::int64_t Place = 0;
+  std::int64_t Count = 0;
+};
+
+/// The throws of a range that there are.
+Range WithinTape(std::int64_t from, std::int64_t count, std::int64_t length) {
+  if (count <= 0 || from > length) return {};
+  const bool toTheEnd = from > 0 && count > length - from;
+  const std::int64_t end = toTheEnd ? length : std::min(from + count - 1, length);
+  const std::int64_t place = std::max<std::int64_t>(from, 1) - 1;
+  return {place, std::max<std::int64_t>(end - place, 0)};
+}
+
+/// The place of a record, or of the one behind the last.
+std::int64_t PlaceToInsert(std::int64_t at, std::int64_t length) {
+  return std::clamp<std::int64_t>(at, 1, length + 1) - 1;
+}
+
+std::span<char> PartOf(Block& block, std::int64_t left) {
+  return std::span(block).first(static_cast<std::size_t>(std::min(left, kBlock)));
+}
+
+/// Calls `take` with one block of a range after the other.
+template <class Take>
+void ForBlocks(RawFile& file, const Range& range, Take take) {
+  Block block(kBlock);
+  for (std::int64_t done = 0; done < range.Count; done += kBlock) {
+    const std::span<char> bytes = PartOf(block, range.Count - done);
+    file.ReadAll(range.Place + done, bytes);
+    take(std::span<const char>(bytes));
+  }
+}
+
+void CopyBetween(RawFile& source, const Range& range, RawFile& target, std::int64_t to) {
+  ForBlocks(source, range, [&](std::span<const char> bytes) {
+    target.Write(to, bytes);
+    to += static_cast<std::int64_t>(bytes.size());
+  });
+}
+
+/// Moves a range within a file. A range that moves back towards itself goes block by block from its
+/// end, so that nothing is overwritten before it has been read.
+void MoveRange(RawFile& file, const Range& range, std::int64_t to) {
+  if (to <= range.Place) return CopyBetween(file, range, file, to);
+  Block block(kBlock);
+  for (std::int64_t left = range.Count; left > 0; left -= std::min(left, kBlock)) {
+    const std::span<char> bytes = PartOf(block, left);
+    const std::int64_t offset = left - static_cast<std::int64_t>(bytes.size());
+    file.ReadAll(range.Place + offset, bytes);
+    file.Write(to + offset, bytes);
+  }
+}
+
+void WriteZeros(RawFile& file, const Range& range) {
+  Block zeros(kBlock);
+  for (std::int64_t done = 0; done < range.Count; done += kBlock)
+    file.Write(range.Place + done, PartOf(zeros, range.Count - done));
+}
+
+void CloseGap(RawFile& tape, const Range& gap) {
+  const std::int64_t length = tape.Length();
+  const std::int64_t behind = gap.Place + gap.Count;
+  MoveRange(tape, {behind, length - behind}, gap.Place);
+  tape.Cut(length - gap.Count);
+}
+
+/// Makes room in the tape, for what `fill` puts there. The tape grows first: a full disk is met
+/// before any throw has moved.
+template <class Fill>
+void Insert(RawFile& tape, const Range& room, Fill fill) {
+  const std::int64_t length = tape.Length();
+  tape.Grow(room.Count);
+  MoveRange(tape, {room.Place, length - room.Place}, room.Place + room.Count);
+  try {
+    fill();
+  } catch (const std::exception&) {
+    CloseGap(tape, room);
+    throw;
+  }
+}
+
+// --- Positions ---
+
+int PositionOf(std::int64_t record, std::int64_t first, std::int64_t last) {
+  return static_cast<int>(
+      std::clamp(record, first, std::max(first, std::min<std::int64_t>(last, INT_MAX))));
+}
+
+void KeepWithinTape(std::int64_t length) {
+  Game.DiceFilePos = PositionOf(Game.DiceFilePos, 1, length + 1);
+  Game.DiceFileLast = PositionOf(Game.DiceFileLast, 0, length);
+  Game.DiceFileEnd = PositionOf(Game.DiceFileEnd, 0, length + 1);
+}
+
+/// The positions follow the throws at which they stood.
+void FollowInsertion(const Range& room, std::int64_t length) {
+  for (int* position : {&Game.DiceFilePos, &Game.DiceFileLast, &Game.DiceFileEnd})
+    if (*position > room.Place) *position = PositionOf(*position + room.Count, 0, length + 1);
+  KeepWithinTape(length);
+}
+
+void FollowDeletion(const Range& gone, std::int64_t length) {
+  const auto follow = [&gone](int& position, std::int64_t inside) {
+    if (position > gone.Place + gone.Count)
+      position = static_cast<int>(position - gone.Count);
+    else if (position > gone.Place)
+      position = PositionOf(inside, 0, INT_MAX);
+  };
+  follow(Game.DiceFilePos, gone.Place + 1);
+  follow(Game.DiceFileEnd, gone.Place + 1);
+  follow(Game.DiceFileLast, gone.Place);
+  KeepWithinTape(length);
+}
+
+// --- Files ---
+
+std::ofstream OpenToWrite(const std::string& path, std::ios::openmode mode) {
+  errno = 0;
+  std::ofstream file(PathOf(path), mode | std::ios::binary);
+  if (!file) throw std::system_error(errno == 0 ? EIO : errno, std::generic_category());
+  return file;
+}
+
+/// Fills room at `place` of the tape with the tape itself, as it was before the room was made.
+void FillWithItself(RawFile& tape, const Range& room) {
+  CopyBetween(tape, {0, room.Place}, tape, room.Place);
+  CopyBetween(tape, {room.Place + room.Count, room.Count - room.Place}, tape, 2 * room.Place);
+}
+
+std::int64_t InsertFile(const std::string& path, std::int64_t at) {
+  RawFile tape(Game.DiceRollFile, Use::Change);
+  RawFile source(path, Use::Read);
+  const Range room = {PlaceToInsert(at, tape.Length()), source.Length()};
+  if (room.Count == 0) return 0;
+  Insert(tape, room, [&] {
+    if (SameFile(path, Game.DiceRollFile))
+      FillWithItself(tape, room);
+    else
+      CopyBetween(source, {0, room.Count}, tape, room.Place);
+  });
+  FollowInsertion(room, tape.Length());
+  return room.Count;
+}
+
+// --- Text ---
+
+/// Makes throws of the digits 1 to 6 as they come, two for a throw.
+class DigitReader {
+ public:
+  void Read(char character, std::string& throws) {
+    if (character < '1' || character > '6') return;
+    const int digit = character - '0';
+    if (die1_ != 0) throws += static_cast<char>(DiceByte(die1_, digit));
+    die1_ = die1_ == 0 ? digit : 0;
+  }
+
+ private:
+  int die1_ = 0;
+};
+
+/// The throws of a text in a file of their own, which goes with this.
+class TextScratch {
+ public:
+  TextScratch(const std::string& path, const std::string& text) : path_(path) {
+    RawFile source(text, Use::Read);
+    std::ofstream file = OpenToWrite(path, std::ios::trunc);
+    created_ = true;
+    try {
+      Convert(source, file);
+    } catch (const std::exception&) {
+      Remove();
+      throw;
+    }
+  }
+  ~TextScratch() { Remove(); }
+  TextScratch(const TextScratch&) = delete;
+  TextScratch& operator=(const TextScratch&) = delete;
+
+ private:
+  static void Convert(RawFile& source, std::ofstream& file) {
+    DigitReader digits;
+    ForBlocks(source, {0, source.Length()}, [&](std::span<const char> bytes) {
+      std::string throws;
+      for (const char character : bytes) digits.Read(character, throws);
+      file << throws;
+    });
+    file.close();
+    if (!file) throw std::system_error(std::make_error_code(std::errc::io_error));
+  }
+
+  void Remove() {
+    std::error_code ignored;
+    if (created_) fs::remove(PathOf(path_), ignored);
+  }
+
+  std::string path_;
+  bool created_ = false;
+};
+
+std::string TextOfThrow(char byte, const RollTextOptions& options) {
+  const int value = static_cast<unsigned char>(byte);
+  const int die1 = (value >> 2) & 7;
+  const int die2 = value >> 5;
+  std::string text;
+  if (options.DieNumbers) text += "(" + std::to_string(die1) + "-" + std::to_string(die2) + ")";
+  if (options.DieNumbers && options.Totals) text += "- ";
+  if (options.Totals) text += std::to_string(die1 + die2);
+  return text;
+}
+
+}  // namespace
+
+void OpenDiceRollFile(const std::string& path) {
+  CloseTape();
+  try {
+    if (!fs::exists(PathOf(path))) OpenToWrite(path, std::ios::app);
+    const std::int64_t length = RawFile(path, Use::Read).Length();
+    Game.DiceRollFile = path;
+    Game.DiceFilePos = 1;
+    Game.DiceFileLast = Game.DiceFileEnd = 0;
+    Game.RecorderStatus = RecorderOff;
+    Game.LastFileResult = PositionOf(length, 1, INT_MAX);
+  } catch (const std::exception&) {
+    ReportError("Open Dice Roll File");
+    Game.LastFileResult = kSystemFailed;
+  }
+}
+
+void CloseDiceRollFile() {
+  CloseTape();
+  Game.LastFileResult = Game.DiceRollFile.empty() ? 0 : 1;
+  Game.DiceRollFile.clear();
+  Game.DiceFilePos = 1;
+  Game.DiceFileLast = Game.DiceFileEnd = 0;
+  Game.RecorderStatus = RecorderOff;
+}
+
+std::int64_t DiceRollCount() {
+  CloseTape();
+  if (Game.DiceRollFile.empty()) return 0;
+  return static_cast<std::int64_t>(FileLength(Game.DiceRollFile));
+}
+
+void CopyRollsToFile(const std::string& path, std::int64_t from, std::int64_t count) {
+  OnTape("Copy To Dice Roll File", [&]() -> std::int64_t {
+    RawFile tape(Game.DiceRollFile, Use::Read);
+    const Range range = WithinTape(from, count, tape.Length());
+    if (range.Count == 0 || SameFile(path, Game.DiceRollFile)) return 0;
+    FileReplacement file(path);
+    ForBlocks(tape, range, [&file](std::span<const char> bytes) {
+      file.Write({bytes.data(), bytes.size()});
+    });
+    file.Finish();
+    return range.Count;
+  });
+}
+
+void PasteRollsFromFile(const std::string& path, std::int64_t at) {
+  OnTape("Paste From Dice Roll File", [&] { return InsertFile(path, at); });
+}
+
+void PasteRollsFromText(const std::string& path, std::int64_t at) {
+  OnTape("Paste From Ascii/Text File", [&]() -> std::int64_t {
+    const std::string scratch = Game.DataPath + kTextScratch;
+    // The scratch file is emptied and deleted: it can't be what is read or written.
+    if (SameFile(path, scratch) || SameFile(Game.DiceRollFile, scratch)) return 0;
+    const TextScratch throws(scratch, path);
+    return InsertFile(scratch, at);
+  });
+}
+
+void CopyRollRange(std::int64_t to, std::int64_t from, std::int64_t count) {
+  OnTape("Copy Dice Roll Range", [&]() -> std::int64_t {
+    RawFile tape(Game.DiceRollFile, Use::Change);
+    const std::int64_t length = tape.Length();
+    const Range range = WithinTape(from, count, length);
+    const std::int64_t place = PlaceToInsert(to, length);
+    if (range.Count == 0 || place == range.Place) return 0;
+    tape.Grow(std::max<std::int64_t>(place + range.Count - length, 0));
+    MoveRange(tape, range, place);
+    KeepWithinTape(tape.Length());
+    return range.Count;
+  });
+}
+
+void MakeRoomForRolls(std::int64_t at, std::int64_t count) {
+  OnTape("Make Room For Dice Rolls", [&]() -> std::int64_t {
+    if (count <= 0) return 0;
+    RawFile tape(Game.DiceRollFile, Use::Change);
+    const std::int64_t length = tape.Length();
+    const Range room = {PlaceToInsert(at, length), count};
+    Insert(tape, room, [&] {
+      WriteZeros(tape, {room.Place, std::min(count, length - room.Place)});
+    });
+    FollowInsertion(room, tape.Length());
+    return count;
+  });
+}
+
+void DeleteRollRange(std::int64_t from, std::int64_t count) {
+  OnTape("Delete Dice Roll Range", [&]() -> std::int64_t {
+    RawFile tape(Game.DiceRollFile, Use::Change);
+    const Range range = WithinTape(from, count, tape.Length());
+    if (range.Count == 0) return 0;
+    CloseGap(tape, range);
+    FollowDeletion(range, tape.Length());
+    return range.Count;
+  });
+}
+
+void CopyRollsToText(const std::string& path, std::int64_t from, std::int64_t count,
+                     const RollTextOptions& options, std::int64_t firstNumber) {
+  OnTape("Copy Dice Rolls To Text File", [&]() -> std::int64_t {
+    RawFile tape(Game.DiceRollFile, Use::Read);
+    const Range range = WithinTape(from, count, tape.Length());
+    const bool anything = options.DieNumbers || options.Totals;
+    if (range.Count == 0 || !anything || SameFile(path, Game.DiceRollFile)) return 0;
+    FileReplacement file(path);
+    std::int64_t number = std::min(firstNumber, INT64_MAX - range.Count);
+    ForBlocks(tape, range, [&](std::span<const char> bytes) {
+      std::string lines;
+      for (const char byte : bytes) {
+        if (options.RollNumbers) lines += std::to_string(number++) + " ";
+        lines += TextOfThrow(byte, options) + "\r\n";
+      }
+      file.Write(lines);
+    });
+    file.Finish();
+    return range.Count;
+  });
+}

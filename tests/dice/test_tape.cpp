@@ -1,0 +1,398 @@
+#include "dice/tape.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <climits>
+#include <functional>
+#include <random>
+
+#include "core/host.h"
+#include "core/make_bet.h"
+#include "core/roll_cycle.h"
+#include "dice/generators.h"
+#include "dice/tape_file.h"
+#include "rules/defaults.h"
+#include "support/file_size_limit.h"
+#include "support/same_game.h"
+#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class DiceTape : public TableTest {
+ protected:
+  static std::string Throw(int die1, int die2) { return {static_cast<char>(DiceByte(die1, die2))}; }
+
+  void Use(const std::string& bytes) {
+    Game.DataPath = Folder / "";
+    OpenDiceRollFile(Folder.Write("tape.rol", bytes));
+  }
+
+  std::string Tape() const { return Folder.Read("tape.rol"); }
+
+  /// Rolls `count` times, or until the recorder stops; under Hyper-Drive in one run.
+  static void RollOn(int count, bool hyperDrive) {
+    Game.AutoRollDice = Game.HyperDriveOn = hyperDrive;
+    Game.KeepRolling = hyperDrive;
+    Game.NumAutoRolls = Game.AutoRollsLeft = count;
+    const int status = Game.RecorderStatus;
+    for (int roll = 0; roll < (hyperDrive ? 1 : count) && Game.RecorderStatus == status; ++roll)
+      RollDice();
+    Game.HyperDriveOn = false;
+  }
+
+  ScratchFolder Folder{"tape"};
+};
+
+// --- Recording and playing ---
+
+struct PlayedGame {
+  TableState Table;
+  Tallies Counters;
+  GraphState Graph;
+};
+
+/// Bets that follow the table, changed every five rolls.
+PlayedGame PlayGame(const std::function<void(int)>& rollOn) {
+  for (int round = 0; round < 100; ++round) {
+    const int before = Game.RollCount[0];
+    Game.ChangeRequest = 5 + 5 * (round % 3);
+    MakeBet(Game.Point == 0 ? PassLine : Place6);
+    Game.ChangeRequest = 5;
+    MakeBet(round % 2 == 0 ? Field : Hard8);
+    rollOn(5);
+    EXPECT_EQ(Game.RollCount[0], before + 5);
+  }
+  return {Game, Game, Game};
+}
+
+TEST_F(DiceTape, ARecordedGamePlaysBackTheSame) {
+  for (const bool recordFast : {false, true}) {
+    for (const bool playFast : {false, true}) {
+      std::vector<PlayedGame> games;
+      for (const int status : {Recording, Playback}) {
+        LayDownDefaults();
+        Game.Notify = 0;
+        Game.NegBankroll = true;
+        if (status == Recording) Use("");
+        OpenDiceRollFile(Folder / "tape.rol");
+        Game.RecorderStatus = status;
+        const bool fast = status == Recording ? recordFast : playFast;
+        games.push_back(PlayGame([fast](int count) { RollOn(count, fast); }));
+        EXPECT_EQ(Game.RecorderStatus, status);
+        EXPECT_EQ(Game.DiceFilePos, 501);
+      }
+      EXPECT_EQ(Tape().size(), 500U);
+      EXPECT_TRUE(FieldsOf(games[0].Table) == FieldsOf(games[1].Table));
+      EXPECT_TRUE(FieldsOf(games[0].Counters) == FieldsOf(games[1].Counters));
+      EXPECT_TRUE(FieldsOf(games[0].Graph) == FieldsOf(games[1].Graph));
+    }
+  }
+}
+
+TEST_F(DiceTape, EveryTurnFindsTheTapeAsItStands) {
+  Use("");
+  // So slow a clock that more than a block of throws waits for a turn.
+  std::uint32_t looks = 0;
+  TheHost.Milliseconds = [&looks] { return ++looks / 5; };
+  int turns = 0;
+  TheHost.Yield = [&] {
+    ++turns;
+    EXPECT_EQ(Tape().size(), static_cast<std::size_t>(Game.RollCount[0]));
+  };
+  Game.RecorderStatus = Recording;
+  RollOn(70'000, true);
+  EXPECT_GE(turns, 2);
+  EXPECT_LE(turns, 3);
+  EXPECT_EQ(Tape().size(), 70'000U);
+  EXPECT_EQ(Game.DiceFileLast, 70'000);
+
+  // An editor at work during playback.
+  Use(std::string(70'000, Throw(1, 2)[0]));
+  TheHost.Yield = [&] { Folder.Write("tape.rol", std::string(70'000, Throw(6, 5)[0])); };
+  Game.RecorderStatus = Playback;
+  RollOn(25'000, true);
+  EXPECT_EQ(Game.RollTotal, 3);
+  RollOn(25'000, true);
+  EXPECT_EQ(Game.RollTotal, 11);
+}
+
+TEST_F(DiceTape, ATapeThatCannotBeWrittenStopsTheRecorder) {
+  for (const bool fast : {false, true}) {
+    Use("");
+    Game.RecorderStatus = Recording;
+    RollOn(10, fast);
+    {
+      const FileSizeLimit full(3000);
+      RollOn(10'000, fast);
+    }
+    EXPECT_EQ(Game.RecorderStatus, RecorderOff);
+    EXPECT_EQ(Game.LastErrorText, "The throw could not be written to " + Game.DiceRollFile + "\n");
+    EXPECT_LE(Game.DiceFilePos, 3001);
+    EXPECT_GE(Game.DiceFilePos, fast ? 11 : 3001);
+    EXPECT_EQ(Game.DiceFileLast, Game.DiceFilePos - 1);
+    EXPECT_LE(static_cast<std::size_t>(Game.DiceFileLast), Tape().size());
+
+    fs::permissions(Folder / "tape.rol", fs::perms::owner_read);
+    for (const char* name : {"tape.rol", "gone/x.rol", ""}) {
+      Game.DiceRollFile = Folder / name;
+      Game.RecorderStatus = Recording;
+      RollOn(3, fast);
+      EXPECT_EQ(Game.RecorderStatus, RecorderOff) << name;
+    }
+    fs::permissions(Folder / "tape.rol", fs::perms::owner_all);
+  }
+}
+
+TEST_F(DiceTape, AnyTapeAndPositionPlaysItsThrowsAndNoMore) {
+  std::mt19937 random(7);
+  const auto below = [&random](int limit) {
+    return static_cast<int>(random() % static_cast<unsigned>(limit));
+  };
+  const auto isThrow = [](char byte) {
+    const int value = static_cast<unsigned char>(byte);
+    const auto isFace = [](int face) { return face != 0 && face != 7; };
+    return isFace(value >> 5) && isFace(value >> 2 & 7);
+  };
+  for (int round = 0; round < 300; ++round) {
+    std::string tape(static_cast<std::size_t>(below(40)), ' ');
+    // The two low bits of a throw may be anything.
+    for (char& byte : tape)
+      byte = static_cast<char>(below(9) > 0 ? DiceByte(1 + below(6), 1 + below(6)) + below(4)
+                                            : below(256));
+    Use(tape);
+    const int length = static_cast<int>(tape.size());
+    const int from = below(9) > 0 ? below(length + 6) - 3 : (below(2) > 0 ? INT_MAX : INT_MIN);
+    Game.DiceFilePos = from;
+    Game.RecorderStatus = Playback;
+    int to = from;
+    while (to >= 1 && to <= length && isThrow(tape[static_cast<std::size_t>(to - 1)])) ++to;
+    const bool atEnd = to < 1 || to > length;
+    const int before = Game.RollCount[0];
+    RollOn(100, below(2) > 0);
+    EXPECT_EQ(Game.RecorderStatus, atEnd ? Playback : RecorderOff);
+    EXPECT_EQ(Game.RollCount[0] - before, from < 1 ? 0 : to - from);
+    EXPECT_EQ(Game.DiceFilePos, to);
+    EXPECT_EQ(Tape(), tape);
+
+    // Recording from there goes on at the end at the latest.
+    Game.DiceFilePos = from;
+    Game.RecorderStatus = Recording;
+    RollOn(2, below(2) > 0);
+    EXPECT_EQ(Game.RecorderStatus == Recording, from >= 1);
+    const int at = std::min(from, length + 1);
+    const int size = from < 1 ? length : std::max(length, at + 1);
+    EXPECT_EQ(static_cast<int>(Tape().size()), size) << from;
+  }
+}
+
+// --- The file as a whole ---
+
+/// A tape in memory, with ranges that may lie anywhere.
+struct ModelTape {
+  std::string Bytes;
+
+  std::string Range(std::int64_t from, std::int64_t count) const {
+    const std::int64_t first = std::max<std::int64_t>(from, 1);
+    const std::int64_t last = std::min(from + count - 1, Length());
+    return first > last ? ""
+                        : Bytes.substr(PlaceOf(first), static_cast<std::size_t>(last - first) + 1);
+  }
+  std::size_t PlaceOf(std::int64_t at) const {
+    return static_cast<std::size_t>(std::clamp<std::int64_t>(at, 1, Length() + 1) - 1);
+  }
+  void Insert(std::int64_t at, const std::string& bytes) { Bytes.insert(PlaceOf(at), bytes); }
+  void Overwrite(std::int64_t to, const std::string& bytes) {
+    if (!bytes.empty()) Bytes.replace(PlaceOf(to), bytes.size(), bytes);
+  }
+  void Delete(std::int64_t from, std::int64_t count) {
+    const std::size_t length = Range(from, count).size();
+    if (length > 0) Bytes.erase(PlaceOf(from), length);
+  }
+  std::int64_t Length() const { return static_cast<std::int64_t>(Bytes.size()); }
+};
+
+TEST_F(DiceTape, RangesMoveAsInMemory) {
+  std::mt19937 random(11);
+  const auto upTo = [&random](std::int64_t limit) {
+    return static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(limit + 1));
+  };
+  ModelTape model;
+  for (int at = 0; at < 90'000; ++at) model.Bytes += static_cast<char>(upTo(255));
+  Use(model.Bytes);
+  for (int round = 0; round < 2000; ++round) {
+    // Counts about one block and two, and positions that may lie outside.
+    const std::int64_t count = upTo(3) * 29'998 + upTo(6) - 1;
+    const std::int64_t from = upTo(model.Length() + 4) - 2;
+    const std::int64_t to = upTo(4) == 0 ? from + upTo(4) - 2 : upTo(model.Length() + 4) - 2;
+    const std::int64_t kind = model.Length() > 90'000 ? 3 : upTo(4);
+    const std::string range = model.Range(from, count);
+    if (kind == 0) {
+      fs::remove(Folder / "part.rol");
+      CopyRollsToFile(Folder / "part.rol", from, count);
+      EXPECT_EQ(Folder.Read("part.rol"), range);
+      if (!range.empty()) {
+        PasteRollsFromFile(Folder / "part.rol", to);
+        model.Insert(to, range);
+      }
+    } else if (kind == 1 && model.Length() < 50'000) {
+      PasteRollsFromFile(Game.DiceRollFile, to);
+      model.Insert(to, std::string(model.Bytes));
+    } else if (kind <= 2) {
+      MakeRoomForRolls(to, count);
+      if (count > 0) model.Insert(to, std::string(static_cast<std::size_t>(count), '\0'));
+    } else if (kind == 3) {
+      DeleteRollRange(from, count);
+      model.Delete(from, count);
+    } else {
+      CopyRollRange(to, from, count);
+      model.Overwrite(to, range);
+    }
+    ASSERT_GE(Game.LastFileResult, 0) << Game.LastErrorText;
+    ASSERT_TRUE(Tape() == model.Bytes) << "operation " << kind << " in round " << round;
+    ASSERT_EQ(DiceRollCount(), model.Length());
+    ASSERT_LE(Game.DiceFilePos, model.Length() + 1);
+  }
+}
+
+TEST_F(DiceTape, PositionsFollowTheirThrows) {
+  struct Case {
+    std::function<void()> Work;
+    int Pos, Last, End;
+  };
+  const std::string part = Folder.Write("part.rol", "123");
+  const Case cases[] = {
+      {[&] { PasteRollsFromFile(part, 6); }, 9, 5, 11},  // at the position: behind what came in
+      {[&] { PasteRollsFromFile(part, 5); }, 9, 8, 11},
+      {[&] { PasteRollsFromFile(part, 99); }, 6, 5, 8},
+      {[] { MakeRoomForRolls(7, 2); }, 6, 5, 10},
+      {[] { DeleteRollRange(1, 2); }, 4, 3, 6},
+      {[] { DeleteRollRange(4, 4); }, 4, 3, 4},
+      {[] { DeleteRollRange(-5, INT64_MAX); }, 1, 0, 1},
+      {[] { DeleteRollRange(INT64_MIN, 3); }, 6, 5, 8},
+      {[] { DeleteRollRange(9, INT64_MAX); }, 6, 5, 8},
+      {[] { CopyRollRange(10, 1, 5); }, 6, 5, 8},
+      {[] { CloseDiceRollFile(); }, 1, 0, 0},
+  };
+  for (const Case& test : cases) {
+    Use("abcdefghij");
+    Game.DiceFilePos = 6;
+    Game.DiceFileLast = 5;
+    Game.DiceFileEnd = 8;
+    test.Work();
+    EXPECT_EQ(Game.DiceFilePos, test.Pos) << &test - cases;
+    EXPECT_EQ(Game.DiceFileLast, test.Last) << &test - cases;
+    EXPECT_EQ(Game.DiceFileEnd, test.End) << &test - cases;
+  }
+  EXPECT_EQ(Game.DiceRollFile, "");
+  EXPECT_EQ(DiceRollCount(), 0);
+  MakeRoomForRolls(1, 1);
+  EXPECT_EQ(Game.LastFileResult, 0);
+}
+
+TEST_F(DiceTape, WhatFailsLeavesTheTapeAsItWas) {
+  const std::string tape(70'000, Throw(3, 4)[0]);
+  const std::string part = Folder.Write("part.rol", std::string(40'000, Throw(1, 1)[0]));
+  const std::string text = Folder.Write("text.txt", std::string(90'000, '5'));
+  const std::string old = Folder.Write("old.rol", "old");
+  Use(tape);
+  const auto expectFailure = [&](const std::function<void()>& work) {
+    Game.LastErrorText.clear();
+    work();
+    EXPECT_EQ(Game.LastFileResult, -1);
+    EXPECT_NE(Game.LastErrorText, "");
+    EXPECT_TRUE(Tape() == tape);
+    EXPECT_EQ(Folder.Read("old.rol"), "old");
+    EXPECT_EQ(Folder.Count(), 4U) << "no scratch file stays";
+  };
+  const std::function<void()> changes[] = {
+      [&] { PasteRollsFromFile(part, 2); }, [&] { PasteRollsFromText(text, 70'001); },
+      [] { MakeRoomForRolls(1, 40'000); }, [] { CopyRollRange(50'000, 1, 60'000); },
+      [] { MakeRoomForRolls(5, INT64_MAX); }};
+  const RollTextOptions options = {true, true, true};
+  {
+    const FileSizeLimit full(100'000);
+    for (const auto& change : changes) expectFailure(change);
+    expectFailure([&] { CopyRollsToText(old, 1, 70'000, options, 1); });
+  }
+  {
+    const FileSizeLimit full(10'000);
+    expectFailure([&] { CopyRollsToFile(old, 1, 70'000); });
+    expectFailure([&] { PasteRollsFromText(text, 1); });
+  }
+  fs::permissions(Game.DiceRollFile, fs::perms::owner_read);
+  for (const auto& change : changes) expectFailure(change);
+  expectFailure([] { DeleteRollRange(1, 5); });
+  fs::permissions(Game.DiceRollFile, fs::perms::owner_all);
+  for (const char* name : {"none.rol", "gone/none.rol"})
+    expectFailure([&] { PasteRollsFromFile(Folder / name, 1); });
+  expectFailure([&] { CopyRollsToFile(Folder / "gone/new.rol", 1, 5); });
+  for (const char* name : {"gone/new.rol", ""})
+    expectFailure([&] { OpenDiceRollFile(Folder / name); });
+  EXPECT_EQ(Game.DiceRollFile, Folder / "tape.rol");
+  // The tape itself is no target.
+  CopyRollsToFile(Game.DiceRollFile, 1, 5);
+  CopyRollsToText(Game.DiceRollFile, 1, 5, options, 1);
+  EXPECT_EQ(Game.LastFileResult, 0);
+  EXPECT_TRUE(Tape() == tape);
+}
+
+TEST_F(DiceTape, TextComesAndGoes) {
+  Use(Throw(6, 6));
+  PasteRollsFromText(Folder.Write("a.txt", "1,2 (3-4) 7890 x5\r\n6 1"), 1);
+  EXPECT_EQ(Game.LastFileResult, 3);
+  EXPECT_EQ(Tape(), Throw(1, 2) + Throw(3, 4) + Throw(5, 6) + Throw(6, 6));
+  EXPECT_EQ(Game.DiceFilePos, 4);
+  PasteRollsFromText(Folder.Write("a.txt", "7 8 9 1"), 1);
+  EXPECT_EQ(Game.LastFileResult, 0);
+  Folder.Write("cnvrtasc.xx~", "12");
+  PasteRollsFromText(Folder / "cnvrtasc.xx~", 1);
+  EXPECT_EQ(Folder.Read("cnvrtasc.xx~"), "12");
+  // Each two digits, wherever a block ends.
+  PasteRollsFromText(Folder.Write("a.txt", "x" + std::string(60'000, '3')), 99);
+  EXPECT_EQ(Tape().size(), 30'004U);
+  EXPECT_EQ(Folder.Count(), 2U);
+
+  const std::pair<RollTextOptions, std::string> cases[] = {
+      {{true, true, true}, "8 (3-4)- 7\r\n9 (5-6)- 11\r\n"},
+      {{true, true, false}, "8 (3-4)\r\n9 (5-6)\r\n"},
+      {{true, false, true}, "8 7\r\n9 11\r\n"},
+      {{false, true, true}, "(3-4)- 7\r\n(5-6)- 11\r\n"},
+      {{false, false, true}, "7\r\n11\r\n"},
+  };
+  for (const auto& [options, lines] : cases) {
+    CopyRollsToText(Folder / "b.txt", 2, 2, options, 8);
+    EXPECT_EQ(Folder.Read("b.txt"), lines);
+    EXPECT_EQ(Game.LastFileResult, 2);
+  }
+  CopyRollsToText(Folder / "b.txt", 2, 2, {true, false, false}, 1);
+  EXPECT_EQ(Game.LastFileResult, 0);
+  const std::string foreign = "W\u00FCrfel \u65E5\u672C.rol";
+  OpenDiceRollFile(Folder / foreign);
+  EXPECT_GT(Game.LastFileResult, 0);
+  PasteRollsFromFile(Folder / "tape.rol", 1);
+  EXPECT_EQ(DiceRollCount(), 30'004);
+}
+
+TEST_F(DiceTape, AHundredMillionThrowsNeedLittleMemory) {
+  constexpr std::int64_t kLength = 100'000'000;
+  Use(Throw(2, 3));
+  const std::string part = Folder.Write("part.rol", Throw(6, 6) + Throw(6, 5));
+  fs::resize_file(Game.DiceRollFile, kLength);
+  rusage before{};
+  getrusage(RUSAGE_SELF, &before);
+  PasteRollsFromFile(part, 2);
+  EXPECT_EQ(DiceRollCount(), kLength + 2);
+  CopyRollsToFile(Folder / "front.rol", 1, 4);
+  EXPECT_EQ(Folder.Read("front.rol"), Throw(2, 3) + Throw(6, 6) + Throw(6, 5) + '\0');
+  DeleteRollRange(2, 1);
+  EXPECT_EQ(DiceRollCount(), kLength + 1);
+  rusage after{};
+  getrusage(RUSAGE_SELF, &after);
+  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 4096) << "kilobytes";
+}
+
+}  // namespace
