@@ -23,6 +23,7 @@
 #include "dice/generators.h"
 #include "dice/tape.h"
 #include "stats/bet_tables.h"
+#include "stats/events_log.h"
 #include "stats/graph.h"
 #include "stats/roll_counters.h"
 
@@ -452,7 +453,7 @@ class Pace {
 Pass RunRolls() {
   Pace pace;
   Game.SnapshotsDue = true;
-  if (Game.HyperDriveOn && !Game.EventsLogActive) OpenLedger();
+  if (Game.HyperDriveOn) OpenLedger();
   Pass pass = Pass::Rolled;
   do {
     pass = OneRoll();
@@ -483,6 +484,7 @@ void EndDeferral() {
   } catch (const std::exception&) {
     ReportError("Roll Dice");
   }
+  FlushEventsLog();
 }
 
 }  // namespace

@@ -76,6 +76,8 @@ void LogStandingBet(int betId) {
   const Currency before =
       created ? Game.BetsAtRoll[IsComeOnNumber(betId) ? Come : DontCome] : Game.BetsAtRoll[betId];
   const Currency now = Game.Bets[betId];
+  const bool mayBeCalled = before == 0 || Game.BetWorking[betId] != Game.BetWorkingPrev[betId];
+  if (now == before && !created && !mayBeCalled) return;
   const std::string name = BetName(betId);
   if (before == 0)
     WriteLogLine(kIndent + ("$" + MoneyText(now)) + " bet on " + name);
@@ -85,7 +87,7 @@ void LogStandingBet(int betId) {
     WriteLogLine(kIndent + name + " bet decreased to $" + MoneyText(now));
   else if (created)
     WriteLogLine(kIndent + name + " bet still $" + MoneyText(now));
-  if (before == 0 || Game.BetWorking[betId] != Game.BetWorkingPrev[betId]) LogCall(betId);
+  if (mayBeCalled) LogCall(betId);
 }
 
 void LogBets() {

@@ -6,6 +6,7 @@
 #include "core/host.h"
 #include "core/ledger.h"
 #include "dice/tape.h"
+#include "stats/events_log.h"
 
 namespace {
 
@@ -26,6 +27,7 @@ KeptMessage::~KeptMessage() {
 
 void BeforeScreen() {
   SettleLedger();
+  FlushEventsLog();
   CloseTape();
 }
 

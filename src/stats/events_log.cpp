@@ -1,89 +1,89 @@
 #include "stats/events_log.h"
 
-#include "core/error_report.h"
-
-#include <array>
-#include <cstdint>
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
+
+#include "core/ansi.h"
+#include "core/error_report.h"
+#include "core/record_file.h"
+#include "stats/log_files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t kIndexRecord = 4;
+constexpr std::size_t kMostPending = 1'000'000;  // bytes
 
-/// The size of a file; 0 when it doesn't exist.
-std::uintmax_t SizeOf(const std::string& path) {
-  std::error_code error;
-  const std::uintmax_t size = fs::file_size(path, error);
-  return error ? 0 : size;
-}
-
-void Check(const std::ios& stream, const std::string& path) {
-  if (!stream) throw std::runtime_error("Unable to write " + path);
-}
-
-std::array<char, kIndexRecord> LittleEndian(std::uintmax_t value) {
-  std::array<char, kIndexRecord> bytes;
-  for (char& byte : bytes) {
-    byte = static_cast<char>(value & 0xFFU);
-    value >>= 8U;
-  }
-  return bytes;
-}
-
-/// Writes `position` into the record after the last whole one and returns its number.
-std::uintmax_t AddToIndex(const std::string& path, std::uintmax_t position) {
-  if (position > INT32_MAX) RaiseOverflow();
-  const std::uintmax_t record = SizeOf(path) / kIndexRecord + 1;
-  // Creates the file where it doesn't exist, without emptying one that does.
-  std::ofstream(path, std::ios::binary | std::ios::app).close();
-  std::fstream index(path, std::ios::binary | std::ios::in | std::ios::out);
-  index.seekp(static_cast<std::streamoff>((record - 1) * kIndexRecord));
-  const auto bytes = LittleEndian(position);
-  index.write(bytes.data(), bytes.size());
-  index.close();
-  Check(index, path);
-  return record;
-}
-
-void AddToLog(const std::string& path, const std::string& text) {
-  std::ofstream log(path, std::ios::binary | std::ios::app);
-  log << text << "\r\n";
-  log.close();
-  Check(log, path);
-}
+struct PendingLines : LogLines {
+  std::size_t TopRoll = 0;  // from 1, the line that goes to the top of the view; 0 is none
+};
+PendingLines pending;
 
 bool IsRollLine(const std::string& text) {
   const std::size_t start = text.find_first_not_of(' ');
   return start != std::string::npos && text.compare(start, 4, "Roll") == 0;
 }
 
+void AddLine(const std::string& text) {
+  const std::size_t start = pending.Text.size();
+  const bool plain =
+      std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+  if (plain) {
+    pending.Text += text;
+  } else {
+    std::string ansi = ToAnsi(text);
+    // A file name may hold line ends: one event stays one line.
+    std::replace_if(
+        ansi.begin(), ansi.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    pending.Text += ansi;
+  }
+  pending.Text += "\r\n";
+  pending.Starts.push_back(static_cast<std::uint32_t>(start));
+  if (Game.KeepLatestRollOnTop && IsRollLine(text)) pending.TopRoll = pending.Starts.size();
+}
+
+/// Keeps the memory for the next lines.
+void ForgetPending() {
+  pending.Text.clear();
+  pending.Starts.clear();
+  pending.TopRoll = 0;
+}
+
 }  // namespace
 
 void WriteLogLine(const std::string& text) {
   try {
-    const std::uintmax_t position = SizeOf(Game.EventsLogFile) + 1;
-    const std::uintmax_t record = AddToIndex(EventsLogIndexPath(), position);
-    AddToLog(Game.EventsLogFile, text);
-    if (Game.KeepLatestRollOnTop && IsRollLine(text)) Game.LogTopLine = static_cast<int>(record);
+    AddLine(text);
   } catch (...) {
     ReportError("Write Log Line");
   }
+  const bool gather = Game.HyperDriveOn && Game.RollInProgress;
+  if (!gather || pending.Text.size() > kMostPending) FlushEventsLog();
+}
+
+void FlushEventsLog() {
+  if (pending.Starts.empty()) return;
+  try {
+    const auto before = static_cast<std::size_t>(AppendToLogFiles(pending));
+    if (pending.TopRoll > 0) Game.LogTopLine = static_cast<int>(before + pending.TopRoll);
+  } catch (...) {
+    ReportError("Write Log Line");
+  }
+  ForgetPending();
 }
 
 void ClearEventsLog() {
+  FlushEventsLog();
   std::error_code ignored;
-  fs::remove(EventsLogIndexPath(), ignored);
-  fs::remove(Game.EventsLogFile, ignored);
+  fs::remove(PathOf(EventsLogIndexPath()), ignored);
+  fs::remove(PathOf(Game.EventsLogFile), ignored);
   Game.LogTopLine = 1;
 }
 
 bool EventsLogExists() {
+  FlushEventsLog();
   std::error_code ignored;
-  return fs::exists(Game.EventsLogFile, ignored);
+  return fs::exists(PathOf(Game.EventsLogFile), ignored);
 }
 
 std::string EventsLogIndexPath() { return Game.DataPath + "Events Log.ref"; }

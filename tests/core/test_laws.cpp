@@ -24,6 +24,7 @@
 #include "rules/defaults.h"
 #include "rules/presets.h"
 #include "support/same_game.h"
+#include "support/scratch_folder.h"
 
 namespace {
 
@@ -338,6 +339,7 @@ struct GameRecord {
   Tallies Counters;
   GraphState Graph;
   int RngState = 0;
+  std::string Log;
 };
 
 void ExpectSameGame(const GameRecord& a, const GameRecord& b) {
@@ -347,6 +349,15 @@ void ExpectSameGame(const GameRecord& a, const GameRecord& b) {
   ASSERT_TRUE(FieldsOf(a.Counters) == FieldsOf(b.Counters));
   ASSERT_TRUE(FieldsOf(a.Graph) == FieldsOf(b.Graph));
   ASSERT_EQ(a.RngState, b.RngState);
+  ASSERT_EQ(a.Log, b.Log);
+}
+
+void LogEverything() {
+  Game.EventsLogActive = Game.ClearLogOnNew = true;
+  Game.ReSeed = false;
+  Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = true;
+  Game.LogChipStackChanges = Game.LogPassesMisses = true;
+  Game.LogShooterChanges = Game.LogBankrollChanges = true;
 }
 
 class Laws : public ::testing::Test {
@@ -354,8 +365,14 @@ class Laws : public ::testing::Test {
   void SetUp() override {
     LayDownDefaults();
     TheHost = HeadlessHost();
+    Game.DataPath = folder_ / "";
+    Game.EventsLogFile = folder_ / "log.txt";
   }
-  void TearDown() override { TheHost = HeadlessHost(); }
+  void TearDown() override {
+    TheHost = HeadlessHost();
+    Game.DataPath.clear();
+    LayDownDefaults();
+  }
 
   /// Plays one game and holds every request and roll against the laws. Someone presses the buttons
   /// of the settle screen as they come.
@@ -392,9 +409,10 @@ class Laws : public ::testing::Test {
   static bool IsBankBroken() { return Abs(Bankroll()) > kRollingLimit; }
 
   /// Plays one game, in runs of one roll or of many; `seed` tells rules, requests and dice.
-  static GameRecord Play(unsigned seed) {
+  GameRecord Play(unsigned seed) const {
     constexpr int kRuns = 60;
     Chance chance(seed + 1000);
+    Game.RngState = 0;  // the log tells what it was when it is seeded
     BeginGame(seed);
     GameRecord record;
     for (int run = 1; run <= kRuns; ++run) {
@@ -413,6 +431,7 @@ class Laws : public ::testing::Test {
     record.Counters = Game;
     record.Graph = Game;
     record.RngState = Game.RngState;
+    if (Game.EventsLogActive) record.Log = folder_.Read("log.txt");
     return record;
   }
 
@@ -425,6 +444,7 @@ class Laws : public ::testing::Test {
 
   std::set<int> won_;
   std::set<int> lost_;
+  const ScratchFolder folder_{"laws"};
 };
 
 TEST_F(Laws, HoldAtTheTableAndUnderHyperDrive) {
@@ -444,7 +464,10 @@ TEST_F(Laws, HyperDrivePlaysTheSameGameAndANewGameRemembersNothing) {
   for (unsigned seed = 200; seed < 216; ++seed) {
     SCOPED_TRACE("game " + std::to_string(seed));
     Game.HyperDriveOn = false;
+    LogEverything();
+    Game.EventsLogActive = seed % 8 == 0;
     const GameRecord atTheTable = Play(seed);
+    ASSERT_EQ(atTheTable.Log.empty(), !Game.EventsLogActive);
     Play(seed + 100);
     ASSERT_NO_FATAL_FAILURE(ExpectSameGame(atTheTable, Play(seed)));
     Game.HyperDriveOn = true;

@@ -9,6 +9,7 @@
 #include "core/roll_cycle.h"
 #include "dice/tape.h"
 #include "stats/events_log.h"
+#include "stats/log_files.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -257,6 +258,31 @@ TEST_F(RollLogTest, TheIndexFindsEveryLineAndTheLatestRollIsOnTop) {
   Roll(2, 2);
   EXPECT_EQ(Game.LogTopLine, 3);
   EXPECT_EQ(ReadAll(EventsLogIndexPath()).size(), 4 * 4U);
+}
+
+TEST_F(RollLogTest, UnderHyperDriveTheLogIsWrittenBeforeEachTurnAndAtTheEnd) {
+  Game.LogRolls = true;
+  Game.HyperDriveOn = true;
+  const auto lines = [] {
+    return static_cast<int>(ReadAll(EventsLogIndexPath()).size() / kIndexRecord);
+  };
+  for (const int throttle : {0, 1}) {
+    int turns = 0;
+    int late = 0;
+    TheHost.Yield = [&] {
+      ++turns;
+      if (lines() != Game.RollCount[0] || !LogIndexIsValid()) ++late;
+    };
+    Game.HyperThrottle = throttle;
+    Game.NumAutoRolls = Game.AutoRollsLeft = throttle == 0 ? 1000 : 20;
+    Game.KeepRolling = true;
+    RollDice();
+    EXPECT_GE(turns, throttle * 20);
+    EXPECT_EQ(late, 0);
+    EXPECT_EQ(lines(), Game.RollCount[0]);
+  }
+  EXPECT_EQ(Game.RollCount[0], 1020);
+  Game.HyperDriveOn = false;
 }
 
 TEST_F(RollLogTest, ALogThatCannotBeWrittenLeavesTheGameGoing) {

@@ -8,6 +8,9 @@
 
 #include "rules/defaults.h"
 #include "stats/events_log.h"
+#include "stats/events_log_view.h"
+#include "stats/log_files.h"
+#include "support/file_size_limit.h"
 
 namespace {
 
@@ -48,6 +51,15 @@ class EventsLog : public ::testing::Test {
   }
 
   fs::path folder_;
+};
+
+/// A run is under way.
+class HyperDrive {
+ public:
+  HyperDrive() { Game.HyperDriveOn = Game.RollInProgress = true; }
+  ~HyperDrive() { Game.HyperDriveOn = Game.RollInProgress = false; }
+  HyperDrive(const HyperDrive&) = delete;
+  HyperDrive& operator=(const HyperDrive&) = delete;
 };
 
 TEST_F(EventsLog, IndexHoldsTheFirstByteOfEachLine) {
@@ -92,6 +104,85 @@ TEST_F(EventsLog, ClearingRemovesBothFiles) {
   ClearEventsLog();
   EXPECT_FALSE(EventsLogExists() || fs::exists(EventsLogIndexPath()));
   EXPECT_EQ(Game.LogTopLine, 1);
+}
+
+TEST_F(EventsLog, UnderHyperDriveLinesWaitAndKeepTheirOrder) {
+  const HyperDrive run;
+  Game.KeepLatestRollOnTop = true;
+  for (const char* line : {" Roll #1:  7 (3.4)", "one", " Roll #2:  4 (2.2)", "two"})
+    WriteLogLine(line);
+  EXPECT_FALSE(fs::exists(Game.EventsLogFile));
+  FlushEventsLog();
+  const std::string lines = " Roll #1:  7 (3.4)\r\none\r\n Roll #2:  4 (2.2)\r\ntwo\r\n";
+  EXPECT_EQ(Bytes(Game.EventsLogFile), lines);
+  EXPECT_EQ(Index(), (std::vector{1, 21, 26, 46}));
+  EXPECT_EQ(Game.LogTopLine, 3);
+  // Whoever looks at the log finds it written, and memory has its bounds.
+  WriteLogLine("three");
+  EXPECT_EQ(LogLineCount(), 5);
+  ClearEventsLog();
+  WriteLogLine("four");
+  EXPECT_TRUE(EventsLogExists());
+  WriteLogLine(std::string(1'100'000, 'x'));
+  EXPECT_EQ(Bytes(Game.EventsLogFile).size(), 1'100'008U);
+  WriteLogLine("five");
+  const std::string before = Game.EventsLogFile;
+  ASSERT_TRUE(MoveEventsLog(Game.DataPath + "moved.txt"));
+  EXPECT_EQ(Index().size(), 3U);
+  EXPECT_EQ(Bytes(Game.EventsLogFile).substr(1'100'008), "five\r\n");
+}
+
+TEST_F(EventsLog, AFullDiskCostsTheLinesOfOneFlushOnly) {
+  WriteLogLine("kept");
+  {
+    const HyperDrive run;
+    const FileSizeLimit full(10);
+    WriteLogLine("too much for the disk");
+    WriteLogLine("and more");
+    FlushEventsLog();
+    EXPECT_NE(Game.LastErrorText.find("occurred, at: Write Log Line"), std::string::npos);
+    Game.LastErrorText.clear();
+    FlushEventsLog();
+    EXPECT_EQ(Game.LastErrorText, "") << "what couldn't be written is let go";
+    EXPECT_TRUE(LogIndexIsValid());
+  }
+  WriteLogLine("again");
+  EXPECT_EQ(Bytes(Game.EventsLogFile), "kept\r\nagain\r\n");
+  EXPECT_EQ(Index(), (std::vector{1, 7}));
+}
+
+TEST_F(EventsLog, ALineIsOneLineInTheFilesCodePage) {
+  WriteLogLine("from a\nb\r\u00FC\u20AC\u4E00");
+  EXPECT_EQ(Bytes(Game.EventsLogFile), "from a b \xFC\x80?\r\n");
+}
+
+TEST_F(EventsLog, TheIndexOfAnotherLogIsNotGoneOnWith) {
+  for (const char* line : {"one", "two", "three"}) WriteLogLine(line);
+  Game.EventsLogFile = Game.DataPath + "other.txt";
+  std::ofstream(Game.EventsLogFile, std::ios::binary) << "open line";
+  WriteLogLine("next");
+  EXPECT_EQ(Bytes(Game.EventsLogFile), "open line\r\nnext\r\n");
+  EXPECT_EQ(Index(), (std::vector{1, 12}));
+  fs::remove(Game.EventsLogFile);
+  WriteLogLine("new");
+  EXPECT_EQ(Index(), std::vector{1});
+}
+
+TEST_F(EventsLog, LinesBeyondTheReachOfTheIndexAreWrittenAllTheSame) {
+  WriteLogLine("one");
+  fs::resize_file(Game.EventsLogFile, INT32_MAX - 7U);  // a hole in the file
+  std::ofstream(EventsLogIndexPath(), std::ios::binary).write("\1\0\0\0\6\0\0\0", 8);
+  fs::last_write_time(EventsLogIndexPath(), fs::last_write_time(Game.EventsLogFile));
+  WriteLogLine("two");
+  EXPECT_EQ(Index(), (std::vector{1, 6, INT32_MAX - 4}));
+  WriteLogLine("three");
+  EXPECT_NE(Game.LastErrorText.find("too long"), std::string::npos);
+  Game.LastErrorText.clear();
+  WriteLogLine("four");
+  EXPECT_EQ(Game.LastErrorText, "") << "it is said once";
+  EXPECT_EQ(Index().size(), 3U);
+  EXPECT_EQ(fs::file_size(Game.EventsLogFile), INT32_MAX - 7U + 2 + 5 + 7 + 6);
+  EXPECT_EQ(ReadLogLines(3, 9), std::vector<std::string>{"two"});
 }
 
 TEST_F(EventsLog, MasterSwitchAndClassAreBothNeeded) {

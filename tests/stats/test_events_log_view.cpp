@@ -1,0 +1,250 @@
+// Looking at the Events Log: its index, its lines, finding, and the scroll bar over it.
+#include "stats/events_log_view.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "rules/defaults.h"
+#include "stats/events_log.h"
+#include "support/scratch_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+class EventsLogView : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    Game.DataPath = folder_ / "";
+    LayDownDefaults();
+    Game.LastErrorText.clear();
+  }
+  void TearDown() override {
+    Game.DataPath.clear();
+    LayDownDefaults();
+  }
+
+  void WriteLog(const std::string& bytes) const { folder_.Write(kLog, bytes); }
+
+  /// Puts an index beside the log that passes for its own.
+  void WriteIndex(const std::vector<int>& entries, const std::string& rest = "") const {
+    std::string bytes;
+    for (const int entry : entries)
+      for (const int shift : {0, 8, 16, 24}) bytes += static_cast<char>((entry >> shift) & 0xFF);
+    folder_.Write(kIndex, bytes + rest);
+    fs::last_write_time(folder_ / kIndex, fs::last_write_time(folder_ / kLog));
+  }
+
+  static Lines All() {
+    EnsureLogIndex();
+    return ReadLogLines(1, LogLineCount());
+  }
+
+  static constexpr const char* kLog = "Events Log.txt";
+  static constexpr const char* kIndex = "Events Log.ref";
+  const ScratchFolder folder_{"log_view"};
+};
+
+TEST_F(EventsLogView, AnIndexThatIsNotTheLogsIsBuiltAnew) {
+  WriteLog("one\r\ntwo\r\nthree\r\n");
+  WriteIndex({1, 6, 11});
+  const std::string right = folder_.Read(kIndex);
+  const std::pair<std::vector<int>, const char*> wrong[] = {
+      {{}, ""},        {{1, 6, 11}, "x"}, {{1, 6}, ""},  {{1, 6, 11, 18}, ""},
+      {{1, 6, 9}, ""}, {{1, 6, -5}, ""},  {{1, 17}, ""}, {{1, 6, 11, 11, 6}, ""}};
+  for (const auto& [entries, rest] : wrong) {
+    WriteIndex(entries, rest);
+    EnsureLogIndex();
+    EXPECT_EQ(folder_.Read(kIndex), right) << entries.size();
+    EXPECT_EQ(fs::last_write_time(folder_ / kIndex), fs::last_write_time(folder_ / kLog));
+  }
+  for (const bool gone : {false, true}) {
+    WriteIndex({1, 5, 11});
+    EnsureLogIndex();
+    EXPECT_NE(folder_.Read(kIndex), right) << "what passes as valid isn't read through";
+    if (gone)
+      fs::remove(folder_ / kIndex);
+    else
+      fs::last_write_time(folder_ / kLog,
+                          fs::last_write_time(folder_ / kLog) - std::chrono::hours(1));
+    EnsureLogIndex();
+    EXPECT_EQ(folder_.Read(kIndex), right);
+  }
+  EXPECT_EQ(Game.LastErrorText, "");
+}
+
+TEST_F(EventsLogView, LinesEndEitherWayAndAreReadOneByOne) {
+  EXPECT_EQ(All(), Lines());  // no log
+  EXPECT_FALSE(fs::exists(folder_ / kIndex));
+  const std::string longLine(kLongestLine + 700, 'x');
+  WriteLog("caf\xE9\r\n\n\r\n  b \n" + longLine + "\r\nlast");
+  const std::string cut(kLongestLine, 'x');
+  EXPECT_EQ(All(), (Lines{"caf\u00E9", "", "", "  b ", cut, "last"}));
+  EXPECT_EQ(ReadLogLines(4, 2), (Lines{"  b ", cut}));
+  EXPECT_EQ(ReadLogLines(6, 100), Lines{"last"});
+  for (const auto& [first, count] : {std::pair{0, 1}, {7, 1}, {1, 0}, {1, -1}})
+    EXPECT_EQ(ReadLogLines(first, count), Lines()) << first;
+  WriteLog("");
+  EXPECT_EQ(All(), Lines());
+  WriteLog("\n");
+  EXPECT_EQ(All(), Lines{""});
+}
+
+TEST_F(EventsLogView, WhatCannotBeReadIsNoLog) {
+  fs::create_directory(folder_ / kLog);
+  EXPECT_EQ(All(), Lines());
+  EXPECT_FALSE(FindInLog("x", true));
+  EXPECT_NE(Game.LastErrorText.find("Rebuild Log Index"), std::string::npos);
+  for (const std::string& path : {std::string("/dev/zero"), folder_.Write(kIndex, "kept")}) {
+    Game.EventsLogFile = path;
+    WriteLogLine("lost");
+    EXPECT_NE(Game.LastErrorText.find("Write Log Line"), std::string::npos);
+    EnsureLogIndex();
+    EXPECT_NE(Game.LastErrorText.find("Rebuild Log Index"), std::string::npos);
+  }
+  EXPECT_EQ(folder_.Read(kIndex), "kept");
+}
+
+TEST_F(EventsLogView, FindingGoesRoundAndLooksAtTheTopLineLast) {
+  WriteLog("Hit\r\nb \xC4gg\r\nhit\r\nd\r\nA HIT\r\nb\r\nh\r\nit\r\n");
+  const struct {
+    const char* Text;
+    bool Forward;
+    int From;
+    int To;  // 0: not found
+  } finds[] = {
+      {"hit", true, 1, 3},   {"HIT", true, 3, 5},     {"hit", true, 5, 1},
+      {"hit", false, 5, 3},  {"hit", false, 1, 5},    {"hit", false, 8, 5},
+      {"d", true, 4, 4},     {"d", false, 4, 4},      {"\u00E4GG", true, 7, 2},
+      {"a hit", true, 1, 5}, {"it", true, 5, 8},      {"b", false, 1, 6},
+      {"", true, 1, 0},      {"h\r\nit", true, 1, 0}, {"nowhere", false, 2, 0},
+      {"hit", true, 99, 1},  {"hit", false, -3, 5},   {"a hit and much more", true, 1, 0},
+  };
+  for (const auto& find : finds) {
+    Game.LogTopLine = find.From;
+    EXPECT_EQ(FindInLog(find.Text, find.Forward), find.To != 0) << find.Text;
+    EXPECT_EQ(Game.LogTopLine, find.To != 0 ? find.To : find.From) << find.Text << find.From;
+  }
+}
+
+TEST_F(EventsLogView, LinesAreColouredByHowTheyBegin) {
+  const struct {
+    const char* Line;
+    LogLineLook Look;
+    const char* Result;
+  } lines[] = {
+      {" New game started", LogLineLook::NewGame, ""},
+      {"New game", LogLineLook::Plain, ""},
+      {" Roll #1,234:  11 (5.6) from RNG #1", LogLineLook::Roll, "11"},
+      {"Roll #2:7", LogLineLook::Roll, "7"},
+      {"   Roll #3:   ", LogLineLook::Roll, ""},
+      {"Roll #4", LogLineLook::Roll, ""},
+      {"A Roll #5:  7", LogLineLook::Plain, "7"},
+      {"      Roll", LogLineLook::Plain, ""},
+      {"", LogLineLook::Plain, ""},
+  };
+  for (const auto& c : lines) {
+    EXPECT_EQ(LookOfLogLine(c.Line), c.Look) << c.Line;
+    const LogLineResult result = ResultInLogLine(c.Line);
+    EXPECT_EQ(std::string(c.Line).substr(result.Start, result.Length), c.Result) << c.Line;
+  }
+}
+
+TEST_F(EventsLogView, TheScrollBarIsScaledBeyondThirtyThousandLines) {
+  const struct {
+    int Top;
+    int Lines;
+    int Maximum;
+    int Value;
+    int Dragged;  // the top line after the thumb went to that value
+  } bars[] = {
+      {1, 0, 1, 1, 1},
+      {7, 5, 5, 5, 5},
+      {30'000, 30'000, 30'000, 30'000, 30'000},
+      {1, 30'001, 30'000, 1, 1},
+      {2, 30'001, 30'000, 2, 2},
+      {30'000, 30'001, 30'000, 29'999, 30'000},
+      {30'001, 30'001, 30'000, 30'000, 30'001},
+      {1, 10'000'000, 30'000, 1, 1},
+      {500, 10'000'000, 30'000, 2, 667},
+      {5'000'000, 10'000'000, 30'000, 15'000, 5'000'000},
+      {9'999'999, 10'000'000, 30'000, 29'999, 9'999'667},
+      {10'000'000, 10'000'000, 30'000, 30'000, 10'000'000},
+      {2'000'000'000, 2'147'483'646, 30'000, 27'940, 2'000'023'102},
+  };
+  for (const auto& bar : bars) {
+    EXPECT_EQ(LogBarMaximum(bar.Lines), bar.Maximum) << bar.Lines;
+    EXPECT_EQ(LogBarValue(bar.Top, bar.Lines), bar.Value) << bar.Top << " of " << bar.Lines;
+    EXPECT_EQ(TopLineAfterDrag(bar.Value, bar.Lines), bar.Dragged) << bar.Top;
+  }
+  EXPECT_EQ(TopLineAfterClick(1, 30'001, 1), 2);
+  EXPECT_EQ(TopLineAfterClick(30'001, 30'001, -19), 29'982);
+  EXPECT_EQ(TopLineAfterClick(5, 30'001, -19), 1);
+  EXPECT_EQ(TopLineAfterClick(INT32_MAX - 1, INT32_MAX - 1, 19), INT32_MAX - 1);
+}
+
+TEST_F(EventsLogView, ALogMovesWithItsName) {
+  const std::string from = Game.EventsLogFile;
+  EXPECT_FALSE(MoveEventsLog(folder_ / "kept.txt")) << "there is no log";
+  WriteLogLine("one");
+  folder_.Write("kept.txt", "old");
+  for (const char* place : {"nowhere/kept.txt", kIndex})
+    EXPECT_FALSE(MoveEventsLog(folder_ / place)) << place;
+  EXPECT_EQ(Game.EventsLogFile, from);
+  EXPECT_NE(Game.LastErrorText.find("Move Events Log"), std::string::npos);
+  EXPECT_TRUE(MoveEventsLog(folder_ / "kept.txt"));
+  EXPECT_EQ(Game.EventsLogFile, folder_ / "kept.txt");
+  EXPECT_FALSE(fs::exists(from));
+  EXPECT_TRUE(MoveEventsLog(folder_ / "kept.txt"));
+  WriteLogLine("two");
+  EXPECT_EQ(All(), (Lines{"one", "two"}));
+}
+
+// --- A log of ten million lines ---
+
+/// Memory of this process that is in use, in bytes; 0 where the system doesn't tell.
+std::int64_t MemoryInUse() {
+  std::ifstream statm("/proc/self/statm");
+  std::int64_t all = 0;
+  std::int64_t resident = 0;
+  statm >> all >> resident;
+  return resident * 4096;
+}
+
+std::string NumberLine(int number) { return "line " + std::to_string(number); }
+
+TEST_F(EventsLogView, TenMillionLinesNeedNoMemory) {
+  constexpr int kLines = 10'000'000;
+  {
+    std::ofstream log(folder_ / kLog, std::ios::binary);
+    for (int line = 1; line <= kLines; ++line) log << "line " << line << "\r\n";
+  }
+  const std::int64_t before = MemoryInUse();
+  EnsureLogIndex();
+  EXPECT_EQ(LogLineCount(), kLines);
+  for (const bool rebuilt : {false, true}) {
+    if (rebuilt) RebuildLogIndex();
+    for (const int line : {1, 2, 4'999'999, kLines - 1, kLines}) {
+      const Lines lines = ReadLogLines(line, 2);
+      ASSERT_EQ(lines.size(), line == kLines ? 1U : 2U);
+      EXPECT_EQ(lines[0], NumberLine(line));
+      EXPECT_EQ(lines.back(), NumberLine(std::min(line + 1, kLines)));
+    }
+  }
+  for (const auto& [from, forward, text, to] : {std::tuple{4, true, "LINE 200000", 200'000},
+                                                {9'999'999, true, "line 7", 7},
+                                                {3, false, "line 98999", 9'899'999}}) {
+    Game.LogTopLine = from;
+    EXPECT_TRUE(FindInLog(text, forward));
+    EXPECT_EQ(Game.LogTopLine, to);
+  }
+  WriteLogLine("more");
+  EXPECT_EQ(ReadLogLines(kLines, 9), (Lines{NumberLine(kLines), "more"}));
+  EXPECT_LT(MemoryInUse() - before, 16'000'000);
+}
+
+}  // namespace
