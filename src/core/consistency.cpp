@@ -1,7 +1,9 @@
 #include "core/consistency.h"
 
+#include <algorithm>
 #include <array>
 #include <numeric>
+#include <set>
 
 #include "core/chips.h"
 #include "core/game_state.h"
@@ -28,6 +30,7 @@ std::string CheckChipValues() {
 std::string CheckBets() {
   for (int id = Lay4; id <= LastBet; ++id) {
     if (Game.Bets[id] < 0) return BetName(id) + ": the bet is negative";
+    if (Game.Bets[id] > kBeyondPlay) return BetName(id) + ": the bet is beyond the bank";
     if (!IsWhole(Game.Bets[id] / Unit())) return BetName(id) + ": the bet isn't in whole Units";
   }
   return {};
@@ -63,6 +66,8 @@ std::string CheckTotalOnTable() {
 }
 
 std::string CheckBankrollRange() {
+  if (Game.BankrollHistoryCount < 0 || Game.BankrollHistoryCount > kGraphPoints)
+    return "the page of the graph has no such point";
   if (Game.RollCount[0] == 0) return {};
   // A script may use the ATM after the roll, which moves these only at the next.
   const Currency decided = Game.BankrollHistory[static_cast<unsigned>(Game.BankrollHistoryCount)];
@@ -82,7 +87,8 @@ std::string CheckDice() {
 
 std::string CheckPoint() {
   if (!IsPointOrNone(Game.Point)) return "the point is no point number";
-  if (!IsPointOrNone(Game.PrevPoint)) return "the point before is no point number";
+  if (!IsPointOrNone(Game.PrevPoint) || !IsPointOrNone(Game.PrevPrevPoint))
+    return "the point before is no point number";
   return {};
 }
 
@@ -96,8 +102,9 @@ std::string CheckWorkingStates() {
 
 // --- Counters ---
 
-int SumOfEvents(int first, int last) {
-  return std::accumulate(Game.RollCount.begin() + first, Game.RollCount.begin() + last + 1, 0);
+std::int64_t SumOfEvents(int first, int last) {
+  return std::accumulate(Game.RollCount.begin() + first, Game.RollCount.begin() + last + 1,
+                         std::int64_t{0});
 }
 
 std::string CheckRollCounts() {
@@ -113,10 +120,14 @@ std::string CheckRollCounts() {
   return {};
 }
 
+bool IsBelowZero(int count) { return count < 0; }
+
 std::string CheckGaps() {
   for (int event = 1; event < kRollEvents; ++event) {
     const auto& gaps = Game.RollGapTally[event];
-    const int count = std::accumulate(gaps.begin() + 1, gaps.end(), 0);
+    if (Game.RollsSince[event] < 0 || std::any_of(gaps.begin(), gaps.end(), IsBelowZero))
+      return "a count of event " + std::to_string(event) + " is negative";
+    const auto count = std::accumulate(gaps.begin() + 1, gaps.end(), std::int64_t{0});
     if (count != Game.RollCount[event])
       return "the gaps of event " + std::to_string(event) + " don't add up to its count";
     // A gap is the way from one occurrence to the next: all of them and the open one are the game.
@@ -130,6 +141,7 @@ std::string CheckGaps() {
 
 std::string CheckShooters() {
   const auto& stats = Game.ShooterStats;
+  if (std::any_of(stats.begin(), stats.end(), IsBelowZero)) return "a shooter's count is negative";
   if (stats[AllPasses] != stats[PassesByPoint] + stats[PassesByNatural])
     return "the passes don't add up";
   if (stats[AllMisses] != stats[MissesBySevenOut] + stats[MissesOnComeOut])
@@ -144,6 +156,13 @@ std::string CheckShooters() {
   if (stats[ComeOutRolls] !=
       stats[PassesByNatural] + stats[MissesOnComeOut] + stats[PointsEstablished])
     return "the come-out rolls don't add up";
+  return {};
+}
+
+std::string CheckShownStacks() {
+  const std::set<int> shown(Game.VisibleStacks.begin(), Game.VisibleStacks.end());
+  if (shown.size() != Game.VisibleStacks.size()) return "a Chip-Stack is shown twice";
+  if (!std::all_of(shown.begin(), shown.end(), IsChipStack)) return "no such Chip-Stack";
   return {};
 }
 
@@ -195,7 +214,7 @@ std::string CheckPiles() {
     Pile& pile = piles[chip.BetId];
     if (chip.Picture == kOverflowPicture)
       pile.Overflow = true;
-    else
+    else if (pile.Amount <= Game.Bets[chip.BetId])  // more of it is wrong in any case
       pile.Amount += ChipValue(chip.Picture);
   }
   for (int id = Lay4; id <= LastBet; ++id) {
@@ -207,9 +226,10 @@ std::string CheckPiles() {
 }
 
 constexpr std::array kChecks = {
-    &CheckChipValues, &CheckBets,      &CheckHeldVig,       &CheckTotalOnTable, &CheckBankrollRange,
-    &CheckDice,       &CheckPoint,     &CheckWorkingStates, &CheckRollCounts,   &CheckGaps,
-    &CheckShooters,   &CheckBetTables, &CheckChipList,      &CheckPiles,
+    &CheckChipValues,    &CheckBets,     &CheckHeldVig,  &CheckTotalOnTable,
+    &CheckBankrollRange, &CheckDice,     &CheckPoint,    &CheckWorkingStates,
+    &CheckRollCounts,    &CheckGaps,     &CheckShooters, &CheckShownStacks,
+    &CheckBetTables,     &CheckChipList, &CheckPiles,
 };
 
 }  // namespace

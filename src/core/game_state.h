@@ -3,6 +3,7 @@
 
 #include "autobet/script_state.h"
 #include "autoplay/auto_play_settings.h"
+#include "core/kept_views.h"
 #include "core/message_slots.h"
 #include "core/sound_state.h"
 #include "core/table_state.h"
@@ -17,6 +18,7 @@
 struct GameState : TableState,
                    MessageSlots,
                    ViewState,
+                   KeptViews,
                    SoundState,
                    Settings,
                    AutoPlaySettings,

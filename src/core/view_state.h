@@ -55,4 +55,6 @@ struct ViewState {
   bool BetDecidedThisRoll = false;  // the dice went home in this roll
 
   SettleScreen Settle;
+
+  std::string SelectedFileName;  // the path that a command which only names a file has chosen
 };

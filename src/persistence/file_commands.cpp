@@ -1,0 +1,480 @@
+#include "persistence/file_commands.h"
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "autobet/script.h"
+#include "autobet/script_file.h"
+#include "core/ansi.h"
+#include "core/error_report.h"
+#include "core/host.h"
+#include "core/messages.h"
+#include "core/record_file.h"
+#include "dice/probability_file.h"
+#include "dice/tape_file.h"
+#include "persistence/game_file.h"
+#include "stats/events_log.h"
+#include "stats/events_log_view.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kExtensionLength = 4;
+constexpr std::string_view kAnyExtension = "*.*";
+
+constexpr std::string_view kGamesLogMark = "Kelvanor Games File, Data Format 5.0";
+constexpr std::size_t kGamesLogMarkWidth = 92;
+
+constexpr int kDone = 1;
+constexpr int kRefused = 0;
+
+constexpr std::array<FileCommandRow, kFileCommands> kRows = {{
+    {FileCommand::OpenGame, "Open Game File", "*.crp"},
+    {FileCommand::SaveGameAs, "Save Game File As", "*.crp"},
+    {FileCommand::OpenDiceRolls, "Open Dice Roll File  or  Enter Name For A New File", "*.rol"},
+    {FileCommand::CopyToDiceRolls, "Copy To Dice Roll File", "*.rol"},
+    {FileCommand::CopyDiceRollsToText, "Copy Dice Rolls To Text File", "*.txt"},
+    {FileCommand::PasteDiceRolls, "Paste From Dice Roll File", "*.rol"},
+    {FileCommand::PasteDiceRollsFromText, "Paste From Ascii/Text File", "*.*"},
+    {FileCommand::OpenScript, "Open Auto-Bet File", "*.bet"},
+    {FileCommand::PasteScript, "Paste From Auto-Bet File", "*.bet"},
+    {FileCommand::SaveScriptAs, "Save Auto-Bet File As", "*.bet"},
+    {FileCommand::CopyToScript, "Copy To Auto-Bet File", "*.bet"},
+    {FileCommand::CopyScriptToText, "Copy To Text File", "*.txt"},
+    {FileCommand::SelectWave, "Select Wave File", "*.wav"},
+    {FileCommand::SelectProbability, "Select Probability File", "*.prb"},
+    {FileCommand::SelectOutput, "Select File  or  Enter New File Name", "*.*"},
+    {FileCommand::SelectHotKeyScript, "Select Auto-Bet File for Hot-Key", "*.bet"},
+    {FileCommand::OpenGamesLog, "Open Games Log", "*.glg"},
+    {FileCommand::SaveGamesLogAs, "Save Games Log As", "*.glg"},
+    {FileCommand::OpenEventsLog, "Open Events Log", "*.txt"},
+    {FileCommand::SaveEventsLogAs, "Save Events Log As", "*.txt"},
+    {FileCommand::OpenProbability, "Open Probability File", "*.prb"},
+    {FileCommand::SaveProbabilityAs, "Save Probability File As", "*.prb"},
+}};
+
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  for (char& letter : lower) {
+    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+  }
+  return lower;
+}
+
+std::string_view LastOf(std::string_view text, std::size_t count) {
+  return text.substr(text.size() - std::min(count, text.size()));
+}
+
+bool Exists(const std::string& path) {
+  std::error_code ignored;
+  return fs::exists(PathOf(path), ignored);
+}
+
+/// True for two names of one file, or two names that differ in the case of their letters alone.
+bool IsSameFile(const std::string& one, const std::string& other) {
+  if (one.empty() || other.empty()) return false;
+  const auto plain = [](const std::string& path) {
+    return Lower(TextOfPath(PathOf(path).lexically_normal()));
+  };
+  std::error_code ignored;
+  return plain(one) == plain(other) || fs::equivalent(PathOf(one), PathOf(other), ignored);
+}
+
+void Tell(FileCommand command, const std::string& path, const std::string& words) {
+  ShowMessage(BareName(path) + "\n\n" + words, std::string(RowOf(command).Title), kTopicFiles,
+              OkStop);
+}
+
+/// The reason that `ReportError` left, without its number and place.
+std::string ReasonOfFailure() {
+  return Game.LastErrorText.substr(0, Game.LastErrorText.find(", Error #"));
+}
+
+/// Refuses for a reason of the game's own.
+bool Refuse(FileCommand command, const std::string& path, const std::string& words) {
+  Game.LastFileResult = kRefused;
+  Tell(command, path, words);
+  return false;
+}
+
+// ---- The routines of the commands ----
+
+bool Succeeded() { return Game.LastFileResult > 0; }
+
+/// A companion of the game is another file now.
+bool SucceededWithChange() {
+  if (Succeeded()) Game.GameChanged = true;
+  return Succeeded();
+}
+
+bool RunOpenGame(const std::string& path) {
+  OpenGame(path, true);
+  return Succeeded();
+}
+
+bool RunSaveGame(const std::string& path) {
+  SaveGame(path);
+  return Succeeded();
+}
+
+bool RunOpenDiceRolls(const std::string& path) {
+  OpenDiceRollFile(path);
+  return SucceededWithChange();
+}
+
+/// The selected throws: from `DiceFilePos` to `DiceFileEnd`, both of them included, in either
+/// order, as far as the tape goes.
+struct RollSelection {
+  std::int64_t From = 1;
+  std::int64_t Count = 0;
+};
+RollSelection SelectedRolls() {
+  const auto [low, high] = std::minmax(Game.DiceFilePos, Game.DiceFileEnd);
+  const std::int64_t from = std::max(low, 1);
+  const std::int64_t to = std::min<std::int64_t>(high, DiceRollCount());
+  return {from, Game.DiceFileEnd < 1 ? 0 : std::max<std::int64_t>(to - from + 1, 0)};
+}
+
+constexpr const char* kNoRollsSelected = "can't be written: there are no dice rolls selected.";
+
+bool RunCopyToDiceRolls(const std::string& path) {
+  const RollSelection rolls = SelectedRolls();
+  if (rolls.Count == 0) return Refuse(FileCommand::CopyToDiceRolls, path, kNoRollsSelected);
+  if (IsSameFile(path, Game.DiceRollFile)) {
+    return Refuse(FileCommand::CopyToDiceRolls, path,
+                  "is the Dice Roll file in use, and can't be copied over.");
+  }
+  CopyRollsToFile(path, rolls.From, rolls.Count);
+  return Succeeded();
+}
+
+/// The number of the first throw in a text; a selection from the middle may be numbered anew.
+std::int64_t FirstNumber(std::int64_t from) {
+  if (!Game.ShowRollNumbers || from == 1) return from;
+  const bool anew = AskYesNo(
+      "The rolls you've selected do not begin with roll #1.  Would you like to renumber them in "
+      "the output starting with #1?",
+      std::string(RowOf(FileCommand::CopyDiceRollsToText).Title), kTopicFiles);
+  Game.MsgText.clear();  // a question tells of no failure
+  return anew ? 1 : from;
+}
+
+bool RunCopyDiceRollsToText(const std::string& path) {
+  const RollSelection rolls = SelectedRolls();
+  if (rolls.Count == 0) return Refuse(FileCommand::CopyDiceRollsToText, path, kNoRollsSelected);
+  if (!Game.ShowDieNumbers && !Game.ShowNumbersCalled) {
+    ShowMessage(
+        "You must check at least one of the following boxes found under Output Options:\n\n"
+        "Include individual die #'s\nInclude numbers called",
+        std::string(RowOf(FileCommand::CopyDiceRollsToText).Title), kTopicFiles, OkStop);
+    Game.LastFileResult = kRefused;
+    return false;
+  }
+  const RollTextOptions options{Game.ShowRollNumbers, Game.ShowDieNumbers, Game.ShowNumbersCalled};
+  CopyRollsToText(path, rolls.From, rolls.Count, options, FirstNumber(rolls.From));
+  return Succeeded();
+}
+
+bool RunPasteDiceRolls(const std::string& path) {
+  PasteRollsFromFile(path, Game.DiceFilePos);
+  return SucceededWithChange();
+}
+
+bool RunPasteDiceRollsFromText(const std::string& path) {
+  PasteRollsFromText(path, Game.DiceFilePos);
+  return SucceededWithChange();
+}
+
+/// Copying and pasting are at work while it lives.
+class CopyMode {
+ public:
+  CopyMode() { Game.ScriptCopyMode = true; }
+  ~CopyMode() { Game.ScriptCopyMode = false; }
+  CopyMode(const CopyMode&) = delete;
+  CopyMode& operator=(const CopyMode&) = delete;
+};
+
+bool RunOpenScript(const std::string& path) {
+  OpenScript(path);
+  return SucceededWithChange();
+}
+
+bool RunPasteScript(const std::string& path) {
+  const CopyMode mode;
+  OpenScript(path);
+  return SucceededWithChange();
+}
+
+bool RunSaveScript(const std::string& path) {
+  SaveScript(path);
+  return Succeeded();
+}
+
+bool AnyLineSelected() {
+  const auto end = Game.Script.begin() + Game.ScrCount;
+  return std::any_of(Game.Script.begin(), end,
+                     [](const ScriptLine& line) { return line.LineSelected; });
+}
+
+constexpr const char* kNoLinesSelected = "can't be written: there are no lines selected.";
+
+bool RunCopyToScript(const std::string& path) {
+  if (!AnyLineSelected()) return Refuse(FileCommand::CopyToScript, path, kNoLinesSelected);
+  const CopyMode mode;
+  SaveScript(path);
+  return Succeeded();
+}
+
+bool RunCopyScriptToText(const std::string& path) {
+  if (!AnyLineSelected()) return Refuse(FileCommand::CopyScriptToText, path, kNoLinesSelected);
+  std::string text;
+  for (int number = 1; number <= Game.ScrCount; ++number) {
+    if (Line(number).LineSelected) text += ToAnsi(Line(number).LineText) + "\r\n";
+  }
+  FileReplacement file(path);
+  file.Write(text);
+  file.Finish();
+  Game.LastFileResult = static_cast<int>(std::min<std::size_t>(text.size(), INT_MAX));
+  return true;
+}
+
+/// The commands that only name a file.
+bool SelectOnly(const std::string& path) {
+  Game.SelectedFileName = path;
+  return true;
+}
+
+bool RunOpenGamesLog(const std::string& path) {
+  const RecordFile file = ReadRecords(path, 1);
+  if (file.At(1).Text(0, kGamesLogMarkWidth) != kGamesLogMark) {
+    Game.LastFileResult = kRefused;
+    ShowMessage(BareName(path) +
+                    "\nis either from an older version, has been corrupted, or is not a true "
+                    "Kelvanor Games File",
+                "Unable to Open Kelvanor Games File", kTopicFiles, OkStop);
+    return false;
+  }
+  Game.GamesLogFile = path;
+  Game.LastFileResult = file.FileResult();
+  return SucceededWithChange();
+}
+
+bool RunSaveGamesLog(const std::string& path) {
+  if (!Exists(Game.GamesLogFile)) {
+    return Refuse(FileCommand::SaveGamesLogAs, path,
+                  "can't be written: there is no Games Log yet.");
+  }
+  const RecordFile log = ReadRecords(Game.GamesLogFile, SIZE_MAX / kRecordSize);
+  if (!IsSameFile(path, Game.GamesLogFile)) WriteRecords(path, log.Records);
+  Game.GamesLogFile = path;
+  Game.LastFileResult = std::max(log.FileResult(), kDone);
+  return SucceededWithChange();
+}
+
+bool RunOpenEventsLog(const std::string& path) {
+  Game.EventsLogFile = path;
+  Game.LogTopLine = 1;
+  EnsureLogIndex();
+  Game.LastFileResult = kDone;
+  return SucceededWithChange();
+}
+
+bool RunSaveEventsLog(const std::string& path) {
+  if (!EventsLogExists()) {
+    return Refuse(FileCommand::SaveEventsLogAs, path,
+                  "can't be written: there is no Events Log yet.");
+  }
+  // Moved onto itself the log would be lost.
+  const bool moved = IsSameFile(path, Game.EventsLogFile) || MoveEventsLog(path);
+  Game.LastFileResult = moved ? kDone : kSystemFailed;
+  return SucceededWithChange();
+}
+
+bool RunOpenProbability(const std::string& path) {
+  LoadProbabilityFile(path);
+  return SucceededWithChange();
+}
+
+bool RunSaveProbability(const std::string& path) {
+  SaveProbabilityFile(path);
+  return Succeeded();
+}
+
+// ---- The table of commands ----
+
+enum class Needs { Nothing, File, Permission, PermissionToCopyOver };
+
+struct Routine {
+  Needs Before;
+  bool (*Run)(const std::string& path);
+  std::string_view QuestionTitle;  // where it isn't the title of the command
+};
+
+constexpr std::array<Routine, kFileCommands> kRoutines = {{
+    {Needs::File, RunOpenGame, {}},
+    {Needs::Permission, RunSaveGame, {}},
+    {Needs::Nothing, RunOpenDiceRolls, {}},
+    {Needs::PermissionToCopyOver, RunCopyToDiceRolls, "Copy to Dice Roll File"},
+    {Needs::Permission, RunCopyDiceRollsToText, {}},
+    {Needs::File, RunPasteDiceRolls, {}},
+    {Needs::File, RunPasteDiceRollsFromText, {}},
+    {Needs::File, RunOpenScript, {}},
+    {Needs::File, RunPasteScript, {}},
+    {Needs::Permission, RunSaveScript, {}},
+    {Needs::Permission, RunCopyToScript, "Copy to Auto-Bet File"},
+    {Needs::Permission, RunCopyScriptToText, {}},
+    {Needs::Nothing, SelectOnly, {}},
+    {Needs::Nothing, SelectOnly, {}},
+    {Needs::Nothing, SelectOnly, {}},
+    {Needs::File, SelectOnly, {}},
+    {Needs::File, RunOpenGamesLog, {}},
+    {Needs::Permission, RunSaveGamesLog, {}},
+    {Needs::File, RunOpenEventsLog, {}},
+    {Needs::Permission, RunSaveEventsLog, {}},
+    {Needs::File, RunOpenProbability, {}},
+    {Needs::Permission, RunSaveProbability, {}},
+}};
+
+bool MayWriteOver(const std::string& path, const Routine& routine, std::string_view title) {
+  if (FileLength(path) == 0) return true;
+  const char* question = routine.Before == Needs::PermissionToCopyOver
+                             ? "Do you want to copy over it?"
+                             : "Do you want to overwrite it?";
+  if (!routine.QuestionTitle.empty()) title = routine.QuestionTitle;
+  return AskYesNo(BareName(path) + "\n\nis already on file.\n" + question, std::string(title),
+                  kTopicFiles);
+}
+
+bool MayRun(FileCommand command, const Routine& routine, const std::string& path) {
+  switch (routine.Before) {
+    case Needs::Nothing: return true;
+    case Needs::File: return Exists(path) || Refuse(command, path, "was not found.");
+    default: return MayWriteOver(path, routine, RowOf(command).Title);
+  }
+}
+
+/// What went wrong, unless the routine has told it itself.
+void TellFailure(FileCommand command, const std::string& path) {
+  if (!Game.MsgText.empty()) return;
+  if (Game.LastFileResult == kRefused) {
+    Tell(command, path, "holds nothing that could be used here.");
+    return;
+  }
+  const std::string reason = ReasonOfFailure();
+  Tell(command, path, reason.empty() ? "can't be read or written." : reason);
+}
+
+// ---- Files in use ----
+
+struct FileInUse {
+  std::string GameState::*Path;
+  std::string_view Kind;
+  std::string_view Words;
+};
+
+constexpr std::array<FileInUse, 5> kFilesInUse = {{
+    {&GameState::DiceRollFile, "Roll", "Dice Roll file"},
+    {&GameState::AutoBetFile, "Auto-Bet", "Auto-Bet file"},
+    {&GameState::PrbFileName, "Probability", "Probability file"},
+    {&GameState::GamesLogFile, "Games", "Games Log"},
+    {&GameState::EventsLogFile, "Events", "Events Log"},
+}};
+
+const FileInUse* FindFileInUse(const std::string& path) {
+  const auto found = std::find_if(kFilesInUse.begin(), kFilesInUse.end(), [&](const auto& file) {
+    return IsSameFile(path, Game.*file.Path);
+  });
+  return found == kFilesInUse.end() ? nullptr : &*found;
+}
+
+constexpr const char* kDeleteTitle = "Delete File";
+
+void DeleteFile(const std::string& path) {
+  if (!fs::remove(PathOf(path)))
+    throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory));
+}
+
+}  // namespace
+
+const FileCommandRow& RowOf(FileCommand command) {
+  return kRows[static_cast<std::size_t>(command)];
+}
+
+std::string CompletePath(std::string_view typed, const std::string& folder,
+                         std::string_view pattern) {
+  const std::string name = Trimmed(std::string(typed));
+  if (name.empty()) return {};
+  const fs::path typedPath = PathOf(name);
+  // A name with a folder in it is taken as typed: the folder of the lists isn't put before it.
+  std::string path = TextOfPath(
+      fs::absolute(typedPath.has_parent_path() ? typedPath : PathOf(folder) / typedPath));
+  const std::string_view extension = LastOf(pattern, kExtensionLength);
+  if (extension == kAnyExtension) return path;
+  if (path.ends_with('.')) path += LastOf(extension, kExtensionLength - 1);
+  if (Lower(pattern).find(Lower(LastOf(path, kExtensionLength))) == std::string::npos)
+    path += extension;
+  return path;
+}
+
+bool RunFileCommand(FileCommand command, const std::string& path) {
+  const Routine& routine = kRoutines[static_cast<std::size_t>(command)];
+  if (!MayRun(command, routine, path)) return false;
+  Game.MsgText.clear();
+  bool succeeded = false;
+  try {
+    succeeded = routine.Run(path);
+  } catch (const std::exception&) {
+    ReportError(std::string(RowOf(command).Title));
+    Game.LastFileResult = kSystemFailed;
+  }
+  if (!succeeded) TellFailure(command, path);
+  return succeeded;
+}
+
+std::string_view KindInUse(const std::string& path) {
+  const FileInUse* file = FindFileInUse(path);
+  return file ? file->Kind : std::string_view();
+}
+
+bool DeleteFileByKey(const std::string& path) {
+  if (const FileInUse* file = FindFileInUse(path)) {
+    ShowMessage(BareName(path) + "\n\ncan't be deleted, as it's the " + std::string(file->Words) +
+                    " in use.",
+                kDeleteTitle, kTopicFiles, OkStop);
+    return false;
+  }
+  if (!AskYesNo("Are you sure you want to delete:\n\n" + BareName(path), kDeleteTitle, kTopicFiles))
+    return false;
+  try {
+    DeleteFile(path);
+  } catch (const std::exception&) {
+    ReportError(kDeleteTitle);
+    ShowMessage(BareName(path) + "\n\ncan't be deleted.", kDeleteTitle, kTopicFiles, OkStop);
+    return false;
+  }
+  TheHost.RefreshViews();  // a view of the deleted log begins anew
+  return true;
+}
+
+std::string OpenFileOf(FileCommand command) {
+  switch (command) {
+    case FileCommand::OpenGame:
+    case FileCommand::SaveGameAs: return Game.GameFileName;
+    case FileCommand::OpenDiceRolls: return Game.DiceRollFile;
+    case FileCommand::OpenScript:
+    case FileCommand::SaveScriptAs: return Game.AutoBetFile;
+    case FileCommand::OpenGamesLog:
+    case FileCommand::SaveGamesLogAs: return Game.GamesLogFile;
+    case FileCommand::OpenEventsLog:
+    case FileCommand::SaveEventsLogAs: return Game.EventsLogFile;
+    case FileCommand::OpenProbability:
+    case FileCommand::SaveProbabilityAs: return Game.PrbFileName;
+    default: return {};
+  }
+}

@@ -1,0 +1,63 @@
+// What the file screen does: one command for each of its titles.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+enum class FileCommand {
+  OpenGame,
+  SaveGameAs,
+  OpenDiceRolls,
+  CopyToDiceRolls,
+  CopyDiceRollsToText,
+  PasteDiceRolls,
+  PasteDiceRollsFromText,
+  OpenScript,
+  PasteScript,
+  SaveScriptAs,
+  CopyToScript,
+  CopyScriptToText,
+  SelectWave,
+  SelectProbability,
+  SelectOutput,
+  SelectHotKeyScript,
+  OpenGamesLog,
+  SaveGamesLogAs,
+  OpenEventsLog,
+  SaveEventsLogAs,
+  OpenProbability,
+  SaveProbabilityAs,
+};
+inline constexpr int kFileCommands = 22;
+
+/// The help topic of files: the contents of the help file.
+inline constexpr int kTopicFiles = 0;
+
+/// The words and the pattern of a command ("*.crp"), as its screen shows them.
+struct FileCommandRow {
+  FileCommand Command;
+  std::string_view Title;
+  std::string_view Pattern;
+};
+const FileCommandRow& RowOf(FileCommand command);
+
+/// The full path of a typed name: trimmed, completed by the pattern's extension, in `folder` (with
+/// or without a trailing separator) unless the name has a folder of its own; empty for an empty
+/// name.
+std::string CompletePath(std::string_view typed, const std::string& folder,
+                         std::string_view pattern);
+
+/// Runs a command on a path: asks before a file of any length is overwritten, and calls the routine
+/// of the command. True when it succeeded and the screen may close; `SelectedFileName` has the path
+/// of the selecting commands, `LastFileResult` the result of the others. What fails has told why.
+bool RunFileCommand(FileCommand command, const std::string& path);
+
+/// The kind of file that the game has in use at `path` ("Roll", "Auto-Bet", "Probability", "Games",
+/// "Events"), compared in lower case; empty for none.
+std::string_view KindInUse(const std::string& path);
+
+/// The delete key on a file: refuses one in use, asks, and deletes. True when it is gone.
+bool DeleteFileByKey(const std::string& path);
+
+/// The file of that kind which is open now, for the name box of the screen; empty for none.
+std::string OpenFileOf(FileCommand command);

@@ -1,0 +1,237 @@
+#include "persistence/game_file.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "autobet/script.h"
+#include "core/consistency.h"
+#include "core/error_report.h"
+#include "core/faults.h"
+#include "core/game_state.h"
+#include "core/host.h"
+#include "core/ledger.h"
+#include "core/messages.h"
+#include "core/record_file.h"
+#include "core/sounds.h"
+#include "persistence/companions.h"
+#include "persistence/game_file_table.h"
+#include "persistence/repair.h"
+#include "stats/graph.h"
+
+namespace {
+
+constexpr int kTopicGameFile = 0;
+constexpr const char* kUnableToOpen = "Unable to Open Kelvanor Game File";
+constexpr const char* kUnableToSave = "Unable to Save Kelvanor Game File";
+
+constexpr unsigned kWidth = WidthOf(SlotForm::IntegerSlot);
+constexpr unsigned kChipFields = 4;
+constexpr unsigned kChipsPerRecord = kRecordSize / (kChipFields * kWidth);
+constexpr unsigned kFlagFields = 2;
+constexpr unsigned kFlagsPerRecord = kRecordSize / (kFlagFields * kWidth);
+
+/// Room for all chips, and for more flags than a script can name.
+constexpr std::size_t kMostRecords = 10'000;
+
+void Tell(const std::string& path, const std::string& text, const char* title) {
+  ShowMessage(BareName(path) + text, title, kTopicGameFile, OkStop);
+}
+
+// --- Writing ---
+
+std::int16_t Short(int value) {
+  return static_cast<std::int16_t>(std::clamp(value, -32768, 32767));
+}
+
+/// Element `index` of a list in groups of Integers begins here; the record is added when it's new.
+Record& GroupRecord(std::vector<Record>& records, std::size_t first, unsigned index,
+                    unsigned perRecord) {
+  const std::size_t at = first + index / perRecord;
+  if (records.size() <= at) records.resize(at + 1);
+  return records[at];
+}
+
+void PutChips(std::vector<Record>& records) {
+  const std::size_t first = records.size();
+  for (unsigned i = 0; i < static_cast<unsigned>(Game.ChipCount); ++i) {
+    const Chip& chip = Game.ChipList[i];
+    Record& record = GroupRecord(records, first, i, kChipsPerRecord);
+    unsigned offset = i % kChipsPerRecord * kChipFields * kWidth;
+    for (const int value : {chip.BetId, chip.Picture, chip.X, chip.Y}) {
+      record.PutInteger(offset, Short(value));
+      offset += kWidth;
+    }
+  }
+}
+
+void PutFlags(std::vector<Record>& records) {
+  const std::size_t first = records.size();
+  for (unsigned i = 0; i < Game.Flags.size(); ++i) {
+    Record& record = GroupRecord(records, first, i, kFlagsPerRecord);
+    const unsigned offset = i % kFlagsPerRecord * kFlagFields * kWidth;
+    record.PutInteger(offset, Game.Flags[i].FlagValue);
+    record.PutInteger(offset + kWidth, Game.Flags[i].FlagPrev);
+  }
+}
+
+std::vector<Record> RecordsOfGame(bool keepUnsaved) {
+  std::vector<Record> records(kFixedRecords);
+  PutCompanions(records, keepUnsaved);
+  PutFields(WindowFields(), Game, records);
+  PutFields(GameFields(), Game, records);
+  records[kOwnFieldsRecord - 1].PutText(kOwnFieldsOffset, kOwnFieldsMarker.size(),
+                                        kOwnFieldsMarker);
+  PutChips(records);
+  PutFlags(records);
+  return records;
+}
+
+void WriteGame(const std::string& path, bool keepUnsaved, Durability durability) {
+  const std::vector<Record> records = RecordsOfGame(keepUnsaved);
+  WriteRecords(path, records, durability);
+  Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
+}
+
+/// The game is as it stands in its file.
+void NameGame(const std::string& path) {
+  Game.GameFileName = IsDefaultGame(path) ? std::string() : path;
+  Game.GameChanged = false;
+}
+
+// --- Reading ---
+
+bool CanBeAGame(const RecordFile& file) {
+  return file.Length >= kFixedRecords * kRecordSize && IsGameHeading(file.At(1));
+}
+
+/// Chips that are no longer in the file are free records.
+void TakeChips(const RecordFile& file) {
+  for (unsigned i = 0; i < static_cast<unsigned>(Game.ChipCount); ++i) {
+    const Record record = file.At(kFixedRecords + 1 + i / kChipsPerRecord);
+    const unsigned offset = i % kChipsPerRecord * kChipFields * kWidth;
+    Game.ChipList[i] = {record.Integer(offset), record.Integer(offset + kWidth),
+                        record.Integer(offset + 2 * kWidth), record.Integer(offset + 3 * kWidth)};
+  }
+}
+
+std::size_t RecordsOfChips(int chips) {
+  return (static_cast<std::size_t>(chips) + kChipsPerRecord - 1) / kChipsPerRecord;
+}
+
+void TakeFlags(const RecordFile& file, std::size_t chipRecords) {
+  for (unsigned i = 0; i < Game.Flags.size(); ++i) {
+    const Record record = file.At(kFixedRecords + chipRecords + 1 + i / kFlagsPerRecord);
+    const unsigned offset = i % kFlagsPerRecord * kFlagFields * kWidth;
+    Game.Flags[i].FlagValue = record.Integer(offset);
+    Game.Flags[i].FlagPrev = record.Integer(offset + kWidth);
+  }
+  Game.FlagsTouched = true;
+}
+
+/// What no file keeps: half-done commands of the table.
+void EndCommands() {
+  Game.KeyedBoxOpen = false;
+  Game.ClickMode = NoClickMode;
+  Game.ManualRollPending = false;
+  Game.KeepRolling = false;
+  Game.StopMessage.clear();
+}
+
+/// Reads and repairs all that stands in the file itself. False when no game can be made of it; the
+/// record is in any state then. `chipRecords` is the number of records that chips take up.
+bool TakeRecord(const RecordFile& file, bool windows, std::size_t& chipRecords) {
+  try {
+    EndCommands();
+    TakeFields(GameFields(), file, Game);
+    if (windows) TakeFields(WindowFields(), file, Game);
+    chipRecords = RecordsOfChips(Game.ChipCount);
+    TakeChips(file);
+    RepairGame();
+    RecomputeBankrollAverage();
+    return FirstInconsistency().empty();
+  } catch (const RunTimeFault&) {
+    return false;  // amounts beyond all reckoning
+  }
+}
+
+/// The log has nothing to tell of what was read, and the next roll takes all snapshots.
+void SettleIn() {
+  Game.BetWorkingPrev = Game.BetWorking;
+  Game.AutoBetActivePrev = Game.AutoBetActive;
+  Game.AutoBetFilePrev = Game.AutoBetFile;
+  Game.SnapshotsDue = true;
+  Game.WorkingTouched = true;
+  Game.WorkingSnapshotDue = true;
+  LoadStickPerson();
+}
+
+void ShowGame() {
+  TheHost.RefreshViews();
+  TheHost.RedrawLayout();
+  TheHost.RedrawBets();
+}
+
+/// Reads a whole game; false when the file is none. What is in force then is not to be used.
+bool TakeGame(const std::string& path, const RecordFile& file) {
+  std::size_t chipRecords = 0;
+  if (!CanBeAGame(file) || !TakeRecord(file, IsDefaultGame(path), chipRecords)) return false;
+  TakeCompanions(file);
+  TakeFlags(file, chipRecords);
+  SettleIn();
+  NameGame(path);
+  Game.LastFileResult = file.FileResult();
+  return true;
+}
+
+}  // namespace
+
+bool IsDefaultGame(const std::string& path) {
+  return TrimmedLower(BareName(path)) == "default.crp";
+}
+
+void SaveGame(const std::string& path) {
+  try {
+    WriteGame(path, IsDefaultGame(path), Durability::Disk);
+    NameGame(path);
+  } catch (const std::exception&) {
+    ReportError("Save Game");
+    Game.LastFileResult = kSystemFailed;
+    Tell(path, "\ncan't be written.", kUnableToSave);
+  }
+}
+
+void OpenGame(const std::string& path, bool tellRefusal) {
+  std::unique_ptr<GameState> former;
+  try {
+    const RecordFile file = ReadRecords(path, kMostRecords);
+    former = std::make_unique<GameState>(Game);
+    if (TakeGame(path, file)) {
+      ShowGame();
+      return;
+    }
+    Game = *former;
+    Game.LastFileResult = 0;
+    if (tellRefusal)
+      Tell(path,
+           "\n\nThis file is either from a different version, has been corrupted, or is not a true "
+           "Kelvanor game file.",
+           kUnableToOpen);
+  } catch (const std::exception&) {
+    if (former) Game = *former;
+    ReportError("Open Game");
+    Game.LastFileResult = kSystemFailed;
+    Tell(path, "\ncan't be read.", kUnableToOpen);
+  }
+}
+
+void SaveGameToTemp() {
+  try {
+    SettleLedger();
+    // Under Hyper-Drive games may end many times a second.
+    WriteGame(Game.DataPath + "lastgame.crp", false,
+              Game.HyperDriveOn ? Durability::System : Durability::Disk);
+  } catch (const std::exception&) {
+    ReportError("Save Game");
+    Game.LastFileResult = kSystemFailed;
+  }
+}

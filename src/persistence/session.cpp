@@ -1,0 +1,28 @@
+#include "persistence/session.h"
+
+#include <filesystem>
+
+#include "core/game_state.h"
+#include "core/record_file.h"
+#include "core/start_up.h"
+#include "persistence/companions.h"
+#include "persistence/game_file.h"
+
+namespace {
+
+std::string SessionFile() { return Game.DataPath + "default.crp"; }
+
+}  // namespace
+
+void OpenLastSession() {
+  std::error_code none;
+  const bool kept = std::filesystem::exists(PathOf(SessionFile()), none);
+  if (kept) OpenGame(SessionFile(), false);
+  if (!kept || Game.LastFileResult <= 0) KeepActiveScript();
+  Game.BetWorkingPrev = Game.BetWorking;
+}
+
+void CloseSession() {
+  SaveGame(SessionFile());
+  CloseGame();
+}
