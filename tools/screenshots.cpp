@@ -14,9 +14,12 @@
 #include "rules/defaults.h"
 #include "rules/presets.h"
 #include "screens/frmCrapTable.h"
+#include "screens/frmEventsLog.h"
+#include "screens/frmFile.h"
 #include "screens/frmFlags.h"
 #include "screens/frmMsg.h"
 #include "screens/table_painter.h"
+#include "stats/events_log.h"
 
 namespace {
 
@@ -270,6 +273,75 @@ void ShootScript() {
   static_cast<ScriptState&>(Game) = ScriptState();
 }
 
+/// A log of a few rolls among many, and a line that is wider than the screen.
+void WriteLogOfRolls() {
+  Game.DataPath = QDir::tempPath().toStdString() + "/kelvanor_pictures_";
+  Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+  ClearEventsLog();
+  for (const char* line :
+       {"======================================", " New game started",
+        "      Beginning bankroll: $1,000", "------New shooter coming out----------",
+        "      Auto-Bets activated (Three-point Come with odds.bet)",
+        "      Pass Line bet made for $10"})
+    WriteLogLine(line);
+  for (int roll = 1; roll <= 12'000; ++roll) {
+    WriteLogLine("Roll #" + std::to_string(roll) + ": 8 (5-3)");
+    WriteLogLine("      Place 8 bet won $14");
+    WriteLogLine("      Come bet moved to Come 8");
+    if (roll == 3) WriteLogLine("      Größe: " + std::string(120, '5') + " Chip-Stack changed");
+  }
+}
+
+void ShootEventsLog(const QString& size) {
+  Fresh();
+  WriteLogOfRolls();
+  frmEventsLog screen(nullptr);
+  const auto shoot = [&](const QString& name, int topLine, int letters) {
+    Game.LogTopLine = topLine;
+    Game.LogFontSize = letters;
+    screen.RefreshEventsLogView();
+    SaveScreen(screen, "events_log_" + name + '_' + size);
+  };
+  shoot("start", 1, 9);
+  Game.EventsLogActive = true;
+  shoot("middle", 20'000, 9);
+  shoot("large", 8, 15);
+  Game.LogFontBold = true;
+  screen.resize(screen.minimumSizeHint());
+  shoot("small", 36'007, 9);
+  for (const char* menu : {"mnuFile", "mnuEdit", "mnuRecord", "mnuFont"})
+    SaveScreen(*screen.findChild<QMenu*>(menu), QString(menu) + "_of_events_log_" + size);
+  ClearEventsLog();
+  shoot("empty", 1, 9);
+}
+
+void ShootFileScreen(const QString& size) {
+  Fresh();
+  QDir files(QDir::temp().filePath(QStringLiteral("kelvanor screenshots")));
+  files.mkpath(QStringLiteral("Auto-Bets"));
+  files.mkpath(QStringLiteral("Größere Spiele aus dem vergangenen Jahr, nach Tischen"));
+  for (const QString& name : {QStringLiteral("Friday.crp"), QStringLiteral("Три семёрки.crp"),
+                              QStringLiteral("A long evening at the table by the door, with all "
+                                             "the odds that the house allows.crp")})
+    QFile(files.filePath(name)).open(QIODevice::WriteOnly);
+  Game.DataPath = (files.path() + '/').toStdString();
+  Game.GameFileName = files.filePath(QStringLiteral("Friday.crp")).toStdString();
+  frmFile screen(FileCommand::OpenGame, nullptr);
+  SaveScreen(screen, "file_" + size);
+  screen.resize(screen.minimumSize());
+  SaveScreen(screen, "file_small_" + size);
+  frmFile roll(FileCommand::OpenDiceRolls, nullptr);
+  SaveScreen(roll, "file_empty_" + size);
+  files.removeRecursively();
+}
+
+void ShootMenus() {
+  Fresh();
+  frmCrapTable table;
+  for (const char* name : {"mnuGame", "mnuOptions", "mnuDiceRollFiles", "mnuProbability"})
+    SaveScreen(*table.findChild<QMenu*>(name), QStringLiteral("menu_") + name);
+}
+
 /// The screens of scripts, in the letters of the system and in larger ones.
 void ShootScreensOfScripts() {
   const QFont letters = QApplication::font();
@@ -279,10 +351,13 @@ void ShootScreensOfScripts() {
     QApplication::setFont(scaled);
     const QString size = QStringLiteral("%1").arg(qRound(scale * 100));
     ShootFlags(size);
+    ShootFileScreen(size);
     ShootMessages(size);
+    ShootEventsLog(size);
   }
   QApplication::setFont(letters);
   ShootScript();
+  ShootMenus();
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QScreen>
 #include <QStandardPaths>
 #include <exception>
@@ -10,6 +11,8 @@
 #include "core/game_state.h"
 #include "core/host.h"
 #include "core/start_up.h"
+#include "persistence/session.h"
+#include "screens/folder_lock.h"
 #include "screens/frmCrapTable.h"
 #include "screens/guard.h"
 #include "screens/qt_host.h"
@@ -48,16 +51,24 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationName("kelvanor");
   QApplication::setApplicationDisplayName("Kelvanor");
   const QString programFolder = QApplication::applicationDirPath();
+  const QString dataFolder = DataFolder(programFolder);
+  FolderLock folder(dataFolder);
+  if (!folder.Take()) {
+    QMessageBox::information(nullptr, "Kelvanor", folder.Refusal());
+    return 0;
+  }
   // The first game is seeded by the clock, before there is a table.
   TheHost.Milliseconds = SystemMilliseconds;
-  StartUp(WithSeparator(programFolder), WithSeparator(DataFolder(programFolder)));
+  StartUp(WithSeparator(programFolder), WithSeparator(dataFolder));
   const QSize screen = application.primaryScreen()->size();
   Game.ScreenWidth = screen.width();
   Game.ScreenHeight = screen.height();
 
   frmCrapTable table;
   InstallQtHost(&table);
-  table.show();
+  Guarded("Sub Main", OpenLastSession);
+  OpenLastSession();
+  table.ShowAsLeft();
   QApplication::processEvents();
   Guarded("Sub Main", AfterTableShown);
   return QApplication::exec();

@@ -18,13 +18,19 @@
 #include "core/chips.h"
 #include "core/host.h"
 #include "core/make_bet.h"
+#include "core/messages.h"
 #include "core/roll_cycle.h"
 #include "core/start_up.h"
+#include "persistence/file_commands.h"
+#include "persistence/session.h"
+#include "screens/between_rolls.h"
 #include "screens/chip_art.h"
 #include "screens/frmAutoPlay.h"
 #include "screens/frmBankroll.h"
+#include "screens/frmEventsLog.h"
 #include "screens/frmFlags.h"
 #include "screens/frmStackValues.h"
+#include "screens/game_commands.h"
 #include "screens/guard.h"
 #include "screens/help.h"
 #include "screens/numeric_entry.h"
@@ -32,6 +38,7 @@
 #include "screens/table_commands.h"
 #include "screens/table_layout.h"
 #include "screens/table_menus.h"
+#include "screens/window_places.h"
 
 namespace {
 
@@ -144,9 +151,9 @@ frmCrapTable::frmCrapTable() {
   setCentralWidget(content);
 
   menus_ = std::make_unique<TableMenus>(
-      this,
-      TableActions{[this] { Roll(); }, [this] { ShowBankroll(); }, [this] { ShowStackValues(); },
-                   [this] { ShowAutoPlay(); }, [this] { ShowFlags(); }});
+      this, TableActions{[this] { Roll(); }, [this] { ShowBankroll(); },
+                         [this] { ShowStackValues(); }, [this] { ShowAutoPlay(); },
+                         [this] { ShowFlags(); }, [this] { ShowEventsLog(); }});
   timerQuickStats_ = new QTimer(this);
   timerQuickStats_->setObjectName("timerQuickStats");
   connect(timerQuickStats_, &QTimer::timeout, this, [this] {
@@ -218,6 +225,7 @@ void frmCrapTable::RefreshViews() {
   if (autoPlay_) autoPlay_->RefreshAutoPlayView();
   if (bankroll_) bankroll_->RefreshBankrollView();
   if (flags_) flags_->RefreshFlagsView();
+  if (eventsLog_) eventsLog_->RefreshEventsLogView();
 }
 
 void frmCrapTable::ShowCaption() {
@@ -244,7 +252,12 @@ void frmCrapTable::RunHyperDrive() {
     setFocus();
   }
   if (running_) {
-    if (Game.RollInProgress) ToggleHyperDrive();
+    // A script that never ends must be interrupted before the run can stop.
+    if (Game.AutoBetRunning && !Game.KeepRolling) {
+      AskToInterruptRun();
+    } else if (Game.RollInProgress) {
+      ToggleHyperDrive();
+    }
     return;
   }
   RunAtTable(ToggleHyperDrive);
@@ -270,6 +283,7 @@ void frmCrapTable::ShowStackValues() {
   if (!stackValues_) {
     stackValues_ = new frmStackValues(this);
     stackValues_->setAttribute(Qt::WA_DeleteOnClose);
+    FollowPlace(stackValues_, StackValuesWindow);
   }
   Present(stackValues_);
 }
@@ -282,6 +296,7 @@ void frmCrapTable::ShowAutoPlay() {
 void frmCrapTable::ShowBankroll() {
   if (!bankroll_) {
     bankroll_ = new frmBankroll(this);
+    FollowPlace(bankroll_, BankrollWindow);
     connect(bankroll_, &frmBankroll::HyperDriveToggled, this,
             [this] { Guarded(kPlace, [this] { RunHyperDrive(); }); });
   }
@@ -289,8 +304,29 @@ void frmCrapTable::ShowBankroll() {
 }
 
 void frmCrapTable::ShowFlags() {
-  if (!flags_) flags_ = new frmFlags(this);
+  if (!flags_) {
+    flags_ = new frmFlags(this);
+    FollowPlace(flags_, FlagsWindow);
+  }
   Present(flags_);
+}
+
+void frmCrapTable::ShowAsLeft() {
+  FollowPlace(this, TableWindow);
+  show();
+  if (WasOpen(BankrollWindow)) ShowBankroll();
+  if (WasOpen(StackValuesWindow)) ShowStackValues();
+  if (WasOpen(FlagsWindow)) ShowFlags();
+  if (WasOpen(EventsLogWindow)) ShowEventsLog();
+  activateWindow();
+}
+
+void frmCrapTable::ShowEventsLog() {
+  if (!eventsLog_) {
+    eventsLog_ = new frmEventsLog(this);
+    FollowPlace(eventsLog_, EventsLogWindow);
+  }
+  Present(eventsLog_);
 }
 
 // ---- The mouse ----
@@ -333,7 +369,7 @@ void frmCrapTable::MouseReleased(QPointF place, const QMouseEvent& event) {
     chipsInHand_ = false;
     view_.Dragging = false;
     picLayout_->unsetCursor();
-    DropChips(spot, qRound(place.x()), qRound(place.y()));
+    BetweenRolls([spot, x = qRound(place.x()), y = qRound(place.y())] { DropChips(spot, x, y); });
     return;
   }
   if (!ClickMayAct()) return;
@@ -470,19 +506,25 @@ void frmCrapTable::changeEvent(QEvent* event) {
 
 void frmCrapTable::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (!MayClose([] {})) return;
+  if (!MayClose(KeepWindowPlaces)) return;
   if (running_) {
     // The run ends first: its routines stand below this one.
     EndRun();
     closeAfterRun_ = true;
     return;
   }
+  if (!MayLeaveGame(this)) return;
   QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-  CloseGame();
+  CloseSession();
   TheHost.PrintDuePage();
   QGuiApplication::restoreOverrideCursor();
+  if (Game.LastFileResult < 0 &&
+      !AskYesNo("The game can't be kept for the next session.\n\nDo you want to end anyway?",
+                "Kelvanor", kTopicFiles)) {
+    return;
+  }
   for (QWidget* screen :
-       std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_, flags_})
+       std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_, flags_, eventsLog_})
     if (screen) screen->close();
   event->accept();
 }

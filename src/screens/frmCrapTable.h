@@ -18,6 +18,7 @@
 class frmAutoPlay;
 class frmBankroll;
 class frmCrapTable;
+class frmEventsLog;
 class frmFlags;
 class frmStackValues;
 class TableMenus;
@@ -81,6 +82,11 @@ class frmCrapTable : public QMainWindow {
   void ShowBankroll();
   void ShowFlags();
 
+  /// Shows the table where it was left, and the screens that could be seen when the last session
+  /// ended.
+  void ShowAsLeft();
+  void ShowEventsLog();
+
   /// Starts a run under Hyper-Drive, and comes back when it has ended; stops one that goes on. A
   /// window that was closed meanwhile closes then.
   void RunHyperDrive();
@@ -130,6 +136,7 @@ class frmCrapTable : public QMainWindow {
   frmAutoPlay* autoPlay_ = nullptr;
   frmBankroll* bankroll_ = nullptr;
   frmFlags* flags_ = nullptr;
+  frmEventsLog* eventsLog_ = nullptr;
   QPointF mouse_{-1, -1};
   int helpTopic_ = 0;
   bool takingKeyedAmount_ = false;

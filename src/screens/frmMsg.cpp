@@ -1,5 +1,6 @@
 #include "screens/frmMsg.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -346,7 +347,9 @@ void ShowMessageScreen(QWidget* parent, bool modal) {
   static QPointer<frmMsg> statusBox;
   if (statusBox) statusBox->deleteLater();
   if (modal) {
-    frmMsg(parent).exec();
+    // A screen that waits for an answer itself is the one that asks.
+    QWidget* const waiting = QApplication::activeModalWidget();
+    frmMsg(waiting ? waiting : parent).exec();
     return;
   }
   statusBox = new frmMsg(parent);

@@ -13,6 +13,7 @@
 #include "core/host.h"
 #include "core/settle.h"
 #include "core/sounds.h"
+#include "persistence/game_file.h"
 #include "screens/between_rolls.h"
 #include "screens/frmCrapTable.h"
 #include "screens/frmMsg.h"
@@ -199,6 +200,7 @@ void InstallQtHost(frmCrapTable* table) {
   TheHost.RedrawBets = [] { Table->RedrawBets(); };
   TheHost.RedrawLayout = [] { Table->RedrawLayout(); };
   TheHost.ShowStep = [](int, const std::string&, const std::string&) { TheHost.Yield(); };
+  TheHost.SaveGameToTemp = ::SaveGameToTemp;
   TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
   TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", PrintDueGraphs); };
 }

@@ -1,52 +1,17 @@
 #include "screens/script_commands.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include "autobet/checker.h"
 #include "autobet/script.h"
-#include "autobet/script_file.h"
 #include "core/messages.h"
-#include "screens/choose_file.h"
+#include "screens/frmFile.h"
 
 namespace {
 
 constexpr int kHelpAutoBet = 640;
-constexpr const char* kOpenTitle = "Open Auto-Bet File";
-constexpr const char* kSaveTitle = "Save Auto-Bet File As";
-constexpr const char* kKind = "Auto-Bet files";
-constexpr const char* kPattern = "*.bet";
-const QString kExtension = ".bet";
 
 bool IsUnsaved() { return Game.ScrCount > 0 && Game.AutoBetFile.empty(); }
-
-/// Where a script is looked for first: beside the open one, else among the examples.
-QString StartOfOpening() {
-  if (!Game.AutoBetFile.empty()) return QString::fromStdString(Game.AutoBetFile);
-  for (const std::string& folder : {Game.DataPath, Game.AppPath}) {
-    const QString examples = QString::fromStdString(folder) + "examples";
-    if (QFileInfo(examples).isDir()) return examples;
-  }
-  return QString::fromStdString(Game.DataPath);
-}
-
-QString StartOfSaving() {
-  if (!Game.AutoBetFile.empty()) return QString::fromStdString(Game.AutoBetFile);
-  return QString::fromStdString(Game.DataPath) + "default" + kExtension;
-}
-
-QString WithExtension(const QString& path) {
-  if (path.endsWith(kExtension, Qt::CaseInsensitive)) return path;
-  return path.endsWith('.') ? path + kExtension.mid(1) : path + kExtension;
-}
-
-bool MayWriteOver(const QString& path) {
-  const QFileInfo file(path);
-  if (file.size() == 0) return true;
-  return AskYesNo(
-      file.fileName().toStdString() + "\n\nis already on file.\nDo you want to overwrite it?",
-      kSaveTitle, kHelpAutoBet);
-}
 
 /// Shows the first fault of the script's structure, if there is one.
 bool IsWellFormed() {
@@ -62,32 +27,16 @@ void ClearFlags() {
 
 }  // namespace
 
-bool ScriptAtWork() {
-  return Game.AutoBetRunning || Game.HotKeyRunning || !Game.AutoBetStatus.empty();
-}
+bool ScriptAtWork() { return Game.AutoBetAtWork || Game.HotKeyRunning; }
 
 void OpenAutoBetFileCommand(QWidget* parent) {
   if (!MayLeaveScript(parent)) return;
-  const QString path = ChooseFile(parent, {kOpenTitle, kKind, kPattern, StartOfOpening()});
-  if (path.isEmpty()) return;
-  OpenScript(path.toStdString());
-  if (Game.LastFileResult <= 0) return;
-  Game.GameChanged = true;
+  if (!RunFileScreen(parent, FileCommand::OpenScript)) return;
   if (Game.AutoBetActive != 0 && !IsWellFormed()) Game.AutoBetActive = 0;
 }
 
 bool SaveAutoBetFileAsCommand(QWidget* parent) {
-  QString start = StartOfSaving();
-  while (true) {
-    const QString chosen = ChooseFile(parent, {kSaveTitle, kKind, kPattern, start, true});
-    if (chosen.isEmpty()) return false;
-    const QString path = WithExtension(chosen);
-    if (MayWriteOver(path)) {
-      SaveScript(path.toStdString());
-      return Game.LastFileResult > 0;
-    }
-    start = path;
-  }
+  return RunFileScreen(parent, FileCommand::SaveScriptAs);
 }
 
 void ToggleAutoBetCommand() {

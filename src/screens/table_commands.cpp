@@ -12,6 +12,8 @@
 #include "core/sounds.h"
 #include "core/text.h"
 #include "core/vig_and_odds.h"
+#include "dice/tape_file.h"
+#include "screens/game_commands.h"
 #include "screens/script_commands.h"
 
 Currency ChipPending;
@@ -255,7 +257,7 @@ void CallBetOnCommand() { CallBetOn(0); }
 void CallBetOffCommand() { CallBetOff(0); }
 
 void NewGameCommand(QWidget* parent) {
-  if (!MayLeaveScript(parent)) return;
+  if (!MayLeaveGame(parent)) return;
   CloseKeyedBox();
   Game.ClickMode = NoClickMode;
   TheHost.PrintDuePage();
@@ -265,7 +267,7 @@ void NewGameCommand(QWidget* parent) {
       !AskYesNo("Although the dice roll recorder is turned off, would "
                 "you like to keep the same Dice Roll File open?",
                 "Dice Roll File Open", kHelpDiceRoll)) {
-    Game.DiceRollFile.clear();
+    CloseDiceRollFile();
   }
   AskToKeepScript();
   TheHost.RefreshViews();

@@ -16,6 +16,7 @@
 #include "dice/generators.h"
 #include "rules/presets.h"
 #include "rules/validators.h"
+#include "screens/game_commands.h"
 #include "screens/guard.h"
 #include "screens/script_commands.h"
 #include "screens/table_commands.h"
@@ -155,6 +156,13 @@ void TableMenus::MakeGameMenu() {
   Command(menu, "mnuNew", "&New", Needs::TableAtRest, [this] {
     NewGameCommand(table_);
   }).Action->setShortcut(Qt::Key_F2);
+  Command(menu, "mnuOpenGame", "&Open Game...", Needs::TableAtRest,
+          [this] { OpenGameCommand(table_); });
+  Command(menu, "mnuSaveGame", "&Save Game", Needs::TableAtRest, [this] {
+    SaveGameCommand(table_);
+  }).Action->setShortcut(Qt::SHIFT | Qt::Key_F12);
+  Command(menu, "mnuSaveGameAs", "Save Game &As...", Needs::TableAtRest,
+          [this] { SaveGameAsCommand(table_); });
   menu->addSeparator();
   const auto atm = [](AtmKind kind) {
     return [kind] {
@@ -211,17 +219,17 @@ void TableMenus::MakeAutoBetMenu() {
   add("mnuOpenAutoBet", "&Open Auto-Bet File...", [this] { OpenAutoBetFileCommand(table_); });
   add("mnuSaveAutoBetAs", "&Save Auto-Bet File As...",
       [this] { SaveAutoBetFileAsCommand(table_); });
-  add("mnuNewAutoBet", "C&lear script", [this] { ClearScriptCommand(table_); });
+  add("mnuNewAutoBet", "C&lear Auto-Bets...", [this] { ClearScriptCommand(table_); });
   menu->addSeparator();
   Choice(
       menu, "mnuAutoBetActive", "&Activated", Needs::TableAtRest,
       [] { return Game.AutoBetActive != 0; }, ToggleAutoBetCommand);
-  add("mnuCheckBets", "&Check structure", CheckScriptCommand);
+  add("mnuCheckBets", "&Check Structure", CheckScriptCommand);
   Command(menu, "mnuFlagValues", "&Flag Values...", Needs::Nothing, actions_.ShowFlags);
   menu->addSeparator();
-  NoticeChoice(menu, "mnuShowLoggedMessagesNormal", "Show logged messages, &normal play",
+  NoticeChoice(menu, "mnuShowLoggedMessagesNormal", "Show Logged Messages, &Normal Play",
                Needs::TableAtRest, NoticeAutoBet);
-  NoticeChoice(menu, "mnuShowLoggedMessagesHyper", "Show logged messages, &Hyper-Drive",
+  NoticeChoice(menu, "mnuShowLoggedMessagesHyper", "Show Logged Messages, &Hyper-Drive",
                Needs::TableAtRest, NoticeAutoBetHyper);
 }
 
@@ -238,6 +246,7 @@ void TableMenus::MakeViewMenu() {
       .Action->setShortcut(Qt::Key_F12);
   Command(menu, "mnuChipStacks", "&Chip-Stacks...", Needs::Nothing, actions_.ShowStackValues)
       .Action->setShortcut(Qt::Key_F11);
+  Command(menu, "mnuEventsLog", "&Events Log", Needs::Nothing, actions_.ShowEventsLog);
 }
 
 void TableMenus::MakeOptionsMenu() {
@@ -248,6 +257,8 @@ void TableMenus::MakeOptionsMenu() {
   Command(options, "mnuAutoPlay", "&Auto-Play", Needs::Nothing, actions_.ShowAutoPlay);
   options->addSeparator();
   MakeDiceMenu(options);
+  MakeProbabilityMenu(options);
+  MakeTapeMenu(options);
   MakeSoundMenu(options);
   MakeNoticesMenu(options);
 }
@@ -310,6 +321,38 @@ void TableMenus::MakeDiceMenu(QMenu* options) {
   Toggle(rng, "mnuUserSeed", "&User seed", Needs::TableAtRest, Game.UserSeed);
   Toggle(rng, "mnuReSeed", "&Re-seed new games", Needs::Nothing, Game.ReSeed);
   Command(rng, "mnuSeedRng", "&Seed RNG now", Needs::TableAtRest, SeedNow);
+}
+
+void TableMenus::MakeProbabilityMenu(QMenu* options) {
+  QMenu* skewed = Menu(options, "mnuProbability", "&Probabilities");
+  Command(skewed, "mnuOpenProbability", "&Open Probability File...", Needs::TableAtRest,
+          [this] { OpenProbabilityCommand(table_); });
+  Command(skewed, "mnuSaveProbabilityAs", "&Save Probability File As...", Needs::TableAtRest,
+          [this] { SaveProbabilityAsCommand(table_); });
+  skewed->addSeparator();
+  Toggle(skewed, "mnuUseSkewedProbability", "&Use Skewed Dice", Needs::TableAtRest,
+         Game.UseSkewedProbability, [] { Game.GameChanged = true; });
+}
+
+void TableMenus::MakeTapeMenu(QMenu* options) {
+  QMenu* tape = Menu(options, "mnuDiceRollFiles", "Dice Ro&ll Files");
+  Command(tape, "mnuNewOpen", "&New or Open...", Needs::TableAtRest,
+          [this] { OpenDiceRollsCommand(table_); });
+  Command(tape, "mnuCloseRolls", "&Close", Needs::TableAtRest, CloseDiceRollsCommand);
+  tape->addSeparator();
+  const std::array<const char*, 3> captions = {"Recorder &Off", "&Record", "&Playback"};
+  for (int status = RecorderOff; status <= Playback; ++status) {
+    Choice(
+        tape, QString("mnuRecorder_%1").arg(status), captions[static_cast<unsigned>(status)],
+        Needs::TableAtRest, [status] { return Game.RecorderStatus == status; },
+        [status] { SetRecorderCommand(status); });
+  }
+  MakeExclusive(tape);
+  tape->addSeparator();
+  Command(tape, "mnuFirstRoll", "Go to the &First Roll", Needs::TableAtRest,
+          RewindDiceRollsCommand);
+  Command(tape, "mnuBehindLastRoll", "Go behind the &Last Roll", Needs::TableAtRest,
+          ToEndOfDiceRollsCommand);
 }
 
 void TableMenus::SoundChoices(QMenu* menu, const char* name, const std::vector<std::string>& list,

@@ -14,6 +14,7 @@ struct TableActions {
   std::function<void()> ShowStackValues;
   std::function<void()> ShowAutoPlay;
   std::function<void()> ShowFlags;
+  std::function<void()> ShowEventsLog;
 };
 
 /// Builds the menu bar of the table and keeps its check marks, captions and enabled commands in
@@ -59,6 +60,8 @@ class TableMenus {
   void MakeLookMenus(QMenu* options);
   void MakePayoffMenu(QMenu* options);
   void MakeDiceMenu(QMenu* options);
+  void MakeTapeMenu(QMenu* options);
+  void MakeProbabilityMenu(QMenu* options);
   void MakeSoundMenu(QMenu* options);
   void MakeNoticesMenu(QMenu* options);
 

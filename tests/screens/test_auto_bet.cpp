@@ -1,11 +1,9 @@
 // Scripts as the player meets them: opened, switched on, asked about, interrupted, by clicks.
 #include <QFile>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTemporaryDir>
-#include <tuple>
 
 #include "autobet/compose.h"
 #include "autobet/language.h"
@@ -15,7 +13,6 @@
 #include "core/host.h"
 #include "core/messages.h"
 #include "screen_driver.h"
-#include "screens/choose_file.h"
 #include "screens/frmFlags.h"
 #include "screens/paper.h"
 #include "screens/script_commands.h"
@@ -41,10 +38,8 @@ const std::vector<ScriptLine> kEndless = {Make(LabelLine, 0, "again"), Make(DoTh
                                           Make(ActionLine, GoTo, "again")};
 const std::vector<ScriptLine> kFaulty = {Make(ThenLine), kBetTen};
 
-constexpr const char* kOffer =
-    "Your Auto-Bets have changed or been activated.\n\nYou have an opportunity now to run your "
-    "Auto-Bet script for one cycle BEFORE the dice roll in order to check and set any initial "
-    "conditions.\n\nWould you like to initialize your Auto-Bets?";
+constexpr const char* kSaveQuestion =
+    "Your current logged bets have not been saved.\nDo you want to save them now?";
 
 }  // namespace
 
@@ -61,31 +56,21 @@ class TestAutoBet : public QObject {
     Game.HandleWinningBets = WinSameBet;
     Game.HandleLosingBets = LossSameBet;
     PlannedMessages.Active = true;
-    ChooseFile = [this](QWidget*, const FileQuestion& question) {
-      asked_.push_back(question);
-      return chosen_.isEmpty() ? QString() : chosen_.takeFirst();
-    };
   }
   void cleanup() {
     PrintFile.clear();
-    asked_.clear();
-    chosen_.clear();
     table_.reset();
     static_cast<ScriptState&>(Game) = ScriptState();
     ScriptEdited();
   }
 
   void scriptIsOpenedSwitchedOnAndOfferedItsFirstCycle() {
-    const std::tuple<int, Currency> answers[] = {{AnswerYes, 510}, {AnswerNo, 500}};
-    for (const auto& [answer, bankroll] : answers) {
+    for (const auto& [answer, bankroll] : {std::pair(AnswerYes, 510), {AnswerNo, 500}}) {
       Game.Bets[BankrollIndex] = 500;
       Open(Write("pass.bet", kPassScript));
-      QCOMPARE(asked_.back().Title, "Open Auto-Bet File");
-      QCOMPARE(asked_.back().Pattern, "*.bet");
       QCOMPARE(Status(), "Auto-Bet off:  pass.bet");
       RightClickRolls(*table_, 3, 4);
       QVERIFY(PlannedMessages.Shown.empty() && Game.Bets[PassLine] == 0);
-
       Command(*table_, "mnuAutoBetActive");
       QVERIFY(Find<QAction>(table_.get(), "mnuAutoBetActive")->isChecked());
       QCOMPARE(Status(), "Auto-Bet on:  pass.bet");
@@ -93,16 +78,14 @@ class TestAutoBet : public QObject {
       TheHost.Wait = [&](int) { captions << TableCaption(); };
       PlannedMessages.Answers = {{answer}};
       RightClickRolls(*table_, 3, 4);  // wins for a bet that stood before the roll
-      ExpectMessage(kOffer, "Auto-Bet");
-      QCOMPARE(Bankroll(), bankroll);
+      QCOMPARE(PlannedMessages.Shown.back().Title, "Auto-Bet");  // the offer
+      QCOMPARE(Bankroll(), Currency(bankroll));
       QCOMPARE(Game.Bets[PassLine], Currency(10));
       captions.removeDuplicates();
-      QCOMPARE(captions.join(' '), "Auto-Betting");
-      QCOMPARE(TableCaption(), "");
+      QCOMPARE(captions.join(' ') + TableCaption(), "Auto-Betting");
       RightClickRolls(*table_, 3, 4);
-      QCOMPARE(Bankroll(), bankroll + 10);
+      QCOMPARE(Bankroll(), Currency(bankroll + 10));
       QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));  // asked once
-
       Command(*table_, "mnuAutoBetActive");
       Game.Bets[PassLine] = Game.TotalOnTable = 0;
       RightClickRolls(*table_, 3, 4);
@@ -113,94 +96,27 @@ class TestAutoBet : public QObject {
 
   void whatCannotRunIsRefused() {
     Open(Write("pass.bet", kPassScript));
-    const QString rubbish = folder_->filePath("rubbish.bet");
-    QFile file(rubbish);
+    QFile file(folder_->filePath("rubbish.bet"));
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(700, 'x')) == 700);
     file.close();
     Command(*table_, "mnuAutoBetActive");
-    Open(rubbish);
-    ExpectMessage("rubbish.bet\nhas either been corrupted or is not a true Kelvanor Auto-Bet file.",
-                  "Unable to Open Auto-Bet File");
-    QVERIFY(Game.ScrCount == 2 && Game.AutoBetActive == 1);
+    Open(file.fileName());
+    QCOMPARE(PlannedMessages.Shown.back().Title, "Unable to Open Auto-Bet File");
     QCOMPARE(Status(), "Auto-Bet on:  pass.bet");
     Open("");  // the player thought better of it
-    QCOMPARE(Game.ScrCount, 2);
-    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));
-
-    Open(Write("faulty.bet", kFaulty));  // switches off
-    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(2));
-    QCOMPARE(PlannedMessages.Shown.back().Title, "Missing Action Lines");
-    QVERIFY(Game.ScrCount == 2 && Game.AutoBetActive == 0);
+    QVERIFY(Game.ScrCount == 2 && PlannedMessages.Shown.size() == 1);
+    Open(Write("faulty.bet", kFaulty));    // switches off
     Command(*table_, "mnuAutoBetActive");  // can't be switched on again
     QCOMPARE(PlannedMessages.Shown.size(), std::size_t(3));
+    QCOMPARE(PlannedMessages.Shown.back().Title, "Missing Action Lines");
     QVERIFY(Game.AutoBetActive == 0 &&
             !Find<QAction>(table_.get(), "mnuAutoBetActive")->isChecked());
-  }
-
-  void structureIsCheckedAndTheScriptCleared() {
-    Command(*table_, "mnuCheckBets");
-    ExpectMessage(
-        "This feature checks to see that your Auto-Bet script is properly structured, but "
-        "presently your script is empty.",
-        "Auto-Bet");
-    Open(Write("pass.bet", kPassScript));
-    Command(*table_, "mnuCheckBets");
-    ExpectMessage("Your script is properly structured.", "Auto-Bet");
     for (const int answer : {AnswerNo, AnswerYes}) {
       PlannedMessages.Answers = {{answer}};
       Command(*table_, "mnuNewAutoBet");
-      QCOMPARE(PlannedMessages.Shown.back().Title, "Clear Auto-Bets");
-      QCOMPARE(Game.ScrCount, answer == AnswerNo ? 2 : 0);
+      QCOMPARE(Status(), answer == AnswerNo ? "Auto-Bet off:  faulty.bet" : "");
     }
-    QCOMPARE(Status(), "");
-    QVERIFY(QFile::exists(folder_->filePath("pass.bet")));
-  }
-
-  void savingAddsTheExtensionAndAsksBeforeItWritesOver() {
-    Put(kPassScript);
-    chosen_ = {folder_->filePath("x.txt")};
-    Command(*table_, "mnuSaveAutoBetAs");
-    QCOMPARE(asked_.back().Title, "Save Auto-Bet File As");
-    QCOMPARE(asked_.back().Start, folder_->filePath("default.bet"));
-    QCOMPARE(QFileInfo(folder_->filePath("x.txt.bet")).size(), 3 * 256);
-    QCOMPARE(Status(), "Auto-Bet off:  x.txt.bet");
-    QVERIFY(PlannedMessages.Shown.empty());
-
-    Put(kFlagScript);
-    chosen_ = {folder_->filePath("x.txt."), folder_->filePath("y.BET")};
-    QFile empty(folder_->filePath("y.BET"));
-    QVERIFY(empty.open(QIODevice::WriteOnly));
-    empty.close();
-    PlannedMessages.Answers = {{AnswerNo}};
-    Command(*table_, "mnuSaveAutoBetAs");  // No chooses anew; an empty file is no loss
-    ExpectMessage("x.txt.bet\n\nis already on file.\nDo you want to overwrite it?",
-                  "Save Auto-Bet File As");
-    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));
-    QCOMPARE(QFileInfo(folder_->filePath("x.txt.bet")).size(), 3 * 256);
-    QCOMPARE(QFileInfo(folder_->filePath("y.BET")).size(), 4 * 256);
-
-    chosen_ = {folder_->filePath("x.txt.bet")};
-    PlannedMessages.Answers = {{AnswerYes}};
-    Command(*table_, "mnuSaveAutoBetAs");
-    QCOMPARE(QFileInfo(folder_->filePath("x.txt.bet")).size(), 4 * 256);
-  }
-
-  void fileIsChosenOnARealScreen() {
-    ChooseFile = realChooseFile_;
-    const QString path = Write("pass.bet", kPassScript);
-    OnNextScreen([&](QDialog* screen) {
-      QCOMPARE(screen->windowTitle(), "Open Auto-Bet File");
-      auto* dialog = qobject_cast<QFileDialog*>(screen);
-      QVERIFY(dialog && dialog->nameFilters().join(' ').contains("*.bet"));
-      QCOMPARE(dialog->directory().absolutePath(), QDir(folder_->path()).absolutePath());
-      dialog->findChild<QLineEdit*>("fileNameEdit")->setText("pass.bet");
-      QMetaObject::invokeMethod(dialog, "accept");
-    });
-    Command(*table_, "mnuOpenAutoBet");
-    QCOMPARE(Game.AutoBetFile, path.toStdString());
-    OnNextScreen([](QDialog* screen) { screen->reject(); });
-    Command(*table_, "mnuSaveAutoBetAs");
-    QCOMPARE(Game.AutoBetFile, path.toStdString());
+    QVERIFY(QFile::exists(folder_->filePath("faulty.bet")));
   }
 
   void flagsAreShownAndSetByHand() {
@@ -213,30 +129,25 @@ class TestAutoBet : public QObject {
       for (int row = 0; row < list->count(); ++row) texts << list->item(row)->text();
       return texts.join(", ");
     };
-    QVERIFY(Find<QLabel>(screen, "lblNoFlags")->isVisible());
     for (const char* button : {"cmdSetTruth_0", "cmdSetTruth_1", "cmdSelectAll"})
       QVERIFY(!Find<QPushButton>(screen, button)->isEnabled());
     Open(Write("flags.bet", kFlagScript));
-    QVERIFY(!Find<QLabel>(screen, "lblNoFlags")->isVisible());
     QCOMPARE(rows(), "Ready - False, Größer - False");
-
     TakeFlagSnapshot();
     Game.GameChanged = false;
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       list->visualItemRect(list->item(1)).center());
     ClickButton(screen, "cmdSetTruth_0");
     QCOMPARE(rows(), "Ready - False, Größer - True");
-    QVERIFY(Game.Flags[1].FlagValue == kTrue && Game.Flags[1].FlagPrev == kFalse);  // news
-    QVERIFY(Game.FlagsTouched && Game.GameChanged);
+    QVERIFY(Game.Flags[1].FlagPrev == kFalse && Game.FlagsTouched && Game.GameChanged);  // news
 
-    Game.AutoBetRunning = true;  // waits for the script that runs
+    Game.AutoBetAtWork = true;  // waits for the script that runs
     ClickButton(screen, "cmdSelectAll");
     ClickButton(screen, "cmdSetTruth_0");
     QCOMPARE(rows(), "Ready - False, Größer - True");
-    Game.AutoBetRunning = false;
+    Game.AutoBetAtWork = false;
     TheHost.RefreshViews();
     QCOMPARE(rows(), "Ready - True, Größer - True");
-    QCOMPARE(list->selectedItems().size(), 2);
     ClickButton(screen, "cmdSetTruth_1");
     QCOMPARE(rows(), "Ready - False, Größer - False");
 
@@ -252,20 +163,16 @@ class TestAutoBet : public QObject {
   }
 
   void hotKeyRunsItsFileWithCtrlAlone() {
-    const QString file = Write("pass.bet", kPassScript);
     Open(Write("flags.bet", kFlagScript));
-    Game.HotKeys = {{'B', file.toStdString(), ""}};
+    Game.HotKeys = {{'B', Write("pass.bet", kPassScript).toStdString(), ""}};
     const auto press = [&](Qt::KeyboardModifiers keys) {
       QTest::keyClick(table_.get(), Qt::Key_B, keys);
       return Game.Bets[PassLine];
     };
-    for (const Qt::KeyboardModifiers keys :
-         {Qt::KeyboardModifiers(), Qt::ControlModifier | Qt::ShiftModifier,
-          Qt::ControlModifier | Qt::AltModifier})
-      QCOMPARE(press(keys), Currency(0));
-    Game.RollInProgress = true;
-    QCOMPARE(press(Qt::ControlModifier), Currency(0));
-    Game.RollInProgress = false;
+    for (const auto other : {Qt::NoModifier, Qt::ShiftModifier, Qt::AltModifier})
+      QCOMPARE(press(other == Qt::NoModifier ? Qt::KeyboardModifiers(other)
+                                             : Qt::KeyboardModifiers(Qt::ControlModifier) | other),
+               Currency(0));
     QStringList captions;
     TheHost.Wait = [&](int) {
       captions << TableCaption();
@@ -281,8 +188,7 @@ class TestAutoBet : public QObject {
     QTest::keyClick(box, Qt::Key_B, Qt::ControlModifier);
     QVERIFY(Game.Bets[Field] == 5 && !Game.KeyedBoxOpen);
     QCOMPARE(Status(), "Auto-Bet off:  flags.bet");
-    QCOMPARE(Game.ScrCount, 3);
-    QVERIFY(PlannedMessages.Shown.empty());
+    QVERIFY(Game.ScrCount == 3 && PlannedMessages.Shown.empty());
   }
 
   void everyKeyAsksWhetherToInterrupt() {
@@ -316,54 +222,67 @@ class TestAutoBet : public QObject {
   void tableClosedDuringAScriptClosesAfterIt() {
     Open(Write("endless.bet", kEndless));
     Command(*table_, "mnuAutoBetActive");
-    PlannedMessages.Answers = {{AnswerYes}, {AnswerYes}};  // initialize; interrupt
+    Game.AutoBetFile.clear();  // closing then offers to save it
+    PlannedMessages.Answers = {{AnswerYes}, {AnswerYes}, {AnswerCancel}};
+    QTimer::singleShot(100, table_.get(), [&] { QVERIFY(!table_->close()); });
+    RightClickRolls(*table_, 3, 4);  // initialize, interrupt, stay, go
+    ExpectMessage(kSaveQuestion, "Save Auto-Bets?");
+    QCOMPARE(PlannedMessages.Shown[1].Title, "Auto-Bet Active");
+    QVERIFY(table_->isVisible() && Game.RollCount[0] == 1);
+    Game.GameChanged = false;
+    PlannedMessages.Answers = {{AnswerNo}};
+    QVERIFY(table_->close() && !table_->isVisible());
+  }
+
+  void hyperDriveStopsAScriptThatNeverEnds() {
+    Open(Write("endless.bet", kEndless));
+    Command(*table_, "mnuAutoBetActive");
+    PlannedMessages.Answers = {{AnswerYes}, {AnswerNo}, {AnswerYes}};  // initialize; interrupt
     QTimer::singleShot(100, table_.get(), [&] {
-      QVERIFY(!table_->close());
-      QVERIFY(table_->isVisible());
+      for (int press = 0; press < 3; ++press) table_->RunHyperDrive();  // the first isn't asked
+      QVERIFY(!Game.AutoBetRunning);
     });
-    RightClickRolls(*table_, 3, 4);
+    table_->RunHyperDrive();
     ExpectMessage("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active");
-    QVERIFY(!table_->isVisible());
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(3));
+    QVERIFY(Game.RollCount[0] == 0 && !Game.HyperDriveOn);  // the run doesn't begin
   }
 
   void newGameAsksWhatBecomesOfTheScript() {
     const std::string question = "\nWould you like to keep them with\nyour new game?";
-    Command(*table_, "mnuNew");
-    QVERIFY(PlannedMessages.Shown.empty());
     for (const bool active : {false, true}) {
       Open(Write("flags.bet", kFlagScript));
       Game.AutoBetActive = active;
-      Game.ScriptChanged = Game.FlagsTouched = false;
+      Game.ScriptChanged = false;
       Game.Flags[0] = {"Ready", kTrue, kTrue};
       Game.Bets[BankrollIndex] = 900;
       PlannedMessages.Answers = {{AnswerYes}};
-      Command(*table_, "mnuNew");
+      NewGame();
       ExpectMessage("Your Auto-Bets are still listed on\nthe Auto-Bet screen." + question,
                     "Auto-Bets Present");
-      QCOMPARE(Bankroll(), Currency(500));
-      QCOMPARE(Game.ScrCount, 3);
+      QVERIFY(Bankroll() == 500 && Game.ScrCount == 3);
       QCOMPARE(Game.ScriptChanged, active);  // begins afresh only where it is switched on
       QCOMPARE(Game.Flags[0].FlagValue == kFalse && Game.Flags[0].FlagPrev == kFalse, active);
     }
-    PlannedMessages.Answers = {{AnswerNo}};
-    Command(*table_, "mnuNew");
-    QVERIFY(Game.ScrCount == 0 && Game.Flags.empty());
-    QCOMPARE(Status(), "");
+    PlannedMessages = {true, {{AnswerNo}}, {}};
+    NewGame();
+    QVERIFY(Game.ScrCount == 0 && Game.Flags.empty() && Status().isEmpty());
+    NewGame();
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));  // nothing is left to ask about
 
     Put(kFlagScript);  // in no file
-    const std::tuple<std::deque<PlannedAnswer>, int, Currency> ways[] = {
-        {{{AnswerCancel}}, 1, 900},
-        {{{AnswerYes}}, 1, 900},  // and then no file is chosen
-        {{{AnswerNo}, {AnswerYes}}, 2, 500}};
-    for (const auto& [answers, messages, bankroll] : ways) {
+    const std::pair<std::deque<PlannedAnswer>, Currency> ways[] = {
+        {{{AnswerCancel}}, 900},
+        {{{AnswerYes}}, 900},  // and then no file is chosen
+        {{{AnswerNo}, {AnswerYes}}, 500}};
+    for (const auto& [answers, bankroll] : ways) {
       PlannedMessages = {true, answers, {}};
       Game.Bets[BankrollIndex] = 900;
-      Command(*table_, "mnuNew");
+      if (answers.front().Answer == AnswerYes) ChooseOnNextScreen("");
+      NewGame();
       QCOMPARE(Bankroll(), bankroll);
-      QCOMPARE(static_cast<int>(PlannedMessages.Shown.size()), messages);
-      QCOMPARE(PlannedMessages.Shown[0].Text,
-               "Your current logged bets have not been saved.\nDo you want to save them now?");
-      QCOMPARE(PlannedMessages.Shown[0].Title, "Save Auto-Bets?");
+      QCOMPARE(PlannedMessages.Shown.size(), answers.size());
+      QCOMPARE(PlannedMessages.Shown[0].Text, kSaveQuestion);
     }
     ExpectMessage(
         "Although you didn't save your Auto-Bets\nto disk, they're still listed on "
@@ -373,38 +292,19 @@ class TestAutoBet : public QObject {
     QCOMPARE(Game.ScrCount, 3);
   }
 
-  void loggedMessagesAreTurnedOnAndOff() {
-    Game.Notify = 31;
-    const std::tuple<const char*, const char*, int> items[] = {
-        {"mnuShowLoggedMessagesNormal", "mnuNotify_3", NoticeAutoBet},
-        {"mnuShowLoggedMessagesHyper", "mnuNotify_4", NoticeAutoBetHyper}};
-    for (const auto& [item, notice, bit] : items) {
-      for (const bool on : {false, true}) {
-        Command(*table_, item);
-        QCOMPARE((Game.Notify & bit) != 0, on);
-        QCOMPARE(Find<QAction>(table_.get(), item)->isChecked(), on);
-        QCOMPARE(Find<QAction>(table_.get(), notice)->isChecked(), on);
-      }
-    }
-  }
-
   void boxesOfScriptsFitTheScreen() {
     PlannedMessages.Active = false;
     std::string lines;
-    for (int i = 1; i <= 200; ++i) lines += "Line " + std::to_string(i) + " of the script\n";
-    const std::string word(80, 'W');
-    for (const std::string& text : {std::string("Short\n\n"), lines, word + "\n"}) {
+    for (int i = 1; i <= 200; ++i) lines += "Line of the script\n";
+    for (const std::string& text : {std::string("Short\n\n"), lines, std::string(80, 'W')}) {
       bool seen = false;
       OnNextScreen([&](QDialog* screen) {
         seen = true;
         QVERIFY(screen->height() <= screen->screen()->availableSize().height());
-        QVERIFY(!Find<QLabel>(screen, "lblMsg")->text().endsWith('\n'));
-        const auto* area = screen->findChild<QScrollArea*>("scrMsg");
-        QCOMPARE(area != nullptr, text == lines);
-        if (text.front() == 'W') {
-          const auto* label = Find<QLabel>(screen, "lblMsg");
-          QVERIFY(label->height() >= 2 * label->fontMetrics().height());  // no letter is cut
-        }
+        const auto* label = Find<QLabel>(screen, "lblMsg");
+        QVERIFY(!label->text().endsWith('\n'));
+        QCOMPARE(screen->findChild<QScrollArea*>("scrMsg") != nullptr, text == lines);
+        QVERIFY(text[0] != 'W' || label->height() >= 2 * label->fontMetrics().height());
         for (const QWidget* part : screen->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
           QVERIFY2(screen->rect().contains(part->geometry()), qPrintable(part->objectName()));
         ClickButton(screen, "cmdButton_0");
@@ -436,18 +336,31 @@ class TestAutoBet : public QObject {
     return path;
   }
 
+  /// Opens a script by the file screen, or leaves that without a file.
   void Open(const QString& path) {
-    chosen_ = {path};
+    ChooseOnNextScreen(path);
     Command(*table_, "mnuOpenAutoBet");
+  }
+
+  static void ChooseOnNextScreen(const QString& path) {
+    OnNextScreen([path](QDialog* screen) {
+      if (path.isEmpty()) return screen->reject();
+      Find<QLineEdit>(screen, "txtFileName")->setText(path);
+      ClickButton(screen, "cmdOK");
+      if (screen->isVisible()) screen->reject();  // it stands as long as nothing was opened
+    });
+  }
+
+  /// A new game that needs no saving of the old.
+  void NewGame() {
+    Game.GameChanged = false;
+    Command(*table_, "mnuNew");
   }
 
   QString Status() { return Find<QLabel>(table_.get(), "lblAutoBet")->text(); }
 
-  const std::function<QString(QWidget*, const FileQuestion&)> realChooseFile_ = ChooseFile;
   std::unique_ptr<QTemporaryDir> folder_;
   std::unique_ptr<frmCrapTable> table_;
-  std::vector<FileQuestion> asked_;
-  QStringList chosen_;
 };
 
 QTEST_MAIN(TestAutoBet)

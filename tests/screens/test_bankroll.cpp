@@ -263,7 +263,9 @@ class TestBankroll : public QObject {
   }
 
   void closingDuringARunAsks() {
-    PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
+    const QTemporaryDir folder;
+    Game.DataPath = folder.path().toStdString() + "/";
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}, {AnswerNo}};
     After(100, [&] {
       screen_->close();
       QVERIFY(screen_->isVisible() && Game.KeepRolling);
@@ -271,7 +273,9 @@ class TestBankroll : public QObject {
     });
     Run(0);
     QVERIFY(!table_->isVisible() && !screen_->isVisible() && !Game.HyperDriveOn);
-    ExpectMessage("Do you want to stop Hyper-Drive?", "Hyper-Drive Active");
+    QCOMPARE(PlannedMessages.Shown[1].Text, "Do you want to stop Hyper-Drive?");
+    ExpectMessage("Your current game has not been saved.\nDo you want to save it now?",
+                  "Save Game?");
   }
 
  private:

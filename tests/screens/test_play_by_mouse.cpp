@@ -379,6 +379,7 @@ class TestPlayByMouse : public QObject {
     ExpectStatus("Bankroll:  1,000  Available:  995  Total bets:  5  You're even:  0");
     Roll(6, 5);
     ExpectStatus("Bankroll:  1,005  Available:  1,000  Total bets:  5  You've won:  5");
+    PlannedMessages.Answers = {{AnswerNo}};  // the game needn't be saved
     Command(*table_, "mnuNew");
     QCOMPARE(Game.ChipCount, 0);
     QCOMPARE(Game.RollCount[0], 0);
@@ -402,7 +403,10 @@ class TestPlayByMouse : public QObject {
   }
 
   void closesAfterTheRollThatRuns() {
+    const QTemporaryDir folder;
+    Game.DataPath = folder.path().toStdString() + "/";
     Game.AutoRollDice = true;
+    PlannedMessages.Answers = {{AnswerNo}};  // the game needn't be saved
     QTimer::singleShot(0, this, [this] {
       QVERIFY(!table_->close());
       QVERIFY(table_->isVisible());

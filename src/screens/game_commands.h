@@ -1,0 +1,29 @@
+// What the player's commands do with files of the game: open, save, record, skew the dice.
+#pragma once
+
+class QWidget;
+
+/// Offers to save the script, the probabilities and the game, each that isn't saved. False as soon
+/// as the player wants to go back, or what was to be saved couldn't be.
+bool MayLeaveGame(QWidget* parent);
+
+/// Opens a game that the player chooses, after the offers to save the one in force.
+void OpenGameCommand(QWidget* parent);
+
+/// Saves the game in its file; one without a file asks for a name. True when it was saved.
+bool SaveGameCommand(QWidget* parent);
+bool SaveGameAsCommand(QWidget* parent);
+
+/// Opens a tape or makes a new one; closes it.
+void OpenDiceRollsCommand(QWidget* parent);
+void CloseDiceRollsCommand();
+
+/// Sets the recorder to a `RecorderStatusKind`. Without a tape it is refused, and stays off.
+void SetRecorderCommand(int status);
+
+/// The next roll is the tape's first, or comes behind its last.
+void RewindDiceRollsCommand();
+void ToEndOfDiceRollsCommand();
+
+void OpenProbabilityCommand(QWidget* parent);
+void SaveProbabilityAsCommand(QWidget* parent);

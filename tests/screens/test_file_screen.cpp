@@ -1,0 +1,295 @@
+// The file screen and the commands that open it, by clicks and keys.
+#include "screens/frmFile.h"
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <utility>
+
+#include "autobet/script.h"
+#include "persistence/session.h"
+#include "screen_driver.h"
+#include "screens/folder_lock.h"
+#include "screens/frmBankroll.h"
+#include "screens/game_commands.h"
+#include "screens/window_places.h"
+
+class TestFileScreen : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    static_cast<ScriptState&>(Game) = ScriptState();
+    static_cast<KeptViews&>(Game) = KeptViews();
+    folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/Spiele ñ XXXXXX");
+    table_ = std::make_unique<frmCrapTable>();
+    BeginScreens(*table_);
+    Game.DataPath = Path("").toStdString();
+    PlannedMessages.Active = true;
+  }
+  void cleanup() {
+    table_.reset();
+    static_cast<ScriptState&>(Game) = ScriptState();
+    ScriptEdited();
+  }
+
+  void screenStartsInTheDataFolderAndFollowsItsLists() {
+    Write("b.bet");
+    Write("A ñ.BET");
+    Write("other.txt");
+    QVERIFY(QDir(folder_->path()).mkpath("Unter ordner/tief"));
+    Write("Unter ordner/x.bet");
+    Game.AutoBetFile = Path("b.bet").toStdString();
+    frmFile screen(FileCommand::OpenScript, nullptr);
+    screen.show();
+    QCOMPARE(screen.windowTitle(), "Open Auto-Bet File");
+    QCOMPARE(Find<QLineEdit>(&screen, "txtFileName")->text(), "b.bet");
+    QCOMPARE(Rows(screen, "filFiles"), "A ñ.BET, b.bet");
+    auto* completer = Find<QLineEdit>(&screen, "txtFileName")->completer();
+    completer->setCompletionPrefix("a");
+    QCOMPARE(completer->currentCompletion(), "A ñ.BET");
+
+    ClickRow(screen, "filFiles", "A ñ.BET");
+    QCOMPARE(Find<QLineEdit>(&screen, "txtFileName")->text(), "A ñ.BET");
+    ClickRow(screen, "dirDirectory", "Unter ordner", true);
+    QCOMPARE(Rows(screen, "filFiles"), "x.bet");
+    QVERIFY(QDir(folder_->path()).removeRecursively());
+    ClickRow(screen, "dirDirectory", "tief", true);  // gone meanwhile
+    QVERIFY(PlannedMessages.Shown.back().Text.find("can't be opened:  ") != std::string::npos);
+    QVERIFY(Game.LastErrorText.find("File Screen") != std::string::npos);
+
+    auto* places = Find<QComboBox>(&screen, "drvDrive");
+    const int root = places->findData("/");
+    places->setCurrentIndex(root);
+    emit places->activated(root);
+    QCOMPARE(places->currentData().toString(), "/");
+    QCOMPARE(Find<QLabel>(&screen, "lblFolder")->text(), "/");
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));
+  }
+
+  void screenStaysUntilTheCommandIsDone() {
+    Write("full.crp");
+    PlannedMessages.Answers = {{AnswerOk}, {AnswerNo}};
+    OnNextScreen([&](QDialog* screen) {
+      auto* name = Find<QLineEdit>(screen, "txtFileName");
+      name->clear();
+      ClickButton(screen, "cmdOK");
+      ExpectMessage("Please enter a file name.", "Missing Filename");
+      QTest::keyClicks(name, " full");
+      QTest::keyClick(name, Qt::Key_Return);
+      ExpectMessage("full.crp\n\nis already on file.\nDo you want to overwrite it?",
+                    "Save Game File As");
+      QVERIFY(screen->isVisible());
+      name->clear();
+      QTest::keyClicks(name, "gone/new");
+      ClickButton(screen, "cmdOK");  // a folder that isn't there
+      QVERIFY(screen->isVisible());
+      name->setText("new game");
+      ClickButton(screen, "cmdOK");
+      QVERIFY(!screen->isVisible());
+    });
+    Command(*table_, "mnuSaveGameAs");
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(3));
+    QCOMPARE(Game.GameFileName, Path("new game.crp").toStdString());
+    QCOMPARE(table_->windowTitle(), "Kelvanor (new game.crp)");
+    QCOMPARE(QFileInfo(Path("full.crp")).size(), 1);
+
+    Game.Bets[BankrollIndex] = 77;
+    Game.GameChanged = true;
+    Command(*table_, "mnuSaveGame");
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(3));
+    Game.Bets[BankrollIndex] = 1;
+    OnNextScreen([](QDialog* screen) { ClickRow(*screen, "filFiles", "new game.crp", true); });
+    Command(*table_, "mnuOpenGame");
+    QCOMPARE(Bankroll(), Currency(77));
+  }
+
+  void deleteKeyDeletesAFileThatIsNotInUse() {
+    Write("a.bet");
+    Write("b.bet");
+    Game.AutoBetFile = Path("a.bet").toStdString();
+    OnNextScreen([&](QDialog* screen) {
+      auto* files = Find<QListWidget>(screen, "filFiles");
+      const auto press = [&](const char* file, int answer) {
+        ClickRow(*screen, "filFiles", file);
+        PlannedMessages.Answers = {{answer}};
+        QTest::keyClick(files, Qt::Key_Delete);
+        return Rows(*screen, "filFiles");
+      };
+      QCOMPARE(press("a.bet", AnswerOk), "a.bet, b.bet");
+      QCOMPARE(press("b.bet", AnswerNo), "a.bet, b.bet");
+      QCOMPARE(press("b.bet", AnswerYes), "a.bet");
+      ClickButton(screen, "cmdCancel");
+    });
+    QVERIFY(!RunFileScreen(table_.get(), FileCommand::OpenScript));
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(3));
+    QVERIFY(!QFile::exists(Path("b.bet")));
+  }
+
+  void leavingOffersToSaveEachInTurn() {
+    ScriptLine line;
+    line.LineKind = RemarkLine;
+    const auto unsaved = [&] {
+      ClearScript();
+      InsertLine(1, line);
+      Game.ProbabilityChanged = Game.GameChanged = true;
+      PlannedMessages.Shown.clear();
+    };
+    const std::string titles[] = {"Save Auto-Bets?", "Save Probabilities?", "Save Game?"};
+    for (std::size_t asked = 1; asked <= 3; ++asked) {
+      unsaved();
+      PlannedMessages.Answers.assign(asked - 1, {AnswerNo});
+      PlannedMessages.Answers.push_back({AnswerCancel});
+      if (asked == 2) {
+        Command(*table_, "mnuNew");
+      } else {
+        table_->close();
+      }
+      QVERIFY(table_->isVisible() && Game.GameChanged && Game.ScrCount == 1);
+      QCOMPARE(PlannedMessages.Shown.size(), asked);
+      for (std::size_t i = 0; i < asked; ++i) QCOMPARE(PlannedMessages.Shown[i].Title, titles[i]);
+    }
+    QVERIFY(!QFile::exists(Path("default.crp")));
+
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}, {AnswerYes}};
+    OnNextScreen([](QDialog* screen) {
+      Find<QLineEdit>(screen, "txtFileName")->setText("mine");
+      OnNextScreen([](QDialog* second) { second->reject(); });  // no name for the game: go back
+      ClickButton(screen, "cmdOK");
+    });
+    table_->close();
+    QVERIFY(table_->isVisible() && QFile::exists(Path("mine.prb")) && !Game.ProbabilityChanged);
+
+    // A game that can't be kept isn't thrown away unasked.
+    const std::string dataPath = std::exchange(Game.DataPath, Path("gone/").toStdString());
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerNo}, {AnswerOk}, {AnswerNo}};
+    table_->close();
+    ExpectMessage("The game can't be kept for the next session.\n\nDo you want to end anyway?",
+                  "Kelvanor");
+    QVERIFY(table_->isVisible() && PlannedMessages.Answers.empty());
+    Game.DataPath = dataPath;
+    Game.GameChanged = true;
+
+    Write("active.tmp");
+    table_->ShowAsLeft();
+    Command(*table_, "mnuBankroll");
+    table_->move(33, 44);
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerNo}};
+    table_->close();
+    QVERIFY(!table_->isVisible() && QFile::exists(Path("default.crp")));
+    QVERIFY(!QFile::exists(Path("active.tmp")) && QApplication::overrideCursor() == nullptr);
+    OpenLastSession();
+    QVERIFY(WasOpen(BankrollWindow) && !WasOpen(FlagsWindow));
+    QCOMPARE(Game.WindowPlaces[TableWindow].Left, 33);
+  }
+
+  void tapeNeedsAFileAndIsPlayedBack() {
+    for (const auto& [command, title] :
+         {std::pair{"mnuRecorder_1", "Record Dice Rolls During Game Play"},
+          std::pair{"mnuRecorder_2", "Playback Dice Rolls During Game Play"}}) {
+      Command(*table_, command);
+      ExpectMessage("You need to open a file first.", title);
+      QVERIFY(Game.RecorderStatus == RecorderOff &&
+              !Find<QAction>(table_.get(), command)->isChecked());
+    }
+    OnNextScreen([](QDialog* screen) {
+      Find<QLineEdit>(screen, "txtFileName")->setText("tape");
+      ClickButton(screen, "cmdOK");
+    });
+    Command(*table_, "mnuNewOpen");
+    Command(*table_, "mnuRecorder_1");
+    RightClickRolls(*table_, 2, 6);
+    RightClickRolls(*table_, 1, 5);
+    Command(*table_, "mnuFirstRoll");
+    Command(*table_, "mnuRecorder_2");
+    ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
+    QCOMPARE(QPoint(Game.Die1, Game.Die2), QPoint(2, 6));
+    Command(*table_, "mnuCloseRolls");
+    QVERIFY(Game.DiceRollFile.empty() && Game.RecorderStatus == RecorderOff);
+    QCOMPARE(QFileInfo(Path("tape.rol")).size(), 2);
+  }
+
+  void windowsComeBackOnTheScreenThatIsThere() {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const WindowPlace places[] = {{-1, 20, 30, 500, 400},
+                                  {-1, 90'000, -90'000, 500, 400},
+                                  {-1, -50, 10, 90'000, 90'000},
+                                  {-1, 2'147'483'647, 2'147'483'647, 2'147'483'647, 2'147'483'647}};
+    for (const WindowPlace& place : places) {
+      Game.WindowPlaces[SummaryWindow] = place;
+      QWidget window;
+      FollowPlace(&window, SummaryWindow);
+      QVERIFY2(screen.contains(QRect(window.pos(), window.size())),
+               qPrintable(QString::number(place.Top)));
+      if (place.Top == 20) QCOMPARE(window.geometry(), QRect(30, 20, 500, 400));
+    }
+    Game.WindowPlaces[BankrollWindow] = {-1, 20, 30, 700, 500};
+    table_->ShowAsLeft();
+    auto* bankroll = table_->findChild<frmBankroll*>();
+    QVERIFY(bankroll && bankroll->isVisible() && bankroll->pos() == QPoint(30, 20));
+    bankroll->close();
+    QVERIFY(!WasOpen(BankrollWindow));
+  }
+
+  void folderIsHeldByOneProgram() {
+    FolderLock mine(folder_->path());
+    QVERIFY(mine.Take());
+    FolderLock second(folder_->path());
+    QVERIFY(!second.Take() && second.Refusal().contains(QDir::toNativeSeparators(folder_->path())));
+    QVERIFY(FolderLock(Path("gone")).Take());  // nothing can be lost there
+
+    // A program that was killed leaves its lock behind.
+    QTemporaryDir other;
+    QProcess dead;
+    dead.start("true", QStringList());
+    const qint64 id = dead.processId();
+    QVERIFY(dead.waitForFinished());
+    QFile lock(other.filePath("kelvanor.lock"));
+    QVERIFY(lock.open(QIODevice::WriteOnly));
+    lock.write(QByteArray::number(id) + "\nkelvanor\n" + QSysInfo::machineHostName().toUtf8() +
+               "\n");
+    lock.close();
+    QVERIFY(FolderLock(other.path()).Take());
+  }
+
+ private:
+  QString Path(const QString& name) const { return folder_->path() + "/" + name; }
+
+  void Write(const QString& name) {
+    QFile file(Path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("x") == 1);
+  }
+
+  static QString Rows(const QWidget& screen, const QString& name) {
+    const auto* list = Find<QListWidget>(&screen, name);
+    QStringList rows;
+    for (int row = 0; row < list->count(); ++row) rows << list->item(row)->text().trimmed();
+    return rows.join(", ");
+  }
+
+  static void ClickRow(const QWidget& screen, const QString& name, const QString& text,
+                       bool twice = false) {
+    auto* list = Find<QListWidget>(&screen, name);
+    QListWidgetItem* found = nullptr;
+    for (int row = 0; row < list->count(); ++row) {
+      if (list->item(row)->text().trimmed() == text) found = list->item(row);
+    }
+    QVERIFY2(found, qPrintable(text));
+    list->scrollToItem(found);
+    const QPoint place = list->visualItemRect(found).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    if (twice) QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+  }
+
+  std::unique_ptr<QTemporaryDir> folder_;
+  std::unique_ptr<frmCrapTable> table_;
+};
+
+QTEST_MAIN(TestFileScreen)
+#include "test_file_screen.moc"
