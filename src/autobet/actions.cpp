@@ -142,12 +142,6 @@ void PerformOnBets(const ScriptLine& line, const ActionPlan& plan, ActionRun& ru
 
 }  // namespace
 
-int ActionOf(int number) {
-  if (number < 1 || number > Game.ScrCount) return 0;
-  const ScriptLine& line = Line(number);
-  return line.LineKind == ActionLine ? line.LineCode : 0;
-}
-
 ActionPlan PlanAction(int number) {
   ActionPlan plan;
   const int action = ActionOf(number);

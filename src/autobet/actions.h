@@ -33,9 +33,6 @@ struct ActionPlan {
   int FlagIndex = -1;
 };
 
-/// The action of line `number`; 0 for a line that is none, or isn't in the script.
-int ActionOf(int number);
-
 /// The plan of action line `number` of the script in force.
 ActionPlan PlanAction(int number);
 

@@ -190,13 +190,10 @@ class Run {
   void EndBlockWithoutNews() {
     Say(status::kNoneNew);
     BlockTrue = false;
-    if (XorPending != XorWhenLine) {
-      PrevBlockTrue = false;
-    } else if (PrevBlockTrue) {
-      Say(status::kXorPreviousTrue);
-      OverallTrue = true;
+    if (XorPending == XorWhenLine) {
+      FollowLeftSide();
     } else {
-      Say(status::kXorBothFalse);
+      PrevBlockTrue = false;
     }
   }
 
@@ -219,13 +216,15 @@ class Run {
     Say(status::kBlockFalse);
     if (XorPending == 0) {
       PrevBlockTrue = false;
-    } else if (PrevBlockTrue) {
-      Say(status::kXorPreviousTrue);
-      OverallTrue = true;
     } else {
-      Say(status::kXorBothFalse);
-      PrevBlockTrue = false;
+      FollowLeftSide();
     }
+  }
+
+  /// The right side of an "xor" is false: the statement is what the block before it was.
+  void FollowLeftSide() {
+    Say(PrevBlockTrue ? status::kXorPreviousTrue : status::kXorBothFalse);
+    OverallTrue |= PrevBlockTrue;
   }
 
   void StartBlock(int kind) {

@@ -43,6 +43,12 @@ std::size_t LowerAt(std::string& text, std::size_t at) {
 
 }  // namespace
 
+int ActionOf(int number) {
+  if (number < 1 || number > Game.ScrCount) return 0;
+  const ScriptLine& line = Line(number);
+  return line.LineKind == ActionLine ? line.LineCode : 0;
+}
+
 void ScriptEdited() {
   Game.ScriptStale = true;
   Game.FlagsTouched = true;

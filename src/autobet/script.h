@@ -12,6 +12,9 @@ inline constexpr int kTopicScripts = 640;
 /// Line `number`, from 1 to `ScrCount`.
 inline ScriptLine& Line(int number) { return Game.Script[static_cast<unsigned>(number - 1)]; }
 
+/// The action of line `number`; 0 for a line that is none, or isn't in the script.
+int ActionOf(int number);
+
 /// Tells the engine that lines, labels or flags have changed: names become indices anew before the
 /// next run. Raises no `ScriptChanged`: that is the caller's to decide.
 void ScriptEdited();
