@@ -85,5 +85,3 @@ bool EventsLogExists() {
   std::error_code ignored;
   return fs::exists(PathOf(Game.EventsLogFile), ignored);
 }
-
-std::string EventsLogIndexPath() { return Game.DataPath + "Events Log.ref"; }

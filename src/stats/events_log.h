@@ -24,6 +24,3 @@ inline bool LogWants(bool classSwitch) { return Game.EventsLogActive && classSwi
 void ClearEventsLog();
 
 bool EventsLogExists();
-
-/// The path of the index.
-std::string EventsLogIndexPath();

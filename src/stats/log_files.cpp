@@ -11,7 +11,6 @@
 #include "core/faults.h"
 #include "core/game_state.h"
 #include "core/record_file.h"
-#include "stats/events_log.h"
 
 namespace {
 
@@ -160,6 +159,8 @@ void IndexLines(std::istream& log, std::ostream& index) {
 }
 
 }  // namespace
+
+std::string EventsLogIndexPath() { return Game.DataPath + "Events Log.ref"; }
 
 std::int64_t LengthOf(std::istream& file) {
   file.clear();

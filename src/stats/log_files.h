@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+/// The path of the index: always this one name, whatever the log's.
+std::string EventsLogIndexPath();
+
 /// The length of a record of the index.
 inline constexpr std::int64_t kIndexRecord = 4;
 

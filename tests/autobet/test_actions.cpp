@@ -4,8 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <climits>
-#include <filesystem>
-#include <fstream>
 #include <random>
 #include <sstream>
 
@@ -22,6 +20,7 @@
 #include "dice/generators.h"
 
 // After the operators that print money.
+#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -61,7 +60,8 @@ std::string Ranges(int last, Test holds) {
     if (!holds(static_cast<unsigned>(i))) continue;
     const int first = i;
     while (i < last && holds(static_cast<unsigned>(i + 1))) ++i;
-    text += (text.empty() ? "" : ",") + std::to_string(first);
+    if (!text.empty()) text += ",";
+    text += std::to_string(first);
     if (i > first) text += "-" + std::to_string(i);
   }
   return text.empty() ? "none" : text;
@@ -75,14 +75,10 @@ class ActionsTest : public TableTest {
     Game.Notify = NoticeAutoBet;
     Game.Bets[kSourceId] = 8;
     Game.BetsAtRoll[kSourceId] = 12;
-    folder_ = std::filesystem::temp_directory_path() / "kelvanor_actions_test";
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
-    Game.DataPath = Game.AppPath = folder_.string() + "/";
+    Game.DataPath = Game.AppPath = folder_ / "";
   }
   void TearDown() override {
     CloseOutputFile();
-    std::filesystem::remove_all(folder_);
     TableTest::TearDown();
   }
 
@@ -132,12 +128,7 @@ class ActionsTest : public TableTest {
     }
   }
 
-  std::string ReadFile(const std::string& name) const {
-    std::ifstream in(folder_ / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
-
-  std::filesystem::path folder_;
+  const ScratchFolder folder_{"actions"};
 };
 
 TEST_F(ActionsTest, EveryFormChangesABet) {
@@ -501,7 +492,7 @@ TEST_F(ActionsTest, AProbabilityFileIsUsedWhenItCanBeRead) {
   file.resize(92, ' ');
   file.resize(1152, '\0');
   file[256 + 4 * (112 + 2 * 14 + 1)] = 1;
-  std::ofstream(folder_ / "one.prb", std::ios::binary) << file;
+  folder_.Write("one.prb", file);
   Do("Activate Probability File: \" one.prb \"");
   EXPECT_TRUE(Game.UseSkewedProbability);
   Do("Deactivate Probability File");
@@ -514,13 +505,13 @@ TEST_F(ActionsTest, OutputGoesToTheFileOrIsAFault) {
      "Output to file. Message: \"to\";\n Output to file. Value of Chip-Stack # 7\n"
      "Output to file. Value of the last Chip-Stack # 7\n Output to file. New line.\n"
      "Output to file. Message: \"\";");
-  const std::string path = (folder_ / "out.txt").string();
+  const std::string path = folder_ / "out.txt";
   EXPECT_EQ(Game.AutoBetOutputFile, path);
   FlushOutputFile();
-  EXPECT_EQ(ReadFile("out.txt"), "Caf\xE9\tto1234.5\t12\t\r\n");
+  EXPECT_EQ(folder_.Read("out.txt"), "Caf\xE9\tto1234.5\t12\t\r\n");
   Do("Open/append file for output: \"" + path +
      "\"\n Output to file. Message: \"more\";\n Close file\n Close file");
-  EXPECT_EQ(ReadFile("out.txt"), "Caf\xE9\tto1234.5\t12\t\r\nmore");
+  EXPECT_EQ(folder_.Read("out.txt"), "Caf\xE9\tto1234.5\t12\t\r\nmore");
   for (const int code : {OutputMessage, OutputValue, OutputValueOfLast, OutputNewLine})
     EXPECT_EQ(Do({Act(code, 0, 0)}), 52) << "none is open: " << code;
   for (const int code : {OpenOutput, AppendOutput}) {
@@ -529,7 +520,7 @@ TEST_F(ActionsTest, OutputGoesToTheFileOrIsAFault) {
     EXPECT_EQ(Do({Act(code, 0, 0)}), 75);
     EXPECT_EQ(Do("Output to file. New line."), 52);
   }
-  EXPECT_EQ(ReadFile("out.txt"), "");
+  EXPECT_EQ(folder_.Read("out.txt"), "");
 }
 
 #ifdef __linux__

@@ -1,6 +1,5 @@
 // Laws that hold for every script: thousands of random ones, well formed and not, drive the table.
 #include <algorithm>
-#include <filesystem>
 #include <random>
 #include <set>
 
@@ -14,7 +13,9 @@
 #include "core/roll_cycle.h"
 #include "dice/generators.h"
 #include "rules/defaults.h"
+#include "stats/events_log.h"
 #include "support/same_game.h"
+#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -153,14 +154,27 @@ class ScriptLaws : public TableTest {
     TableTest::SetUp();
     BeginGame(1);
   }
+  void TearDown() override {
+    Game.DataPath.clear();
+    Game.AppPath.clear();
+    TableTest::TearDown();
+  }
 
-  static void BeginGame(unsigned seed) {
+  void BeginGame(unsigned seed) const {
     LayDownGame(seed);
     Game.AutoBetActive = 1;
     Game.ReSeed = false;
     Game.Bets[BankrollIndex] = Game.BankrollInitAmt = 5'000;
     Game.HandleWinningBets = Game.HandleLosingBets = 2;
-    Game.DataPath = Game.AppPath = ::testing::TempDir();
+    Game.DataPath = Game.AppPath = folder_ / "";
+    Game.EventsLogFile = folder_ / kLog;
+  }
+
+  static void LogEverything() {
+    Game.EventsLogActive = Game.ClearLogOnNew = Game.KeepLatestRollOnTop = true;
+    Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = true;
+    Game.LogChipStackChanges = Game.LogPassesMisses = true;
+    Game.LogShooterChanges = Game.LogBankrollChanges = true;
   }
 
   static void LayDownGame(unsigned seed) {
@@ -211,6 +225,9 @@ class ScriptLaws : public TableTest {
       ASSERT_EQ(Game.RollsSince[0], Game.RollCount[0]);
     }
   }
+
+  static constexpr const char* kLog = "log.txt";
+  const ScratchFolder folder_{"script_laws"};
 };
 
 TEST_F(ScriptLaws, WellFormedScriptsKeepTheTableSound) {
@@ -276,6 +293,7 @@ struct Played {
   GraphState Graph;
   std::vector<Flag> Flags;
   std::array<std::string, 100> Names;
+  int LogTopLine = 0;
 };
 
 /// The game and script laid down, in runs of several lengths.
@@ -289,7 +307,7 @@ Played Play(bool hyperDrive) {
     RollDice();
   }
   Game.HyperDriveOn = false;
-  return {Game, Game, Game, Game.Flags, Game.ChipStackName};
+  return {Game, Game, Game, Game.Flags, Game.ChipStackName, Game.LogTopLine};
 }
 
 TEST_F(ScriptLaws, HyperDriveRunsScriptsTheSame) {
@@ -313,16 +331,23 @@ TEST_F(ScriptLaws, HyperDriveRunsScriptsTheSame) {
         lines.push_back(line);
     }
     std::vector<Played> games;
+    std::vector<std::string> logs;
     for (const bool hyperDrive : {false, true}) {
       BeginGame(seed);
+      ClearEventsLog();
+      if (seed % 10 < 3) LogEverything();
       TakeScript(lines);
       games.push_back(Play(hyperDrive));
+      logs.push_back(folder_.Read(kLog));
     }
+    ASSERT_NE(logs[0].empty(), Game.EventsLogActive);
+    ASSERT_TRUE(logs[0] == logs[1]);
     ASSERT_TRUE(FieldsOf(games[0].Table) == FieldsOf(games[1].Table));
     ASSERT_TRUE(FieldsOf(games[0].Counters) == FieldsOf(games[1].Counters));
     ASSERT_TRUE(FieldsOf(games[0].Graph) == FieldsOf(games[1].Graph));
     ASSERT_EQ(games[0].Flags, games[1].Flags);
     ASSERT_EQ(games[0].Names, games[1].Names);
+    ASSERT_EQ(games[0].LogTopLine, games[1].LogTopLine);
     moved += games[0].Table.Bets[BankrollIndex] != 5'000;
   }
   EXPECT_GT(moved, 60);

@@ -1,13 +1,11 @@
 // Habits of the dice that look like slips and are required.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "dice/generators.h"
 #include "rules/defaults.h"
-#include "stats/events_log.h"
+#include "support/scratch_folder.h"
 
 namespace {
 
@@ -42,7 +40,9 @@ TEST_F(DiceHabits, Rng4AndRng5RoundTheirNumberForTheMatrix) {
 }
 
 TEST_F(DiceHabits, ASeedingIsLoggedWithTheStateBeforeIt) {
-  Game.EventsLogFile = ::testing::TempDir() + "kelvanor_dice_habits.txt";
+  const ScratchFolder folder("dice_habits");
+  Game.DataPath = folder / "";
+  Game.EventsLogFile = folder / "log.txt";
   Game.EventsLogActive = true;
   Game.RngChoice = Rng4Ran2;
   for (const int seed : {4321, 99}) {
@@ -50,11 +50,10 @@ TEST_F(DiceHabits, ASeedingIsLoggedWithTheStateBeforeIt) {
     SeedRng(SeedInChangeRequest);
     Game.RngState += 1000;
   }
-  std::ostringstream text;
-  text << std::ifstream(Game.EventsLogFile).rdbuf();
-  EXPECT_NE(text.str().find("      RNG #4 seeded: 5321"), std::string::npos) << text.str();
-  EXPECT_EQ(text.str().find("seeded: 99"), std::string::npos);
-  ClearEventsLog();
+  const std::string text = folder.Read("log.txt");
+  EXPECT_NE(text.find("      RNG #4 seeded: 5321"), std::string::npos) << text;
+  EXPECT_EQ(text.find("seeded: 99"), std::string::npos);
+  Game.DataPath.clear();
   Game.EventsLogFile.clear();
 }
 

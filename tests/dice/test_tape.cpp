@@ -157,7 +157,7 @@ TEST_F(DiceTape, AnyTapeAndPositionPlaysItsThrowsAndNoMore) {
     const auto isFace = [](int face) { return face != 0 && face != 7; };
     return isFace(value >> 5) && isFace(value >> 2 & 7);
   };
-  for (int round = 0; round < 300; ++round) {
+  for (int round = 0; round < 150; ++round) {
     std::string tape(static_cast<std::size_t>(below(40)), ' ');
     // The two low bits of a throw may be anything.
     for (char& byte : tape)
@@ -223,7 +223,7 @@ TEST_F(DiceTape, RangesMoveAsInMemory) {
   ModelTape model;
   for (int at = 0; at < 90'000; ++at) model.Bytes += static_cast<char>(upTo(255));
   Use(model.Bytes);
-  for (int round = 0; round < 2000; ++round) {
+  for (int round = 0; round < 600; ++round) {
     // Counts about one block and two, and positions that may lie outside.
     const std::int64_t count = upTo(3) * 29'998 + upTo(6) - 1;
     const std::int64_t from = upTo(model.Length() + 4) - 2;

@@ -14,6 +14,7 @@
 #include "screens/frmEventsLog.h"
 #include "screens/paper.h"
 #include "stats/events_log.h"
+#include "stats/log_files.h"
 #include "support/scratch_folder.h"
 
 namespace {

@@ -11,6 +11,7 @@
 #include "stats/events_log_view.h"
 #include "stats/log_files.h"
 #include "support/file_size_limit.h"
+#include "support/scratch_folder.h"
 
 namespace {
 
@@ -19,14 +20,10 @@ namespace fs = std::filesystem;
 class EventsLog : public ::testing::Test {
  protected:
   void SetUp() override {
-    folder_ = fs::path(::testing::TempDir()) / "kelvanor_events_log";
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-    Game.DataPath = folder_.string() + "/";
+    Game.DataPath = folder_ / "";
     LayDownDefaults();
   }
   void TearDown() override {
-    fs::remove_all(folder_);
     Game.DataPath.clear();
     LayDownDefaults();
   }
@@ -50,7 +47,7 @@ class EventsLog : public ::testing::Test {
     return positions;
   }
 
-  fs::path folder_;
+  const ScratchFolder folder_{"events_log"};
 };
 
 /// A run is under way.
@@ -183,13 +180,6 @@ TEST_F(EventsLog, LinesBeyondTheReachOfTheIndexAreWrittenAllTheSame) {
   EXPECT_EQ(Index().size(), 3U);
   EXPECT_EQ(fs::file_size(Game.EventsLogFile), INT32_MAX - 7U + 2 + 5 + 7 + 6);
   EXPECT_EQ(ReadLogLines(3, 9), std::vector<std::string>{"two"});
-}
-
-TEST_F(EventsLog, MasterSwitchAndClassAreBothNeeded) {
-  EXPECT_FALSE(LogWants(true));
-  Game.EventsLogActive = true;
-  EXPECT_TRUE(LogWants(true));
-  EXPECT_FALSE(LogWants(false));
 }
 
 }  // namespace

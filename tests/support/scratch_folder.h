@@ -7,15 +7,23 @@
 #include <sstream>
 #include <string>
 
-/// Empty at the start and gone at the end. Files are named within it.
+/// Empty at the start and gone at the end. Files are named within it. No two that live at a time
+/// are the same, though other processes run the same test.
 class ScratchFolder {
  public:
-  explicit ScratchFolder(const std::string& name)
-      : path_(std::filesystem::temp_directory_path() / ("kelvanor_" + name)) {
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
+  explicit ScratchFolder(const std::string& name) {
+    const std::filesystem::path base =
+        std::filesystem::temp_directory_path() / ("kelvanor_" + name + "_");
+    int number = 0;
+    do {
+      path_ = base;
+      path_ += std::to_string(number++);
+    } while (!std::filesystem::create_directory(path_));
   }
-  ~ScratchFolder() { std::filesystem::remove_all(path_); }
+  ~ScratchFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
