@@ -8,6 +8,7 @@
 #include "core/game_state.h"
 #include "core/host.h"
 #include "core/messages.h"
+#include "core/record_file.h"
 #include "core/roll_cycle.h"
 #include "core/sounds.h"
 #include "dice/generators.h"
@@ -106,6 +107,6 @@ bool MayClose(const std::function<void()>& storeWindowPlaces) {
 void CloseGame() {
   for (const char* scratch : {"copyfile.rll", "active.tmp"}) {
     std::error_code ignored;
-    std::filesystem::remove(Game.DataPath + scratch, ignored);
+    std::filesystem::remove(PathOf(Game.DataPath + scratch), ignored);
   }
 }

@@ -49,7 +49,6 @@ QString DataFolder(const QString& programFolder) {
 int main(int argc, char* argv[]) {
   GameApplication application(argc, argv);
   QApplication::setApplicationName("kelvanor");
-  QApplication::setApplicationDisplayName("Kelvanor");
   const QString programFolder = QApplication::applicationDirPath();
   const QString dataFolder = DataFolder(programFolder);
   FolderLock folder(dataFolder);
@@ -67,7 +66,6 @@ int main(int argc, char* argv[]) {
   frmCrapTable table;
   InstallQtHost(&table);
   Guarded("Sub Main", OpenLastSession);
-  OpenLastSession();
   table.ShowAsLeft();
   QApplication::processEvents();
   Guarded("Sub Main", AfterTableShown);

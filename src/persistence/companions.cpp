@@ -13,6 +13,7 @@
 #include "core/messages.h"
 #include "dice/matrix.h"
 #include "dice/probability_file.h"
+#include "persistence/kept_path.h"
 
 namespace {
 
@@ -22,7 +23,6 @@ constexpr std::string_view kHeadingText = "Kelvanor Game File, Data Format 5.1";
 constexpr std::string_view kFormatMark = "Data Format 5.1";
 constexpr std::size_t kTextWidth = 92;
 constexpr std::size_t kPathOffset = 100;
-constexpr std::size_t kPathWidth = 100;
 constexpr std::size_t kDateOffset = 208;
 constexpr std::size_t kDateWidth = 40;
 
@@ -44,6 +44,13 @@ std::string InData(const char* name) { return Game.DataPath + name; }
 bool Exists(const std::string& path) {
   std::error_code none;
   return !path.empty() && fs::is_regular_file(PathOf(path), none);
+}
+
+/// Whether a file can be opened or made there: opening a pipe would wait for its reader.
+bool IsFileOrFree(const std::string& path) {
+  std::error_code none;
+  const fs::file_status status = fs::status(PathOf(path), none);
+  return !fs::exists(status) || fs::is_regular_file(status);
 }
 
 // --- Writing ---
@@ -110,7 +117,7 @@ std::string MatrixPath(bool keepUnsaved) {
 
 void PutHeading(Record& record, const std::string& path, const std::string& date) {
   record.PutText(0, kTextWidth, kHeadingText);
-  record.PutText(kPathOffset, kPathWidth, path);
+  record.PutText(kPathOffset, kKeptPathWidth, path);
   record.PutText(kDateOffset, kDateWidth, date);
 }
 
@@ -122,21 +129,10 @@ struct Companion {
   std::string Date;
 };
 
-/// The field cuts long names and has no place for most letters. What it holds of a name that we
-/// know stands for that name.
-std::string WholeName(const std::string& kept, const std::vector<std::string>& known) {
-  for (const std::string& name : known) {
-    Record record;
-    record.PutText(kPathOffset, kPathWidth, name);
-    if (!name.empty() && record.Text(kPathOffset, kPathWidth) == kept) return name;
-  }
-  return kept;
-}
-
 Companion ReadHeading(const RecordFile& file, HeadingOf heading,
                       const std::vector<std::string>& known) {
   const Record record = file.At(heading);
-  return {WholeName(record.Text(kPathOffset, kPathWidth), known),
+  return {WholePath(record.Text(kPathOffset, kKeptPathWidth), known),
           record.Text(kDateOffset, kDateWidth)};
 }
 
@@ -179,8 +175,6 @@ void TakeScript(const Companion& companion) {
   const bool there = IsThere(LookAndTell(companion, "Auto-Bet file", "Auto-Bet File"));
   if (there) OpenScript(companion.Path);
   if (!there || Game.LastFileResult <= 0) ClearScript();
-  // The script was under way when the game was saved.
-  Game.ScriptChanged = false;
   KeepActiveScript();
 }
 
@@ -201,15 +195,6 @@ void TakeMatrix(const Companion& companion) {
   Game.PrbFileName.clear();
   Game.ProbabilityChanged = false;
   SetFairMatrix();
-}
-
-void TakeOutputFile(const Companion& companion) {
-  try {
-    CloseOutputFile();
-    if (!companion.Path.empty()) OpenOutputFile(companion.Path, OutputMode::Append);
-  } catch (const std::exception&) {
-    ReportError("Open Game");
-  }
 }
 
 /// A log that was never begun isn't missed.
@@ -236,6 +221,15 @@ void TakeEventsLog(const Companion& companion) {
 }
 
 }  // namespace
+
+void UseOutputFile(const std::string& path) {
+  try {
+    CloseOutputFile();
+    if (!path.empty() && IsFileOrFree(path)) OpenOutputFile(path, OutputMode::Append);
+  } catch (const std::exception&) {
+    ReportError("Open Game");
+  }
+}
 
 bool IsGameHeading(const Record& heading) {
   return heading.Text(0, kTextWidth).find(kFormatMark) != std::string::npos;
@@ -277,7 +271,7 @@ void TakeCompanions(const RecordFile& file) {
   TakeScript(ReadHeading(file, ScriptHeading, {InData("default.bet"), Game.AutoBetFile}));
   TakeDiceFile(ReadHeading(file, DiceHeading, {Game.DiceRollFile}));
   TakeMatrix(ReadHeading(file, MatrixHeading, {InData("default.prb"), Game.PrbFileName}));
-  TakeOutputFile(ReadHeading(file, OutputHeading, {Game.AutoBetOutputFile}));
+  UseOutputFile(ReadHeading(file, OutputHeading, {Game.AutoBetOutputFile}).Path);
   TakeGamesLog(ReadHeading(file, GamesLogHeading, {InData("default.glg"), Game.GamesLogFile}));
   TakeEventsLog(
       ReadHeading(file, EventsLogHeading, {InData("Events Log.txt"), Game.EventsLogFile}));

@@ -278,6 +278,7 @@ bool RunSaveGamesLog(const std::string& path) {
 }
 
 bool RunOpenEventsLog(const std::string& path) {
+  FlushEventsLog();  // what is gathered belongs to the log in force
   Game.EventsLogFile = path;
   Game.LogTopLine = 1;
   EnsureLogIndex();

@@ -92,6 +92,14 @@ void WriteGame(const std::string& path, bool keepUnsaved, Durability durability)
   Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
 }
 
+/// No game is written or read in the middle of a roll.
+bool IsAmidRoll(const std::string& path, const char* doing, const char* title) {
+  if (!Game.RollInProgress) return false;
+  Game.LastFileResult = 0;
+  Tell(path, std::string("\ncan't be ") + doing + " while the dice roll.", title);
+  return true;
+}
+
 /// The game is as it stands in its file.
 void NameGame(const std::string& path) {
   Game.GameFileName = IsDefaultGame(path) ? std::string() : path;
@@ -171,11 +179,30 @@ void ShowGame() {
   TheHost.RedrawBets();
 }
 
+/// Keeps rolls and other games out while the player reads of companions.
+class Loading {
+ public:
+  Loading() { Game.RollInProgress = true; }
+  ~Loading() { Game.RollInProgress = false; }
+  Loading(const Loading&) = delete;
+  Loading& operator=(const Loading&) = delete;
+};
+
+/// Puts back the game that stood before a load that failed half-way.
+void PutBack(const GameState& former) {
+  Game = former;
+  ScriptEdited();
+  UseOutputFile(former.AutoBetOutputFile);
+}
+
 /// Reads a whole game; false when the file is none. What is in force then is not to be used.
 bool TakeGame(const std::string& path, const RecordFile& file) {
   std::size_t chipRecords = 0;
   if (!CanBeAGame(file) || !TakeRecord(file, IsDefaultGame(path), chipRecords)) return false;
-  TakeCompanions(file);
+  {
+    const Loading loading;
+    TakeCompanions(file);
+  }
   TakeFlags(file, chipRecords);
   SettleIn();
   NameGame(path);
@@ -190,6 +217,7 @@ bool IsDefaultGame(const std::string& path) {
 }
 
 void SaveGame(const std::string& path) {
+  if (IsAmidRoll(path, "written", kUnableToSave)) return;
   try {
     WriteGame(path, IsDefaultGame(path), Durability::Disk);
     NameGame(path);
@@ -201,6 +229,7 @@ void SaveGame(const std::string& path) {
 }
 
 void OpenGame(const std::string& path, bool tellRefusal) {
+  if (IsAmidRoll(path, "read", kUnableToOpen)) return;
   std::unique_ptr<GameState> former;
   try {
     const RecordFile file = ReadRecords(path, kMostRecords);
@@ -217,7 +246,7 @@ void OpenGame(const std::string& path, bool tellRefusal) {
            "Kelvanor game file.",
            kUnableToOpen);
   } catch (const std::exception&) {
-    if (former) Game = *former;
+    if (former) PutBack(*former);
     ReportError("Open Game");
     Game.LastFileResult = kSystemFailed;
     Tell(path, "\ncan't be read.", kUnableToOpen);

@@ -7,13 +7,13 @@
 /// `default.crp` it also writes what isn't saved elsewhere (an untitled script, an unsaved matrix)
 /// beside it. Afterwards the game is unchanged as far as saving goes, and `GameFileName` is the
 /// path (empty for `default.crp`). `LastFileResult` is the length written, or -1 when the system
-/// failed: then nothing has changed and the player is told why.
+/// failed, or 0 in the middle of a roll: then nothing has changed and the player is told why.
 void SaveGame(const std::string& path);
 
 /// Reads a game. `tellRefusal`: the player asked for the file and is told when it is none. Tells of
 /// companion files that are missing or have changed. A file that can't be a game leaves everything
 /// as it was; a value that can't stand is put to its nearest legal one. `LastFileResult` is the
-/// length, 0 after a refusal, -1 when the system failed.
+/// length, 0 after a refusal (in the middle of a roll too), -1 when the system failed.
 void OpenGame(const std::string& path, bool tellRefusal);
 
 /// Keeps a copy of the game that a script is about to end, in `DataPath`.

@@ -1,13 +1,13 @@
 #include "persistence/repair.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <numeric>
-#include <vector>
+#include <utility>
 
 #include "core/chips.h"
 #include "core/consistency.h"
+#include "core/faults.h"
 #include "core/game_state.h"
 #include "core/vig_and_odds.h"
 #include "persistence/repair_counters.h"
@@ -60,16 +60,25 @@ void RepairChipValues() {
   }
 }
 
-void RepairPayoffs() {
-  const auto payoffs = Game.Payoff;
+/// A ratio pays on whole units of a bet.
+void RepairPer(Currency& per, Currency usual) {
+  constexpr Currency kHalf = Currency::FromRaw(Currency::kScale / 2);
+  per = per <= 0 ? usual : std::max(RoundDownTo(per + kHalf, 1), Currency(1));
+}
+
+auto DefaultPayoffs() {
   const auto fieldPayoffs = Game.FieldPayoff;
+  auto payoffs = Game.Payoff;
   SetDefaultPayoffs();
-  const auto defaults = Game.Payoff;
-  Game.Payoff = payoffs;
+  std::swap(payoffs, Game.Payoff);
   Game.FieldPayoff = fieldPayoffs;
-  for (unsigned id = 1; id < Game.Payoff.size(); ++id) {
-    if (Game.Payoff[id].Per <= 0) Game.Payoff[id].Per = defaults[id].Per;
-  }
+  return payoffs;
+}
+
+void RepairPayoffs() {
+  const auto defaults = DefaultPayoffs();
+  for (unsigned id = 1; id < Game.Payoff.size(); ++id)
+    RepairPer(Game.Payoff[id].Per, defaults[id].Per);
   for (const PayoffRow& row : PayoffRows()) {
     const auto id = static_cast<unsigned>(row.BetId);
     if (Game.Payoff[id].Win <= 0) Game.Payoff[id].Win = defaults[id].Win;
@@ -77,7 +86,7 @@ void RepairPayoffs() {
   bool anyWin = false;
   for (unsigned i = 1; i < Game.FieldPayoff.size(); ++i) {
     PayoffRecord& payoff = Game.FieldPayoff[i];
-    if (payoff.Per <= 0) payoff.Per = 1;
+    RepairPer(payoff.Per, 1);
     payoff.Win = std::max(payoff.Win, -payoff.Per);
     anyWin = anyWin || payoff.Win > 0;
   }
@@ -129,6 +138,25 @@ void RepairBet(int id) {
   bet = stood ? before : RoundDownTo(std::max(most, Currency(0)), Unit());
 }
 
+bool VigCanBeFigured(int id) {
+  try {
+    FigureBuyVig(id, Game.Bets[id]);
+    FigureLayVig(id, Game.Bets[id]);
+    return true;
+  } catch (const RunTimeFault&) {
+    return false;
+  }
+}
+
+/// A rate or a payoff that the vig of a bet is beyond reckoning by becomes the usual one.
+void RepairVigOf(int id) {
+  constexpr Currency kWholeBet = 1;
+  if (VigCanBeFigured(id)) return;
+  Currency& rate = IsBuy(id) ? Game.BuyVigPct : Game.LayVigPct;
+  if (rate > kWholeBet) rate = Settings().LayVigPct;
+  if (!VigCanBeFigured(id)) Game.Payoff[id] = DefaultPayoffs()[id];
+}
+
 void RepairMoney() {
   Currency& bankroll = Game.Bets[BankrollIndex];
   bankroll = std::clamp(bankroll, -kBeyondPlay, kBeyondPlay);
@@ -136,6 +164,7 @@ void RepairMoney() {
   for (int id = Lay4; id <= LastBet; ++id) RepairBet(id);
   for (int id = Lay4; id < kContractSlots; ++id)
     Game.ContractBets[id] = std::max(Game.ContractBets[id], Currency(0));
+  for (int id = Lay4; id <= LastBet; ++id) RepairVigOf(id);
   RefigureHeldVig();
 }
 

@@ -22,7 +22,9 @@ void OpenLastSession() {
   Game.BetWorkingPrev = Game.BetWorking;
 }
 
-void CloseSession() {
+bool CloseSession() {
   SaveGame(SessionFile());
+  if (Game.LastFileResult <= 0) return false;
   CloseGame();
+  return true;
 }

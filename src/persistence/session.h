@@ -7,5 +7,6 @@
 void OpenLastSession();
 
 /// Writes `default.crp` and deletes the scratch files of the run. A game that can't be written is
-/// told to the player.
-void CloseSession();
+/// told to the player; the scratch files stay then, for a run that may go on. True when it was
+/// written.
+bool CloseSession();

@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <algorithm>
+#include <utility>
 
 #include "autobet/hot_keys.h"
 #include "autoplay/hyper_drive.h"
@@ -34,6 +35,7 @@
 #include "screens/guard.h"
 #include "screens/help.h"
 #include "screens/numeric_entry.h"
+#include "screens/pointer.h"
 #include "screens/script_commands.h"
 #include "screens/table_commands.h"
 #include "screens/table_layout.h"
@@ -270,7 +272,15 @@ void frmCrapTable::RunAtTable(const std::function<void()>& run) {
   TheHost.RefreshViews();
   if (!closeAfterRun_) return;
   closeAfterRun_ = false;
-  close();
+  const bool rollOn = std::exchange(rollOnIfItStays_, false);
+  // Required: a closing that is cancelled leaves the dice rolling.
+  if (!close() && rollOn && !running_) QTimer::singleShot(0, this, [this] { RollOn(); });
+}
+
+void frmCrapTable::RollOn() {
+  if (running_ || !Game.AutoRollDice) return;
+  Game.KeepRolling = true;
+  Roll();
 }
 
 /// Ends whatever runs. A roll that goes on may run the script again, so this is done repeatedly.
@@ -504,25 +514,41 @@ void frmCrapTable::changeEvent(QEvent* event) {
   if (!Game.TableMinimised) RedrawBets();
 }
 
+/// Minimised, the table could show none of the questions that closing may take.
+void frmCrapTable::ShowToAsk() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  Game.TableMinimised = false;
+}
+
+/// Keeps the game for the next session; false when it can't be kept and the player wants to go on.
+bool frmCrapTable::KeepSession() {
+  const PointerLook busy(Qt::WaitCursor);
+  bool kept = false;
+  Guarded(kPlace, [&] { kept = CloseSession(); });
+  if (!kept) {
+    if (!AskYesNo("The game can't be kept for the next session.\n\nDo you want to end anyway?",
+                  "Kelvanor", kTopicFiles)) {
+      return false;
+    }
+    CloseGame();
+  }
+  TheHost.PrintDuePage();
+  return true;
+}
+
 void frmCrapTable::closeEvent(QCloseEvent* event) {
   event->ignore();
+  if (isMinimized()) ShowToAsk();
   if (!MayClose(KeepWindowPlaces)) return;
   if (running_) {
     // The run ends first: its routines stand below this one.
+    rollOnIfItStays_ = rollOnIfItStays_ || Game.KeepRolling;
     EndRun();
     closeAfterRun_ = true;
     return;
   }
   if (!MayLeaveGame(this)) return;
-  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-  CloseSession();
-  TheHost.PrintDuePage();
-  QGuiApplication::restoreOverrideCursor();
-  if (Game.LastFileResult < 0 &&
-      !AskYesNo("The game can't be kept for the next session.\n\nDo you want to end anyway?",
-                "Kelvanor", kTopicFiles)) {
-    return;
-  }
+  if (!KeepSession()) return;
   for (QWidget* screen :
        std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_, flags_, eventsLog_})
     if (screen) screen->close();

@@ -117,6 +117,9 @@ class frmCrapTable : public QMainWindow {
   /// Runs what throws dice or runs a script; a window that was closed meanwhile closes then.
   void RunAtTable(const std::function<void()>& run);
   void EndRun();
+  void RollOn();
+  void ShowToAsk();
+  bool KeepSession();
   void MakeKeyedBox();
   void TakeKeyedAmount();
   void MakeStatusRow(QVBoxLayout* column);
@@ -143,4 +146,5 @@ class frmCrapTable : public QMainWindow {
   bool chipsInHand_ = false;
   bool running_ = false;
   bool closeAfterRun_ = false;
+  bool rollOnIfItStays_ = false;  // nobody has asked the dice to stop
 };

@@ -26,6 +26,7 @@
 #include "screens/guard.h"
 #include "screens/help.h"
 #include "screens/paper.h"
+#include "screens/pointer.h"
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
 
@@ -95,15 +96,6 @@ int CurrentLines() {
   EnsureLogIndex();
   return LogLineCount();
 }
-
-/// The wait cursor, for what reads a long log from end to end.
-class Waiting {
- public:
-  Waiting() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~Waiting() { QApplication::restoreOverrideCursor(); }
-  Waiting(const Waiting&) = delete;
-  Waiting& operator=(const Waiting&) = delete;
-};
 
 /// Asks what to look for; empty when the player doesn't say.
 QString AskForText(QWidget* parent, const QString& start) {
@@ -464,7 +456,7 @@ void frmEventsLog::AskAndFind() {
 void frmEventsLog::FindAgain(bool forward) {
   if (findText_.isEmpty()) return;
   const bool found = [&] {
-    const Waiting cursor;
+    const PointerLook busy(Qt::WaitCursor);  // a long log is read from end to end
     EnsureLogIndex();
     return FindInLog(findText_.toStdString(), forward);
   }();

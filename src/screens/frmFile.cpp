@@ -1,5 +1,6 @@
 #include "screens/frmFile.h"
 
+#include <QAbstractItemView>
 #include <QDir>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -113,6 +114,13 @@ void frmFile::MakeNameBox(QGridLayout* grid) {
   completer_ = new QCompleter(new QStringListModel(this), this);
   completer_->setCaseSensitivity(Qt::CaseInsensitive);
   txtFileName_->setCompleter(completer_);
+  // The list of completions takes the Enter key; with none of them chosen it is meant for OK.
+  connect(txtFileName_, &QLineEdit::returnPressed, this, [this] {
+    QAbstractItemView* list = completer_->popup();
+    if (!list->isVisible() || list->currentIndex().isValid()) return;
+    list->hide();
+    QMetaObject::invokeMethod(this, &frmFile::Accept, Qt::QueuedConnection);
+  });
   grid->addWidget(label, 0, 0);
   grid->addWidget(txtFileName_, 1, 0, 1, 2);
 }

@@ -20,6 +20,7 @@
 #include "screens/frmSettleBet.h"
 #include "screens/graph_printer.h"
 #include "screens/guard.h"
+#include "screens/pointer.h"
 #include "screens/sound_player.h"
 #include "screens/table_layout.h"
 
@@ -175,7 +176,10 @@ void InstallQtHost(frmCrapTable* table) {
     started.start();
     return started;
   }();
-  TheHost.ShowMessage = [](bool modal) { ShowMessageScreen(Table, modal); };
+  TheHost.ShowMessage = [](bool modal) {
+    const PointerLook plain(Qt::ArrowCursor);  // whatever is waited for waits for the player now
+    ShowMessageScreen(Table, modal);
+  };
   TheHost.ShowSettleScreen = ShowSettleScreen;
   TheHost.ThrowDice = ThrowDice;
   TheHost.SendDiceHome = SendDiceHome;

@@ -30,7 +30,9 @@ void KeepPlace(const QWidget& window, WindowId id) {
   place.State = StateOf(window, id);
   // The place of a window that fills the screen is the one that it goes back to.
   const bool special = window.isMaximized() || window.isMinimized();
-  const QRect normal = special ? window.normalGeometry() : QRect(window.pos(), window.size());
+  const QPoint frame = window.geometry().topLeft() - window.pos();
+  const QRect normal =
+      special ? window.normalGeometry().translated(-frame) : QRect(window.pos(), window.size());
   if (normal.width() <= 0 || normal.height() <= 0) return;
   place.Top = normal.top();
   place.Left = normal.left();

@@ -1,6 +1,7 @@
 // The file screen and the commands that open it, by clicks and keys.
 #include "screens/frmFile.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
 #include <QDir>
@@ -235,6 +236,66 @@ class TestFileScreen : public QObject {
     QVERIFY(bankroll && bankroll->isVisible() && bankroll->pos() == QPoint(30, 20));
     bankroll->close();
     QVERIFY(!WasOpen(BankrollWindow));
+  }
+
+  void enterWithCompletionsInSightIsMeantForOk() {
+    Write("one.bet");
+    Write("one more.bet");
+    Game.SelectedFileName.clear();
+    frmFile screen(FileCommand::SelectHotKeyScript, nullptr);
+    screen.show();
+    screen.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&screen));
+    auto* name = Find<QLineEdit>(&screen, "txtFileName");
+    QTest::keyClicks(name, "one");
+    auto* list = name->completer()->popup();
+    QTRY_VERIFY(list->isVisible());
+    QTest::keyClick(list, Qt::Key_Return);
+    QTRY_VERIFY(!screen.isVisible());
+    QCOMPARE(Game.SelectedFileName, Path("one.bet").toStdString());
+  }
+
+  void closingAMinimisedTableStillAsks() {
+    Game.GameChanged = true;
+    table_->showMinimized();
+    QTRY_VERIFY(Game.TableMinimised);
+    Game.MsgAnswer = AnswerNo;
+    PlannedMessages.Answers = {{AnswerCancel}};
+    QVERIFY(!table_->close());
+    ExpectMessage("Your current game has not been saved.\nDo you want to save it now?",
+                  "Save Game?");
+    QVERIFY(!table_->isMinimized());
+  }
+
+  void closingThatIsCancelledLeavesTheDiceRolling() {
+    Game.GameChanged = Game.AutoRollDice = true;
+    PlannedMessages.Answers = {{AnswerCancel}};
+    int rolled = 0;
+    QTimer::singleShot(0, table_.get(), [&] { table_->close(); });
+    ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));
+    QVERIFY(!Game.RollInProgress);
+    rolled = Game.RollCount[0];
+    QTimer stop;
+    connect(&stop, &QTimer::timeout, this, [&] {
+      if (Game.RollCount[0] > rolled + 2) Game.KeepRolling = false;
+    });
+    stop.start(1);
+    QTRY_VERIFY(Game.RollCount[0] > rolled + 2);
+    QTRY_VERIFY(!Game.RollInProgress);
+  }
+
+  void sessionThatCannotBeKeptMayGoOn() {
+    QVERIFY(QDir(folder_->path()).removeRecursively());
+    Game.GameChanged = false;
+    PlannedMessages.Answers = {{AnswerOk}, {AnswerNo}, {AnswerOk}, {AnswerYes}};
+    QVERIFY(!table_->close());
+    QCOMPARE(PlannedMessages.Shown.front().Text, "default.crp\ncan't be written.");
+    ExpectMessage("The game can't be kept for the next session.\n\nDo you want to end anyway?",
+                  "Kelvanor");
+    QVERIFY(table_->isVisible() && !QGuiApplication::overrideCursor());
+    QVERIFY(table_->close());
+    QVERIFY(!table_->isVisible());
   }
 
   void folderIsHeldByOneProgram() {
