@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr int kTopicAutoBet = 640;
 constexpr std::uint32_t kShortestRun = 300;     // milliseconds
 constexpr std::size_t kMostReturns = 16 << 20;  // beyond this a script has run away
 
@@ -367,7 +366,7 @@ void InitAutoBets() {
       AskYesNo("Your Auto-Bets have changed or been activated.\n\nYou have an opportunity now to "
                "run your Auto-Bet script for one cycle BEFORE the dice roll in order to check and "
                "set any initial conditions.\n\nWould you like to initialize your Auto-Bets?",
-               "Auto-Bet", kTopicAutoBet)) {
+               "Auto-Bet", kTopicScripts)) {
     RunAutoBets();
     Game.BetsAfterRoll = Game.Bets;
     TakeFlagSnapshot();

@@ -3,13 +3,11 @@
 #include "autobet/actions.h"
 #include "autobet/script.h"
 #include "autobet/values.h"
-#include "core/ledger.h"
 #include "core/messages.h"
 #include "core/text.h"
+#include "core/turns.h"
 
 namespace {
-
-constexpr int kTopicAutoBet = 640;
 
 bool MessagesWanted() {
   return (Game.Notify & (Game.HyperDriveOn ? NoticeAutoBetHyper : NoticeAutoBet)) != 0;
@@ -19,13 +17,12 @@ bool MessagesWanted() {
 /// counted is reckoned up first: the player can look at it, and may change bets and rules.
 bool ShowBox(int flags) {
   const bool seen = !Game.TableMinimised;
-  const bool counting = LedgerIsOpen();
-  if (counting) SettleLedger();
+  BeforeScreen();
   Game.MsgTitle = "Auto-Bet line # " + std::to_string(Game.ScrLine);
-  Game.MsgCtx = kTopicAutoBet;
+  Game.MsgCtx = kTopicScripts;
   Game.MsgFlags = flags;
   ShowMessage(1);
-  if (counting) Game.SnapshotsDue = Game.WorkingTouched = true;
+  AfterScreen();
   if (Game.HyperDriveOn) Game.KeepRolling = false;
   return seen;
 }

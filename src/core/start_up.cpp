@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "autobet/hot_keys.h"
+#include "autobet/script.h"
 #include "core/error_report.h"
 #include "core/game_state.h"
 #include "core/host.h"
@@ -16,7 +17,6 @@
 
 namespace {
 
-constexpr int kTopicAutoBet = 640;
 constexpr int kTopicHyperDrive = 540;
 constexpr int kTopicGenerators = 520;
 
@@ -88,7 +88,7 @@ void AfterTableShown() {
 
 bool MayClose(const std::function<void()>& storeWindowPlaces) {
   if (Game.AutoBetRunning) {
-    if (!AskYesNo("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", kTopicAutoBet))
+    if (!AskYesNo("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", kTopicScripts))
       return false;
     Game.AutoBetRunning = false;
     Game.KeepRolling = false;

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr int kHelpAutoBet = 640;
-
 bool IsUnsaved() { return Game.ScrCount > 0 && Game.AutoBetFile.empty(); }
 
 /// Shows the first fault of the script's structure, if there is one.
@@ -56,7 +54,7 @@ void ClearScriptCommand(QWidget* parent) {
     if (!MayLeaveScript(parent)) return;
   } else if (!AskYesNo("Do you want to clear the Auto-Bets from the table?\n\nTheir file, " +
                            ScriptName().toStdString() + ", stays as it is.",
-                       "Clear Auto-Bets", kHelpAutoBet)) {
+                       "Clear Auto-Bets", kTopicScripts)) {
     return;
   }
   ClearScript();
@@ -66,7 +64,7 @@ void ClearScriptCommand(QWidget* parent) {
 bool MayLeaveScript(QWidget* parent) {
   if (!IsUnsaved()) return true;
   ShowMessage("Your current logged bets have not been saved.\nDo you want to save them now?",
-              "Save Auto-Bets?", kHelpAutoBet, YesNoCancel);
+              "Save Auto-Bets?", kTopicScripts, YesNoCancel);
   if (Game.MsgAnswer == AnswerYes) return SaveAutoBetFileAsCommand(parent);
   return Game.MsgAnswer == AnswerNo;
 }
@@ -79,7 +77,7 @@ void AskToKeepScript() {
                                         : "Your Auto-Bets are still listed on\n"
                                           "the Auto-Bet screen.";
   if (!AskYesNo(where + "\nWould you like to keep them with\nyour new game?", "Auto-Bets Present",
-                kHelpAutoBet)) {
+                kTopicScripts)) {
     ClearScript();
   } else if (Game.AutoBetActive != 0) {
     Game.ScriptChanged = true;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "autobet/script.h"
 #include "core/chips.h"
 #include "core/host.h"
 #include "core/make_bet.h"
@@ -21,7 +22,6 @@ int ChipPendingFrom = 0;
 
 namespace {
 
-constexpr int kHelpAutoBet = 640;
 constexpr int kHelpHyperDrive = 540;
 constexpr int kHelpDiceRoll = kDiceRollTopic;
 constexpr int kKeyedBoxOffset = 11;
@@ -174,7 +174,7 @@ bool TableAtRest() { return !Game.RollInProgress && !ScriptAtWork(); }
 
 bool AskToInterruptRun() {
   if (Game.AutoBetRunning) {
-    if (AskYesNo("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", kHelpAutoBet)) {
+    if (AskYesNo("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", kTopicScripts)) {
       Game.AutoBetRunning = false;
       Game.KeepRolling = false;
     }

@@ -353,7 +353,7 @@ TEST_F(ActionsTest, MessagesAreSilencedAndBoxesEndARun) {
     Do({Act(code, 0, 0)});
     EXPECT_EQ(TakeShown().size(), static_cast<unsigned>(shown)) << code;
     EXPECT_EQ(Game.KeepRolling, hyper > shown);
-    EXPECT_EQ(Game.SnapshotsDue, hyper != 0 && shown != 0);
+    EXPECT_EQ(Game.SnapshotsDue, shown != 0);
     if (Game.HyperDriveOn) CloseLedger();
   }
 }
