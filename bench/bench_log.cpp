@@ -12,11 +12,11 @@
 #include <string>
 #include <vector>
 
-#include "core/change_bet.h"
-#include "core/headless_host.h"
+#include "bets/change_bet.h"
+#include "bets/headless_host.h"
 #include "core/record_file.h"
-#include "core/roll_cycle.h"
 #include "dice/generators.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"

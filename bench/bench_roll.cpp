@@ -14,11 +14,11 @@
 #include <vector>
 
 #include "allocations.h"
-#include "core/change_bet.h"
-#include "core/headless_host.h"
-#include "core/make_bet.h"
-#include "core/roll_cycle.h"
+#include "bets/change_bet.h"
+#include "bets/headless_host.h"
+#include "bets/make_bet.h"
 #include "dice/generators.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 
 namespace {

@@ -12,9 +12,9 @@
 #include "allocations.h"
 #include "autobet/language.h"
 #include "autobet/script.h"
-#include "core/headless_host.h"
-#include "core/roll_cycle.h"
+#include "bets/headless_host.h"
 #include "dice/generators.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 
 namespace {

@@ -4,11 +4,11 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "core/headless_host.h"
+#include "bets/headless_host.h"
 #include "core/record_file.h"
-#include "core/roll_cycle.h"
 #include "dice/generators.h"
 #include "dice/tape_file.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include <cstdlib>
 
 #include "autoplay/hyper_drive.h"
-#include "core/change_bet.h"
-#include "core/consistency.h"
-#include "core/headless_host.h"
+#include "bets/change_bet.h"
+#include "bets/consistency.h"
+#include "bets/headless_host.h"
 #include "core/text.h"
 #include "dice/generators.h"
 #include "rules/defaults.h"

@@ -7,13 +7,13 @@
 #include <type_traits>
 
 #include "autoplay/hyper_drive.h"
-#include "core/bankroll.h"
+#include "bets/bankroll.h"
+#include "bets/headless_host.h"
+#include "bets/make_bet.h"
+#include "bets/new_game.h"
 #include "core/game_state.h"
-#include "core/headless_host.h"
-#include "core/make_bet.h"
-#include "core/new_game.h"
-#include "core/roll_cycle.h"
 #include "dice/generators.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
 

@@ -9,16 +9,16 @@
 #include <QTextStream>
 #include <functional>
 
-#include "core/chips.h"
+#include "bets/chips.h"
 #include "core/game_state.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
-#include "screens/frmCrapTable.h"
-#include "screens/frmEventsLog.h"
-#include "screens/frmFile.h"
-#include "screens/frmFlags.h"
-#include "screens/frmMsg.h"
-#include "screens/table_painter.h"
+#include "screens/files/frmFile.h"
+#include "screens/play/frmMsg.h"
+#include "screens/scripts/frmFlags.h"
+#include "screens/statistics/frmEventsLog.h"
+#include "screens/table/frmCrapTable.h"
+#include "screens/table/table_painter.h"
 #include "stats/events_log.h"
 
 namespace {

@@ -5,8 +5,8 @@
 
 #include "autobet/language.h"
 #include "autobet/values.h"
-#include "core/chips.h"
-#include "core/make_bet.h"
+#include "bets/chips.h"
+#include "bets/make_bet.h"
 
 namespace {
 

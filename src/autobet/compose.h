@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "autobet/script_state.h"
+#include "core/script_state.h"
 
 /// The words of a line as the editor's list shows them, at most 128 characters: reads all fields of
 /// `line` but `LineText`. Codes that are no part of the language give a line without their words.

@@ -9,7 +9,7 @@
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "autobet/values.h"
-#include "core/ledger.h"
+#include "bets/ledger.h"
 
 namespace {
 

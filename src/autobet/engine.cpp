@@ -10,10 +10,10 @@
 #include "autobet/output_file.h"
 #include "autobet/program.h"
 #include "autobet/script.h"
+#include "bets/turns.h"
 #include "core/error_report.h"
 #include "core/host.h"
 #include "core/messages.h"
-#include "core/turns.h"
 
 namespace {
 

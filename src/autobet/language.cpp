@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "autobet/script_state.h"
+#include "core/script_state.h"
 
 namespace {
 

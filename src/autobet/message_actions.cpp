@@ -3,9 +3,9 @@
 #include "autobet/actions.h"
 #include "autobet/script.h"
 #include "autobet/values.h"
+#include "bets/turns.h"
 #include "core/messages.h"
 #include "core/text.h"
-#include "core/turns.h"
 
 namespace {
 

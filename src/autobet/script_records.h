@@ -4,8 +4,8 @@
 #include <optional>
 #include <string_view>
 
-#include "autobet/script_state.h"
 #include "core/record_file.h"
+#include "core/script_state.h"
 
 inline constexpr std::string_view kScriptHeaderText = "Kelvanor AutoBets, Data Format 5.0";
 inline constexpr int kMaxScriptLines = 1'000'000;

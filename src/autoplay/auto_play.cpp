@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "core/chips.h"
+#include "bets/chips.h"
+#include "bets/make_bet.h"
 #include "core/host.h"
-#include "core/make_bet.h"
 #include "core/messages.h"
-#include "core/roll_cycle.h"
 #include "core/text.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 
 namespace {

@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "autobet/engine.h"
-#include "core/bankroll.h"
-#include "core/chips.h"
+#include "bets/bankroll.h"
+#include "bets/chips.h"
 #include "core/host.h"
 #include "core/messages.h"
-#include "core/roll_cycle.h"
+#include "play/roll_cycle.h"
 
 namespace {
 

@@ -1,16 +1,16 @@
 // The one game record: all state of the table, alive from start to end.
 #pragma once
 
-#include "autobet/script_state.h"
-#include "autoplay/auto_play_settings.h"
+#include "core/auto_play_settings.h"
+#include "core/dice_state.h"
 #include "core/kept_views.h"
 #include "core/message_slots.h"
+#include "core/script_state.h"
+#include "core/settings.h"
 #include "core/sound_state.h"
 #include "core/table_state.h"
+#include "core/tallies.h"
 #include "core/view_state.h"
-#include "dice/dice_state.h"
-#include "rules/settings.h"
-#include "stats/tallies.h"
 
 /// Plain data, composed of the records that the subsystems declare; free routines act on it.
 /// Whatever can be a constant default stands beside its field; `LayDownDefaults` (rules/defaults.h)

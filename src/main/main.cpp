@@ -10,12 +10,12 @@
 #include "core/error_report.h"
 #include "core/game_state.h"
 #include "core/host.h"
-#include "core/start_up.h"
 #include "persistence/session.h"
-#include "screens/folder_lock.h"
-#include "screens/frmCrapTable.h"
-#include "screens/guard.h"
-#include "screens/qt_host.h"
+#include "play/start_up.h"
+#include "screens/files/folder_lock.h"
+#include "screens/frame/guard.h"
+#include "screens/table/frmCrapTable.h"
+#include "screens/table/qt_host.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include <memory>
 
 #include "autobet/script.h"
-#include "core/consistency.h"
+#include "bets/consistency.h"
+#include "bets/ledger.h"
 #include "core/error_report.h"
 #include "core/faults.h"
 #include "core/game_state.h"
 #include "core/host.h"
-#include "core/ledger.h"
 #include "core/messages.h"
 #include "core/record_file.h"
 #include "core/sounds.h"

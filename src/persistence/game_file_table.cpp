@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "autoplay/auto_play.h"
-#include "core/consistency.h"
+#include "bets/consistency.h"
 #include "core/text.h"
 #include "persistence/game_limits.h"
 

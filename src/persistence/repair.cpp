@@ -5,11 +5,11 @@
 #include <numeric>
 #include <utility>
 
-#include "core/chips.h"
-#include "core/consistency.h"
+#include "bets/chips.h"
+#include "bets/consistency.h"
+#include "bets/vig_and_odds.h"
 #include "core/faults.h"
 #include "core/game_state.h"
-#include "core/vig_and_odds.h"
 #include "persistence/repair_counters.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"

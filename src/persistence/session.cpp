@@ -4,9 +4,9 @@
 
 #include "core/game_state.h"
 #include "core/record_file.h"
-#include "core/start_up.h"
 #include "persistence/companions.h"
 #include "persistence/game_file.h"
+#include "play/start_up.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "rules/settings.h"
+#include "core/settings.h"
 
 inline constexpr int kFieldPresets = 13;
 inline constexpr int kColorPresets = 6;

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "rules/settings.h"
+#include "core/settings.h"
 
 // Checks.
 

@@ -21,7 +21,7 @@
 #include <string>
 #include <vector>
 
-#include "autobet/script_state.h"
+#include "core/script_state.h"
 
 /// The line of a text, complete with `LineText`; throws std::runtime_error with the text when it
 /// can't be read, or can be read in two ways.

@@ -9,8 +9,8 @@
 #include "autobet/script.h"
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
-#include "core/roll_cycle.h"
 #include "dice/generators.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "support/table_fixture.h"
 

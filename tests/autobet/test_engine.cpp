@@ -6,7 +6,7 @@
 #include "autobet/script.h"
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
-#include "core/roll_cycle.h"
+#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {

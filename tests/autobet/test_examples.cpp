@@ -8,7 +8,7 @@
 #include "autobet/script_file.h"
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
-#include "core/consistency.h"
+#include "bets/consistency.h"
 #include "dice/generators.h"
 #include "support/table_fixture.h"
 

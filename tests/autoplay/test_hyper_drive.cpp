@@ -6,10 +6,10 @@
 #include <functional>
 #include <iterator>
 
-#include "core/make_bet.h"
-#include "core/new_game.h"
-#include "core/roll_cycle.h"
+#include "bets/make_bet.h"
+#include "bets/new_game.h"
 #include "dice/generators.h"
+#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {

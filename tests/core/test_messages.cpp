@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/headless_host.h"
+#include "bets/headless_host.h"
 #include "core/messages.h"
 #include "rules/defaults.h"
 

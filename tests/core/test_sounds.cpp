@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/headless_host.h"
+#include "bets/headless_host.h"
 #include "core/sounds.h"
 #include "rules/defaults.h"
 

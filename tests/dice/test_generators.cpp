@@ -6,7 +6,7 @@
 #include <tuple>
 #include <vector>
 
-#include "core/headless_host.h"
+#include "bets/headless_host.h"
 #include "dice/generators.h"
 #include "rules/defaults.h"
 

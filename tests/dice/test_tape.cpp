@@ -7,11 +7,11 @@
 #include <functional>
 #include <random>
 
+#include "bets/make_bet.h"
 #include "core/host.h"
-#include "core/make_bet.h"
-#include "core/roll_cycle.h"
 #include "dice/generators.h"
 #include "dice/tape_file.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "support/file_size_limit.h"
 #include "support/same_game.h"

@@ -12,9 +12,9 @@
 
 #include "core/text.h"
 #include "rules/defaults.h"
-#include "screens/frmCrapTable.h"
-#include "screens/frmMsg.h"
-#include "screens/qt_host.h"
+#include "screens/play/frmMsg.h"
+#include "screens/table/frmCrapTable.h"
+#include "screens/table/qt_host.h"
 
 namespace QTest {
 template <>

@@ -9,13 +9,13 @@
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "autobet/script_file.h"
-#include "autoplay/auto_play_settings.h"
+#include "core/auto_play_settings.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "screen_driver.h"
-#include "screens/frmFlags.h"
-#include "screens/paper.h"
-#include "screens/script_commands.h"
+#include "screens/frame/paper.h"
+#include "screens/scripts/frmFlags.h"
+#include "screens/scripts/script_commands.h"
 
 namespace {
 

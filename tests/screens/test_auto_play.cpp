@@ -8,10 +8,10 @@
 #include <tuple>
 
 #include "autoplay/auto_play.h"
+#include "bets/make_bet.h"
 #include "core/host.h"
-#include "core/make_bet.h"
 #include "screen_driver.h"
-#include "screens/frmAutoPlay.h"
+#include "screens/play/frmAutoPlay.h"
 
 namespace {
 

@@ -12,13 +12,13 @@
 #include <span>
 #include <tuple>
 
-#include "core/chips.h"
+#include "bets/chips.h"
+#include "bets/make_bet.h"
 #include "core/host.h"
-#include "core/make_bet.h"
 #include "screen_driver.h"
-#include "screens/frmBankroll.h"
-#include "screens/graph_printer.h"
-#include "screens/paper.h"
+#include "screens/frame/paper.h"
+#include "screens/statistics/frmBankroll.h"
+#include "screens/statistics/graph_printer.h"
 #include "stats/graph.h"
 
 class TestBankroll : public QObject {

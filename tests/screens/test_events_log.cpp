@@ -11,8 +11,8 @@
 
 #include "core/game_state.h"
 #include "screen_driver.h"
-#include "screens/frmEventsLog.h"
-#include "screens/paper.h"
+#include "screens/frame/paper.h"
+#include "screens/statistics/frmEventsLog.h"
 #include "stats/events_log.h"
 #include "stats/log_files.h"
 #include "support/scratch_folder.h"

@@ -1,5 +1,5 @@
 // The file screen and the commands that open it, by clicks and keys.
-#include "screens/frmFile.h"
+#include "screens/files/frmFile.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -16,10 +16,10 @@
 #include "autobet/script.h"
 #include "persistence/session.h"
 #include "screen_driver.h"
-#include "screens/folder_lock.h"
-#include "screens/frmBankroll.h"
-#include "screens/game_commands.h"
-#include "screens/window_places.h"
+#include "screens/files/folder_lock.h"
+#include "screens/frame/window_places.h"
+#include "screens/statistics/frmBankroll.h"
+#include "screens/table/game_commands.h"
 
 class TestFileScreen : public QObject {
   Q_OBJECT

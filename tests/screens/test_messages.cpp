@@ -6,10 +6,10 @@
 #include <QSignalSpy>
 #include <tuple>
 
-#include "core/change_bet.h"
-#include "core/make_bet.h"
+#include "bets/change_bet.h"
+#include "bets/make_bet.h"
 #include "core/messages.h"
-#include "core/roll_cycle.h"
+#include "play/roll_cycle.h"
 #include "screen_driver.h"
 
 namespace {

@@ -6,13 +6,13 @@
 #include <QTemporaryDir>
 #include <tuple>
 
-#include "core/chips.h"
-#include "core/make_bet.h"
+#include "bets/chips.h"
+#include "bets/make_bet.h"
 #include "core/text.h"
 #include "screen_driver.h"
-#include "screens/frmStackValues.h"
-#include "screens/paper.h"
-#include "screens/table_commands.h"
+#include "screens/frame/paper.h"
+#include "screens/play/frmStackValues.h"
+#include "screens/table/table_commands.h"
 
 namespace {
 

@@ -3,12 +3,12 @@
 #include <QTest>
 #include <tuple>
 
-#include "core/chips.h"
+#include "bets/chips.h"
 #include "core/game_state.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
-#include "screens/chip_art.h"
-#include "screens/table_painter.h"
+#include "screens/table/chip_art.h"
+#include "screens/table/table_painter.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "support/table_fixture.h"
 
-#include "core/change_bet.h"
-#include "core/headless_host.h"
-#include "core/make_bet.h"
+#include "bets/change_bet.h"
+#include "bets/headless_host.h"
+#include "bets/make_bet.h"
+#include "bets/settle.h"
+#include "bets/vig_and_odds.h"
 #include "core/messages.h"
-#include "core/roll_cycle.h"
-#include "core/settle.h"
 #include "core/text.h"
-#include "core/vig_and_odds.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 
 std::ostream& operator<<(std::ostream& out, const ShownMessage& message) {

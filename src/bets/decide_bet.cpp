@@ -1,0 +1,177 @@
+#include "bets/decide_bet.h"
+
+#include "bets/settle.h"
+#include "bets/vig_and_odds.h"
+#include "core/text.h"
+#include "stats/bet_tables.h"
+#include "stats/events_log.h"
+
+namespace {
+
+Currency MoneyOf(double quotient) { return Currency::FromCount(quotient * Currency::kScale); }
+
+/// `amount` times `Win` divided by `Per` of the record in force, rounded as money after each step.
+Currency PaidAt(Currency amount, const PayoffRecord& payoff) {
+  return MoneyOf(amount * payoff.Win / payoff.Per);
+}
+
+/// What is left of a payoff after vig. Vig up front is paid win or lose, vig on the win only on
+/// wins.
+Currency ChargedVig(FigureMode mode, int betId) {
+  const bool lay = IsLay(betId);
+  if (!lay && !IsBuy(betId)) return 0;
+  if (Game.GrossPayoff <= 0 && !VigIsUpFront(betId)) return 0;
+  if (mode == FigureReal) return VigHeld(betId);
+  if (!lay) return Game.BuyVigPct;
+  return PaidAt(Game.LayVigPct, Game.Payoff[betId]);
+}
+
+int PropOfTotal(int total) {
+  switch (total) {
+    case 2: return Two;
+    case 3: return Three;
+    case 7: return Seven;
+    case 11: return Eleven;
+    default: return Twelve;
+  }
+}
+
+/// The bet whose ratio a won bet is paid at.
+int PayoffSource(int betId) {
+  const int point = Game.PrevPoint;
+  switch (betId) {
+    case PassLine: return point == 0 ? +Come : BetOnNumber(ComeFamily, point);
+    case PassLineOdds: return point == 0 ? betId : BetOnNumber(ComeOddsFamily, point);
+    case DontPass: return point == 0 ? +DontCome : BetOnNumber(DontComeFamily, point);
+    case DontPassOdds: return point == 0 ? betId : BetOnNumber(DontComeOddsFamily, point);
+    case CAndE: return Game.RollTotal == 11 ? Eleven : Craps;
+    case Horn:
+    case World: return PropOfTotal(Game.RollTotal);
+    default: return betId;
+  }
+}
+
+/// The parts into which a combination bet is split; 1 for all others.
+int PartsOf(int betId) {
+  switch (betId) {
+    case CAndE: return 2;
+    case Horn: return 4;
+    case World: return 5;
+    default: return 1;
+  }
+}
+
+/// One part of a combination bet wins, the others are lost.
+Currency PaidOnOnePart(int parts, Currency amount, const PayoffRecord& payoff) {
+  const Currency part = MoneyOf(amount / Currency(parts));
+  return PaidAt(part, payoff) - MoneyOf(amount * (parts - 1) / Currency(parts));
+}
+
+void FigureFromRecordInForce(int betId, Currency amount) {
+  const int source = PayoffSource(betId);
+  const int parts = PartsOf(betId);
+  if (source == betId && parts == 1) return;
+  Game.Payoff[0] = Game.Payoff[source];
+  Game.GrossPayoff =
+      parts == 1 ? PaidAt(amount, Game.Payoff[0]) : PaidOnOnePart(parts, amount, Game.Payoff[0]);
+}
+
+void LogDecision(int betId) {
+  if (!Game.EventsLogActive) return;
+  if (Game.NetPayoff > 0 && Game.LogBetsWon)
+    WriteLogLine("      " + BetName(betId) + " bet won $" + MoneyText(Game.NetPayoff));
+  if (Game.NetPayoff < 0 && Game.LogBetsLost)
+    WriteLogLine("      " + BetName(betId) + " bet lost $" + MoneyText(-Game.NetPayoff));
+}
+
+/// True when the bet can't stay on the table, whatever the player chooses.
+bool MustComeDown(int betId) {
+  if ((betId == Come || betId == DontCome) && Game.RollTotal == 7) return true;
+  if (betId == PassLineOdds || betId == DontPassOdds) return true;
+  if (IsDontComeOnNumber(betId) || IsDontComeOdds(betId)) return true;
+  if (IsComeOnNumber(betId)) return !Game.AllowPutBets;
+  return IsComeOdds(betId) && Game.Bets[betId - kOddsOffset] == 0;
+}
+
+void CountStreak(int betId) {
+  int& streak = Game.BetOutcome[betId][1];
+  if (Game.NetPayoff > 0) streak = streak > 0 ? streak + 1 : 1;
+  if (Game.NetPayoff < 0) streak = streak < 0 ? streak - 1 : -1;
+}
+
+bool SettledByHand() { return !Game.HyperDriveOn && Game.HandleWinningBets == WinManual; }
+
+/// Odds that weren't working come back; a flat bet that is off just stands.
+void ReturnOdds(int betId, DecisionCode code) {
+  const bool odds = code == OddsWin || code == OddsLose;
+  if (!odds || Game.Bets[betId] == 0) return;
+  Game.DecidedBet = betId;
+  Game.NetPayoff = 0;
+  // Required: six ids down is the flat bet of Come Odds and Don't Come Odds; for the line odds it
+  // lands on Buy 5 and Buy 9.
+  Game.BetComesDown = Game.Bets[betId - kOddsOffset] == 0 || !Game.AllowPutBets;
+  if (SettledByHand()) FillReturnedOddsLines();
+  HandleWonBet();
+  Game.BetWorking[betId] = Working;
+  Game.WorkingTouched = true;
+}
+
+}  // namespace
+
+int FieldCombination(int die1, int die2) {
+  static constexpr signed char kCombinations[7][7] = {{},
+                                                      {0, 1, 2, 3, 5, 7, 10},
+                                                      {0, 2, 4, 6, 8, 11, 13},
+                                                      {0, 3, 6, 9, 12, 14, 16},
+                                                      {0, 5, 8, 12, 15, 17, 18},
+                                                      {0, 7, 11, 14, 17, 19, 20},
+                                                      {0, 10, 13, 16, 18, 20, 21}};
+  return kCombinations[die1][die2];
+}
+
+void FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount) {
+  const bool wins = code > 0;
+  const PayoffRecord& own = Game.Payoff[betId];
+  Game.Payoff[0] = wins ? own : PayoffRecord{-1, own.ShownAsTo, 1};
+  if (betId == Field) {
+    Game.Payoff[0] = Game.FieldPayoff[FieldCombination(Game.Die1, Game.Die2)];
+    Game.GrossPayoff = PaidAt(amount, Game.Payoff[0]);
+  } else if (wins) {
+    Game.GrossPayoff = PaidAt(amount, own);
+    Game.GrossPayoff -= ChargedVig(mode, betId);
+    FigureFromRecordInForce(betId, amount);
+  } else {
+    Game.GrossPayoff = -amount;
+    Game.GrossPayoff -= ChargedVig(mode, betId);
+  }
+  Game.NetPayoff = RoundDownTo(Game.GrossPayoff, Unit());
+}
+
+void DecideBet(int betId, DecisionCode code) {
+  if (Game.BetWorking[betId] >= Working) {
+    FigurePayoff(FigureRate, betId, code, 1);
+    RecordBetOutcome(Phantom, betId, 1, Game.GrossPayoff);
+  }
+  DecideWager(betId, code);
+}
+
+void DecideWager(int betId, DecisionCode code) {
+  if (Game.BetWorking[betId] < Working) return ReturnOdds(betId, code);
+  const Currency bet = Game.Bets[betId];
+  if (bet == 0) return;
+  FigurePayoff(FigureReal, betId, code, bet);
+  RecordBetOutcome(Actual, betId, bet, Game.NetPayoff);
+  Touch(betId);
+  LogDecision(betId);
+  // A record that pays 0 decides nothing: the bet stands.
+  if (Game.Payoff[0].Win == 0 && Game.NetPayoff == 0) return;
+  Game.DecidedBet = betId;
+  Game.Bets[BankrollIndex] += Game.NetPayoff;
+  Touch(BankrollIndex);
+  if (betId < kContractSlots) Game.ContractBets[betId] = 0;
+  Game.BetComesDown = MustComeDown(betId);
+  CountStreak(betId);
+  if (Game.NetPayoff < 0) return HandleLostBet();
+  if (SettledByHand()) FillWinLines();
+  HandleWonBet();
+}

@@ -1,0 +1,413 @@
+#include "bets/ledger.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <vector>
+
+#include "bets/decide_bet.h"
+#include "bets/decision_table.h"
+#include "core/game_state.h"
+#include "stats/bet_tables.h"
+#include "stats/graph.h"
+#include "stats/roll_counters.h"
+
+namespace {
+
+constexpr unsigned kPointStates = 7;    // come-out and six points
+constexpr unsigned kCombinations = 22;  // of two dice in any order; 0 is not used
+constexpr unsigned kNumbers = 6;
+constexpr unsigned kProfiles = 16;  // sets of working states that are told apart at a time
+constexpr unsigned kMaxEventsOfThrow = 16;
+
+/// The working states of the bets, as they stood at a decision.
+using WorkingStates = std::array<int, kBetSlots>;
+
+/// Rolls that are alike in all that phantom wagers depend on.
+struct Alike {
+  int Count = 0;
+  int LastRoll = 0;
+};
+
+/// The bets of a throw that depend on the established numbers, and all others.
+enum class Side { Come, Others, Both };
+
+/// What the rolls of a group have in common.
+struct GroupKey {
+  Side Bets = Side::Both;
+  unsigned Profile = 0;
+  unsigned PointState = 0;
+  int Die1 = 1;
+  int Die2 = 1;
+  unsigned Established = 0;  // one bit a number
+};
+
+unsigned PointStateOf(int point) {
+  return point == 0 ? 0U : static_cast<unsigned>(BetOnNumber(PlaceFamily, point) - Place4) + 1;
+}
+int PointOf(unsigned state) { return state == 0 ? 0 : kPointNumbers[state - 1]; }
+unsigned NumberBit(int number) {
+  return 1U << static_cast<unsigned>(BetOnNumber(PlaceFamily, number) - Place4);
+}
+
+struct Ledger {
+  bool Open = false;
+  int EventsAt = 0;    // `RollCount[0]` when the events were last up to date
+  int PhantomsAt = 0;  // and everything else
+
+  // By the dice in order, for the events.
+  std::array<int, 36> Throws{};
+  std::array<int, kRollEvents> LastAt{};              // the roll on which each event last happened
+  std::array<int, kMaxEventsOfThrow> LastAtBefore{};  // of the events of the last throw
+
+  // By working states, point state and dice, and for a number whether it is established. A 7
+  // decides all numbers: its Come side is counted apart, by come-out or not and all that are
+  // established.
+  std::array<Alike, kProfiles * kPointStates * kCombinations * 2> Groups{};
+  std::array<Alike, (kProfiles * 2U) << kNumbers> SevensOfComeSide{};
+  struct Touched {
+    Alike* Group;
+    GroupKey Key;
+  };
+  std::vector<Touched> TouchedGroups;
+  int LastDie1 = 1;
+  int LastDie2 = 1;
+
+  unsigned Established = 0;  // when the last throw was thrown
+  std::array<WorkingStates, kProfiles> Profiles{};
+  unsigned ProfileCount = 0;
+  unsigned Profile = 0;  // the one in force
+};
+Ledger ledger;
+
+constexpr std::array<BetFamily, 4> kMovingFamilies = {DontComeFamily, DontComeOddsFamily,
+                                                      ComeFamily, ComeOddsFamily};
+
+bool IsInForce(const WorkingStates& states) {
+  return std::equal(states.begin(), states.end(), Game.BetWorking.begin());
+}
+
+unsigned EstablishedInTable() {
+  unsigned established = 0;
+  for (const int number : kPointNumbers) {
+    const auto bet = static_cast<unsigned>(BetOnNumber(ComeFamily, number));
+    if (Game.BetWagers[Phantom][bet][StatEstablished] != 0) established |= NumberBit(number);
+  }
+  return established;
+}
+
+void TakeEventBases() {
+  ledger.EventsAt = Game.RollCount[0];
+  ledger.Throws.fill(0);
+  for (unsigned event = 0; event < kRollEvents; ++event)
+    ledger.LastAt[event] = Game.RollCount[0] - Game.RollsSince[event];
+}
+
+void TakePhantomBases() {
+  ledger.PhantomsAt = Game.RollCount[0];
+  ledger.Established = EstablishedInTable();
+  ledger.ProfileCount = 0;
+  Game.WorkingTouched = true;
+}
+
+/// The established numbers follow the throw before.
+void FollowLastThrow() {
+  const int total = Game.RollTotal;
+  if (total == 7) ledger.Established = 0;
+  if (!IsPointNumber(total)) return;
+  if (Game.PrevPrevPoint > 0)
+    ledger.Established |= NumberBit(total);
+  else
+    ledger.Established &= ~NumberBit(total);
+}
+
+// --- Events ---
+
+void CountEvents() {
+  const int now = Game.RollCount[0];
+  const auto events = EventsOfThrow(Game.Die1, Game.Die2);
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    const unsigned event = events[i];
+    const int gap = now - ledger.LastAt[event];
+    auto& gaps = Game.RollGapTally[event];
+    if (gap < kLongGap) {
+      ++gaps[static_cast<unsigned>(gap)];
+    } else {
+      ++gaps[kLongGap];
+      gaps[0] += gap;
+    }
+    ledger.LastAtBefore[i] = ledger.LastAt[event];
+    ledger.LastAt[event] = now;
+  }
+  ++ledger.Throws[static_cast<unsigned>((Game.Die1 - 1) * 6 + Game.Die2 - 1)];
+}
+
+/// What `ShooterSince` was one roll ago, for the events of the last throw.
+void SettleSinceOfLastThrow(int now) {
+  const auto events = EventsOfThrow(ledger.LastDie1, ledger.LastDie2);
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    const int before = ledger.LastAtBefore[i];
+    const bool sinceOpen = before > ledger.EventsAt;
+    Game.ShooterSincePrev[events[i]] =
+        sinceOpen ? now - 1 - before : Game.ShooterSince[events[i]] + now - 1 - ledger.EventsAt;
+  }
+}
+
+void SettleSince(int now) {
+  const int rolls = now - ledger.EventsAt;
+  for (unsigned event = 0; event < kRollEvents; ++event)
+    Game.ShooterSincePrev[event] = Game.ShooterSince[event] + rolls - 1;
+  SettleSinceOfLastThrow(now);
+  Game.ShooterSince[0] += rolls;
+  for (unsigned event = 1; event < kRollEvents; ++event) {
+    const int since = now - ledger.LastAt[event];
+    const bool happened = ledger.LastAt[event] > ledger.EventsAt;
+    const int shooterSince = happened ? since : Game.ShooterSince[event] + rolls;
+    // The events that came up before the last throw stood one roll lower.
+    if (happened && ledger.LastAt[event] < now) Game.ShooterSincePrev[event] = since - 1;
+    Game.ShooterSince[event] = shooterSince;
+    Game.RollsSince[event] = since;
+  }
+}
+
+void SettleEventCounts() {
+  const int rolls = Game.RollCount[0] - ledger.EventsAt;
+  for (unsigned dice = 0; dice < ledger.Throws.size(); ++dice) {
+    const int count = ledger.Throws[dice];
+    if (count == 0) continue;
+    for (const unsigned event :
+         EventsOfThrow(static_cast<int>(dice / 6) + 1, static_cast<int>(dice % 6) + 1)) {
+      Game.RollCount[event] += count;
+      Game.ShooterEvent[event] += count;
+    }
+  }
+  Game.ShooterEvent[0] += rolls;
+  Game.ShooterEvent[1] += rolls;
+  Game.ShooterEventPrev = Game.ShooterEvent;
+  --Game.ShooterEventPrev[0];
+  --Game.ShooterEventPrev[1];
+  for (const unsigned event : EventsOfThrow(ledger.LastDie1, ledger.LastDie2))
+    --Game.ShooterEventPrev[event];
+}
+
+/// The throws, one bit for each pair of dice in order, that show an event.
+std::array<std::uint64_t, kRollEvents> FindThrowsOfEvents() {
+  std::array<std::uint64_t, kRollEvents> throws{};
+  for (unsigned dice = 0; dice < 36; ++dice)
+    for (const unsigned event :
+         EventsOfThrow(static_cast<int>(dice / 6) + 1, static_cast<int>(dice % 6) + 1))
+      throws[event] |= std::uint64_t{1} << dice;
+  return throws;
+}
+
+/// How often an event has happened since its tallies were last up to date.
+int ThrowsOfEvent(unsigned event) {
+  static const auto throws = FindThrowsOfEvents();
+  int count = 0;
+  for (std::uint64_t bits = throws[event]; bits != 0; bits &= bits - 1)
+    count += ledger.Throws[static_cast<unsigned>(std::countr_zero(bits))];
+  return count;
+}
+
+// --- Phantom wagers ---
+
+void AddTo(Alike& group, const GroupKey& key) {
+  if (group.Count++ == 0) ledger.TouchedGroups.push_back({&group, key});
+  group.LastRoll = Game.RollCount[0];
+}
+
+void CountGroups() {
+  const int total = Game.Die1 + Game.Die2;
+  const unsigned state = PointStateOf(Game.PrevPoint);
+  const auto dice = static_cast<unsigned>(FieldCombination(Game.Die1, Game.Die2));
+  const unsigned profile = ledger.Profile;
+  const unsigned at = ((profile * kPointStates + state) * kCombinations + dice) * 2;
+  ledger.LastDie1 = Game.Die1;
+  ledger.LastDie2 = Game.Die2;
+  if (total == 7) {
+    AddTo(ledger.Groups[at], {Side::Others, profile, state, Game.Die1, Game.Die2, 0});
+    const unsigned comeAt =
+        ((profile * 2 + (state == 0 ? 0U : 1U)) << kNumbers) + ledger.Established;
+    AddTo(ledger.SevensOfComeSide[comeAt],
+          {Side::Come, profile, state, Game.Die1, Game.Die2, ledger.Established});
+  } else {
+    const unsigned own = IsPointNumber(total) ? ledger.Established & NumberBit(total) : 0;
+    AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)],
+          {Side::Both, profile, state, Game.Die1, Game.Die2, own});
+  }
+}
+
+/// The dice and the point of a group of rolls, for as long as it lives, and the results of figuring
+/// payoffs put back at its end.
+class Replay {
+ public:
+  explicit Replay(const GroupKey& key)
+      : die1_(Game.Die1),
+        die2_(Game.Die2),
+        total_(Game.RollTotal),
+        point_(Game.PrevPoint),
+        payoff_(Game.Payoff[0]),
+        gross_(Game.GrossPayoff),
+        net_(Game.NetPayoff) {
+    Game.Die1 = key.Die1;
+    Game.Die2 = key.Die2;
+    Game.RollTotal = key.Die1 + key.Die2;
+    Game.PrevPoint = PointOf(key.PointState);
+  }
+  ~Replay() {
+    Game.Die1 = die1_;
+    Game.Die2 = die2_;
+    Game.RollTotal = total_;
+    Game.PrevPoint = point_;
+    Game.Payoff[0] = payoff_;
+    Game.GrossPayoff = gross_;
+    Game.NetPayoff = net_;
+  }
+  Replay(const Replay&) = delete;
+  Replay& operator=(const Replay&) = delete;
+
+ private:
+  int die1_;
+  int die2_;
+  int total_;
+  int point_;
+  PayoffRecord payoff_;
+  Currency gross_;
+  Currency net_;
+};
+
+void WriteEstablished(unsigned established) {
+  for (const int number : kPointNumbers)
+    for (const BetFamily family : kMovingFamilies) {
+      const auto bet = static_cast<unsigned>(BetOnNumber(family, number));
+      Game.BetWagers[Phantom][bet][StatEstablished] = (established & NumberBit(number)) ? 1 : 0;
+    }
+}
+
+bool IsOfSide(Side side, int betId) {
+  const bool comeSide = betId >= DontCome4 && betId <= Come10Odds;
+  return side == Side::Both || (side == Side::Come) == comeSide;
+}
+
+/// Records the phantom wagers of `count` rolls that are alike.
+void RecordGroup(const GroupKey& key, int count) {
+  if (count == 0) return;
+  const Replay replay(key);
+  const WorkingStates& states = ledger.Profiles[key.Profile];
+  if (key.Bets != Side::Others) WriteEstablished(key.Established);
+  for (const DecisionStep& step : DecisionsOf(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont)) {
+    if (step.Kind != StepKind::Decide || states[step.Bet] < Working ||
+        !IsOfSide(key.Bets, step.Bet))
+      continue;
+    FigurePayoff(FigureRate, step.Bet, static_cast<DecisionCode>(step.Code), 1);
+    RecordBetOutcomes(Phantom, step.Bet, 1, Game.GrossPayoff, count);
+  }
+}
+
+void SettlePhantoms() {
+  auto& groups = ledger.TouchedGroups;
+  // In the order of their last rolls, so that the last amounts of each bet come out right.
+  std::sort(groups.begin(), groups.end(),
+            [](const auto& a, const auto& b) { return a.Group->LastRoll < b.Group->LastRoll; });
+  const int now = Game.RollCount[0];
+  const auto lastRoll = std::find_if(groups.begin(), groups.end(), [now](const auto& touched) {
+    return touched.Group->LastRoll == now;
+  });
+  for (const Ledger::Touched& touched : groups) {
+    const bool ofLastRoll = touched.Group->LastRoll == now;
+    RecordGroup(touched.Key, touched.Group->Count - (ofLastRoll ? 1 : 0));
+    *touched.Group = Alike();
+  }
+  // Only the last roll leaves stats of its own.
+  ClearRollStats(Phantom);
+  for (auto touched = lastRoll; touched != groups.end(); ++touched) RecordGroup(touched->Key, 1);
+  groups.clear();
+  WriteEstablished(ledger.Established);
+}
+
+}  // namespace
+
+void OpenLedger() {
+  ledger.Open = true;
+  for (const Ledger::Touched& touched : ledger.TouchedGroups) *touched.Group = Alike();
+  ledger.TouchedGroups.clear();
+  ledger.TouchedGroups.reserve(ledger.Groups.size() + ledger.SevensOfComeSide.size());
+  TakeEventBases();
+  TakePhantomBases();
+}
+
+void CloseLedger() {
+  struct Closing {
+    ~Closing() { ledger.Open = false; }
+  } const whateverHappens;
+  SettleLedger();
+}
+
+bool LedgerIsOpen() { return ledger.Open; }
+
+void BeginLedgerRoll() {
+  FollowLastThrow();
+  if (!Game.WorkingTouched) return;
+  Game.WorkingTouched = false;
+  const auto begin = ledger.Profiles.begin();
+  const auto known = std::find_if(begin, begin + ledger.ProfileCount, IsInForce);
+  ledger.Profile = static_cast<unsigned>(known - begin);
+  if (ledger.Profile < ledger.ProfileCount) return;
+  if (ledger.ProfileCount == kProfiles) {
+    SettleLedger();
+    Game.WorkingTouched = false;
+    ledger.Profile = 0;
+  }
+  WorkingStates& states = ledger.Profiles[ledger.Profile];
+  std::copy_n(Game.BetWorking.begin(), states.size(), states.begin());
+  ledger.ProfileCount = ledger.Profile + 1;
+}
+
+void EnterThrow() {
+  CountEvents();
+  CountGroups();
+}
+
+void SettleEvents() {
+  if (!ledger.Open || Game.RollCount[0] == ledger.EventsAt) return;
+  SettleEventCounts();
+  SettleSince(Game.RollCount[0]);
+  TakeEventBases();
+}
+
+void SettleLedger() {
+  if (!ledger.Open) return;
+  SettleEvents();
+  if (Game.RollCount[0] == ledger.PhantomsAt) return;
+  SettlePhantoms();
+  RecomputeAverages();
+  TakePhantomBases();
+}
+
+int RollsSinceNow(int event) {
+  const auto e = static_cast<unsigned>(event);
+  return ledger.Open ? Game.RollCount[0] - ledger.LastAt[e] : Game.RollsSince[e];
+}
+
+ShooterTally ShooterTallyNow(int event) {
+  const auto e = static_cast<unsigned>(event);
+  ShooterTally tally = {Game.ShooterEvent[e], Game.ShooterEventPrev[e], Game.ShooterSince[e],
+                        Game.ShooterSincePrev[e]};
+  const int now = Game.RollCount[0];
+  if (!ledger.Open || now == ledger.EventsAt) return tally;
+  tally.Count += ThrowsOfEvent(e);
+  tally.CountPrev = tally.Count;
+  const int rolls = now - ledger.EventsAt;
+  const int unseen = tally.Since + rolls;  // as it stands when the event hasn't happened meanwhile
+  const bool happened = ledger.LastAt[e] > ledger.EventsAt;
+  tally.Since = happened ? now - ledger.LastAt[e] : unseen;
+  tally.SincePrev = tally.Since - 1;
+  if (ledger.LastAt[e] != now || !happened) return tally;
+  --tally.CountPrev;
+  const auto events = EventsOfThrow(ledger.LastDie1, ledger.LastDie2);
+  const auto place = std::find(events.begin(), events.end(), e) - events.begin();
+  const int before = ledger.LastAtBefore[static_cast<unsigned>(place)];
+  tally.SincePrev = before > ledger.EventsAt ? now - 1 - before : unseen - 1;
+  return tally;
+}

@@ -1,0 +1,52 @@
+#include "bets/turns.h"
+
+#include <cstdint>
+
+#include "bets/ledger.h"
+#include "core/game_state.h"
+#include "core/host.h"
+#include "dice/tape.h"
+#include "stats/events_log.h"
+
+namespace {
+
+constexpr std::uint32_t kTurnEvery = 25;  // milliseconds
+constexpr unsigned kMostOffers = 2048;    // without a turn, when the clock stands still
+
+std::uint32_t lastTurn = 0;
+unsigned offers = 0;
+
+}  // namespace
+
+KeptMessage::KeptMessage() : text_(Game.MsgText), answer_(Game.MsgAnswer) {}
+
+KeptMessage::~KeptMessage() {
+  Game.MsgText.swap(text_);
+  Game.MsgAnswer = answer_;
+}
+
+void BeforeScreen() {
+  SettleLedger();
+  FlushEventsLog();
+  CloseTape();
+}
+
+void AfterScreen() {
+  Game.SnapshotsDue = true;
+  Game.WorkingTouched = true;
+}
+
+void GiveTurn() {
+  const KeptMessage kept;
+  BeforeScreen();
+  TheHost.Yield();
+  AfterScreen();
+}
+
+void OfferTurn() {
+  const std::uint32_t now = TheHost.Milliseconds();
+  if (Game.HyperDriveOn && ++offers < kMostOffers && now - lastTurn < kTurnEvery) return;
+  lastTurn = now;
+  offers = 0;
+  GiveTurn();
+}

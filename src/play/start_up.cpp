@@ -1,0 +1,112 @@
+#include "play/start_up.h"
+
+#include <chrono>
+#include <filesystem>
+
+#include "autobet/hot_keys.h"
+#include "autobet/script.h"
+#include "core/error_report.h"
+#include "core/game_state.h"
+#include "core/host.h"
+#include "core/messages.h"
+#include "core/record_file.h"
+#include "core/sounds.h"
+#include "dice/generators.h"
+#include "play/roll_cycle.h"
+#include "rules/defaults.h"
+
+namespace {
+
+constexpr int kTopicHyperDrive = 540;
+constexpr int kTopicGenerators = 520;
+
+enum MissingFile : int { MissingMt = 1, MissingCokus = 2 };
+
+/// How many turns of an empty loop fit into 10 milliseconds.
+int MeasureSpinRate() {
+  using Clock = std::chrono::steady_clock;
+  constexpr auto kMeasure = std::chrono::milliseconds(100);
+  constexpr int kTenths = 10;
+  const auto start = Clock::now();
+  int turns = 0;
+  while (Clock::now() - start < kMeasure) ++turns;
+  return turns / kTenths;
+}
+
+void SeedAllGenerators() {
+  for (const int choice : {Rng5Ran1, Rng4Ran2, Rng3Congruence, Rng2Cokus, Rng1Mt}) {
+    Game.RngChoice = choice;
+    SeedRng(FindSeed);
+  }
+}
+
+std::string MissingFilesText() {
+  std::string text;
+  if (Game.MissingRngFiles & MissingMt)
+    text +=
+        "Unable to locate a support file called MT19937AR.DLL\n"
+        "This file is needed to operate random number generators #1, #6, and #8.";
+  if (Game.MissingRngFiles & MissingCokus) {
+    if (!text.empty()) text += "\n\n";
+    text +=
+        "Unable to locate a support file called COKUS.DLL\n\n"
+        "This file is needed to operate random number generators #2 and #7.";
+  }
+  return text +
+         "\n\nThis happens when the program was built or copied without it.\n\n"
+         "Don't worry, you can still play the game with one of the remaining random number "
+         "generators.  ";
+}
+
+}  // namespace
+
+void StartUp(const std::string& programFolder, const std::string& dataFolder) {
+  try {
+    Game.AppPath = programFolder;
+    Game.DataPath = dataFolder;
+    LayDownDefaults();
+    Game.GamesLogFile = Game.DataPath + "default.glg";
+    Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+    Game.MissingRngFiles = kGeneratorsLeftOut;
+    Game.SpinRate = MeasureSpinRate();
+    SeedAllGenerators();
+    ScanSounds(Game.AppPath);
+    LoadStickPerson();
+    LoadHotKeys();
+    Game.BetWorkingPrev = Game.BetWorking;
+  } catch (const std::exception&) {
+    // The program goes on with what stands.
+    ReportError("Sub Main");
+  }
+}
+
+void AfterTableShown() {
+  if (Game.MissingRngFiles != 0)
+    ShowMessage(MissingFilesText(), "Missing Support File", kTopicGenerators, OkStop);
+  if (Game.Point == 0) StickCall();
+}
+
+bool MayClose(const std::function<void()>& storeWindowPlaces) {
+  if (Game.AutoBetRunning) {
+    if (!AskYesNo("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", kTopicScripts))
+      return false;
+    Game.AutoBetRunning = false;
+    Game.KeepRolling = false;
+  }
+  TheHost.Yield();
+  if (Game.HyperDriveOn) {
+    if (!AskYesNo("Do you want to stop Hyper-Drive?", "Hyper-Drive Active", kTopicHyperDrive))
+      return false;
+    Game.KeepRolling = false;
+  }
+  TheHost.Yield();
+  if (storeWindowPlaces) storeWindowPlaces();
+  return true;
+}
+
+void CloseGame() {
+  for (const char* scratch : {"copyfile.rll", "active.tmp"}) {
+    std::error_code ignored;
+    std::filesystem::remove(PathOf(Game.DataPath + scratch), ignored);
+  }
+}

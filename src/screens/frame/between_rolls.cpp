@@ -1,0 +1,62 @@
+#include "screens/frame/between_rolls.h"
+
+#include <utility>
+#include <vector>
+
+#include "autobet/script.h"
+#include "core/game_state.h"
+#include "core/messages.h"
+#include "screens/frame/guard.h"
+
+double YieldTime = 0;
+
+namespace {
+
+constexpr int kHelpHyperDrive = 540;
+
+int turns = 0;
+std::vector<std::function<void()>> waiting;
+
+bool MustWait() { return (Game.RollInProgress && turns == 0) || ScriptAtWork(); }
+
+}  // namespace
+
+bool ScriptAtWork() { return Game.AutoBetAtWork || Game.HotKeyRunning; }
+
+bool TableAtRest() { return !Game.RollInProgress && !ScriptAtWork(); }
+
+bool AskToInterruptRun() {
+  if (Game.AutoBetRunning) {
+    if (AskYesNo("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", kTopicScripts)) {
+      Game.AutoBetRunning = false;
+      Game.KeepRolling = false;
+    }
+    return true;
+  }
+  if (Game.HyperDriveOn) {
+    if (AskYesNo("Do you want to stop Hyper-Drive?", "Hyper-Drive Active", kHelpHyperDrive)) {
+      Game.KeepRolling = false;
+    }
+    return true;
+  }
+  return false;
+}
+
+void BetweenRolls(std::function<void()> change) {
+  waiting.push_back(std::move(change));
+  CarryOutChanges();
+}
+
+bool ChangesWait() { return !waiting.empty(); }
+
+void CarryOutChanges() {
+  if (MustWait()) return;
+  for (const auto& change : std::exchange(waiting, {})) Guarded("Between Rolls", change);
+}
+
+EngineTurn::EngineTurn() {
+  ++turns;
+  CarryOutChanges();
+}
+
+EngineTurn::~EngineTurn() { --turns; }

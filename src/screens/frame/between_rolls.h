@@ -1,0 +1,35 @@
+// Changes to the table while it rolls by itself.
+#pragma once
+
+#include <functional>
+
+/// True while a script is at work, up to the end of the pause in which its status can be read.
+bool ScriptAtWork();
+
+/// True while neither dice nor a script are at work.
+bool TableAtRest();
+
+/// Asks whether to interrupt Auto-Bet or Hyper-Drive. True when one was running.
+bool AskToInterruptRun();
+
+/// Carries out a change that the player made: now, or, with dice in the air or a script at work,
+/// once they have done, so that it acts from the next roll on.
+void BetweenRolls(std::function<void()> change);
+
+/// True while changes wait for the dice.
+bool ChangesWait();
+
+/// Carries out what waits, unless dice are in the air or a script is at work.
+void CarryOutChanges();
+
+/// Milliseconds that the event loop has taken in the turns between the rolls of runs.
+extern double YieldTime;
+
+/// Stands for a turn of the event loop that the engine gives between two rolls.
+class EngineTurn {
+ public:
+  EngineTurn();
+  ~EngineTurn();
+  EngineTurn(const EngineTurn&) = delete;
+  EngineTurn& operator=(const EngineTurn&) = delete;
+};

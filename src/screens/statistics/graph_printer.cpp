@@ -1,0 +1,115 @@
+#include "screens/statistics/graph_printer.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QPainter>
+#include <utility>
+#include <vector>
+
+#include "core/text.h"
+#include "screens/frame/paper.h"
+#include "screens/statistics/graph_painter.h"
+
+namespace {
+
+constexpr std::size_t kGraphsOnPage = 6;
+constexpr int kColumns = 2;
+constexpr int kRows = 3;
+
+// In points.
+constexpr double kGap = 14;
+constexpr int kHeadingFont = 11;
+constexpr double kScaleWidth = 46;
+constexpr double kCaption = 13;
+constexpr int kSmallFont = 8;
+
+std::vector<GraphState> Due;
+
+/// Puts a collected graph in the place of the one being played, for as long as it is drawn.
+class GraphOnView {
+ public:
+  explicit GraphOnView(GraphState& graph) : graph_(graph) { Exchange(); }
+  ~GraphOnView() { Exchange(); }
+  GraphOnView(const GraphOnView&) = delete;
+  GraphOnView& operator=(const GraphOnView&) = delete;
+
+ private:
+  void Exchange() { std::swap(static_cast<GraphState&>(Game), graph_); }
+  GraphState& graph_;
+};
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString Count(int count) { return Text(CountText(count)); }
+
+QStringList Heading() {
+  const QString game = Game.GameFileName.empty() ? "untitled game" : Text(Game.GameFileName);
+  QStringList lines = {"Kelvanor Bankroll Graph",
+                       QLocale().toString(QDate::currentDate(), QLocale::LongFormat),
+                       "Game File:  " + game};
+  if (!Game.AutoBetFile.empty()) lines << "Auto-Bet File:  " + Text(Game.AutoBetFile);
+  if (!Game.DiceRollFile.empty()) lines << "Dice Roll File:  " + Text(Game.DiceRollFile);
+  return lines;
+}
+
+/// Returns how far down the heading reaches.
+double PrintHeading(QPainter& painter, double width) {
+  double y = 0;
+  for (const QString& line : Heading()) {
+    y = PrintLine(painter, y, width, line, kHeadingFont, y == 0);
+  }
+  return y + kGap;
+}
+
+void PrintScale(QPainter& painter, const QRectF& panel) {
+  for (int below = 0; below <= kGraphPanel; below += kGraphLine) {
+    const double y = panel.top() + panel.height() * below / kGraphPanel;
+    painter.drawText(
+        QRectF(panel.left() - kScaleWidth, y - kCaption / 2, kScaleWidth - 4, kCaption),
+        Qt::AlignRight | Qt::AlignVCenter,
+        Text(MoneyText(Game.GraphTop - Game.GraphScale * below)));
+  }
+}
+
+void PrintOneGraph(QPainter& painter, const QRectF& cell) {
+  const QRectF panel = cell.adjusted(kScaleWidth, kCaption, 0, -kCaption);
+  SetPrintFont(painter, kSmallFont, false);
+  painter.drawText(
+      QRectF(panel.left(), cell.top(), panel.width(), kCaption), Qt::AlignLeft,
+      QString("Rolls %1 to %2    High: %3    Low: %4")
+          .arg(Count(RollAtPoint(1)), Count(RollAtPoint(kGraphPoints)),
+               Text(MoneyText(Game.GraphPeriodHigh)), Text(MoneyText(Game.GraphPeriodLow))));
+  PrintScale(painter, panel);
+  PaintGraph(painter, panel, {});
+}
+
+void PrintPage(QPainter& painter, QSizeF page) {
+  const double top = PrintHeading(painter, page.width());
+  const QSizeF cell((page.width() - kGap * (kColumns - 1)) / kColumns,
+                    (page.height() - top - kGap * (kRows - 1)) / kRows);
+  for (std::size_t i = 0; i < Due.size(); ++i) {
+    const GraphOnView shown(Due[i]);
+    const int at = static_cast<int>(i);
+    const QPointF corner(at % kColumns * (cell.width() + kGap),
+                         top + at / kColumns * (cell.height() + kGap));
+    PrintOneGraph(painter, QRectF(corner, cell));
+  }
+}
+
+}  // namespace
+
+void CollectGraph() {
+  Due.push_back(Game);
+  if (Due.size() == kGraphsOnPage) PrintDueGraphs();
+}
+
+int GraphsDue() { return static_cast<int>(Due.size()); }
+
+void PrintDueGraphs() {
+  if (Due.empty()) return;
+  struct Clearing {
+    ~Clearing() { Due.clear(); }
+  } const whateverHappens;
+  if (!CanPrint()) return;
+  PrintOnPaper("Kelvanor Bankroll Graph",
+               [](QPainter& painter, QSizeF page, const auto&) { PrintPage(painter, page); });
+}

@@ -1,0 +1,556 @@
+#include "screens/table/frmCrapTable.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
+#include "autobet/hot_keys.h"
+#include "autoplay/hyper_drive.h"
+#include "bets/chips.h"
+#include "bets/make_bet.h"
+#include "core/host.h"
+#include "core/messages.h"
+#include "persistence/file_commands.h"
+#include "persistence/session.h"
+#include "play/roll_cycle.h"
+#include "play/start_up.h"
+#include "screens/frame/between_rolls.h"
+#include "screens/frame/guard.h"
+#include "screens/frame/help.h"
+#include "screens/frame/numeric_entry.h"
+#include "screens/frame/pointer.h"
+#include "screens/frame/window_places.h"
+#include "screens/play/frmAutoPlay.h"
+#include "screens/play/frmStackValues.h"
+#include "screens/scripts/frmFlags.h"
+#include "screens/scripts/script_commands.h"
+#include "screens/statistics/frmBankroll.h"
+#include "screens/statistics/frmEventsLog.h"
+#include "screens/table/chip_art.h"
+#include "screens/table/game_commands.h"
+#include "screens/table/table_commands.h"
+#include "screens/table/table_layout.h"
+#include "screens/table/table_menus.h"
+
+namespace {
+
+constexpr const char* kPlace = "Crap Table";
+constexpr int kQuickStatsInterval = 500;
+constexpr double kShareOfScreen = 0.85;
+constexpr double kWidestAtStart = 1280;
+constexpr double kKeyedBoxWidth = 58;
+constexpr double kKeyedBoxHeight = 20;
+constexpr int kKeyedDecimals = 2;
+
+void Present(QWidget* screen) {
+  screen->show();
+  screen->raise();
+  screen->activateWindow();
+}
+
+/// The letter or digit of a key pressed with Ctrl alone; 0 for any other key.
+char LetterWithCtrl(const QKeyEvent& event) {
+  if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::ControlModifier) return 0;
+  const int key = event.key();
+  const bool known =
+      (key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9);
+  return known ? static_cast<char>(key) : 0;
+}
+
+/// Ctrl, Shift and the like only begin a combination of keys.
+bool IsWholeKey(const QEvent& event) {
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  return key != Qt::Key_unknown && !(key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) &&
+         key != Qt::Key_AltGr && !(key >= Qt::Key_Super_L && key <= Qt::Key_Hyper_R);
+}
+
+int SpotOf(const SpotHit& hit) { return hit.PickedSpot != NoSpot ? hit.PickedSpot : hit.HotSpot; }
+
+}  // namespace
+
+// ---- picLayout ----
+
+picLayoutBox::picLayoutBox(frmCrapTable* table) : QWidget(table), table_(table) {
+  setObjectName("picLayout");
+  setAccessibleName(tr("Craps table"));
+  setMouseTracking(true);
+  setFocusPolicy(Qt::NoFocus);  // a click must not take the focus from the keyed-bet box
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setMinimumSize(static_cast<int>(kTableWidth), static_cast<int>(kTableHeight));
+}
+
+QPointF picLayoutBox::ToTable(QPointF place) const { return TablePoint(place, size()); }
+
+QRect picLayoutBox::FromTable(QRectF place) const {
+  return TableTransform(size()).mapRect(place).toRect();
+}
+
+void picLayoutBox::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  PaintTable(painter, size(), table_->View(), cache_);
+  if (!rain_.isNull()) painter.drawPixmap(0, 0, rain_);
+}
+
+void picLayoutBox::RainChip(int picture, QPointF place) {
+  const double ratio = devicePixelRatioF();
+  if (rain_.size() != size() * ratio) {
+    rain_ = QPixmap(size() * ratio);
+    rain_.setDevicePixelRatio(ratio);
+    rain_.fill(Qt::transparent);
+  }
+  QPainter painter(&rain_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setTransform(TableTransform(size()), true);
+  DrawChip(painter, place, kChipSize, picture, Game.ChipStyle,
+           ChipLabel(ChipValue(picture), Game.UseCentsSymbol));
+}
+
+void picLayoutBox::ClearRain() {
+  rain_ = QPixmap();
+  update();
+}
+
+void picLayoutBox::mouseMoveEvent(QMouseEvent* event) {
+  table_->MouseMoved(ToTable(event->position()));
+}
+
+void picLayoutBox::mousePressEvent(QMouseEvent* event) {
+  Guarded(kPlace, [&] { table_->MousePressed(ToTable(event->position()), *event); });
+}
+
+void picLayoutBox::mouseReleaseEvent(QMouseEvent* event) {
+  Guarded(kPlace, [&] { table_->MouseReleased(ToTable(event->position()), *event); });
+}
+
+void picLayoutBox::leaveEvent(QEvent*) { table_->MouseLeft(); }
+
+void picLayoutBox::resizeEvent(QResizeEvent*) { table_->PlaceKeyedBox(); }
+
+// ---- frmCrapTable ----
+
+frmCrapTable::frmCrapTable() {
+  setObjectName("frmCrapTable");
+  QWidget* content = new QWidget(this);
+  QVBoxLayout* column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+
+  picLayout_ = new picLayoutBox(this);
+  column->addWidget(picLayout_, 1);
+  MakeKeyedBox();
+
+  MakeStatusRow(column);
+  setCentralWidget(content);
+
+  menus_ = std::make_unique<TableMenus>(
+      this, TableActions{[this] { Roll(); }, [this] { ShowBankroll(); },
+                         [this] { ShowStackValues(); }, [this] { ShowAutoPlay(); },
+                         [this] { ShowFlags(); }, [this] { ShowEventsLog(); }});
+  timerQuickStats_ = new QTimer(this);
+  timerQuickStats_->setObjectName("timerQuickStats");
+  connect(timerQuickStats_, &QTimer::timeout, this, [this] {
+    if (closeAfterRun_) EndRun();
+    ShowQuickStatus();
+  });
+  timerQuickStats_->start(kQuickStatsInterval);
+  ShowCaption();
+  ShowQuickStatus();
+  PlaceOnScreen();
+}
+
+frmCrapTable::~frmCrapTable() = default;
+
+/// A window in the middle of the screen, with a table as large as fits well.
+void frmCrapTable::PlaceOnScreen() {
+  const QRect available = screen()->availableGeometry();
+  const double scale =
+      std::min({available.width() * kShareOfScreen / kTableWidth,
+                available.height() * kShareOfScreen / kTableHeight, kWidestAtStart / kTableWidth});
+  const int bars = menuBar()->sizeHint().height() + lblQuickStats_->sizeHint().height();
+  resize(qRound(kTableWidth * scale), qRound(kTableHeight * scale) + bars);
+  move(available.center() - rect().center());
+}
+
+void frmCrapTable::MakeStatusRow(QVBoxLayout* column) {
+  const auto add = [](QHBoxLayout* row, const char* name, int stretch) {
+    QLabel* label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setMargin(4);
+    label->setMinimumWidth(1);  // a long line is cut rather than widen the window
+    row->addWidget(label, stretch);
+    return label;
+  };
+  QHBoxLayout* row = new QHBoxLayout;
+  row->setSpacing(0);
+  lblQuickStats_ = add(row, "lblQuickStats", 1);
+  lblAutoBet_ = add(row, "lblAutoBet", 0);
+  lblAutoBet_->hide();
+  column->addLayout(row);
+}
+
+void frmCrapTable::MakeKeyedBox() {
+  txtEnterBet_ = new QLineEdit(picLayout_);
+  txtEnterBet_->setObjectName("txtEnterBet");
+  txtEnterBet_->setAccessibleName(tr("Amount of the bet"));
+  MakeNumericBox(txtEnterBet_, kKeyedDecimals, false);
+  txtEnterBet_->hide();
+  txtEnterBet_->installEventFilter(this);
+  connect(txtEnterBet_, &QLineEdit::textChanged, this,
+          [](const QString& text) { Game.KeyedBetText = text.toStdString(); });
+  connect(txtEnterBet_, &QLineEdit::returnPressed, this, [this] { TakeKeyedAmount(); });
+}
+
+void frmCrapTable::RedrawBets() {
+  Game.NeedRepaint = false;
+  PlaceKeyedBox();
+  ShowQuickStatus();
+  picLayout_->update();
+}
+
+void frmCrapTable::RedrawLayout() { picLayout_->update(); }
+
+void frmCrapTable::RefreshViews() {
+  ShowCaption();
+  RedrawBets();
+  if (stackValues_) stackValues_->RefreshStackView();
+  if (autoPlay_) autoPlay_->RefreshAutoPlayView();
+  if (bankroll_) bankroll_->RefreshBankrollView();
+  if (flags_) flags_->RefreshFlagsView();
+  if (eventsLog_) eventsLog_->RefreshEventsLogView();
+}
+
+void frmCrapTable::ShowCaption() {
+  if (Game.HyperDriveOn && Game.TableMinimised) {
+    setWindowTitle("Kelvanor Hyper-Drive Active");
+    return;
+  }
+  if (Game.HyperDriveStopped && Game.TableMinimised) {
+    setWindowTitle("Kelvanor Hyper-Drive Stopped");
+    return;
+  }
+  const QString name = QFileInfo(QString::fromStdString(Game.GameFileName)).fileName();
+  setWindowTitle(name.isEmpty() ? QString("Kelvanor") : QString("Kelvanor (%1)").arg(name));
+}
+
+void frmCrapTable::Roll() {
+  if (running_ || !TableAtRest()) return;
+  RunAtTable(RollDice);
+}
+
+void frmCrapTable::RunHyperDrive() {
+  if (!Game.KeepRolling && isVisible() && !isMinimized()) {
+    activateWindow();
+    setFocus();
+  }
+  if (running_) {
+    // A script that never ends must be interrupted before the run can stop.
+    if (Game.AutoBetRunning && !Game.KeepRolling) {
+      AskToInterruptRun();
+    } else if (Game.RollInProgress) {
+      ToggleHyperDrive();
+    }
+    return;
+  }
+  RunAtTable(ToggleHyperDrive);
+}
+
+void frmCrapTable::RunAtTable(const std::function<void()>& run) {
+  running_ = true;
+  Guarded(kPlace, run);
+  running_ = false;
+  TheHost.RefreshViews();
+  if (!closeAfterRun_) return;
+  closeAfterRun_ = false;
+  const bool rollOn = std::exchange(rollOnIfItStays_, false);
+  // Required: a closing that is cancelled leaves the dice rolling.
+  if (!close() && rollOn && !running_) QTimer::singleShot(0, this, [this] { RollOn(); });
+}
+
+void frmCrapTable::RollOn() {
+  if (running_ || !Game.AutoRollDice) return;
+  Game.KeepRolling = true;
+  Roll();
+}
+
+/// Ends whatever runs. A roll that goes on may run the script again, so this is done repeatedly.
+void frmCrapTable::EndRun() {
+  Game.KeepRolling = false;
+  Game.AutoBetRunning = false;
+}
+
+void frmCrapTable::ShowStackValues() {
+  if (!stackValues_) {
+    stackValues_ = new frmStackValues(this);
+    stackValues_->setAttribute(Qt::WA_DeleteOnClose);
+    FollowPlace(stackValues_, StackValuesWindow);
+  }
+  Present(stackValues_);
+}
+
+void frmCrapTable::ShowAutoPlay() {
+  if (!autoPlay_) autoPlay_ = new frmAutoPlay(this);
+  Present(autoPlay_);
+}
+
+void frmCrapTable::ShowBankroll() {
+  if (!bankroll_) {
+    bankroll_ = new frmBankroll(this);
+    FollowPlace(bankroll_, BankrollWindow);
+    connect(bankroll_, &frmBankroll::HyperDriveToggled, this,
+            [this] { Guarded(kPlace, [this] { RunHyperDrive(); }); });
+  }
+  Present(bankroll_);
+}
+
+void frmCrapTable::ShowFlags() {
+  if (!flags_) {
+    flags_ = new frmFlags(this);
+    FollowPlace(flags_, FlagsWindow);
+  }
+  Present(flags_);
+}
+
+void frmCrapTable::ShowAsLeft() {
+  FollowPlace(this, TableWindow);
+  show();
+  if (WasOpen(BankrollWindow)) ShowBankroll();
+  if (WasOpen(StackValuesWindow)) ShowStackValues();
+  if (WasOpen(FlagsWindow)) ShowFlags();
+  if (WasOpen(EventsLogWindow)) ShowEventsLog();
+  activateWindow();
+}
+
+void frmCrapTable::ShowEventsLog() {
+  if (!eventsLog_) {
+    eventsLog_ = new frmEventsLog(this);
+    FollowPlace(eventsLog_, EventsLogWindow);
+  }
+  Present(eventsLog_);
+}
+
+// ---- The mouse ----
+
+int frmCrapTable::SpotUnderMouse() const { return FindHotSpot(mouse_.x(), mouse_.y()).HotSpot; }
+
+void frmCrapTable::MouseMoved(QPointF place) {
+  mouse_ = place;
+  helpTopic_ = FindHotSpot(place.x(), place.y(), view_.Dice).HelpTopic;
+  if (chipsInHand_) {
+    view_.DragPoint = place;
+    picLayout_->update();
+  }
+  ShowQuickStatus();
+}
+
+void frmCrapTable::MouseLeft() {
+  mouse_ = {-1, -1};
+  ShowQuickStatus();
+}
+
+void frmCrapTable::MousePressed(QPointF place, const QMouseEvent& event) {
+  const bool lifts = event.button() == Qt::LeftButton && (event.modifiers() & Qt::AltModifier);
+  if (!lifts || !TableAtRest() || Game.ClickMode != NoClickMode) return;
+  if (!ClickMayAct()) return;
+  const int spot = SpotOf(FindHotSpot(place.x(), place.y(), view_.Dice));
+  chipsInHand_ = PickUpChips(spot);
+  if (!chipsInHand_) return;
+  view_.Dragging = true;
+  view_.DraggedAmount = ChipPending;
+  view_.DragPoint = place;
+  picLayout_->setCursor(Qt::ClosedHandCursor);
+}
+
+void frmCrapTable::MouseReleased(QPointF place, const QMouseEvent& event) {
+  mouse_ = place;
+  const int spot = SpotOf(FindHotSpot(place.x(), place.y(), view_.Dice));
+  if (chipsInHand_) {
+    if (event.button() != Qt::LeftButton) return;
+    chipsInHand_ = false;
+    view_.Dragging = false;
+    picLayout_->unsetCursor();
+    BetweenRolls([spot, x = qRound(place.x()), y = qRound(place.y())] { DropChips(spot, x, y); });
+    return;
+  }
+  if (!ClickMayAct()) return;
+  bool roll = false;
+  if (event.button() == Qt::RightButton) {
+    roll = RightClick();
+  } else if (event.button() == Qt::LeftButton &&
+             (Game.ClickMode != NoClickMode || !(event.modifiers() & Qt::AltModifier))) {
+    roll = LeftClick({spot, place.x(), place.y(), bool(event.modifiers() & Qt::ControlModifier),
+                      bool(event.modifiers() & Qt::ShiftModifier)});
+  }
+  if (roll) Roll();
+}
+
+// ---- The keyed-bet box ----
+
+void frmCrapTable::PlaceKeyedBox() {
+  if (!Game.KeyedBoxOpen) {
+    if (txtEnterBet_->isVisible()) txtEnterBet_->hide();
+    return;
+  }
+  QRect place =
+      picLayout_->FromTable(QRectF(Game.KeyedX, Game.KeyedY, kKeyedBoxWidth, kKeyedBoxHeight));
+  place.setSize(place.size().expandedTo(txtEnterBet_->minimumSizeHint()));
+  txtEnterBet_->setGeometry(place);
+  const bool opens = !txtEnterBet_->isVisible();
+  const QString text = QString::fromStdString(Game.KeyedBetText);
+  const bool changed = txtEnterBet_->text() != text;
+  if (changed) txtEnterBet_->setText(text);
+  if (opens) {
+    txtEnterBet_->show();
+    txtEnterBet_->setFocus();
+  }
+  if (opens || changed) txtEnterBet_->selectAll();
+}
+
+void frmCrapTable::TakeKeyedAmount() {
+  // A message shown on the way takes the focus, and leaving the box must not enter it again.
+  if (takingKeyedAmount_ || !Game.KeyedBoxOpen || !TableAtRest()) return;
+  takingKeyedAmount_ = true;
+  Guarded(kPlace, [] { EnterKeyedBet(); });
+  takingKeyedAmount_ = false;
+  RedrawBets();
+  txtEnterBet_->selectAll();
+}
+
+bool frmCrapTable::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != txtEnterBet_) return QMainWindow::eventFilter(watched, event);
+  if (Game.AutoBetRunning && event->type() == QEvent::KeyPress) {
+    keyPressEvent(static_cast<QKeyEvent*>(event));
+    return true;
+  }
+  if (event->type() == QEvent::FocusOut) {
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+        reason == Qt::MouseFocusReason ||
+        (reason == Qt::ActiveWindowFocusReason && !QApplication::activeModalWidget())) {
+      TakeKeyedAmount();
+    }
+  }
+  if (event->type() == QEvent::KeyPress &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    CloseKeyedBox();
+    return true;
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+// ---- The window ----
+
+void frmCrapTable::ShowQuickStatus() {
+  const QString text = QString::fromStdString(QuickStatusText(SpotUnderMouse()));
+  if (lblQuickStats_->text() != text) lblQuickStats_->setText(text);
+  ShowScript();
+}
+
+/// The script's name at the end of the status row; a long one leaves room for the bankroll.
+void frmCrapTable::ShowScript() {
+  constexpr int kShareOfRow = 3;
+  const QString whole = ScriptCaption();
+  const QString text =
+      lblAutoBet_->fontMetrics().elidedText(whole, Qt::ElideRight, width() / kShareOfRow);
+  if (lblAutoBet_->text() == text) return;
+  lblAutoBet_->setText(text);
+  lblAutoBet_->setToolTip(QString::fromStdString(Game.AutoBetFile));
+  lblAutoBet_->setVisible(!text.isEmpty());
+}
+
+bool frmCrapTable::event(QEvent* event) {
+  // While a script runs every key asks, also those of the menus.
+  if (event->type() == QEvent::ShortcutOverride && Game.AutoBetRunning && IsWholeKey(*event)) {
+    event->accept();
+    return true;
+  }
+  return QMainWindow::event(event);
+}
+
+bool frmCrapTable::TakeHotKey(const QKeyEvent& event) {
+  const char letter = LetterWithCtrl(event);
+  if (letter == 0 || running_ || !TableAtRest() || Game.HyperDriveOn) return false;
+  if (!ClickMayAct()) return true;
+  RunAtTable([letter] { RunHotKey(letter); });
+  return true;
+}
+
+void frmCrapTable::keyPressEvent(QKeyEvent* event) {
+  if (Game.AutoBetRunning) {
+    if (IsWholeKey(*event)) Guarded(kPlace, AskToInterruptRun);
+  } else if (TakeHotKey(*event)) {
+    event->accept();
+  } else if (event->key() == Qt::Key_F1) {
+    ShowHelp(helpTopic_);
+  } else if (event->key() == Qt::Key_Escape && Game.ClickMode != NoClickMode) {
+    Game.ClickMode = NoClickMode;
+    RedrawBets();
+  } else {
+    QMainWindow::keyPressEvent(event);
+  }
+}
+
+void frmCrapTable::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  ShowScript();
+}
+
+void frmCrapTable::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange) return;
+  Game.TableMinimised = isMinimized();
+  if (!Game.TableMinimised) Game.HyperDriveStopped = false;
+  ShowCaption();
+  if (!Game.TableMinimised) RedrawBets();
+}
+
+/// Minimised, the table could show none of the questions that closing may take.
+void frmCrapTable::ShowToAsk() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  Game.TableMinimised = false;
+}
+
+/// Keeps the game for the next session; false when it can't be kept and the player wants to go on.
+bool frmCrapTable::KeepSession() {
+  const PointerLook busy(Qt::WaitCursor);
+  bool kept = false;
+  Guarded(kPlace, [&] { kept = CloseSession(); });
+  if (!kept) {
+    if (!AskYesNo("The game can't be kept for the next session.\n\nDo you want to end anyway?",
+                  "Kelvanor", kTopicFiles)) {
+      return false;
+    }
+    CloseGame();
+  }
+  TheHost.PrintDuePage();
+  return true;
+}
+
+void frmCrapTable::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (isMinimized()) ShowToAsk();
+  if (!MayClose(KeepWindowPlaces)) return;
+  if (running_) {
+    // The run ends first: its routines stand below this one.
+    rollOnIfItStays_ = rollOnIfItStays_ || Game.KeepRolling;
+    EndRun();
+    closeAfterRun_ = true;
+    return;
+  }
+  if (!MayLeaveGame(this)) return;
+  if (!KeepSession()) return;
+  for (QWidget* screen :
+       std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_, flags_, eventsLog_})
+    if (screen) screen->close();
+  event->accept();
+}

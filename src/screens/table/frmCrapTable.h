@@ -1,0 +1,150 @@
+// The main screen: the table, its menus and the quick status line.
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPixmap>
+#include <QPointF>
+#include <QPointer>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "screens/table/table_painter.h"
+
+class frmAutoPlay;
+class frmBankroll;
+class frmCrapTable;
+class frmEventsLog;
+class frmFlags;
+class frmStackValues;
+class TableMenus;
+
+/// The table itself: a drawing of 640 by 480 units that fills the widget as far as its shape
+/// allows.
+class picLayoutBox : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit picLayoutBox(frmCrapTable* table);
+
+  /// A place of the widget in table units.
+  QPointF ToTable(QPointF place) const;
+
+  /// A rectangle of the table on the widget.
+  QRect FromTable(QRectF place) const;
+
+  /// Lets a chip fall on the table; it lies there until `ClearRain`.
+  void RainChip(int picture, QPointF place);
+  void ClearRain();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  frmCrapTable* table_;
+  TableCache cache_;
+  QPixmap rain_;
+};
+
+class frmCrapTable : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  frmCrapTable();
+  ~frmCrapTable() override;
+
+  /// Draws the chips, the dice, the markers, the box and the quick status anew.
+  void RedrawBets();
+
+  /// Draws the layout under them too.
+  void RedrawLayout();
+
+  /// Brings every open view up to date.
+  void RefreshViews();
+
+  /// The title of the window, by the game file and by Hyper-Drive while it is minimised.
+  void ShowCaption();
+
+  /// Throws the dice, unless a roll is under way. A window that was closed meanwhile closes then.
+  void Roll();
+
+  void ShowStackValues();
+  void ShowAutoPlay();
+  void ShowBankroll();
+  void ShowFlags();
+
+  /// Shows the table where it was left, and the screens that could be seen when the last session
+  /// ended.
+  void ShowAsLeft();
+  void ShowEventsLog();
+
+  /// Starts a run under Hyper-Drive, and comes back when it has ended; stops one that goes on. A
+  /// window that was closed meanwhile closes then.
+  void RunHyperDrive();
+
+  /// What is drawn beside the game record: the dice as they lie, chips in the hand.
+  TableView& View() { return view_; }
+  picLayoutBox* Layout() { return picLayout_; }
+
+  // The mouse on `picLayout`, in table units.
+  void MouseMoved(QPointF place);
+  void MouseLeft();
+  void MousePressed(QPointF place, const QMouseEvent& event);
+  void MouseReleased(QPointF place, const QMouseEvent& event);
+
+  /// Puts the keyed-bet box where the record says, or away.
+  void PlaceKeyedBox();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void PlaceOnScreen();
+  /// Runs what throws dice or runs a script; a window that was closed meanwhile closes then.
+  void RunAtTable(const std::function<void()>& run);
+  void EndRun();
+  void RollOn();
+  void ShowToAsk();
+  bool KeepSession();
+  void MakeKeyedBox();
+  void TakeKeyedAmount();
+  void MakeStatusRow(QVBoxLayout* column);
+  void ShowQuickStatus();
+  void ShowScript();
+  bool TakeHotKey(const QKeyEvent& event);
+  int SpotUnderMouse() const;
+
+  TableView view_;
+  picLayoutBox* picLayout_ = nullptr;
+  QLabel* lblQuickStats_ = nullptr;
+  QLabel* lblAutoBet_ = nullptr;
+  QTimer* timerQuickStats_ = nullptr;
+  QLineEdit* txtEnterBet_ = nullptr;
+  std::unique_ptr<TableMenus> menus_;
+  QPointer<frmStackValues> stackValues_;
+  frmAutoPlay* autoPlay_ = nullptr;
+  frmBankroll* bankroll_ = nullptr;
+  frmFlags* flags_ = nullptr;
+  frmEventsLog* eventsLog_ = nullptr;
+  QPointF mouse_{-1, -1};
+  int helpTopic_ = 0;
+  bool takingKeyedAmount_ = false;
+  bool chipsInHand_ = false;
+  bool running_ = false;
+  bool closeAfterRun_ = false;
+  bool rollOnIfItStays_ = false;  // nobody has asked the dice to stop
+};

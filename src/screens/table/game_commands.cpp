@@ -1,0 +1,130 @@
+#include "screens/table/game_commands.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+
+#include "bets/make_bet.h"
+#include "core/host.h"
+#include "core/messages.h"
+#include "dice/probability_file.h"
+#include "dice/tape_file.h"
+#include "persistence/file_commands.h"
+#include "persistence/game_file.h"
+#include "screens/files/frmFile.h"
+#include "screens/scripts/script_commands.h"
+#include "screens/table/table_commands.h"
+
+namespace {
+
+enum class Offer { Save, LetGo, GoBack };
+
+Offer OfferToSave(const char* question, const char* title) {
+  ShowMessage(question, title, kTopicFiles, YesNoCancel);
+  if (Game.MsgAnswer == AnswerYes) return Offer::Save;
+  return Game.MsgAnswer == AnswerNo ? Offer::LetGo : Offer::GoBack;
+}
+
+bool SaveProbability(QWidget* parent) {
+  if (Game.PrbFileName.empty()) return RunFileScreen(parent, FileCommand::SaveProbabilityAs);
+  SaveProbabilityFile(Game.PrbFileName);
+  return Game.LastFileResult > 0;
+}
+
+bool MayLeaveProbability(QWidget* parent) {
+  if (!Game.ProbabilityChanged) return true;
+  switch (
+      OfferToSave("Your current probabilities have not been saved.\n"
+                  "Do you want to save them now?",
+                  "Save Probabilities?")) {
+    case Offer::Save: return SaveProbability(parent);
+    case Offer::LetGo: return true;
+    default: return false;
+  }
+}
+
+bool MayLeaveTable(QWidget* parent) {
+  if (!Game.GameChanged) return true;
+  switch (OfferToSave("Your current game has not been saved.\nDo you want to save it now?",
+                      "Save Game?")) {
+    case Offer::Save: return SaveGameCommand(parent);
+    case Offer::LetGo: return true;
+    default: return false;
+  }
+}
+
+void ShowAll() {
+  TheHost.RedrawLayout();
+  TheHost.RefreshViews();
+}
+
+}  // namespace
+
+bool MayLeaveGame(QWidget* parent) {
+  return MayLeaveScript(parent) && MayLeaveProbability(parent) && MayLeaveTable(parent);
+}
+
+void OpenGameCommand(QWidget* parent) {
+  if (!MayLeaveGame(parent)) return;
+  CloseKeyedBox();
+  Game.ClickMode = NoClickMode;
+  RunFileScreen(parent, FileCommand::OpenGame);
+  ShowAll();
+}
+
+bool SaveGameCommand(QWidget* parent) {
+  if (Game.GameFileName.empty()) return SaveGameAsCommand(parent);
+  SaveGame(Game.GameFileName);
+  ShowAll();
+  return Game.LastFileResult > 0;
+}
+
+bool SaveGameAsCommand(QWidget* parent) {
+  const bool saved = RunFileScreen(parent, FileCommand::SaveGameAs);
+  ShowAll();
+  return saved;
+}
+
+void OpenDiceRollsCommand(QWidget* parent) {
+  RunFileScreen(parent, FileCommand::OpenDiceRolls);
+  ShowAll();
+}
+
+void CloseDiceRollsCommand() {
+  if (Game.DiceRollFile.empty()) return;
+  CloseDiceRollFile();
+  Game.GameChanged = true;
+  ShowAll();
+}
+
+void SetRecorderCommand(int status) {
+  if (status != RecorderOff && Game.DiceRollFile.empty()) {
+    ShowMessage("You need to open a file first.",
+                status == Recording ? "Record Dice Rolls During Game Play"
+                                    : "Playback Dice Rolls During Game Play",
+                kDiceRollTopic, OkStop);
+    return;
+  }
+  Game.RecorderStatus = status;
+  Game.GameChanged = true;
+  ShowAll();
+}
+
+void RewindDiceRollsCommand() {
+  Game.DiceFilePos = 1;
+  ShowAll();
+}
+
+void ToEndOfDiceRollsCommand() {
+  Game.DiceFilePos = static_cast<int>(std::min<std::int64_t>(DiceRollCount(), INT_MAX - 1)) + 1;
+  ShowAll();
+}
+
+void OpenProbabilityCommand(QWidget* parent) {
+  RunFileScreen(parent, FileCommand::OpenProbability);
+  ShowAll();
+}
+
+void SaveProbabilityAsCommand(QWidget* parent) {
+  RunFileScreen(parent, FileCommand::SaveProbabilityAs);
+}

@@ -1,0 +1,210 @@
+#include "screens/table/qt_host.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QRandomGenerator>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "bets/settle.h"
+#include "core/host.h"
+#include "core/sounds.h"
+#include "persistence/game_file.h"
+#include "screens/frame/between_rolls.h"
+#include "screens/frame/guard.h"
+#include "screens/frame/pointer.h"
+#include "screens/play/frmMsg.h"
+#include "screens/play/frmSettleBet.h"
+#include "screens/statistics/graph_printer.h"
+#include "screens/table/frmCrapTable.h"
+#include "screens/table/sound_player.h"
+#include "screens/table/table_layout.h"
+
+bool HurryHost = false;
+
+namespace {
+
+frmCrapTable* Table = nullptr;
+
+constexpr int kFrames = 5;
+constexpr int kFrameTime = 100;
+
+constexpr int kThrowLeft = 35;
+constexpr int kThrowTop = 50;
+constexpr int kThrowWidth = 405;
+constexpr int kThrowHeight = 320;
+constexpr double kClearOfMouseX = 50;
+constexpr double kClearOfMouseY = 32;
+constexpr double kClearOfDie = 32;
+constexpr int kFacesInFlight = 5;  // a 6 never shows in flight
+
+constexpr int kRainChips = 1000;
+constexpr int kRainBatch = 10;
+constexpr int kRainPause = 30;
+constexpr int kRainLeft = 50;
+constexpr int kRainTop = 19;
+constexpr int kRainWidth = 570;
+constexpr int kRainHeight = 367;
+
+/// A pause with the event loop running.
+void Pause(int milliseconds) {
+  if (HurryHost || milliseconds <= 0) {
+    QCoreApplication::processEvents();
+    return;
+  }
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+/// Chance for show only: it must never move the generators of the game.
+int Chance(int limit) { return static_cast<int>(QRandomGenerator::global()->bounded(limit)); }
+
+void ShowSettleScreen() {
+  frmSettleBet screen(Table);
+  if (screen.exec() == QDialog::Rejected) PressSettleButton(0);  // the program was told to end
+}
+
+bool Near(QPointF a, QPointF b, double across, double down) {
+  return std::abs(a.x() - b.x()) < across && std::abs(a.y() - b.y()) < down;
+}
+
+QPointF MouseOnTable() {
+  return Table->Layout()->ToTable(Table->Layout()->mapFromGlobal(QCursor::pos()));
+}
+
+QPointF ThrownPlace() {
+  return QPointF(Chance(kThrowWidth) + kThrowLeft, Chance(kThrowHeight) + kThrowTop);
+}
+
+/// Places of both dice, clear of the mouse and of each other.
+void ScatterDice(TableView& view) {
+  const QPointF mouse = MouseOnTable();
+  const auto onMouse = [&](QPointF place) {
+    return Near(place, mouse, kClearOfMouseX, kClearOfMouseY);
+  };
+  do {
+    view.Dice[0] = ThrownPlace();
+  } while (onMouse(view.Dice[0]));
+  do {
+    view.Dice[1] = ThrownPlace();
+  } while (onMouse(view.Dice[1]) || Near(view.Dice[1], view.Dice[0], kClearOfDie, kClearOfDie));
+}
+
+void ShowDiceFrame(TableView& view, bool last) {
+  if (Game.DiceAction == DiceStationary) {
+    std::copy(std::begin(kDiceHold), std::end(kDiceHold), std::begin(view.Dice));
+  } else {
+    ScatterDice(view);
+  }
+  for (unsigned die = 0; die < 2; ++die) {
+    view.Faces[die] = last ? 0 : Chance(kFacesInFlight) + 1;
+    view.Turns[die] = last && Game.DiceAction == DiceStationary ? 0 : Chance(90);
+  }
+  Table->Layout()->update();
+}
+
+void SendDiceHome() {
+  TableView& view = Table->View();
+  std::copy(std::begin(kDiceHome), std::end(kDiceHome), std::begin(view.Dice));
+  view.Faces = {0, 0};
+  view.Turns = {0, 0};
+  Table->Layout()->update();
+}
+
+void ThrowDice() {
+  PlayDiceSound();
+  if (!HurryHost) {
+    for (int frame = 1; frame <= kFrames; ++frame) {
+      ShowDiceFrame(Table->View(), frame == kFrames);
+      Pause(kFrameTime);
+    }
+  }
+  if (Game.DiceAction == DiceStationary || Game.DiceAction == DiceReturnAfterThrown) SendDiceHome();
+}
+
+void PlaySound(const std::string& path, SoundMode mode) {
+  if (!HurryHost) PlayWave(path, mode);
+}
+
+/// Watches for a click or a key, which ends the celebration.
+class Interruption : public QObject {
+ public:
+  Interruption() { QCoreApplication::instance()->installEventFilter(this); }
+  bool Came = false;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    const bool any = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress;
+    Came = Came || any;
+    return any || event->type() == QEvent::MouseButtonRelease;
+  }
+};
+
+void CelebrateBank() {
+  if (!Game.DisableAllSound && Game.WinSound > 0) {
+    PlaySound(Game.AppPath + "Chips.wav", SoundMode::Loop);
+  }
+  Interruption interruption;
+  for (int chip = 1; chip <= kRainChips && !interruption.Came; ++chip) {
+    const QPointF place(Chance(kRainWidth) + kRainLeft, Chance(kRainHeight) + kRainTop);
+    Table->Layout()->RainChip(Chance(kOverflowPicture - 1) + 1, place);
+    if (chip % kRainBatch != 0) continue;
+    Table->Layout()->update();
+    Pause(kRainPause);
+  }
+  StopWave();
+  Table->Layout()->ClearRain();
+}
+
+}  // namespace
+
+std::uint32_t SystemMilliseconds() {
+  using namespace std::chrono;
+  const auto sinceStart = steady_clock::now().time_since_epoch();
+  return static_cast<std::uint32_t>(duration_cast<milliseconds>(sinceStart).count());
+}
+
+void InstallQtHost(frmCrapTable* table) {
+  Table = table;
+  static const QElapsedTimer clock = [] {
+    QElapsedTimer started;
+    started.start();
+    return started;
+  }();
+  TheHost.ShowMessage = [](bool modal) {
+    const PointerLook plain(Qt::ArrowCursor);  // whatever is waited for waits for the player now
+    ShowMessageScreen(Table, modal);
+  };
+  TheHost.ShowSettleScreen = ShowSettleScreen;
+  TheHost.ThrowDice = ThrowDice;
+  TheHost.SendDiceHome = SendDiceHome;
+  TheHost.CelebrateBank = CelebrateBank;
+  TheHost.PlaySound = PlaySound;
+  TheHost.StopSound = StopWave;
+  TheHost.Milliseconds = SystemMilliseconds;
+  TheHost.Yield = [] {
+    const EngineTurn turn;
+    const qint64 start = clock.nsecsElapsed();
+    QCoreApplication::processEvents();
+    YieldTime += static_cast<double>(clock.nsecsElapsed() - start) / 1e6;
+  };
+  TheHost.Wait = [](int milliseconds) {
+    const EngineTurn turn;
+    Pause(milliseconds);
+  };
+  TheHost.RefreshViews = [] {
+    CarryOutChanges();
+    Table->RefreshViews();
+  };
+  TheHost.RedrawBets = [] { Table->RedrawBets(); };
+  TheHost.RedrawLayout = [] { Table->RedrawLayout(); };
+  TheHost.ShowStep = [](int, const std::string&, const std::string&) { TheHost.Yield(); };
+  TheHost.SaveGameToTemp = ::SaveGameToTemp;
+  TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
+  TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", PrintDueGraphs); };
+}

@@ -1,0 +1,325 @@
+// What lies on the table: puck, chips, markers, amounts, dice and the rack.
+#include "screens/table/table_painter.h"
+
+#include <QPaintDevice>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include "bets/chips.h"
+#include "core/game_state.h"
+#include "core/text.h"
+#include "screens/table/chip_art.h"
+
+namespace {
+
+constexpr QColor kSurround(0x12, 0x0A, 0x07);  // beyond the table in a window of another shape
+
+/// A painting under way: the table's transform, and the pictures that it copies.
+struct Stage {
+  QPainter& Painter;
+  TableCache& Cache;
+  QTransform Outer;
+  QTransform Table;
+  double Ratio;
+};
+
+template <typename Value>
+void Append(QByteArray& stamp, const Value& value) {
+  stamp.append(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+double ScaleOf(const QTransform& table) { return table.m11(); }
+
+/// The device coordinate nearest to a logical one, so that copied pictures stay sharp.
+double Snapped(double value, double ratio) { return std::round(value * ratio) / ratio; }
+
+QByteArray ChipStampOf(const Stage& stage) {
+  QByteArray stamp;
+  Append(stamp, Game.ChipStyle);
+  Append(stamp, Game.UseCentsSymbol);
+  for (int slot = SmallestChip; slot <= LargestChip; ++slot)
+    Append(stamp, Game.Bets[static_cast<unsigned>(slot)].Raw());
+  Append(stamp, ScaleOf(stage.Table));
+  Append(stamp, stage.Ratio);
+  return stamp;
+}
+
+QPixmap BlankPicture(const QSizeF& size, double ratio) {
+  QPixmap picture((size * ratio).toSize().expandedTo(QSize(1, 1)));
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  return picture;
+}
+
+QString ChipText(int picture) {
+  return picture == kOverflowPicture ? QString()
+                                     : ChipLabel(ChipValue(picture), Game.UseCentsSymbol);
+}
+
+const QPixmap& ChipPicture(const Stage& stage, int picture) {
+  QPixmap& pixmap = stage.Cache.Chips[static_cast<unsigned>(picture)];
+  if (!pixmap.isNull()) return pixmap;
+  const double scale = ScaleOf(stage.Table);
+  const double side = std::ceil((kChipSize + 1.5) * scale * stage.Ratio) / stage.Ratio;
+  pixmap = BlankPicture({side, side}, stage.Ratio);
+  QPainter painter(&pixmap);
+  DrawChip(painter, {side / 2, side / 2}, kChipSize * scale, picture, Game.ChipStyle,
+           ChipText(picture));
+  return pixmap;
+}
+
+void PlaceChip(const Stage& stage, QPointF centre, int picture) {
+  const QPixmap& pixmap = ChipPicture(stage, std::clamp(picture, 1, kOverflowPicture));
+  const QSizeF size = pixmap.deviceIndependentSize();
+  const QPointF corner = stage.Table.map(centre) - QPointF(size.width(), size.height()) / 2;
+  stage.Painter.setWorldTransform(stage.Outer);
+  stage.Painter.drawPixmap(
+      QPointF(Snapped(corner.x(), stage.Ratio), Snapped(corner.y(), stage.Ratio)), pixmap);
+  stage.Painter.setWorldTransform(stage.Table * stage.Outer);
+}
+
+/// Chips and markers of a bet that the right-hand panel doesn't show now aren't drawn.
+bool IsShown(int betId) {
+  if (IsChipStack(betId)) return VisibleStackPlace(betId) >= 0;
+  return Game.DisplayHopBets ? !IsOnPropPanelOnly(betId) : !IsOnHopPanelOnly(betId);
+}
+
+void PaintChips(const Stage& stage) {
+  const auto count = static_cast<std::size_t>(std::clamp(Game.ChipCount, 0, kMaxChips));
+  for (std::size_t i = 0; i < count; ++i) {
+    const Chip& chip = Game.ChipList[i];
+    if (chip.BetId == 0 || !IsShown(chip.BetId)) continue;
+    PlaceChip(stage, ChipPlace(chip), chip.Picture);
+  }
+}
+
+bool HasMoney(int betId) { return Game.Bets[static_cast<unsigned>(betId)] != Currency(); }
+
+/// Where the first chip of a bet lies: where the player has laid it, or at the bet's own place.
+QPointF FirstChipOf(int betId) {
+  const auto chips = std::span(Game.ChipList).first(static_cast<std::size_t>(Game.ChipCount));
+  const auto first = std::find_if(chips.begin(), chips.end(),
+                                  [betId](const Chip& chip) { return chip.BetId == betId; });
+  if (first == chips.end() || IsChipStack(betId)) return ChipPosition(betId);
+  return QPointF(first->X, first->Y);
+}
+
+void PaintMarkersOf(QPainter& painter, int betId) {
+  const QPointF chip = FirstChipOf(betId);
+  if (IsBuy(betId)) DrawMarker(painter, chip + QPointF(14, -5), kMarkerSize, Marker::Buy);
+  if (IsLay(betId)) DrawMarker(painter, chip + QPointF(14, -5), kMarkerSize, Marker::Lay);
+  const int working = Game.BetWorking[static_cast<unsigned>(betId)];
+  const double x = IsBuy(betId) || IsLay(betId) ? 30 : 15;
+  if (working == CalledOn) DrawMarker(painter, chip + QPointF(x, -5), kMarkerSize, Marker::On);
+  if (working == CalledOff) DrawMarker(painter, chip + QPointF(x, -5), kMarkerSize, Marker::Off);
+}
+
+void PaintMarkers(QPainter& painter) {
+  for (int bet = Lay4; bet <= LastBet; ++bet)
+    if (HasMoney(bet) && IsShown(bet)) PaintMarkersOf(painter, bet);
+}
+
+/// How far above the chip's place the amount of a bet begins: the piles of one column lie close
+/// together, and so do their amounts.
+double AmountRise(int betId) {
+  if (IsDontComeOdds(betId)) return 3;
+  if (IsComeOnNumber(betId)) return 3;
+  if (IsChipStack(betId)) return -3;
+  return 12;
+}
+
+void PaintAmount(QPainter& painter, int betId) {
+  constexpr double kHigh = 8.6;
+  constexpr double kCapital = 5.4;
+  const QString text = QString::fromStdString(MoneyText(Game.Bets[static_cast<unsigned>(betId)]));
+  const QPainterPath words = TextOutline(text, Lettering::Plain, kCapital, 60);
+  const double width = words.boundingRect().width() + 4;
+  const QPointF corner = FirstChipOf(betId) - QPointF(10, AmountRise(betId));
+  const QRectF box(corner, QSizeF(width, kHigh));
+  painter.setPen(QPen(QColor(0, 0, 0, 150), 0.5));
+  painter.setBrush(Qt::white);
+  painter.drawRoundedRect(box, 1.6, 1.6);
+  const bool negative = Game.Bets[static_cast<unsigned>(betId)] < Currency();
+  painter.save();
+  painter.translate(box.center());
+  painter.fillPath(words, negative ? QColor(0xC0, 0, 0) : QColor(0x10, 0x10, 0x14));
+  painter.restore();
+}
+
+void PaintAmounts(QPainter& painter) {
+  if (!Game.DisplayBetAmounts) return;
+  for (int bet = Lay4; bet <= LastBet; ++bet)
+    if (HasMoney(bet) && IsShown(bet)) PaintAmount(painter, bet);
+  for (int stack : Game.VisibleStacks)
+    if (HasMoney(stack)) PaintAmount(painter, stack);
+}
+
+void PaintDice(QPainter& painter, const TableView& view) {
+  const int faces[] = {view.Faces[0] != 0 ? view.Faces[0] : Game.Die1,
+                       view.Faces[1] != 0 ? view.Faces[1] : Game.Die2};
+  const QColor body = QColor::fromRgb(Game.TableColor[ColorDice]);
+  const QColor pips = QColor::fromRgb(Game.TableColor[ColorPips]);
+  for (std::size_t i = 0; i < 2; ++i)
+    DrawDie(painter, view.Dice[i], kDieSize, faces[i], Game.DiceStyle, body, pips, view.Turns[i]);
+}
+
+/// A ring of light around what is picked in the rack.
+void PaintPicked(QPainter& painter, QPointF centre, double radius) {
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(QColor(255, 214, 64, 70), 3.4));
+  painter.drawEllipse(centre, radius, radius);
+  painter.setPen(QPen(QColor(255, 226, 96), 1.5));
+  painter.drawEllipse(centre, radius, radius);
+}
+
+/// The token of a shown stack: a little pile with the stack's number.
+void PaintStackToken(QPainter& painter, QPointF centre, int stack) {
+  painter.setPen(QPen(QColor(0x14, 0x1C, 0x28), 0.6));
+  for (int i = 0; i < 3; ++i) {
+    painter.setBrush(QColor(0x4B, 0x5D, 0x78).lighter(92 + 14 * i));
+    painter.drawEllipse(centre + QPointF(0, 2.6 - 2.0 * i), 9.2, 8.6);
+  }
+  painter.setBrush(Qt::NoBrush);
+  QPen dashes(QColor(0xE8, 0xEE, 0xF6, 170), 1, Qt::CustomDashLine, Qt::FlatCap);
+  dashes.setDashPattern({3, 3});
+  painter.setPen(dashes);
+  painter.drawEllipse(centre + QPointF(0, -1.4), 7.6, 7);
+  DrawLettering(painter, QString::number(stack - ChipStackBase), centre + QPointF(0, -1.4), 5.8, 11,
+                Qt::white);
+}
+
+void PaintRackPlaces(const Stage& stage) {
+  for (int color = kFirstStackColor; color <= kLastStackColor; ++color) {
+    const int stack = Game.VisibleStacks[static_cast<unsigned>(color - kFirstStackColor)];
+    PaintStackToken(stage.Painter, RackSlotRect(color).center() + QPointF(0, -0.2), stack);
+  }
+  for (int color = 1; color <= 5; ++color) PlaceChip(stage, RackSlotRect(color).center(), color);
+  constexpr std::pair<int, Marker> kTools[] = {
+      {BuyMarkerSpot, Marker::Buy}, {OffMarkerSpot, Marker::Off}, {OnMarkerSpot, Marker::On}};
+  for (const auto& [spot, marker] : kTools)
+    DrawMarker(stage.Painter, MarkerSpotRect(spot).center(), kMarkerSize, marker);
+}
+
+void PaintChipRack(const Stage& stage) {
+  PaintRackPlaces(stage);
+  if (Game.ChipColor >= BuyMarkerSpot && Game.ChipColor <= OnMarkerSpot)
+    PaintPicked(stage.Painter, MarkerSpotRect(Game.ChipColor).center(), 9.4);
+  else if (const QRectF place = RackSlotRect(Game.ChipColor); !place.isEmpty())
+    PaintPicked(stage.Painter, place.center(), 11.3);
+}
+
+void PaintCaption(QPainter& painter) {
+  const QString caption = TableCaption();
+  if (caption.isEmpty()) return;
+  const QRectF plate(196, 448, 228, 22);
+  painter.setPen(QPen(QColor(0x7A, 0x59, 0x1E), 0.8));
+  painter.setBrush(QColor(0xFF, 0xE9, 0x9C));
+  painter.drawRoundedRect(plate, 11, 11);
+  DrawLettering(painter, caption, plate.center(), 8, 206, QColor(0x2B, 0x1A, 0x04));
+}
+
+void PaintRecorder(QPainter& painter) {
+  if (Game.RecorderStatus < Recording) return;
+  const bool recording = Game.RecorderStatus == Recording;
+  const QRectF lamp = kRecorderRect.adjusted(2, 2, -3, -3);
+  const QColor light = recording ? QColor(0xFF, 0x3B, 0x30) : QColor(0x3D, 0xDC, 0x84);
+  painter.setPen(QPen(QColor(0, 0, 0, 180), 0.8));
+  painter.setBrush(QColor(0x1B, 0x1B, 0x20));
+  painter.drawRoundedRect(lamp, 4, 4);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(light);
+  const QPointF eye(lamp.left() + 10, lamp.center().y());
+  if (recording)
+    painter.drawEllipse(eye, 4.4, 4.4);
+  else
+    painter.drawPolygon(
+        QPolygonF({eye + QPointF(-3.6, -4.6), eye + QPointF(4.6, 0), eye + QPointF(-3.6, 4.6)}));
+  DrawLettering(painter, recording ? QStringLiteral("REC") : QStringLiteral("PLAY"),
+                {lamp.left() + 30, lamp.center().y()}, 6.6, 26, Qt::white);
+}
+
+/// The chips in the hand: the amount as a pile, the largest chips first.
+void PaintDragged(const Stage& stage, const TableView& view) {
+  if (!view.Dragging) return;
+  Currency rest = view.DraggedAmount;
+  double shift = 0;
+  constexpr double kPileEnd = 36;
+  for (int picture = 5; picture >= 1 && shift <= kPileEnd; --picture) {
+    const Currency value = ChipValue(picture);
+    for (; value > Currency() && rest >= value && shift <= kPileEnd; rest -= value, shift += 3)
+      PlaceChip(stage, view.DragPoint + QPointF(shift, -2), picture);
+  }
+  if (rest > Currency()) PlaceChip(stage, view.DragPoint + QPointF(shift, -2), kOverflowPicture);
+}
+
+void RenewLayout(Stage& stage, QSizeF size) {
+  QByteArray stamp = LayoutStamp();
+  const QSize pixels = (size * stage.Ratio).toSize();
+  if (stage.Cache.LayoutStamp == stamp && stage.Cache.Layout.size() == pixels &&
+      qFuzzyCompare(stage.Cache.Layout.devicePixelRatio(), stage.Ratio))
+    return;
+  stage.Cache.Layout = BlankPicture(size, stage.Ratio);
+  stage.Cache.Layout.fill(kSurround);
+  QPainter painter(&stage.Cache.Layout);
+  painter.setWorldTransform(stage.Table);
+  painter.setClipRect(QRectF(0, 0, kTableWidth, kTableHeight));
+  PaintLayout(painter);
+  stage.Cache.LayoutStamp = std::move(stamp);
+}
+
+void RenewChips(Stage& stage) {
+  QByteArray stamp = ChipStampOf(stage);
+  if (stage.Cache.ChipStamp == stamp) return;
+  stage.Cache.Chips.fill({});
+  stage.Cache.ChipStamp = std::move(stamp);
+}
+
+}  // namespace
+
+QTransform TableTransform(QSizeF size) {
+  const double scale = std::min(size.width() / kTableWidth, size.height() / kTableHeight);
+  QTransform transform;
+  transform.translate((size.width() - kTableWidth * scale) / 2,
+                      (size.height() - kTableHeight * scale) / 2);
+  transform.scale(scale, scale);
+  return transform;
+}
+
+QPointF TablePoint(QPointF widgetPoint, QSizeF size) {
+  return TableTransform(size).inverted().map(widgetPoint);
+}
+
+QString TableCaption() {
+  if (!Game.AutoBetStatus.empty()) return QString::fromStdString(Game.AutoBetStatus);
+  switch (Game.ClickMode) {
+    case CallOnMode: return QStringLiteral("Click on bet to call ON");
+    case CallOffMode: return QStringLiteral("Click on bet to call OFF");
+    case BuyMode: return QStringLiteral("Click on bet to buy");
+    case RemoveMode: return QStringLiteral("Click on bet to remove");
+    default: return {};
+  }
+}
+
+void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCache& cache) {
+  if (size.width() < 1 || size.height() < 1) return;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  Stage stage{painter, cache, painter.worldTransform(), TableTransform(size),
+              painter.device()->devicePixelRatioF()};
+  RenewLayout(stage, size);
+  RenewChips(stage);
+  painter.drawPixmap(QPointF(0, 0), cache.Layout);
+  painter.setWorldTransform(stage.Table * stage.Outer);
+  DrawPuck(painter, PuckRect(Game.Point).center(), kPuckSize, Game.Point != 0);
+  PaintChips(stage);
+  PaintMarkers(painter);
+  PaintAmounts(painter);
+  PaintRecorder(painter);
+  PaintDice(painter, view);
+  PaintChipRack(stage);
+  PaintCaption(painter);
+  PaintDragged(stage, view);
+  painter.restore();
+}

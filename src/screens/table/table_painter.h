@@ -1,0 +1,56 @@
+// The table on the screen: the layout under the chips, and all that lies on it.
+#pragma once
+
+#include <QByteArray>
+#include <QPixmap>
+#include <QString>
+#include <QTransform>
+#include <array>
+
+#include "core/currency.h"
+#include "core/settings.h"
+#include "screens/table/table_layout.h"
+
+class QPainter;
+
+/// What the view adds to the game record: the dice as they are shown now, and chips in the hand.
+struct TableView {
+  QPointF Dice[2] = {kDiceHome[0], kDiceHome[1]};  // centres, in table units
+  std::array<int, 2> Faces = {0, 0};               // 0 shows the die of the record
+  std::array<double, 2> Turns = {0, 0};            // degrees
+  bool Dragging = false;
+  Currency DraggedAmount;
+  QPointF DragPoint;  // in table units
+};
+
+/// Pictures kept between paintings. Belongs to the widget that shows the table.
+struct TableCache {
+  QPixmap Layout;
+  QByteArray LayoutStamp;
+  std::array<QPixmap, kOverflowPicture + 1> Chips;  // by chip picture
+  QByteArray ChipStamp;
+};
+
+/// From table units to a widget of a size: scaled alike both ways, centred.
+QTransform TableTransform(QSizeF size);
+
+/// The place on the table of a point of the widget.
+QPointF TablePoint(QPointF widgetPoint, QSizeF size);
+
+/// All that the layout's picture depends on, but for its size: colours, felt, payoffs, panel, bar
+/// number and placard. No bet changes it.
+QByteArray LayoutStamp();
+
+/// The table with nothing on it, in table units.
+void PaintLayout(QPainter& painter);
+
+/// The whole table into a widget of a size. The layout comes from the cache; it is painted again
+/// only when the size, the display scale or `LayoutStamp` changed.
+void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCache& cache);
+
+/// The caption line: that a script is at work, else what `ClickMode` waits for; empty without
+/// either.
+QString TableCaption();
+
+/// "9 TO 5" or "31 FOR 1", in the words of a payoff record.
+QString PayoffWords(const PayoffRecord& payoff);

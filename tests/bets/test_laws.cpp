@@ -1,0 +1,517 @@
+// Laws of the table, over long random play: whatever the rules and whatever is asked for, money is
+// neither made nor lost on the way.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <random>
+#include <set>
+#include <vector>
+
+#include "bets/bankroll.h"
+#include "bets/change_bet.h"
+#include "bets/chips.h"
+#include "bets/consistency.h"
+#include "bets/headless_host.h"
+#include "bets/make_bet.h"
+#include "bets/new_game.h"
+#include "bets/settle.h"
+#include "bets/vig_and_odds.h"
+#include "core/game_state.h"
+#include "core/text.h"
+#include "dice/generators.h"
+#include "play/roll_cycle.h"
+#include "rules/defaults.h"
+#include "rules/presets.h"
+#include "support/same_game.h"
+#include "support/scratch_folder.h"
+
+namespace {
+
+/// Random numbers that are the same on every machine.
+class Chance {
+ public:
+  explicit Chance(unsigned seed) : source_(seed) {}
+
+  int Below(int limit) { return static_cast<int>(source_() % static_cast<unsigned>(limit)); }
+  int Between(int low, int high) { return low + Below(high - low + 1); }
+  bool OneIn(int times) { return Below(times) == 0; }
+  template <typename T>
+  T Of(std::initializer_list<T> choices) {
+    return choices.begin()[Below(static_cast<int>(choices.size()))];
+  }
+
+ private:
+  std::mt19937 source_;
+};
+
+// --- Random house rules ---
+
+Currency Hundredths(int count) { return Currency::FromRaw(count * Currency::kScale / 100); }
+
+/// Chip values can only change while no money is out: a bet keeps its amount, whatever its Unit.
+void DrawChips(Chance& chance) {
+  const Currency unit = chance.Of({Hundredths(25), Hundredths(50), Currency(1), Currency(1),
+                                   Currency(1), Currency(2), Currency(5)});
+  const auto steps = chance.Of<std::array<int, 5>>(
+      {{1, 5, 25, 100, 500}, {1, 5, 25, 100, 500}, {1, 2, 10, 20, 100}, {1, 1, 1, 1, 1}});
+  for (unsigned i = 0; i < steps.size(); ++i) Game.Bets[SmallestChip + i] = unit * steps[i];
+}
+
+void DrawLimits(Chance& chance) {
+  const Currency unit = Unit();
+  Game.MinPlacard = unit * chance.Of({1, 1, 1, 3, 5, 10}) + Hundredths(chance.OneIn(5) ? 10 : 0);
+  Game.MaxPlacard = Game.MinPlacard + unit * chance.Of({0, 2, 20, 500, 1000, 9'000'000});
+  Game.MaxPropPayoff = unit * chance.Of({0, 1, 10, 100, 3000, 50'000});
+  Game.MaxOddsBet = unit * chance.Of({0, 7, 100, 2000, 2000}) + Hundredths(chance.Below(100));
+  for (Currency* multiple : {&Game.OddsAllowed410, &Game.OddsAllowed59, &Game.OddsAllowed68})
+    *multiple = Hundredths(chance.Of({100, 150, 200, 250, 300, 500, 1000, 50}));
+}
+
+void DrawPayoffs(Chance& chance) {
+  SetDefaultPayoffs();
+  SetFieldPreset(chance.Below(kFieldPresets));
+  for (int changes = chance.OneIn(3) ? chance.Below(20) : 0; changes > 0; --changes) {
+    PayoffRecord& payoff = Game.Payoff[chance.Between(Lay4, LastBet)];
+    payoff.Win = Hundredths(chance.Of({50, 100, 125, 333, 700, 3000}));
+    payoff.Per = chance.Between(1, 12);
+    payoff.ShownAsTo = chance.OneIn(2);
+  }
+  CopyPointOddsPayoffs();
+}
+
+void DrawAutoPlay(Chance& chance) {
+  for (unsigned slot = 0; slot < kModifySlots; ++slot) {
+    Game.ModifyAmount[slot] = Hundredths(chance.Of({0, 50, 100, 200, 300, 1500, 20'000, 999'999}));
+    Game.ModifyOperator[slot] = chance.Between(ModifyAdd, ModifyDivide);
+    Game.ModifyUnit[slot] = chance.Between(ModifyDollars, ModifyLastChip);
+  }
+  SetDefaultComeOutWorking();
+  for (int changes = chance.OneIn(4) ? 20 : 0; changes > 0; --changes)
+    Game.ComeOutWorking[chance.Between(Lay4, LastBet)] = chance.Of({+NotWorking, +Working});
+}
+
+/// Rules that may change in the middle of a game.
+void DrawRules(Chance& chance) {
+  DrawLimits(chance);
+  DrawPayoffs(chance);
+  DrawAutoPlay(chance);
+  for (Currency* rate : {&Game.BuyVigPct, &Game.LayVigPct})
+    *rate = Currency::FromRaw(chance.Of({0, 100, 475, 500, 500, 1000, 2000}));
+  for (bool* rule : {&Game.BuyVigUpFront, &Game.LayVigUpFront}) *rule = chance.OneIn(2);
+  for (bool* aid : {&Game.AutoTakeFullOdds, &Game.AutoLayFullOdds, &Game.AutoRemovePlace,
+                    &Game.AllowPutBets, &Game.AutoArrangeChips})
+    *aid = chance.OneIn(3);
+  const std::tuple<int&, int> choices[] = {
+      {Game.RoundBuyVig, RoundedUp},        {Game.RoundLayVig, RoundedUp},
+      {Game.HandleWinningBets, WinSetBet},  {Game.HandleLosingBets, LossSetBet},
+      {Game.AutoAdjust, AdjustColor},       {Game.LayBias, BiasDecrease},
+      {Game.PlaceBias, BiasDecrease},       {Game.DoBias, BiasDecrease},
+      {Game.DontBias, BiasDecrease},        {Game.OddsCalcMethod, OddsSingleOfFlat},
+      {Game.DiceAction, DiceRemainOnTable}, {Game.Notify, 31}};
+  for (const auto& [choice, highest] : choices) choice = chance.Between(0, highest);
+  Game.HyperThrottle = chance.OneIn(4) ? 1 : 0;
+  Game.BarDont = chance.Of({2, 12});
+}
+
+/// What closing the configuration screen does.
+void ApplyRules() {
+  RefigureHeldVig();
+  ReAdjustAllBets();
+  if (Game.HyperDriveOn) return;
+  ArrangeAllChips();
+}
+
+void SeedDice(int seed) {
+  Game.ChangeRequest = seed;
+  SeedRng(SeedInChangeRequest);
+}
+
+/// A new game under new rules, down to the chip values.
+void BeginGame(unsigned seed) {
+  Chance chance(seed);
+  DrawChips(chance);
+  DrawRules(chance);
+  Game.NegBankroll = chance.OneIn(4);
+  Game.BankrollInitAmt = Unit() * chance.Of({3, 60, 500, 500, 3000, 50'000});
+  Game.BankrollAverageSpan = chance.Of({120, 30, 0});
+  Game.UseSkewedProbability = chance.OneIn(4);
+  Game.RngChoice = static_cast<int>(seed) % kGenerators;
+  NewGame(false);
+  SeedDice(chance.Between(1, 900'000));
+}
+
+// --- Random requests ---
+
+Currency DrawAmount(Chance& chance) {
+  const Currency unit = Unit();
+  switch (chance.Below(12)) {
+    case 0: return Hundredths(chance.Between(-5000, 5000));
+    case 1: return Currency::FromRaw(chance.Between(-3, 3));
+    case 2: return chance.Of({Currency(9'999'999), Currency(-9'999'999), Hundredths(-1)});
+    case 3:
+      // The most that a box of amounts takes, either way.
+      return chance.Of({Currency::FromRaw(999'999'999'999'999'900),
+                        Currency::FromRaw(-999'999'999'999'999'900)});
+    case 4: return -(unit * chance.Between(1, 30));
+    case 5: return unit * chance.Of({100, 250, 1000, 5000});
+    default: return unit * chance.Of({1, 2, 3, 5, 6, 10, 12, 25, 30});
+  }
+}
+
+/// Most play is on the bets that a player would make now.
+int DrawBet(Chance& chance) {
+  if (chance.OneIn(3)) return chance.Between(Lay4, LastBet);
+  if (Game.Point == 0) return chance.Of({+PassLine, +PassLine, +DontPass, +Field, +Hard6});
+  return chance.Of({+Come, +DontCome, +PassLineOdds, +DontPassOdds, chance.Between(Place4, Buy10),
+                    chance.Between(Lay4, Lay10), chance.Between(Come4, Come10Odds),
+                    chance.Between(DontCome4, DontCome10Odds)});
+}
+
+struct Request {
+  std::string Name;
+  bool OddsFollow = false;  // odds above what the flat bet now allows come down with it
+};
+
+void KeyIn(int betId, Currency amount) {
+  Game.KeyedBoxOpen = true;
+  Game.KeyedBetId = betId;
+  Game.KeyedBetText = PlainText(amount);
+  EnterKeyedBet();
+  Game.KeyedBoxOpen = false;
+}
+
+Request AskForChange(Chance& chance) {
+  const int betId = DrawBet(chance);
+  const int kind = chance.Below(8);
+  Currency amount = DrawAmount(chance);
+  if (kind == 1) amount = chance.OneIn(5) ? Currency(0) : Abs(amount);
+  if (kind == 2) amount = ChipValue(Game.ChipColor = chance.Between(1, 5));
+  Game.ChangeRequest = amount;
+  if (kind == 0) RemoveBet(betId);
+  if (kind == 1) KeyIn(betId, amount);
+  if (kind > 1) MakeBet(betId);
+  return {BetName(betId) + " changed by " + MoneyText(amount) + ", kind " + std::to_string(kind),
+          true};
+}
+
+Request AskForOther(Chance& chance) {
+  const int betId = DrawBet(chance);
+  const int kind = chance.Below(10);
+  switch (kind) {
+    case 0: BuyPlaceBet(betId); break;
+    case 1: CallBet(betId, chance.Of({CallCodeOn, CallCodeOff})); break;
+    case 2: TakeAllFullOdds(); break;
+    case 3: LayAllFullOdds(); break;
+    case 4: CallAllBets(chance.Of({CallCodeOn, CallCodeOff})); break;
+    case 5:
+      if (chance.OneIn(5)) RemoveAllBets();
+      break;
+    case 6:
+      Game.ChangeRequest = DrawAmount(chance);
+      MakeBet(chance.Between(FirstChipStack, LastSlot));
+      break;
+    case 7: AtmTransaction(AtmDeposit, Unit() * chance.Of({1, 20, 400, 40'000})); break;
+    default:
+      // Kept poor, so that the bankroll binds, but rarely broke.
+      if (FreeMoney() < Unit() * 20) AtmTransaction(AtmWithdrawal, Unit() * chance.Of({50, 400}));
+  }
+  return {BetName(betId) + ", other request " + std::to_string(kind)};
+}
+
+Request AskForSomething(Chance& chance) {
+  return chance.OneIn(4) ? AskForOther(chance) : AskForChange(chance);
+}
+
+// --- The laws ---
+
+/// Wins less losses of all bets that had money.
+Currency NetOfBetTables() {
+  Currency net;
+  for (int id = Lay4; id <= LastBet; ++id)
+    net += Game.BetWins[Actual][id][StatSum] - Game.BetLosses[Actual][id][StatSum];
+  return net;
+}
+
+int OddsOf(int betId) {
+  if (betId == PassLine) return PassLineOdds;
+  if (betId == DontPass) return DontPassOdds;
+  return IsComeOnNumber(betId) || IsDontComeOnNumber(betId) ? betId + kOddsOffset : 0;
+}
+
+/// The largest amount that a bet may have now; leaves the record as it was.
+Currency LargestBet(int betId) {
+  const auto kept = std::pair(Game.MaxHere, Game.OddsMultiple);
+  FigureMaxBet(betId);
+  const Currency largest = Game.MaxHere;
+  std::tie(Game.MaxHere, Game.OddsMultiple) = kept;
+  return largest;
+}
+
+/// What the placards say in plain words, whatever the routines make of them.
+bool IsWithinPlacard(int betId) {
+  const double bet = Game.Bets[betId].ToDouble();
+  const double wins = bet * (Game.Payoff[betId].Win / Game.Payoff[betId].Per);
+  const bool dontOdds = betId == DontPassOdds || IsDontComeOdds(betId);
+  const bool odds = dontOdds || betId == PassLineOdds || IsComeOdds(betId);
+  // The ratio of a combination bet is that of its parts.
+  if (betId == CAndE || betId == Horn || betId == World) return true;
+  const bool byWin = dontOdds || IsLay(betId) || betId >= Hard4;
+  const Currency limit = odds             ? Game.MaxOddsBet
+                         : betId >= Hard4 ? Game.MaxPropPayoff
+                                          : Game.MaxPlacard;
+  return (byWin ? wins : bet) < limit.ToDouble() + 0.001;
+}
+
+bool IsWithinMaximum(int betId) {
+  const Currency bet = Game.Bets[betId];
+  if (IsContractBet(betId) && bet <= Game.ContractBets[betId]) return true;
+  if (!IsWithinPlacard(betId)) return false;
+  // On a point of 8 the multiple is that of the odds last figured, whichever they were.
+  if ((betId == PassLineOdds || betId == DontPassOdds) && Game.Point == 8) return true;
+  return bet <= LargestBet(betId);
+}
+
+/// The table and bankroll before a request or a roll, and what must hold after it. Each check gives
+/// the law that was broken, or an empty text.
+class Before {
+ public:
+  std::string AfterRequest(const Request& request) const {
+    for (int id = Lay4; id <= LastBet; ++id) {
+      if (Game.Bets[id] == bets_[id]) continue;
+      if (!IsWithinMaximum(id)) return BetName(id) + " is above its maximum";
+      const int odds = OddsOf(id);
+      const bool follow = request.OddsFollow && odds != 0 && (IsOnNumber(id) || Game.Point != 0);
+      if (follow && !IsWithinMaximum(odds)) return BetName(odds) + " is above its maximum";
+    }
+    if (Game.TotalOnTable > total_ && !IsCovered()) return "the bankroll doesn't cover a raise";
+    return AfterAll();
+  }
+
+  std::string AfterRoll() const {
+    Currency moved;
+    for (int id = Lay4; id <= LastBet; ++id) {
+      if (Game.BetWagers[Actual][id][StatCount] > decisions_[id] + 1)
+        return BetName(id) + " was decided twice";
+      const bool decided = Game.BetWagers[Actual][id][StatCount] != decisions_[id];
+      if (decided != (Game.BetWagers[Actual][id][StatRollCount] == 1))
+        return BetName(id) + ": the tables disagree about this roll";
+      const Currency net =
+          Game.BetWins[Actual][id][StatRollAmount] - Game.BetLosses[Actual][id][StatRollAmount];
+      if (!IsWhole(net / Unit())) return BetName(id) + " wasn't paid in whole Units";
+      moved += net;
+    }
+    if (Bankroll() != bets_[BankrollIndex] + moved) return "the bankroll moved by itself";
+    return AfterAll();
+  }
+
+ private:
+  static bool IsOnNumber(int id) { return IsComeOnNumber(id) || IsDontComeOnNumber(id); }
+  static bool IsCovered() { return Game.NegBankroll || Game.TotalOnTable <= Bankroll(); }
+
+  std::string AfterAll() const {
+    if (covered_ && !IsCovered()) return "the money on the table exceeds the bankroll";
+    if (Bankroll() - Game.InvestedBankroll != NetOfBetTables())
+      return "the bankroll isn't what was brought and won";
+    return {};
+  }
+
+  static std::array<Currency, kBetSlots> Decisions() {
+    std::array<Currency, kBetSlots> decisions{};
+    for (int id = Lay4; id <= LastBet; ++id) decisions[id] = Game.BetWagers[Actual][id][StatCount];
+    return decisions;
+  }
+
+  std::array<Currency, kSlots> bets_ = Game.Bets;
+  std::array<Currency, kBetSlots> decisions_ = Decisions();
+  Currency total_ = Game.TotalOnTable;
+  bool covered_ = IsCovered();
+};
+
+// --- Games ---
+
+constexpr int kRollsPerGame = 250;
+constexpr int kRollsPerRules = 50;
+
+/// What a game left behind: the table after every run of rolls, and the counters at its end.
+struct GameRecord {
+  std::vector<TableState> Runs;
+  Tallies Counters;
+  GraphState Graph;
+  int RngState = 0;
+  std::string Log;
+};
+
+void ExpectSameGame(const GameRecord& a, const GameRecord& b) {
+  ASSERT_EQ(a.Runs.size(), b.Runs.size());
+  for (std::size_t run = 0; run < a.Runs.size(); ++run)
+    ASSERT_TRUE(FieldsOf(a.Runs[run]) == FieldsOf(b.Runs[run])) << "after run " << run + 1;
+  ASSERT_TRUE(FieldsOf(a.Counters) == FieldsOf(b.Counters));
+  ASSERT_TRUE(FieldsOf(a.Graph) == FieldsOf(b.Graph));
+  ASSERT_EQ(a.RngState, b.RngState);
+  ASSERT_EQ(a.Log, b.Log);
+}
+
+void LogEverything() {
+  Game.EventsLogActive = Game.ClearLogOnNew = true;
+  Game.ReSeed = false;
+  Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = true;
+  Game.LogChipStackChanges = Game.LogPassesMisses = true;
+  Game.LogShooterChanges = Game.LogBankrollChanges = true;
+}
+
+class Laws : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    LayDownDefaults();
+    TheHost = HeadlessHost();
+    Game.DataPath = folder_ / "";
+    Game.EventsLogFile = folder_ / "log.txt";
+  }
+  void TearDown() override {
+    TheHost = HeadlessHost();
+    Game.DataPath.clear();
+    LayDownDefaults();
+  }
+
+  /// Plays one game and holds every request and roll against the laws. Someone presses the buttons
+  /// of the settle screen as they come.
+  void PlayUnderLaws(unsigned seed) {
+    Chance chance(seed + 1000);
+    TheHost.ShowSettleScreen = [&chance] { PressSettleButton(chance.Below(7)); };
+    BeginGame(seed);
+    for (int roll = 1; roll <= kRollsPerGame && !IsBankBroken(); ++roll) {
+      SCOPED_TRACE("game " + std::to_string(seed) + ", roll " + std::to_string(roll));
+      if (roll % kRollsPerRules == 0) {
+        DrawRules(chance);
+        ApplyRules();
+      }
+      for (int requests = chance.Below(8); requests > 0; --requests) {
+        const Before before;
+        const Request request = AskForSomething(chance);
+        ASSERT_EQ(before.AfterRequest(request), "") << request.Name;
+      }
+      if (IsBankBroken()) break;
+      const Before before;
+      RollDice();
+      ASSERT_EQ(Game.LastErrorText, "");
+      ASSERT_EQ(Game.RollCount[0], roll);
+      ASSERT_EQ(before.AfterRoll(), "") << "by " << Game.Die1 << "-" << Game.Die2;
+      ASSERT_EQ(roll % 16 == 0 ? FirstInconsistency() : std::string(), "");
+    }
+    for (int id = Lay4; id <= LastBet; ++id) {
+      if (Game.BetWins[Actual][id][StatCount] > 0) won_.insert(id);
+      if (Game.BetLosses[Actual][id][StatCount] > 0) lost_.insert(id);
+    }
+  }
+
+  /// Beyond the bank limit no dice are thrown.
+  static bool IsBankBroken() { return Abs(Bankroll()) > kRollingLimit; }
+
+  /// Plays one game, in runs of one roll or of many; `seed` tells rules, requests and dice.
+  GameRecord Play(unsigned seed) const {
+    constexpr int kRuns = 60;
+    Chance chance(seed + 1000);
+    Game.RngState = 0;  // the log tells what it was when it is seeded
+    BeginGame(seed);
+    GameRecord record;
+    for (int run = 1; run <= kRuns; ++run) {
+      if (run % 12 == 0) {
+        DrawRules(chance);
+        ApplyRules();
+      }
+      // Low limits keep the bank from being broken, which stops only Hyper-Drive at once.
+      Game.MaxPlacard = std::min(Game.MaxPlacard, Unit() * 1000);
+      for (int requests = chance.Below(8); requests > 0; --requests) AskForSomething(chance);
+      RollForAWhile(chance.Of({1, 1, 1, 5, 40}));
+      EXPECT_FALSE(IsBankBroken());
+      EXPECT_EQ(Game.LastErrorText, "");
+      record.Runs.push_back(Game);
+    }
+    record.Counters = Game;
+    record.Graph = Game;
+    record.RngState = Game.RngState;
+    if (Game.EventsLogActive) record.Log = folder_.Read("log.txt");
+    return record;
+  }
+
+  static void RollForAWhile(int rolls) {
+    Game.AutoRollDice = true;
+    Game.NumAutoRolls = Game.AutoRollsLeft = rolls;
+    Game.KeepRolling = true;
+    RollDice();
+  }
+
+  std::set<int> won_;
+  std::set<int> lost_;
+  const ScratchFolder folder_{"laws"};
+};
+
+TEST_F(Laws, HoldAtTheTableAndUnderHyperDrive) {
+  for (const bool hyperDrive : {false, true}) {
+    won_.clear();
+    lost_.clear();
+    Game.HyperDriveOn = hyperDrive;
+    for (unsigned seed = 0; seed < 64; ++seed)
+      ASSERT_NO_FATAL_FAILURE(PlayUnderLaws(seed + (hyperDrive ? 100 : 0)));
+    // A law that nothing was held against is no law.
+    EXPECT_EQ(lost_.size(), static_cast<std::size_t>(LastBet));
+    EXPECT_GT(won_.size(), 75U);  // a hop may have no luck
+  }
+}
+
+TEST_F(Laws, HyperDrivePlaysTheSameGameAndANewGameRemembersNothing) {
+  for (unsigned seed = 200; seed < 216; ++seed) {
+    SCOPED_TRACE("game " + std::to_string(seed));
+    Game.HyperDriveOn = false;
+    LogEverything();
+    Game.EventsLogActive = seed % 8 == 0;
+    const GameRecord atTheTable = Play(seed);
+    ASSERT_EQ(atTheTable.Log.empty(), !Game.EventsLogActive);
+    Play(seed + 100);
+    ASSERT_NO_FATAL_FAILURE(ExpectSameGame(atTheTable, Play(seed)));
+    Game.HyperDriveOn = true;
+    ASSERT_NO_FATAL_FAILURE(ExpectSameGame(atTheTable, Play(seed)));
+  }
+}
+
+TEST_F(Laws, AveragesMeetTheExactOdds) {
+  // The results of one decision of a bet, each with the number of ways to it.
+  const std::map<int, std::vector<std::pair<double, double>>> bets = {
+      {PassLine, {{1, 244}, {-1, 251}}},     {DontPass, {{1, 949}, {-1, 976}}},
+      {Field, {{1, 14}, {2, 2}, {-1, 20}}},  {Seven, {{4, 1}, {-1, 5}}},
+      {Place6, {{1.1667, 5}, {-1, 6}}},      {Hard8, {{9, 1}, {-1, 10}}},
+      {Buy10, {{1.95, 3}, {-1.05, 6}}},      {Lay4, {{0.475, 6}, {-1.025, 3}}},
+      {Hop13, {{15, 1}, {-1, 17}}},          {Under7, {{1, 15}, {-1, 21}}},
+      {Horn, {{6.75, 2}, {3, 4}, {-1, 30}}}, {CAndE, {{3, 4}, {7, 2}, {-1, 30}}},
+  };
+  constexpr int kRolls = 40'000;
+  Game.HyperDriveOn = true;
+  for (int generator = 0; generator < kGenerators; ++generator) {
+    Game.RngChoice = generator;
+    NewGame(false);
+    SeedDice(4711 + generator);
+    RollForAWhile(kRolls);
+    ASSERT_EQ(Game.RollCount[0], kRolls);
+    for (const auto& [bet, results] : bets) {
+      double allWays = 0;
+      double sum = 0;
+      double squares = 0;
+      for (const auto& [net, ways] : results) {
+        allWays += ways;
+        sum += ways * net;
+        squares += ways * net * net;
+      }
+      const double mean = sum / allWays;
+      const double decisions = Game.BetWagers[Phantom][bet][StatCount].ToDouble();
+      ASSERT_GT(decisions, 0);
+      const Currency net =
+          Game.BetWins[Phantom][bet][StatSum] - Game.BetLosses[Phantom][bet][StatSum];
+      EXPECT_NEAR(net.ToDouble() / decisions, mean,
+                  5 * std::sqrt((squares / allWays - mean * mean) / decisions))
+          << BetName(bet) << " with generator " << generator + 1;
+    }
+  }
+}
+
+}  // namespace

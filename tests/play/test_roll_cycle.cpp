@@ -1,0 +1,390 @@
+// Whole rolls: the point, the shooter, what stops a run, and what a roll leaves behind.
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "bets/make_bet.h"
+#include "bets/vig_and_odds.h"
+#include "dice/tape.h"
+#include "play/roll_cycle.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+using Dice = std::array<int, 2>;
+
+class RollCycleTest : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    Game.HandleWinningBets = WinTakeDown;
+    Game.AutoAdjust = AdjustManual;
+  }
+
+  static void RollAll(std::initializer_list<Dice> throws) {
+    for (const auto& [die1, die2] : throws) Roll(die1, die2);
+  }
+
+  static Dice Thrown() { return {Game.Die1, Game.Die2}; }
+  static Dice ThrownBefore() { return {Game.PrevDie1, Game.PrevDie2}; }
+
+  /// Starts a run of automatic rolls.
+  static void Run() {
+    Game.KeepRolling = true;
+    RollDice();
+  }
+};
+
+TEST_F(RollCycleTest, ShooterStatsOfASessionCountedByHand) {
+  // natural, barred, craps, point 6 made, natural, points 8 and 4 missed, craps
+  // clang-format off
+  RollAll({{3, 4}, {6, 6}, {1, 1}, {2, 4}, {5, 5}, {3, 3}, {5, 6}, {4, 4}, {1, 6}, {1, 3}, {5, 2},
+           {1, 2}});
+  // clang-format on
+  const std::array<int, kShooterStats> expected = {1, 0, 2, 9, 3, 11, 3, 3, 1, 2,
+                                                   3, 2, 3, 5, 8, 1,  3, 2, 0, 1};
+  EXPECT_EQ(Game.ShooterStats, expected);
+}
+
+TEST_F(RollCycleTest, TheOtherBarMakesTheTwoABarAndTheTwelveAMiss) {
+  Game.BarDont = 2;
+  Game.StickPerson = 1;
+  Game.StickSounds[StickBar] = "bar";
+  RollAll({{1, 1}, {6, 6}});
+  EXPECT_EQ(Game.ShooterStats[MissesOnComeOut], 2);
+  EXPECT_EQ(std::count(SoundsPlayed.begin(), SoundsPlayed.end(), "bar"), 1);
+}
+
+TEST_F(RollCycleTest, CountersOfTheGameOutliveTheShooter) {
+  RollAll({{2, 4}, {3, 4}, {2, 4}});
+  // the shooter changed in between
+  EXPECT_EQ((std::array{Game.ShooterEvent[0], Game.ShooterEvent[1], Game.ShooterEvent[6]}),
+            (std::array{3, 3, 2}));
+  EXPECT_EQ((std::array{Game.RollCount[0], Game.RollsSince[0], Game.RollsSince[7]}),
+            (std::array{3, 3, 1}));
+  EXPECT_EQ((std::array{Game.ShooterEventPrev[6], Game.ShooterSince[7], Game.ShooterSincePrev[6]}),
+            (std::array{1, 1, 1}));
+  EXPECT_EQ(Game.RollGapTally[6][2], 1);
+}
+
+TEST_F(RollCycleTest, BetsGoToWorkWithThePointAndRestOnTheComeOut) {
+  EXPECT_EQ(Game.BetWorking[Place8], NotWorking);
+  Given(Place8, 12);
+  Roll(3, 3);
+  EXPECT_EQ(Game.BetWorking[Place8], Working);
+  CallBet(Place8, CallCodeOn);
+  EXPECT_EQ(Game.Payoff[PassLineOdds], (PayoffRecord{6, true, 5}));
+  EXPECT_EQ(Game.Payoff[DontPassOdds], (PayoffRecord{5, true, 6}));
+  Roll(4, 2);
+  EXPECT_EQ((std::array{Game.BetWorking[Place8], Game.BetWorking[Place6], Game.BetWorking[Hard8]}),
+            (std::array{+CalledOn, +NotWorking, +Working}))
+      << "a call outlasts the point";
+}
+
+TEST_F(RollCycleTest, OddsFollowThePointWhereTheyAreWanted) {
+  Game.AutoTakeFullOdds = Game.AutoLayFullOdds = true;
+  Game.OddsCalcMethod = OddsNoPush;
+  Game.OddsMultiple = 3;
+  const struct {
+    Dice Throw;
+    int Take, Lay;
+  } cases[] = {{{1, 3}, 20, 40}, {{2, 3}, 20, 30}, {{2, 4}, 25, 30},
+               {{4, 4}, 25, 30}, {{5, 5}, 20, 40}, {{4, 4}, 20, 24}};
+  // Twice on 4, 5, 9 and 10, two and a half times on 6; on 8 whatever was figured last.
+  for (const auto& c : cases) {
+    SetPoint(0);
+    for (const int id : {+PassLine, +DontPass}) Establish(id, 10);
+    for (const int id : {+PassLineOdds, +DontPassOdds}) Establish(id, 0);
+    RollAll({c.Throw});
+    EXPECT_EQ(Bet(PassLineOdds), Currency(c.Take)) << Game.RollTotal;
+    EXPECT_EQ(Bet(DontPassOdds), Currency(c.Lay)) << Game.RollTotal;
+    ExpectBooksBalance();
+  }
+}
+
+TEST_F(RollCycleTest, ThePlaceBetOfAPointComesDownWithAPassLineBet) {
+  Game.AutoRemovePlace = true;
+  Given(Place6, 6);
+  Roll(3, 3);
+  EXPECT_EQ(Bet(Place6), Currency(6)) << "no Pass Line bet";
+  Roll(3, 4);
+  Establish(PassLine, 10);
+  for (const int id : {+Place6, +Place8, Buy5 + 2}) Establish(id, 20);
+  Roll(1, 5);
+  EXPECT_EQ(Bet(Place6), Currency(0));
+  EXPECT_EQ(Bet(Place8), Currency(20));
+  Given(Come, 5);
+  Roll(2, 6);  // the Come bet moves to the 8
+  for (const int id : {+Place8, Buy5 + 2}) EXPECT_EQ(Bet(id), Currency(0)) << id;
+  ExpectBooksBalance();
+}
+
+TEST_F(RollCycleTest, SnapshotsOfARoll) {
+  Dice before{};
+  TheHost.ThrowDice = [&] { before = ThrownBefore(); };
+  Given(Field, 5);
+  Given(PassLine, 10);
+  Roll(1, 3);
+  EXPECT_EQ((std::array{Game.BetsAtRoll[Field], Game.BetsAtRoll[BankrollIndex]}),
+            (std::array{Currency(5), Currency(500)}));
+  EXPECT_EQ((std::array{Game.BetsAfterRoll[Field], Game.BetsAfterRoll[BankrollIndex]}),
+            (std::array{Currency(0), Currency(505)}));
+  EXPECT_EQ(Game.ContractBets[PassLine], Currency(10));
+  EXPECT_EQ(Game.BetWorkingPrev, Game.BetWorking);
+  Given(Field, 20);
+  Roll(3, 3);
+  EXPECT_EQ((std::array{Game.BankrollSum, Game.BankrollHigh, Game.BankrollLow}),
+            (std::array{Currency(505 + 485), Currency(505), Currency(485)}));
+  EXPECT_EQ(before, (Dice{1, 3}));
+  EXPECT_EQ(ThrownBefore(), before);
+}
+
+TEST_F(RollCycleTest, TheStickPersonCallsInOrder) {
+  Game.StickPerson = 1;
+  for (unsigned call = 1; call < kStickCalls; ++call) Game.StickSounds[call] = std::to_string(call);
+  const struct {
+    Dice Throw;
+    std::vector<std::string> Calls;
+  } rolls[] = {{{2, 2}, {"4", "16"}},
+               {{2, 2}, {"4", "16", "13", "17"}},  // pass, next throw
+               {{6, 6}, {"12", "15", "17"}},       // bar
+               {{1, 1}, {"2", "14", "17"}},
+               {{2, 4}, {"6"}},
+               {{3, 4}, {"7", "14", "18", "17"}},  // a new shooter
+               {{5, 6}, {"11", "13", "17"}}};
+  for (const auto& roll : rolls) {
+    SoundsPlayed.clear();
+    RollAll({roll.Throw});
+    EXPECT_EQ(SoundsPlayed, roll.Calls) << Game.RollCount[0];
+  }
+}
+
+TEST_F(RollCycleTest, TheDiceGoHomeOnTheFirstDecision) {
+  Game.DiceAction = DiceReturnOnDecision;
+  int sent = 0;
+  TheHost.SendDiceHome = [&] { ++sent; };
+  Given(Field, 5);
+  Given(Two, 1);
+  RollAll({{3, 4}, {3, 4}});
+  EXPECT_EQ(sent, 1);
+  Game.DiceAction = DiceRemainOnTable;
+  Given(Field, 5);
+  Roll(3, 4);
+  EXPECT_EQ(sent, 1);
+}
+
+// --- What stops a run ---
+
+/// True when a run of two automatic rolls, the first of them named, ends after the first.
+bool StopsAfter(int die1, int die2) {
+  Game.RollCount[0] = 0;
+  Game.AutoRollsLeft = Game.NumAutoRolls = 2;
+  Game.KeepRolling = true;
+  RollNamedDice(die1, die2);
+  return Game.RollCount[0] == 1;
+}
+
+TEST_F(RollCycleTest, EveryEntryOfTheAutoStopListStopsItsThrowsOnly) {
+  const std::set<int> hard = {StopOnHardFour, StopOnHardSix, StopOnHardEight, StopOnHardTen};
+  const std::array<int, 17> totals = {0, 0, 2, 3, 4, 4, 5, 6, 6, 7, 8, 8, 9, 10, 10, 11, 12};
+  Game.AutoRollDice = true;
+  for (int entry = StopOnTwo; entry < kAutoStops; ++entry) {
+    Game.AutoStopOn = {};
+    Game.AutoStopOn[entry] = true;
+    for (int die1 = 1; die1 <= 6; ++die1)
+      for (int die2 = 1; die2 <= 6; ++die2)
+        EXPECT_EQ(StopsAfter(die1, die2),
+                  die1 + die2 == totals[entry] && (die1 == die2 || !hard.contains(entry)))
+            << "entry " << entry << " on " << die1 << "-" << die2;
+  }
+}
+
+TEST_F(RollCycleTest, AWinOrALossStopsAnAutomaticRun) {
+  const struct {
+    AutoStopEntry Entry;
+    Dice Throw;
+    bool Hyper, Stops;
+  } cases[] = {{StopOnWin, {1, 1}, false, true},
+               {StopOnWin, {3, 4}, false, false},
+               {StopOnLoss, {3, 4}, false, true},
+               {StopOnLoss, {1, 1}, false, false},
+               {StopOnWin, {1, 1}, true, false}};  // the list is for rolls that are watched
+  for (const auto& c : cases) {
+    Game.AutoRollDice = !c.Hyper;
+    Game.HyperDriveOn = c.Hyper;
+    Game.AutoStopOn = {};
+    Game.AutoStopOn[c.Entry] = true;
+    Establish(Field, 5);
+    EXPECT_EQ(StopsAfter(c.Throw[0], c.Throw[1]), c.Stops) << c.Entry;
+  }
+}
+
+TEST_F(RollCycleTest, TheCountOfRollsEndsARunAndIsLoadedAgain) {
+  Game.AutoRollDice = true;
+  Game.NumAutoRolls = Game.AutoRollsLeft = 3;
+  for (const bool hyper : {false, true}) {
+    Game.HyperDriveOn = hyper;
+    Run();
+    EXPECT_EQ(Game.RollCount[0], hyper ? 6 : 3);
+    EXPECT_EQ(Game.AutoRollsLeft, 3);
+    EXPECT_FALSE(Game.KeepRolling);
+    EXPECT_EQ(Game.StopMessage, hyper ? "Stopped by roll count on Auto-Play screen." : "");
+  }
+}
+
+TEST_F(RollCycleTest, AutomaticRollsWaitAndAClickEndsThem) {
+  Game.AutoRollDice = true;
+  Game.AutoRollDelay = 2;
+  int waited = 0;
+  TheHost.Milliseconds = [&] { return static_cast<std::uint32_t>(waited); };
+  TheHost.Wait = [&](int milliseconds) {
+    waited += milliseconds;
+    if (waited > 5000) Game.KeepRolling = false;
+  };
+  Run();
+  EXPECT_EQ(Game.RollCount[0], 3) << "at 0, 2 and 4 seconds";
+  EXPECT_FALSE(Game.RollInProgress);
+}
+
+TEST_F(RollCycleTest, ARollInsideARollIsNotStarted) {
+  TheHost.ThrowDice = [] { RollNamedDice(1, 1); };
+  Roll(3, 3);
+  EXPECT_EQ(Game.RollCount[0], 1);
+  EXPECT_EQ(Game.RollTotal, 6);
+  EXPECT_FALSE(Game.ManualRollPending);
+}
+
+TEST_F(RollCycleTest, AHundredMillionRollsAreTheLimit) {
+  const std::string rest =
+      "the maximum limit of 100,000,000 rolls.\n\n"
+      "Select \"New\" from the \"Game\" menu to reset the table.";
+  Game.RollCount[0] = 99'999'999;
+  RollAll({{2, 3}, {6, 6}});
+  EXPECT_EQ(Game.RollCount[0], 100'000'000);
+  EXPECT_EQ(Game.RollTotal, 5);
+  EXPECT_FALSE(Game.RollInProgress);
+  const ShownMessage told = TakeOnlyMessage();
+  EXPECT_EQ(told.Text, "Sorry ... you've reached " + rest);
+  EXPECT_EQ(told.Title, "Reached Maximum Roll Limit");
+  Game.HyperDriveOn = true;
+  Run();
+  EXPECT_FALSE(Game.KeepRolling);
+  EXPECT_EQ(Game.StopMessage, "Stopped due to reaching " + rest);
+  EXPECT_TRUE(TakeShown().empty());
+}
+
+TEST_F(RollCycleTest, AnOverflowEndsTheRunAndIsReported) {
+  Game.BankrollSum = Currency::FromRaw(INT64_MAX);
+  Game.AutoRollDice = Game.KeepRolling = true;
+  Roll(2, 4);
+  EXPECT_EQ(Game.LastErrorText, "Overflow, Error #6 occurred, at: Roll Dice\n");
+  EXPECT_FALSE(Game.KeepRolling);
+  EXPECT_FALSE(Game.RollInProgress);
+  EXPECT_TRUE(TakeShown().empty());
+  Game.BankrollSum = 0;
+  Roll(2, 4);
+  EXPECT_EQ(Game.RollTotal, 6) << "the table goes on";
+}
+
+TEST_F(RollCycleTest, AKeyedAmountIsEnteredBeforeTheRollAndAMessageCallsItOff) {
+  Game.KeyedBoxOpen = true;
+  Game.KeyedBetText = "5";
+  Game.KeyedBetId = Come;
+  RollDice();
+  EXPECT_EQ(Game.RollCount[0], 0);
+  EXPECT_EQ(TakeOnlyMessage().Title, "Come Bet");
+  RollDice();
+  EXPECT_EQ(Game.RollCount[0], 1) << "the box shows what stands now";
+  Game.KeyedBoxOpen = true;
+  Game.KeyedBetText = "5";
+  Game.KeyedBetId = Field;
+  Roll(1, 1);
+  EXPECT_EQ(Bankroll(), Currency(510));
+}
+
+// --- The tape ---
+
+class TapeTest : public RollCycleTest {
+ protected:
+  void SetUp() override {
+    RollCycleTest::SetUp();
+    Game.DiceRollFile = ::testing::TempDir() + "kelvanor_" +
+                        ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".rol";
+  }
+  void TearDown() override {
+    std::filesystem::remove(Game.DiceRollFile);
+    RollCycleTest::TearDown();
+  }
+
+  static void Record(std::initializer_list<Dice> throws, std::string behind = "") {
+    std::string bytes;
+    for (const auto& [die1, die2] : throws) bytes += static_cast<char>(DiceByte(die1, die2));
+    std::ofstream(Game.DiceRollFile, std::ios::binary) << bytes << behind;
+    Game.RecorderStatus = Playback;
+    Game.DiceFilePos = 1;
+  }
+};
+
+TEST_F(TapeTest, ATapeIsPlayedToItsEnd) {
+  Record({{2, 4}, {3, 3}});
+  Game.AutoRollDice = true;
+  Run();
+  EXPECT_EQ(Game.RollCount[0], 2);
+  EXPECT_FALSE(Game.KeepRolling);
+  EXPECT_FALSE(Game.RollInProgress);
+  EXPECT_EQ(Game.ShooterStats[PassesByPoint], 1);
+  EXPECT_TRUE(TakeShown().empty());
+}
+
+TEST_F(TapeTest, TheEndOfATapeLeavesTheLastFinishedRoll) {
+  Record({{2, 4}, {1, 5}, {2, 6}});
+  for (int roll = 0; roll < 3; ++roll) RollDice();
+  Establish(Field, 5);
+  RollDice();
+  EXPECT_EQ(Game.RollCount[0], 3);
+  EXPECT_EQ(Thrown(), (Dice{2, 6}));
+  EXPECT_EQ(ThrownBefore(), (Dice{1, 5}));
+  EXPECT_EQ((Dice{Game.Point, Game.PrevPoint}), (Dice{8, 0}));
+  EXPECT_EQ(Game.PrevPrevPoint, 6);
+  EXPECT_EQ(Bet(Field), Currency(5));
+  EXPECT_EQ(Bankroll(), Currency(500));
+  Game.RecorderStatus = RecorderOff;
+  Roll(4, 4);
+  EXPECT_EQ(Game.BetWagers[Phantom][Come4 + 3][StatCount], Currency(0))
+      << "no Come bet could have moved on the come-out before the end";
+}
+
+TEST_F(TapeTest, HyperDriveTellsWhyATapeStopped) {
+  Game.HyperDriveOn = true;
+  Record({{2, 4}});
+  Run();
+  EXPECT_EQ(Game.RollCount[0], 1);
+  EXPECT_EQ(Game.StopMessage, "Stopped due to end of Dice Roll File reached.");
+  Record({{2, 4}}, "\xFF");
+  Run();
+  EXPECT_EQ(Game.RollCount[0], 2);
+  EXPECT_EQ(Game.StopMessage, "Stopped due to Dice Roll File value out of limits.");
+  EXPECT_TRUE(TakeShown().empty());
+  Game.HyperDriveOn = false;
+  Record({}, "\xFF");
+  RollDice();
+  EXPECT_EQ(Game.RollCount[0], 2);
+  EXPECT_EQ(Game.RollTotal, 6);
+  EXPECT_EQ(TakeOnlyMessage().Title, "Dice Roll File Error");
+}
+
+TEST_F(TapeTest, RollsAreRecordedAndPlayedBack) {
+  Record({});
+  Game.RecorderStatus = Recording;
+  RollAll({{6, 1}, {2, 5}});
+  Game.RecorderStatus = Playback;
+  Game.DiceFilePos = 1;
+  for (const Dice& dice : {Dice{6, 1}, Dice{2, 5}}) {
+    RollDice();
+    EXPECT_EQ(Thrown(), dice);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,230 @@
+// The Events Log of a session, line by line.
+#include "bets/make_bet.h"
+#include "bets/new_game.h"
+#include "dice/tape.h"
+#include "play/roll_cycle.h"
+#include "stats/events_log.h"
+#include "stats/log_files.h"
+#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+class RollLogTest : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    dataPath_ = Game.DataPath;
+    Game.DataPath = folder_ / "";
+    Game.EventsLogFile = folder_ / kLog;
+    Game.EventsLogActive = true;
+    Game.ReSeed = false;
+    Game.AutoAdjust = AdjustManual;
+    Game.HandleWinningBets = WinTakeDown;
+    Game.Notify = 0;
+  }
+  void TearDown() override {
+    Game.DataPath = dataPath_;
+    Game.EventsLogFile = dataPath_ + "Events Log.txt";
+    TableTest::TearDown();
+  }
+
+  static void LogAll(bool on) {
+    Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = on;
+    Game.LogChipStackChanges = Game.LogPassesMisses = on;
+    Game.LogShooterChanges = Game.LogBankrollChanges = on;
+  }
+
+  static void PutAll(std::initializer_list<std::pair<int, int>> changes) {
+    for (const auto& [betId, change] : changes) Put(betId, change);
+  }
+
+  /// The lines written since the last call.
+  std::string TakeLog() {
+    const std::string text = folder_.Read(kLog);
+    std::string lines = text.substr(taken_);
+    taken_ = text.size();
+    std::erase(lines, '\r');
+    return lines;
+  }
+
+  static constexpr const char* kLog = "Events Log.txt";
+  static constexpr const char* kIndex = "Events Log.ref";
+  const ScratchFolder folder_{"roll_log"};
+
+ private:
+  std::string dataPath_;
+  std::size_t taken_ = 0;
+};
+
+TEST_F(RollLogTest, WinsAndLossesStandInTheOrderOfTheDecisions) {
+  Game.LogBetsWon = Game.LogBetsLost = Game.LogPassesMisses = true;
+  for (const int id : {+Two, +DontPass, +PassLine, +Eleven, +Field}) Given(id, 10);
+  Roll(5, 6);
+  EXPECT_EQ(TakeLog(),
+            "      Pass (natural)\n"
+            "      Pass Line bet won $10\n"
+            "      Don't Pass bet lost $10\n"
+            "      Eleven bet won $150\n"
+            "      Field bet won $10\n"
+            "      Two bet lost $10\n");
+}
+
+TEST_F(RollLogTest, EachClassHasItsSwitch) {
+  const struct {
+    bool EventsLogSettings::*Switch;
+    const char* Lines;
+  } cases[] = {
+      {&EventsLogSettings::LogRolls, " Roll #1:  4 (1.3) from manual roll pad\n"},
+      {&EventsLogSettings::LogBetChanges, "      $10 bet on Field\n      $5 bet on Two\n"},
+      {&EventsLogSettings::LogBetsWon, "      Field bet won $10\n"},
+      {&EventsLogSettings::LogBetsLost, "      Two bet lost $5\n"},
+      {&EventsLogSettings::LogChipStackChanges, "      Chip-Stack #5 increased to $1,000\n"},
+      {&EventsLogSettings::LogPassesMisses, "      Point established\n"},
+      {&EventsLogSettings::LogBankrollChanges, "      Bankroll increased to $505 ($5 gain)\n"},
+  };
+  for (const auto& c : cases) {
+    for (const bool active : {true, false}) {
+      LogAll(false);
+      Game.EventsLogActive = false;
+      NewGame(false);
+      Game.EventsLogActive = active;
+      Game.*c.Switch = true;
+      PutAll({{Field, 10}, {Two, 5}, {105, 1000}});
+      Roll(1, 3);
+      EXPECT_EQ(TakeLog(), active ? c.Lines : "");
+    }
+  }
+}
+
+TEST_F(RollLogTest, ARollTellsWhereItsDiceCameFrom) {
+  Game.LogRolls = true;
+  const auto source = [this](const std::string& from) {
+    RollDice();
+    EXPECT_EQ(TakeLog(), " Roll #" + std::to_string(Game.RollCount[0]) + ":  " +
+                             std::to_string(Game.RollTotal) + " (" + std::to_string(Game.Die1) +
+                             "." + std::to_string(Game.Die2) + ")" + from + "\n");
+  };
+  source(" from RNG #1");
+  Game.RngChoice = Rng3Congruence;
+  Game.RngState = 12'345;
+  source(" from RNG #3");
+  Game.UseSkewedProbability = true;
+  source(" from RNG #3 using untitled probability matrix");
+  Game.PrbFileName = "loaded.prb";
+  source(" from RNG #3 using probability matrix: loaded.prb");
+  Game.DiceRollFile = folder_.Write("tape.rol", {static_cast<char>(DiceByte(2, 5))});
+  Game.RecorderStatus = Playback;
+  source(" from " + Game.DiceRollFile);
+  Game.RollCount[0] = 1'233;
+  Roll(1, 1);
+  EXPECT_EQ(TakeLog(), " Roll #1,234:  2 (1.1) from manual roll pad\n");
+}
+
+TEST_F(RollLogTest, AutoBetIsToldWhenItComesAndGoes) {
+  const struct {
+    int Active;
+    const char* File;
+    const char* Told;
+  } rolls[] = {{1, "", "activated (untitled)"},
+               {1, "", ""},
+               {1, "/scripts/grind.bet", "activated (grind.bet)"},
+               {0, "/scripts/grind.bet", "deactivated"},
+               {0, "", "deactivated"}};
+  Game.Script.resize(3);  // lines that do nothing
+  Game.ScrCount = 3;
+  for (const auto& roll : rolls) {
+    Game.AutoBetActive = roll.Active;
+    Game.AutoBetFile = roll.File;
+    if (roll.Active + Game.AutoBetFile.size() == 0) Game.ScrCount = 0;
+    Roll(1, 1);
+    EXPECT_EQ(TakeLog(), *roll.Told ? std::string("      Auto-Bets ") + roll.Told + "\n" : "");
+  }
+}
+
+TEST_F(RollLogTest, AWonBetThatCameDownIsRemovedButComeAndLostBetsAreNot) {
+  Game.LogBetChanges = true;
+  SetPoint(4);
+  Establish(Come, 10);
+  Establish(Field, 10);
+  Establish(Two, 10);
+  Roll(5, 6);
+  TakeLog();
+  Roll(1, 3);
+  EXPECT_EQ(TakeLog(), "      Field bet removed\n");
+}
+
+TEST_F(RollLogTest, ANewGameOpensTheLog) {
+  NewGame(false);
+  const std::string start = " New game started\n      Beginning bankroll: $500\n";
+  EXPECT_EQ(TakeLog(), start);
+  Game.LogShooterChanges = true;
+  NewGame(false);
+  EXPECT_EQ(TakeLog(), "======================================\n" + start +
+                           "------New shooter coming out----------\n");
+  Game.ClearLogOnNew = true;
+  Game.LogTopLine = 5;
+  Game.LogShooterChanges = false;
+  NewGame(false);
+  EXPECT_EQ(folder_.Read(kLog), " New game started\r\n      Beginning bankroll: $500\r\n");
+  EXPECT_EQ(Game.LogTopLine, 1);
+  Game.EventsLogActive = false;
+  NewGame(false);
+  EXPECT_EQ(folder_.Count(), 0U) << "cleared, and nothing is written";
+}
+
+TEST_F(RollLogTest, UnderHyperDriveTheLogIsWrittenBeforeEachTurnAndAtTheEnd) {
+  Game.LogRolls = true;
+  Game.HyperDriveOn = true;
+  const auto lines = [this] {
+    return static_cast<int>(folder_.Read(kIndex).size() / kIndexRecord);
+  };
+  for (const int throttle : {0, 1}) {
+    int turns = 0;
+    int late = 0;
+    TheHost.Yield = [&] {
+      ++turns;
+      if (lines() != Game.RollCount[0] || !LogIndexIsValid()) ++late;
+    };
+    Game.HyperThrottle = throttle;
+    Game.NumAutoRolls = Game.AutoRollsLeft = throttle == 0 ? 1000 : 20;
+    Game.KeepRolling = true;
+    RollDice();
+    EXPECT_GE(turns, throttle * 20);
+    EXPECT_EQ(late, 0);
+    EXPECT_EQ(lines(), Game.RollCount[0]);
+  }
+  EXPECT_EQ(Game.RollCount[0], 1020);
+  Game.HyperDriveOn = false;
+}
+
+TEST_F(RollLogTest, ALogThatCannotBeWrittenLeavesTheGameGoing) {
+  Game.LogRolls = true;
+  Game.DataPath += "missing/";
+  Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+  Given(Field, 5);
+  Roll(1, 1);
+  EXPECT_EQ(Bankroll(), Currency(510));
+  EXPECT_NE(Game.LastErrorText.find("occurred, at: Write Log Line\n"), std::string::npos);
+}
+
+TEST_F(RollLogTest, ABetMovedOntoANumberThatWasDecidedIsTheNewOne) {
+  LogAll(true);
+  for (const int line : {+Come, +DontCome}) {
+    SetPoint(6);
+    for (const int amount : {10, 20}) {
+      Given(line, amount);
+      Roll(2, 3);
+    }
+    TakeLog();
+    if (line == DontCome) RemoveBet(DontCome4 + 1);
+    Roll(1, 2);
+    const std::string log = TakeLog();
+    EXPECT_NE(log.find(line == Come ? "Come 5 bet still $20\n" : "Don't Come 5 bet removed\n"),
+              std::string::npos)
+        << log;
+    EXPECT_EQ(log.find("increased"), std::string::npos) << log;
+  }
+}
+
+}  // namespace
