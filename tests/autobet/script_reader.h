@@ -24,7 +24,7 @@
 #include "core/script_state.h"
 
 /// The line of a text, complete with `LineText`; throws std::runtime_error with the text when it
-/// can't be read, or can be read in two ways.
+/// can't be read.
 ScriptLine ReadLine(const std::string& text);
 
 /// The lines of a whole script.

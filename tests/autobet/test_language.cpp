@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <set>
-#include <stdexcept>
 #include <tuple>
 #include <utility>
 
 #include "autobet/compose.h"
 #include "autobet/language.h"
+#include "autobet/read_line.h"
 #include "autobet/script_reader.h"
 #include "support/table_fixture.h"
 
@@ -318,12 +318,19 @@ TEST(Composition, EveryActionReadsBack) {
   }
 }
 
-TEST(ScriptReader, RefusesWhatIsNoLine) {
-  for (const char* text : {"", "Pass Line", "Bet $ 5", "Bet 5 on Pass Line", "When", "Return 5",
-                           "Flag \"a\" are True", "Bankroll is equal to $ x", "Label Loop",
-                           "Any 7 has rolled 2 rolls", "bankroll is equal to $ 5"}) {
-    EXPECT_THROW(ReadLine(text), std::runtime_error) << text;
+TEST(Composition, WhatItCannotWriteIsNoLine) {
+  for (const char* text :
+       {"", "Pass Line", "Bet $ 5", "Bet 5 on Pass Line", "When", "Return 5", "Flag \"a\" are True",
+        "Bankroll is equal to $ x", "Label Loop", "Any 7 has rolled 2 rolls",
+        "bankroll is equal to $ 5", "Pass Line has won 0 times in a row",
+        "Bet $ 1,000 on Pass Line", "Bet $ 05 on Pass Line", "Bet  $ 5 on Pass Line",
+        "Chip-Stack # 1 is named \"Bank\";"}) {
+    EXPECT_EQ(ReadLineText(text), std::nullopt) << text;
   }
+  const ReadText read = ReadScriptText("When . . .\r\n\n  On each rol \nthen . . .");
+  EXPECT_EQ(read.NotUnderstood, "On each rol");
+  EXPECT_EQ(read.Row, 3);
+  EXPECT_TRUE(read.Lines.empty());
 }
 
 }  // namespace
