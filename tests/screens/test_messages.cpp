@@ -8,9 +8,11 @@
 
 #include "bets/change_bet.h"
 #include "bets/make_bet.h"
+#include "core/host.h"
 #include "core/messages.h"
 #include "play/roll_cycle.h"
 #include "screen_driver.h"
+#include "screens/frame/asking_window.h"
 
 namespace {
 
@@ -208,6 +210,36 @@ class TestMessages : public QObject {
     QVERIFY(!Game.TableMinimised);
     ShowMessage("Well?", "Question", 1, YesNo);
     QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));
+  }
+
+  void belongsToTheWindowThatAsks() {
+    Command(*table_, "mnuFlagValues");
+    auto* flags = table_->findChild<QMainWindow*>("frmFlags");
+    QVERIFY(flags && QTest::qWaitForWindowExposed(flags));
+    for (QMainWindow* const asker : {flags, static_cast<QMainWindow*>(table_.get())}) {
+      const auto belongs = [asker](QDialog* screen) {
+        QCOMPARE(screen->parentWidget(), asker);
+        if (screen->objectName() == "frmMsg") ClickButton(screen, "cmdButton_0");
+      };
+      asker->activateWindow();
+      QTRY_VERIFY(asker->isActiveWindow());
+      Drive("Well?", PlainOk, belongs);
+      // At once, before a window is active again.
+      QCOMPARE(AskingWindow(nullptr), asker);
+      Settle(true, 0, belongs);
+    }
+  }
+
+  void seesTheClickModeGoneBeforeAMessageComes() {
+    Put(Field, 10);
+    Game.ClickMode = BuyMode;
+    bool drawn = false;
+    bool told = false;
+    TheHost.RedrawBets = [&] { drawn = Game.ClickMode == NoClickMode; };
+    TheHost.ShowMessage = [&](bool) { told = drawn; };
+    ClickBet(*table_, Field);
+    InstallQtHost(table_.get());
+    QVERIFY(told);
   }
 
   void goesOnBesideAStatusBox() {

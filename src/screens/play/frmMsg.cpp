@@ -1,6 +1,5 @@
 #include "screens/play/frmMsg.h"
 
-#include <QApplication>
 #include <QCursor>
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -13,6 +12,7 @@
 #include <algorithm>
 
 #include "core/messages.h"
+#include "screens/frame/asking_window.h"
 #include "screens/frame/help.h"
 #include "screens/frame/numeric_entry.h"
 
@@ -345,14 +345,16 @@ void ShowMessageScreen(QWidget* parent, bool modal) {
   }
   // A status box that still stands gives way to what comes next.
   static QPointer<frmMsg> statusBox;
-  if (statusBox) statusBox->deleteLater();
+  if (statusBox) {
+    statusBox->hide();
+    statusBox->deleteLater();
+  }
+  QWidget* const asker = AskingWindow(parent);
   if (modal) {
-    // A screen that waits for an answer itself is the one that asks.
-    QWidget* const waiting = QApplication::activeModalWidget();
-    frmMsg(waiting ? waiting : parent).exec();
+    frmMsg(asker).exec();
     return;
   }
-  statusBox = new frmMsg(parent);
+  statusBox = new frmMsg(asker);
   statusBox->setAttribute(Qt::WA_DeleteOnClose);
   statusBox->show();
 }

@@ -49,8 +49,9 @@ class frmMsg : public QDialog {
   std::array<QPushButton*, kButtons> cmdButton_{};
 };
 
-/// Shows the message of the slots; modal ones wait for their answer. With answers planned the next
-/// of them is given instead, and no screen is shown.
+/// Shows the message of the slots over the window that asks, or over `parent` where none does;
+/// modal ones wait for their answer. With answers planned the next of them is given instead, and no
+/// screen is shown.
 void ShowMessageScreen(QWidget* parent, bool modal);
 
 /// A planned answer: a button of the message (`AnswerOk` and so on) and what the input boxes hold.

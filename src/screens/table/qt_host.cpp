@@ -14,6 +14,7 @@
 #include "core/host.h"
 #include "core/sounds.h"
 #include "persistence/game_file.h"
+#include "screens/frame/asking_window.h"
 #include "screens/frame/between_rolls.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/pointer.h"
@@ -65,7 +66,7 @@ void Pause(int milliseconds) {
 int Chance(int limit) { return static_cast<int>(QRandomGenerator::global()->bounded(limit)); }
 
 void ShowSettleScreen() {
-  frmSettleBet screen(Table);
+  frmSettleBet screen(AskingWindow(Table));
   if (screen.exec() == QDialog::Rejected) PressSettleButton(0);  // the program was told to end
 }
 
@@ -171,6 +172,7 @@ std::uint32_t SystemMilliseconds() {
 
 void InstallQtHost(frmCrapTable* table) {
   Table = table;
+  FollowActiveWindow();
   static const QElapsedTimer clock = [] {
     QElapsedTimer started;
     started.start();

@@ -46,7 +46,7 @@ void ActOrSetMode(ClickModeKind mode, void (*act)(int)) {
 
 void ActByClickMode(int spot) {
   const int mode = Game.ClickMode;
-  Game.ClickMode = NoClickMode;
+  CancelClickMode();  // seen before a message is
   if (HoldsMoney(spot)) {
     switch (mode) {
       case CallOnMode: CallBet(spot, CallCodeOn); break;
