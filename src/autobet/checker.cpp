@@ -8,6 +8,7 @@
 
 #include "autobet/language.h"
 #include "autobet/script.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 

@@ -7,6 +7,7 @@
 #include "autobet/script.h"
 #include "autobet/script_records.h"
 #include "core/error_report.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 
 namespace {

@@ -12,6 +12,7 @@
 #include "autobet/script.h"
 #include "bets/turns.h"
 #include "core/error_report.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 

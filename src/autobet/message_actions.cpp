@@ -4,6 +4,7 @@
 #include "autobet/script.h"
 #include "autobet/values.h"
 #include "bets/turns.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
 

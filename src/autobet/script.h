@@ -6,9 +6,6 @@
 
 #include "core/game_state.h"
 
-/// The help topic of what is told of scripts.
-inline constexpr int kTopicScripts = 640;
-
 /// Line `number`, from 1 to `ScrCount`.
 inline ScriptLine& Line(int number) { return Game.Script[static_cast<unsigned>(number - 1)]; }
 

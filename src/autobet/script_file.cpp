@@ -10,6 +10,7 @@
 #include "autobet/script_records.h"
 #include "core/ansi.h"
 #include "core/error_report.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
 

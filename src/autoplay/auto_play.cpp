@@ -4,6 +4,7 @@
 
 #include "bets/chips.h"
 #include "bets/make_bet.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/text.h"
@@ -11,8 +12,6 @@
 #include "rules/defaults.h"
 
 namespace {
-
-constexpr int kTopicAutoPlay = 520;
 
 void RefreshTable() {
   Game.GameChanged = true;

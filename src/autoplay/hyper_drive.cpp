@@ -5,13 +5,13 @@
 #include "autobet/engine.h"
 #include "bets/bankroll.h"
 #include "bets/chips.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "play/roll_cycle.h"
 
 namespace {
 
-constexpr int kTopicHyperDrive = 540;
 constexpr double kMilliseconds = 1000;
 
 /// What a run began with.

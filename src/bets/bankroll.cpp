@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/text.h"
 
 namespace {
-
-constexpr int kTopicBankroll = 130;
 
 /// What was asked for and what is allowed, and why. Shown as a notice, but on the configuration
 /// screen always.
@@ -18,9 +17,9 @@ void TellCut(AtmKind kind, Currency amount, Currency allowed, const std::string&
                  MoneyText(allowed) + "\n\n" + why;
   const std::string title = kind == AtmWithdrawal ? "ATM Withdrawal" : "ATM Deposit";
   if (Game.ConfigureActive)
-    ShowMessage(Game.MsgText, title, kTopicBankroll, OkStop);
+    ShowMessage(Game.MsgText, title, kTopicLimits, OkStop);
   else
-    ShowNotice(NoticeActions, title, kTopicBankroll);
+    ShowNotice(NoticeActions, title, kTopicLimits);
 }
 
 const char* const kNotAllowed =
@@ -90,6 +89,6 @@ void CheckBankLimits() {
   const std::string text = won ? "Congratulations!\n\nYou broke the bank limit of $"
                                : "Sorry ... this wasn't your lucky day.\n\n"
                                  "You've exceeded the max loss limit of $";
-  ShowMessage(text + MoneyText(kBankLimit) + "\n\n" + SelectNewText(), "Kelvanor", kTopicBankroll,
+  ShowMessage(text + MoneyText(kBankLimit) + "\n\n" + SelectNewText(), "Kelvanor", kTopicLimits,
               won ? OkTick : OkStop);
 }

@@ -3,25 +3,13 @@
 #include <algorithm>
 
 #include "bets/vig_and_odds.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
 
 namespace {
 
 constexpr Currency kStackLimit = Currency::FromRaw(999'999'999'999'999'999);
-
-/// Help topics of the notices.
-enum HelpTopic : int {
-  TopicLayBet = 1,
-  TopicPassLine = 43,
-  TopicCome = 45,
-  TopicDontPass = 46,
-  TopicDontCome = 48,
-  TopicLimits = 130,
-  TopicBuyBet = 225,
-  TopicContract = 250,
-  TopicPutBets = 510,
-};
 
 const char* const kPassLineContract =
     "You may not decrease or remove your Pass Line bet \nwhile a point is established.";
@@ -87,15 +75,15 @@ Verdict PassLineRules() {
   const Currency contract = Game.ContractBets[PassLine];
   const Currency change = Game.Change;
   if (change == 0 && bet < contract) {
-    Restore(PassLine, kPassLineContract, TopicContract);
+    Restore(PassLine, kPassLineContract, kTopicContract);
   } else if (change < 0) {
-    if (bet == contract) return Refuse(PassLine, kPassLineContract, TopicContract);
+    if (bet == contract) return Refuse(PassLine, kPassLineContract, kTopicContract);
     if (bet > contract) Game.Change = std::max(change, contract - bet);
   } else if (change > 0) {
     if (bet + change < contract) {
-      Restore(PassLine, kPassLineContract, TopicContract);
+      Restore(PassLine, kPassLineContract, kTopicContract);
     } else if (!Game.AllowPutBets) {
-      Restore(PassLine, kPassLinePut, TopicPutBets);
+      Restore(PassLine, kPassLinePut, kTopicPutBets);
       if (Game.Change == 0) return Verdict::End;
     }
   }
@@ -107,17 +95,17 @@ Verdict ComeOnNumberRules(int betId) {
   const Currency contract = Game.ContractBets[betId];
   const Currency change = Game.Change;
   if (change == 0 && bet < contract) {
-    Restore(betId, kComeBelowContract, TopicContract);
+    Restore(betId, kComeBelowContract, kTopicContract);
   } else if (change < 0) {
-    if (bet == contract) return Refuse(betId, kComeContract, TopicContract);
+    if (bet == contract) return Refuse(betId, kComeContract, kTopicContract);
     if (bet > contract) Game.Change = std::max(change, contract - bet);
   } else if (change > 0 && !Game.MovingBet) {
     if (bet + change < contract) {
-      Restore(betId, kComeContract, TopicContract);
+      Restore(betId, kComeContract, kTopicContract);
     } else if (bet + change == contract) {
       Game.Change = ToContract(betId);
     } else if (!Game.AllowPutBets) {
-      Restore(betId, kComePut, TopicPutBets);
+      Restore(betId, kComePut, kTopicPutBets);
     }
   }
   return Verdict::GoOn;
@@ -139,19 +127,19 @@ Verdict OddsOnNumberRules(int betId, int topic) {
 Verdict RulesForARaise(int betId) {
   const bool aboveContract =
       betId < kContractSlots && Game.Bets[betId] + Game.Change > Game.ContractBets[betId];
-  if (betId == Come && Game.Point == 0) return Refuse(Come, kComeNeedsPoint, TopicCome);
+  if (betId == Come && Game.Point == 0) return Refuse(Come, kComeNeedsPoint, kTopicCome);
   if (betId == DontCome && Game.Point == 0)
-    return Refuse(DontCome, kDontComeNeedsPoint, TopicDontCome);
+    return Refuse(DontCome, kDontComeNeedsPoint, kTopicDontCome);
   if (betId == DontPass && Game.Point != 0 && aboveContract)
-    Restore(DontPass, kDontPassLate, TopicDontPass);
+    Restore(DontPass, kDontPassLate, kTopicDontPass);
   if (IsDontComeOnNumber(betId) && !Game.MovingBet && aboveContract)
-    Restore(betId, kDontComeLate, TopicDontCome);
+    Restore(betId, kDontComeLate, kTopicDontCome);
   if (betId == PassLineOdds && (Game.Bets[PassLine] == 0 || Game.Point == 0))
-    return Refuse(PassLineOdds, kPassOddsNeedFlat, TopicPassLine);
+    return Refuse(PassLineOdds, kPassOddsNeedFlat, kTopicPassLine);
   if (betId == DontPassOdds && (Game.Bets[DontPass] == 0 || Game.Point == 0))
-    return Refuse(DontPassOdds, kDontOddsNeedFlat, TopicDontPass);
-  if (IsComeOdds(betId)) return OddsOnNumberRules(betId, TopicCome);
-  if (IsDontComeOdds(betId)) return OddsOnNumberRules(betId, TopicDontCome);
+    return Refuse(DontPassOdds, kDontOddsNeedFlat, kTopicDontPass);
+  if (IsComeOdds(betId)) return OddsOnNumberRules(betId, kTopicCome);
+  if (IsDontComeOdds(betId)) return OddsOnNumberRules(betId, kTopicDontCome);
   return Verdict::GoOn;
 }
 
@@ -207,7 +195,7 @@ void TellContractStands(int betId) {
                     MoneyText(Game.ContractBets[betId]) +
                     " before the maximum allowed was lowered \non the Configuration screen, it "
                     "must remain unchanged until it resolves.";
-    ShowNotice(kClasses, BetName(betId) + " Bet", TopicContract);
+    ShowNotice(kClasses, BetName(betId) + " Bet", kTopicContract);
   }
   if (!Game.HyperDriveOn) Game.MsgText.clear();
 }
@@ -279,7 +267,7 @@ void TellShortBankroll(int betId) {
     text +=
         "\n      - Make a withdrawal from the ATM."
         "\n      - Allow negative bankroll amounts.";
-    ShowNotice(NoticeLimits, BetName(betId) + " Bet", TopicLimits);
+    ShowNotice(NoticeLimits, BetName(betId) + " Bet", kTopicLimits);
   }
   if (!Game.HyperDriveOn) Game.MsgText.clear();
 }
@@ -326,14 +314,14 @@ void TellLimit(int betId) {
     if (Game.Change == 0) {
       if (stack) {
         if (extend) text += "\nwhich is already stacked.";
-        ShowNotice(NoticeLimits, stackTitle, TopicLimits);
+        ShowNotice(NoticeLimits, stackTitle, kTopicLimits);
       }
       // Required: a Chip-Stack that stays as it is shows this second box too.
       if (extend) text += "\nwhich is already bet.";
-      ShowNotice(NoticeLimits, BetName(betId) + " Bet", TopicLimits);
+      ShowNotice(NoticeLimits, BetName(betId) + " Bet", kTopicLimits);
     } else {
       if (extend) text += stack ? "\nwhich is being stacked." : "\nwhich is being bet.";
-      ShowNotice(NoticeLimits, stack ? stackTitle : BetName(betId) + " Bet", TopicLimits);
+      ShowNotice(NoticeLimits, stack ? stackTitle : BetName(betId) + " Bet", kTopicLimits);
     }
   }
   text.clear();
@@ -355,7 +343,7 @@ void TellVig(int betId, Currency before, Currency now) {
     text += MoneyText(now);
   }
   Game.MsgText = text;
-  ShowNotice(NoticeCharges, BetName(betId) + " Bet", IsBuy(betId) ? TopicBuyBet : TopicLayBet);
+  ShowNotice(NoticeCharges, BetName(betId) + " Bet", IsBuy(betId) ? kTopicBuyBet : kTopicLayBet);
 }
 
 void ChargeVig(int betId) {

@@ -2,6 +2,7 @@
 
 #include "bets/change_bet.h"
 #include "bets/chips.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/sounds.h"
@@ -10,8 +11,6 @@
 
 namespace {
 
-constexpr int kTopicBuyBet = 225;
-constexpr int kTopicOnOff = 508;
 constexpr Currency kAnyAmount = 9'999'999;
 
 /// Gives a field another value for as long as it lives.

@@ -4,6 +4,7 @@
 
 #include "bets/chips.h"
 #include "bets/ledger.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "dice/generators.h"
@@ -11,8 +12,6 @@
 #include "stats/graph.h"
 
 namespace {
-
-constexpr int kTopicBankroll = 130;
 
 void ClearBets(bool preserveStacks) {
   Game.ChipCount = 0;
@@ -45,7 +44,7 @@ void ClearStatistics() {
 void AskForBankroll() {
   Game.ChangeRequest = Game.BankrollInitAmt;  // stands when nobody can answer
   Game.MsgInput = {PlainText(Game.BankrollInitAmt), ""};
-  ShowMessage("Enter your beginning bankroll: ", "Set Beginning Bankroll", kTopicBankroll, InputOk);
+  ShowMessage("Enter your beginning bankroll: ", "Set Beginning Bankroll", kTopicLimits, InputOk);
   Game.BankrollInitAmt = Game.ChangeRequest;
   Game.Bets[BankrollIndex] = Game.BankrollInitAmt;
   Game.KeepRolling = false;

@@ -3,14 +3,13 @@
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "bets/vig_and_odds.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/sounds.h"
 #include "core/text.h"
 
 namespace {
-
-enum HelpTopic : int { TopicWin = 500, TopicLoss = 501 };
 
 // --- The lines of the settle screen ---
 
@@ -157,7 +156,7 @@ void TellChange(const std::string& what) {
     Game.MsgText = "Bet decreased by: $" + MoneyText(-difference);
   else
     Game.MsgText = "No change in bet amount.";
-  ShowNotice(NoticeCharges, what + BetName(betId), TopicWin);
+  ShowNotice(NoticeCharges, what + BetName(betId), kTopicWin);
 }
 
 void Adjust(Currency request, const std::string& what) {
@@ -227,18 +226,18 @@ int ChoiceInForce(int choice) {
 }  // namespace
 
 void FillWinLines() {
-  BeginLines(Game.NetPayoff > 0 ? "* * * Winner * * *" : "Push", TopicWin);
+  BeginLines(Game.NetPayoff > 0 ? "* * * Winner * * *" : "Push", kTopicWin);
   FillAmounts(VigLabel(), "Net payoff", false);
 }
 
 void FillReturnedOddsLines() {
-  BeginLines("Odds Bet Returned", TopicWin);
+  BeginLines("Odds Bet Returned", kTopicWin);
   Game.Settle.Lines.push_back({BetLabel(), Dollars(Game.Bets[Game.DecidedBet])});
   Game.Settle.Lines.push_back({"wasn't working!", ""});
 }
 
 void FillLossLines() {
-  BeginLines("Bet Lost", TopicLoss);
+  BeginLines("Bet Lost", kTopicLoss);
   FillAmounts("& vig:", "Net loss", true);
 }
 

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "core/error_report.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/text.h"
@@ -24,8 +25,6 @@ constexpr float kLargestBelowOne = 0x1.fffffep-1F;
 
 constexpr int kCongruenceSeedLimit = 999'999;
 constexpr int kSeedLimit = 2'147'483'647;
-
-constexpr int kTopicGenerators = 520;
 
 constexpr int kMtMissing = 1;
 constexpr int kCokusMissing = 2;

@@ -6,6 +6,7 @@
 
 #include "core/error_report.h"
 #include "core/game_state.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/record_file.h"
 
@@ -15,7 +16,6 @@ constexpr std::string_view kHeaderText = "Kelvanor Probability File, Data Format
 constexpr std::size_t kHeaderWidth = 92;
 constexpr const char* kUnableToOpenTitle = "Unable to Open Kelvanor Probability File";
 constexpr const char* kUnableToSaveTitle = "Unable to Save Kelvanor Probability File";
-constexpr int kTopicProbability = 520;
 
 constexpr std::size_t kValues = 2 * kMatrixColumns * kMatrixRows;
 constexpr std::size_t kValueWidth = 4;

@@ -10,6 +10,7 @@
 #include "autobet/script_file.h"
 #include "core/error_report.h"
 #include "core/game_state.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "dice/matrix.h"
 #include "dice/probability_file.h"
@@ -36,7 +37,6 @@ enum HeadingOf : std::size_t {
   EventsLogHeading = 6,
 };
 
-constexpr int kTopicGameFile = 0;
 constexpr std::string_view kWhenSaved = " (that was in use when this game was saved) ";
 
 std::string InData(const char* name) { return Game.DataPath + name; }
@@ -137,7 +137,7 @@ Companion ReadHeading(const RecordFile& file, HeadingOf heading,
 }
 
 void Tell(const std::string& text, const std::string& title) {
-  ShowMessage(text, title, kTopicGameFile, OkStop);
+  ShowMessage(text, title, kTopicFiles, OkStop);
 }
 
 /// Tells of a file that is missing or has changed. `kind` is "Auto-Bet file" and the like, `name`

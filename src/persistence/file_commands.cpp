@@ -12,6 +12,7 @@
 #include "autobet/script_file.h"
 #include "core/ansi.h"
 #include "core/error_report.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/record_file.h"

@@ -30,9 +30,6 @@ enum class FileCommand {
 };
 inline constexpr int kFileCommands = 22;
 
-/// The help topic of files: the contents of the help file.
-inline constexpr int kTopicFiles = 0;
-
 /// The words and the pattern of a command ("*.crp"), as its screen shows them.
 struct FileCommandRow {
   FileCommand Command;

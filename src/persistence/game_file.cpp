@@ -9,6 +9,7 @@
 #include "core/error_report.h"
 #include "core/faults.h"
 #include "core/game_state.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/record_file.h"
@@ -20,7 +21,6 @@
 
 namespace {
 
-constexpr int kTopicGameFile = 0;
 constexpr const char* kUnableToOpen = "Unable to Open Kelvanor Game File";
 constexpr const char* kUnableToSave = "Unable to Save Kelvanor Game File";
 
@@ -34,7 +34,7 @@ constexpr unsigned kFlagsPerRecord = kRecordSize / (kFlagFields * kWidth);
 constexpr std::size_t kMostRecords = 10'000;
 
 void Tell(const std::string& path, const std::string& text, const char* title) {
-  ShowMessage(BareName(path) + text, title, kTopicGameFile, OkStop);
+  ShowMessage(BareName(path) + text, title, kTopicFiles, OkStop);
 }
 
 // --- Writing ---

@@ -15,6 +15,7 @@
 #include "bets/make_bet.h"
 #include "bets/turns.h"
 #include "core/error_report.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/sounds.h"
@@ -29,9 +30,6 @@
 
 namespace {
 
-constexpr int kTopicRolls = 130;
-constexpr int kTopicDiceFile = 210;
-
 /// How a pass of the loop went.
 enum class Pass { Rolled, NoDice, TapeStopped };
 
@@ -45,7 +43,7 @@ bool RollLimitReached() {
     Game.StopMessage = "Stopped due to reaching the maximum limit of " + limit;
   else
     ShowMessage("Sorry ... you've reached the maximum limit of " + limit,
-                "Reached Maximum Roll Limit", kTopicRolls, OkStop);
+                "Reached Maximum Roll Limit", kTopicLimits, OkStop);
   return true;
 }
 
@@ -117,7 +115,7 @@ bool PlayTape() {
     ShowMessage(
         "A dice roll value has been found to be out of limits.  \n\nPlayback of this Dice Roll "
         "File has ceased so that you can check the file or continue without it.",
-        "Dice Roll File Error", kTopicDiceFile, OkStop);
+        "Dice Roll File Error", kTopicDiceRolls, OkStop);
   return false;
 }
 

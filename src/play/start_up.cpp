@@ -7,6 +7,7 @@
 #include "autobet/script.h"
 #include "core/error_report.h"
 #include "core/game_state.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/record_file.h"
@@ -16,9 +17,6 @@
 #include "rules/defaults.h"
 
 namespace {
-
-constexpr int kTopicHyperDrive = 540;
-constexpr int kTopicGenerators = 520;
 
 enum MissingFile : int { MissingMt = 1, MissingCokus = 2 };
 

@@ -1,12 +1,12 @@
 // The ATM and the bank limit.
 #include "bets/bankroll.h"
 
+#include "core/help_topics.h"
 #include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-constexpr int kTopic = 130;
 const char* const kSelect = "\n\nSelect \"New\" from the \"Game\" menu to reset the table.";
 
 const char* const kMore =
@@ -55,7 +55,7 @@ TEST_F(BankrollTest, AWithdrawalEndsAtTheBankLimit) {
   EXPECT_EQ(told.Text, Trimmed("1.25", "1") + "caused the current bankroll \n" +
                            "to exceed the bank limit of $10,000,000");
   EXPECT_EQ(told.Title, "ATM Withdrawal");
-  EXPECT_EQ(told.HelpTopic, kTopic);
+  EXPECT_EQ(told.HelpTopic, kTopicLimits);
 }
 
 TEST_F(BankrollTest, ADepositEndsAtTheFreeMoney) {
@@ -122,7 +122,7 @@ TEST_F(BankLimitTest, ARollThatPassesTheLimitIsCelebratedAndTheNextIsNotThrown) 
   Roll(1, 2);
   const ShownMessage won = {
       std::string("Congratulations!\n\nYou broke the bank limit of $10,000,000") + kSelect,
-      "Kelvanor", kTopic, OkTick};
+      "Kelvanor", kTopicLimits, OkTick};
   EXPECT_EQ(TakeOnlyMessage(), won);
   EXPECT_EQ(Celebrated, 1);
   EXPECT_EQ(Game.RollCount[0], 2);
@@ -140,7 +140,7 @@ TEST_F(BankLimitTest, TheLimitBelowIsNoLuckyDay) {
             (ShownMessage{std::string("Sorry ... this wasn't your lucky day.\n\n"
                                       "You've exceeded the max loss limit of $10,000,000") +
                               kSelect,
-                          "Kelvanor", kTopic, OkStop}));
+                          "Kelvanor", kTopicLimits, OkStop}));
   EXPECT_EQ(Celebrated, 0);
   Roll(3, 4);
   EXPECT_EQ(Game.RollCount[0], 1);

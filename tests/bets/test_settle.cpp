@@ -3,12 +3,10 @@
 
 #include "bets/settle.h"
 #include "bets/vig_and_odds.h"
+#include "core/help_topics.h"
 #include "support/table_fixture.h"
 
 namespace {
-
-constexpr int kTopicWin = 500;
-constexpr int kTopicLoss = 501;
 
 class SettleTest : public TableTest {
  protected:

@@ -15,6 +15,7 @@
 #include "bets/chips.h"
 #include "bets/consistency.h"
 #include "bets/new_game.h"
+#include "core/help_topics.h"
 #include "dice/generators.h"
 #include "dice/probability_file.h"
 #include "persistence/game_file_table.h"
@@ -396,7 +397,7 @@ TEST_F(GameFile, TellsOfMissingAndChangedCompanions) {
                        const std::string& path, const std::string& title) {
     return ShownMessage{"The following " + kind + " (that was in use when this game was saved) " +
                             happened + ":\n\n" + path,
-                        title, 0, OkStop};
+                        title, kTopicFiles, OkStop};
   };
   const std::string changed = "has been changed", gone = "was not found";
   const std::string script = folder_ / "my.bet", matrix = folder_ / "p.prb";
@@ -426,7 +427,7 @@ TEST_F(GameFile, TellsOfMissingAndChangedCompanions) {
                         "Missing Games Log"),
                    ShownMessage{"The Events Log that was open when this game\nwas saved, was not "
                                 "found.",
-                                "Missing Events Log", 0, OkStop}}));
+                                "Missing Events Log", kTopicFiles, OkStop}}));
   EXPECT_EQ(Game.ScrCount, 0);
   EXPECT_EQ(Game.DiceRollFile + Game.PrbFileName, "");
   EXPECT_EQ(Game.EventsLogFile, folder_ / "Events Log.txt");
@@ -596,8 +597,9 @@ TEST_F(GameFile, AFailedSaveTellsAndLeavesTheOldFileWhole) {
     Shown.clear();
     SaveGame(target);
     EXPECT_EQ(Game.LastFileResult, -1) << target;
-    EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{BareName(target) + "\ncan't be written.",
-                                               "Unable to Save Kelvanor Game File", 0, OkStop}));
+    EXPECT_EQ(TakeOnlyMessage(),
+              (ShownMessage{BareName(target) + "\ncan't be written.",
+                            "Unable to Save Kelvanor Game File", kTopicFiles, OkStop}));
     EXPECT_TRUE(Game.GameChanged);
     EXPECT_EQ(Game.GameFileName, "before");
     EXPECT_TRUE(folder_.Read("a.crp") == bytes);

@@ -5,6 +5,7 @@
 
 #include "bets/chips.h"
 #include "core/game_state.h"
+#include "core/help_topics.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
 #include "screens/table/chip_art.h"
@@ -49,8 +50,8 @@ struct Place {
 const Place kPlaces[] = {
     // clang-format off
     {10, 10, 0, RailSpot}, {365, 15, 0, RailSpot}, {300, 470, 0, RailSpot}, {245, 15, 0, RailSpot},
-    {181, 3, 0, 101, 0, kChipStackTopic}, {228.9, 27.9, 0, 101, 0, kChipStackTopic},
-    {229, 15, 0, RailSpot}, {28, 15, 0, 104, 0, kChipStackTopic}, {40, 2.5, 0, RailSpot},
+    {181, 3, 0, 101, 0, kTopicChipStacks}, {228.9, 27.9, 0, 101, 0, kTopicChipStacks},
+    {229, 15, 0, RailSpot}, {28, 15, 0, 104, 0, kTopicChipStacks}, {40, 2.5, 0, RailSpot},
     {40, 28, 0, RailSpot}, {620, 18, 0, NoSpot, StickPersonSpot, StickPersonSpot},
     {617, 393, 0, NoSpot, StickPersonSpot, StickPersonSpot},
     {394, 15, 0, NoSpot, BuyMarkerSpot, BuyMarkerSpot},
@@ -115,7 +116,7 @@ class TestTableLayout : public QObject {
     QCOMPARE(HotSpotAt(470, 385), int(NoSpot));
     Game.RecorderStatus = Playback;
     QCOMPARE(HotSpotAt(470, 385), int(DiceSpot));
-    QCOMPARE(FindHotSpot(470, 385).HelpTopic, kDiceRollTopic);
+    QCOMPARE(FindHotSpot(470, 385).HelpTopic, kTopicDiceRolls);
     Game.VisibleStacks = {150, 102, 103, 177};
     QCOMPARE(HotSpotAt(200, 15), 150);
     QCOMPARE(HotSpotAt(50, 15), 177);

@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "core/game_state.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/record_file.h"
 #include "screens/frame/guard.h"

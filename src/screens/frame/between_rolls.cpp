@@ -5,14 +5,13 @@
 
 #include "autobet/script.h"
 #include "core/game_state.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "screens/frame/guard.h"
 
 double YieldTime = 0;
 
 namespace {
-
-constexpr int kHelpHyperDrive = 540;
 
 int turns = 0;
 std::vector<std::function<void()>> waiting;
@@ -34,7 +33,7 @@ bool AskToInterruptRun() {
     return true;
   }
   if (Game.HyperDriveOn) {
-    if (AskYesNo("Do you want to stop Hyper-Drive?", "Hyper-Drive Active", kHelpHyperDrive)) {
+    if (AskYesNo("Do you want to stop Hyper-Drive?", "Hyper-Drive Active", kTopicHyperDrive)) {
       Game.KeepRolling = false;
     }
     return true;

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "autoplay/auto_play.h"
+#include "core/help_topics.h"
 #include "core/text.h"
 #include "screens/frame/between_rolls.h"
 #include "screens/frame/help.h"
@@ -19,7 +20,6 @@
 
 namespace {
 
-constexpr int kHelpAutoPlay = 570;
 constexpr int kRemainingInterval = 200;
 constexpr int kAmountDecimals = 2;
 constexpr int kAmountLength = 12;
@@ -419,7 +419,7 @@ void frmAutoPlay::hideEvent(QHideEvent* event) {
 
 void frmAutoPlay::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_F1: ShowHelp(kHelpAutoPlay); break;
+    case Qt::Key_F1: ShowHelp(kTopicAutoPlay); break;
     case Qt::Key_Escape: close(); break;
     default: QMainWindow::keyPressEvent(event);
   }

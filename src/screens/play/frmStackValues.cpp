@@ -30,7 +30,6 @@ namespace {
 
 constexpr int kStacks = LastSlot - ChipStackBase;
 constexpr QSize kSmallest(360, 240);  // names stay readable
-constexpr int kHelpChipStacks = kChipStackTopic;
 constexpr int kLongestName = 80;
 constexpr int kValueDecimals = 4;
 
@@ -171,7 +170,8 @@ void frmStackValues::PrintList() {
   constexpr int kHeadingSize = 12;
   constexpr int kTextSize = 10;
   constexpr const char* kPlace = "Print Chip-Stacks";
-  if (!CanPrint()) return ShowMessage("There's no printer to print on.", "Print", 0, OkStop);
+  if (!CanPrint())
+    return ShowMessage("There's no printer to print on.", "Print", kTopicChipStacks, OkStop);
   const QString game = Game.GameFileName.empty() ? QString("untitled game")
                                                  : QString::fromStdString(Game.GameFileName);
   const auto paint = [&](QPainter& painter, QSizeF page, const std::function<void()>& nextPage) {
@@ -320,7 +320,7 @@ void frmStackValues::DeleteCell() {
 void frmStackValues::DeleteAllOnAsking(const char* question, const char* title, bool values,
                                        bool names) {
   CloseCell();
-  if (!AskYesNo(question, title, kHelpChipStacks)) return;
+  if (!AskYesNo(question, title, kTopicChipStacks)) return;
   if (names) Game.ChipStackName.fill({});
   for (int row = 0; values && TableAtRest() && row < kStacks; ++row) {
     SetChipStack(StackOfRow(row), 0);
@@ -346,12 +346,12 @@ void frmStackValues::TakeSetStacks() {
     ids[i] = ChipStackBase + txtStackNum_[i]->text().toInt();
   const bool known = std::all_of(ids.begin(), ids.end(), IsChipStack);
   if (!known) {
-    ShowMessage("Each Chip-Stack entry should be a number from 1 to 100.", kTitle, kHelpChipStacks,
+    ShowMessage("Each Chip-Stack entry should be a number from 1 to 100.", kTitle, kTopicChipStacks,
                 OkStop);
     return;
   }
   if (std::set<int>(ids.begin(), ids.end()).size() != ids.size()) {
-    ShowMessage("Each Chip-Stack entry should be a different number.", kTitle, kHelpChipStacks,
+    ShowMessage("Each Chip-Stack entry should be a different number.", kTitle, kTopicChipStacks,
                 OkStop);
     return;
   }
@@ -374,7 +374,7 @@ void frmStackValues::closeEvent(QCloseEvent* event) {
 
 void frmStackValues::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_F1: ShowHelp(kHelpChipStacks); break;
+    case Qt::Key_F1: ShowHelp(kTopicChipStacks); break;
     case Qt::Key_Delete: DeleteCell(); break;
     case Qt::Key_Return:
     case Qt::Key_Enter:

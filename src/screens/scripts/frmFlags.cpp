@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "autobet/script.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/text.h"
@@ -26,7 +27,6 @@ namespace {
 
 constexpr QSize kSmallest(280, 200);
 constexpr QSize kAtStart(340, 380);
-constexpr int kHelpFlags = 640;
 constexpr int kNameRole = Qt::UserRole;
 
 QString NameOf(const Flag& flag) { return QString::fromStdString(flag.FlagName); }
@@ -152,7 +152,8 @@ QStringList frmFlags::PrintHeading() {
 void frmFlags::PrintList() {
   constexpr int kHeadingSize = 12;
   constexpr int kTextSize = 10;
-  if (!CanPrint()) return ShowMessage("There's no printer to print on.", "Print", 0, OkStop);
+  if (!CanPrint())
+    return ShowMessage("There's no printer to print on.", "Print", kTopicFlags, OkStop);
   const auto paint = [&](QPainter& painter, QSizeF page, const std::function<void()>& nextPage) {
     double y = 0;
     const auto print = [&](const QString& text, int size, bool bold) {
@@ -172,7 +173,7 @@ void frmFlags::PrintList() {
 
 void frmFlags::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_F1: ShowHelp(kHelpFlags); break;
+    case Qt::Key_F1: ShowHelp(kTopicFlags); break;
     case Qt::Key_Escape: close(); break;
     default: QMainWindow::keyPressEvent(event);
   }

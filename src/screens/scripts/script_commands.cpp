@@ -4,6 +4,7 @@
 
 #include "autobet/checker.h"
 #include "autobet/script.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "screens/files/frmFile.h"
 

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "autoplay/hyper_drive.h"
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "screens/frame/between_rolls.h"
@@ -26,7 +27,6 @@
 namespace {
 
 constexpr const char* kPlace = "Bankroll";
-constexpr int kTopicBankroll = 540;
 constexpr int kGrasp = 6;          // how near to a reference line takes hold of it
 constexpr int kFirstLineAt = 175;  // where the reference lines stand at first
 constexpr int kSecondLineAt = 350;
@@ -454,7 +454,7 @@ void frmBankroll::AskAverageSpan() {
       "Enter the number of rolls (max 525) that you'd like to include in the bankroll moving "
       "average (a value of 0 will display an average of all rolls since the beginning of the "
       "game):",
-      "Set Bankroll Moving Average", kTopicBankroll, InputOkCancel);
+      "Set Bankroll Moving Average", kTopicBankrollGraph, InputOkCancel);
   if (Game.MsgAnswer != AnswerOk) return;
   SetBankrollAverageSpan(static_cast<long long>(std::floor(Game.ChangeRequest.ToDouble())));
   Game.GameChanged = true;
@@ -463,8 +463,8 @@ void frmBankroll::AskAverageSpan() {
 /// Prints the graph as it stands, and with it what has been collected.
 void frmBankroll::PrintNow() {
   if (!CanPrint()) {
-    ShowMessage("There's no printer to print the graph on.", "Print Bankroll Graph", kTopicBankroll,
-                OkStop);
+    ShowMessage("There's no printer to print the graph on.", "Print Bankroll Graph",
+                kTopicBankrollGraph, OkStop);
     return;
   }
   CollectGraph();
@@ -610,7 +610,7 @@ void frmBankroll::closeEvent(QCloseEvent* event) {
 
 void frmBankroll::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
-    case Qt::Key_F1: ShowHelp(kTopicBankroll); break;
+    case Qt::Key_F1: ShowHelp(kTopicBankrollGraph); break;
     case Qt::Key_Left: StepPointed(-1); break;
     case Qt::Key_Right: StepPointed(1); break;
     case Qt::Key_Escape: close(); break;

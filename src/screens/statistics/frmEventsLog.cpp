@@ -19,6 +19,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/record_file.h"
 #include "core/text.h"
@@ -34,7 +35,6 @@ namespace {
 
 constexpr const char* kPlace = "Events Log";
 constexpr const char* kDefaultName = "Events Log.txt";
-constexpr int kTopicEventsLog = 560;
 
 constexpr QRgb kPaper = 0xFFFFFFFF;
 constexpr QRgb kInk = 0xFF000000;

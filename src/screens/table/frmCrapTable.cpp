@@ -18,6 +18,7 @@
 #include "autoplay/hyper_drive.h"
 #include "bets/chips.h"
 #include "bets/make_bet.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "persistence/file_commands.h"

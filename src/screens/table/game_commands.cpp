@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "bets/make_bet.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "dice/probability_file.h"
@@ -102,7 +103,7 @@ void SetRecorderCommand(int status) {
     ShowMessage("You need to open a file first.",
                 status == Recording ? "Record Dice Rolls During Game Play"
                                     : "Playback Dice Rolls During Game Play",
-                kDiceRollTopic, OkStop);
+                kTopicDiceRolls, OkStop);
     return;
   }
   Game.RecorderStatus = status;

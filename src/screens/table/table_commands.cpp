@@ -8,6 +8,7 @@
 #include "bets/make_bet.h"
 #include "bets/new_game.h"
 #include "bets/vig_and_odds.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/sounds.h"
@@ -22,7 +23,6 @@ int ChipPendingFrom = 0;
 
 namespace {
 
-constexpr int kHelpDiceRoll = kDiceRollTopic;
 constexpr int kKeyedBoxOffset = 11;
 
 bool IsMarker(int selection) { return selection >= BuyMarkerSpot && selection <= OnMarkerSpot; }
@@ -246,7 +246,7 @@ void NewGameCommand(QWidget* parent) {
   if (!Game.DiceRollFile.empty() && Game.RecorderStatus == RecorderOff &&
       !AskYesNo("Although the dice roll recorder is turned off, would "
                 "you like to keep the same Dice Roll File open?",
-                "Dice Roll File Open", kHelpDiceRoll)) {
+                "Dice Roll File Open", kTopicDiceRolls)) {
     CloseDiceRollFile();
   }
   AskToKeepScript();

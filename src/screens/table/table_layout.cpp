@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/game_state.h"
+#include "core/help_topics.h"
 
 namespace {
 
@@ -152,7 +153,7 @@ bool IsOnDice(double x, double y, const QPointF (&dice)[2]) {
 SpotHit HitOf(int spot) {
   SpotHit hit;
   hit.HotSpot = spot;
-  hit.HelpTopic = IsChipStack(spot) ? kChipStackTopic : spot;
+  hit.HelpTopic = TopicOfSpot(spot);
   return hit;
 }
 
@@ -251,13 +252,13 @@ SpotHit FindHotSpot(double x, double y, const QPointF (&dice)[2]) {
   if (const int stack = StackAt(x, y)) return HitOf(stack);
   if (IsShapedSpot(StickPersonSpot, x, y)) {
     hit.PickedSpot = StickPersonSpot;
-    hit.HelpTopic = StickPersonSpot;
+    hit.HelpTopic = TopicOfSpot(StickPersonSpot);
     return hit;
   }
   if (IsRail(x, y)) return HitOf(RailSpot);
   if (Game.RecorderStatus >= Recording && Within(kRecorderRect, x, y)) {
     hit.HotSpot = DiceSpot;
-    hit.HelpTopic = kDiceRollTopic;
+    hit.HelpTopic = kTopicDiceRolls;
     return hit;
   }
   const bool onPanel = x >= kPanelLeft && y >= kPanelTop && y < kPanelBottom;
@@ -266,7 +267,7 @@ SpotHit FindHotSpot(double x, double y, const QPointF (&dice)[2]) {
   for (const PlacedRect& marker : kMarkerSpots) {
     if (!Within(marker.Rect, x, y)) continue;
     hit.PickedSpot = marker.Id;
-    hit.HelpTopic = marker.Id;
+    hit.HelpTopic = TopicOfSpot(marker.Id);
     return hit;
   }
   return HitOf(IsOnDice(x, y, dice) ? DiceSpot : NoSpot);

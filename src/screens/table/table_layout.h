@@ -44,9 +44,9 @@ inline constexpr double kStickPersonBottom = 374;
 
 /// What a mouse position means.
 struct SpotHit {
-  int HotSpot = NoSpot;     // what a click acts on
-  int PickedSpot = NoSpot;  // the marker or the stick person under the mouse
-  int HelpTopic = 0;        // what F1 opens
+  int HotSpot = NoSpot;         // what a click acts on
+  int PickedSpot = NoSpot;      // the marker or the stick person under the mouse
+  int HelpTopic = kTopicTable;  // what F1 opens
 };
 
 /// What lies at a place of the table, with the dice standing at `dice`.

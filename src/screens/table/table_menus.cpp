@@ -8,6 +8,7 @@
 #include "bets/bankroll.h"
 #include "bets/chips.h"
 #include "bets/make_bet.h"
+#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/sounds.h"
@@ -23,7 +24,6 @@
 
 namespace {
 
-constexpr int kHelpMisc = 550;
 constexpr int kFelts = 9;
 
 QString Text(std::string_view text) {
@@ -38,7 +38,8 @@ QStringList Numbered(const QString& caption, int count) {
 
 void SeedNow() {
   if (!SeedRng(FindSeed)) return;
-  ShowMessage("The random number generator has now been seeded.", "RNG Seeded", kHelpMisc, OkTick);
+  ShowMessage("The random number generator has now been seeded.", "RNG Seeded", kTopicGenerators,
+              OkTick);
 }
 
 void LoadFieldPreset(int preset) {
