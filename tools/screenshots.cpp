@@ -186,6 +186,49 @@ void ShootPlay() {
   Shoot(QStringLiteral("full_table_hops"), kLarge);
 }
 
+/// Piles where they have the least room: rows as low as a chip, edges of boxes, the rack.
+void ShootPiles() {
+  const auto pile = [](int betId, Currency amount, int chips, int x, int y) {
+    Game.Bets[static_cast<unsigned>(betId)] = amount;
+    for (int i = 0; i < chips; ++i) {
+      Game.ChipColor = 1 + i % 5;
+      AddChip(betId, x, y);
+    }
+  };
+  for (const int point : kPointNumbers) {
+    Fresh();
+    Game.DisplayBetAmounts = true;
+    Game.Point = point;
+    for (int bet = Lay4; bet <= Lay10; ++bet) Lay(bet, bet % 2 == 0 ? 36 : 12'499);
+    Game.BetWorking[static_cast<unsigned>(BetOnNumber(LayFamily, point))] = CalledOff;
+    for (int bet = Come4; bet <= Come10; ++bet) {
+      Lay(bet, bet % 2 == 0 ? 10 : 641);
+      Lay(bet + kOddsOffset, bet % 2 == 0 ? 1'137 : 20);
+    }
+    for (int bet = DontCome4; bet <= DontCome10; ++bet) {
+      Lay(bet, bet % 2 == 0 ? 641 : 15);
+      Lay(bet + kOddsOffset, 30);
+    }
+    Lay(DontPass, 10);
+    Lay(DontPassOdds, 20);
+    Lay(Place5, 55);
+    Lay(Buy5, 20);
+    Lay(Big6, 14'641);
+    Lay(Big8, 14'641);
+    pile(Field, 137, 14, 300, 262);
+    pile(Come, 14, 14, 480, 180);
+    pile(Come, 20, 3, 250, 230);
+    pile(PassLine, 642, 14, 100, 345);
+    pile(PassLineOdds, 99'999, 14, 60, 60);
+    pile(DontCome, 12, 6, 174, 53);
+    pile(Hard8, 14, 14, 634, 225);
+    for (int stack = FirstChipStack; stack < FirstChipStack + 4; ++stack)
+      Lay(stack, stack % 2 == 0 ? Currency(123'456'789) : -Currency(98'765'432'109'876));
+    Shoot(QStringLiteral("piles_%1").arg(point));
+    Shoot(QStringLiteral("piles_%1_640x480").arg(point), kSmall);
+  }
+}
+
 void ShootFlight() {
   Fresh();
   LayFewBets();
@@ -372,6 +415,7 @@ int main(int argc, char** argv) {
   ShootColours();
   ShootChipsAndDice();
   ShootPlay();
+  ShootPiles();
   ShootFlight();
   ShootHouseRules();
   ShootScreensOfScripts();

@@ -246,6 +246,11 @@ class TestPlayByMouse : public QObject {
     ClickBet(Field);
     auto* box = table_->findChild<QLineEdit*>("txtEnterBet");
     QVERIFY(box->isVisible());
+    const double scale = table_->Layout()->FromTable({0, 0, 100, 100}).width();
+    const int letters = box->font().pixelSize();
+    table_->resize(table_->size() * 2);
+    QTRY_COMPARE(box->font().pixelSize(),
+                 qRound(letters * table_->Layout()->FromTable({0, 0, 100, 100}).width() / scale));
     QTest::keyClicks(box, "1x2.5");
     QCOMPARE(box->text(), "12.5");
     QTest::keyClick(box, Qt::Key_Return);

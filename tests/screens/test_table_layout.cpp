@@ -1,6 +1,11 @@
 #include <QImage>
+#include <QLineF>
 #include <QPainter>
+#include <QRandomGenerator>
 #include <QTest>
+#include <algorithm>
+#include <cmath>
+#include <map>
 #include <tuple>
 
 #include "bets/chips.h"
@@ -9,6 +14,7 @@
 #include "rules/defaults.h"
 #include "rules/presets.h"
 #include "screens/table/chip_art.h"
+#include "screens/table/pile_layout.h"
 #include "screens/table/table_painter.h"
 
 namespace {
@@ -37,6 +43,55 @@ bool DiffersOnlyIn(QImage a, QImage b, const QRect& rect) {
 }
 
 Currency& BetOf(int betId) { return Game.Bets[static_cast<unsigned>(betId)]; }
+
+/// What a bet's chips may cover, by the lines of the layout.
+QPainterPath BoxOf(int betId) {
+  QPainterPath box;
+  if (IsChipStack(betId)) {
+    box.addRect(StackSpotRect(VisibleStackPlace(betId)).adjusted(0, -0.5, 0, 1.5));
+  } else if (betId <= Buy10) {
+    const QRectF number = NumberColumn((betId - 1) % 6);
+    const double top = IsLay(betId) ? 52 : betId < Come4 ? 77 : betId < Place4 ? 114.5 : 152;
+    const double bottom = IsLay(betId) ? 77 : betId < Come4 ? 115 : betId < Place4 ? 152 : 177;
+    box.addRect(QRectF(number.left(), top, number.width(), bottom - top));
+  } else if (betId == DontCome) {
+    box.addRect(kDontComeBox);
+  } else if (const QRectF cell = PanelCell(betId, Game.DisplayHopBets); !cell.isEmpty()) {
+    box.addRect(cell);
+  } else {
+    box = SpotOutline(betId == DontPassOdds ? DontPass : betId);
+  }
+  return box;
+}
+
+/// A table that anything can lie on: amounts as piles, and chips where a hand has thrown them.
+void LayRandomTable(QRandomGenerator& chance) {
+  LayDownDefaults();
+  Game.DisplayHopBets = chance.bounded(2) == 1;
+  Game.Point = kPointNumbers[static_cast<unsigned>(chance.bounded(6))];
+  const auto amount = [&chance](int digits) {
+    return Currency(static_cast<int>(std::pow(10, chance.bounded(digits * 10) / 10.0)));
+  };
+  for (int bet = Lay4; bet <= LastBet; ++bet) {
+    if (chance.bounded(2) == 0) continue;
+    BetOf(bet) = amount(5);
+    ArrangeChips(bet);
+    if (bet <= Buy10 || chance.bounded(2) == 0) continue;
+    const QRectF box = BoxOf(bet).boundingRect();
+    QPoint place;
+    for (int chip = chance.bounded(16); chip > 0; --chip) {
+      if (place.isNull() || chance.bounded(4) == 0)
+        place = QPoint(int(box.left()) + chance.bounded(int(box.width()) + 1),
+                       int(box.top()) + chance.bounded(int(box.height()) + 1));
+      Game.ChipColor = 1 + chance.bounded(5);
+      AddChip(bet, place.x(), place.y());
+    }
+  }
+  for (int stack : Game.VisibleStacks) {
+    BetOf(stack) = amount(9) * (chance.bounded(3) - 1);
+    ArrangeChips(stack);
+  }
+}
 
 struct Place {
   double X;
@@ -144,17 +199,69 @@ class TestTableLayout : public QObject {
     QCOMPARE(FindHotSpot(300, 210, thrown).HotSpot, int(Come));
   }
 
-  void PiledStackChipsLieInTheirSpot() {
-    Game.VisibleStacks = {101, 133, 103, 104};
-    for (int stack : Game.VisibleStacks) {
-      BetOf(stack) = 641;
-      ArrangeChips(stack);
+  void PilesAndAmountsKeepToTheirBoxes() {
+    for (std::uint32_t table = 1; table <= 60; ++table) {
+      QRandomGenerator chance(table);
+      LayRandomTable(chance);
+      const TablePiles piles = LayOutPiles();
+      std::map<int, QPointF> top;  // the last chip of each bet, which nothing covers
+      for (const DrawnChip& chip : piles.Chips) {
+        const QPainterPath box = BoxOf(chip.BetId);
+        for (int angle = 0; angle < 360; angle += 30)
+          QVERIFY2(box.contains(chip.Centre + QLineF::fromPolar(10.4, angle).p2()),
+                   qPrintable(QString("%1 on table %2").arg(chip.BetId).arg(table)));
+        const auto below = top.find(chip.BetId);
+        // A pile grows upward, and each of its chips can be seen.
+        if (below != top.end() && below->second.x() == chip.Centre.x())
+          QVERIFY2(below->second.y() - chip.Centre.y() > 0.7 || below->second.y() < chip.Centre.y(),
+                   qPrintable(QString("%1 on table %2, %3 %4")
+                                  .arg(chip.BetId)
+                                  .arg(table)
+                                  .arg(chip.Centre.x())
+                                  .arg(chip.Centre.y())));
+        top[chip.BetId] = chip.Centre;
+      }
+      for (int flat = DontCome4; flat <= Come10; ++flat)
+        if (top.contains(flat + kOddsOffset)) top.erase(flat);  // the odds lie on it
+      qsizetype amounts = 0;
+      for (std::size_t i = 0; i < piles.Tags.size(); ++i) {
+        amounts += 1 + piles.Tags[i].Text.count('+');
+        const QRectF& tag = piles.Tags[i].Rect;
+        QVERIFY(tag.width() >= 6 && tag.left() >= 0 && tag.right() <= kTableWidth);
+        for (std::size_t j = 0; j < i; ++j) QVERIFY(!tag.intersects(piles.Tags[j].Rect));
+        for (const auto& [bet, centre] : top)
+          QVERIFY2(
+              !tag.intersects({centre.x() - 5.3, centre.y() - 2.6, 10.6, 5.2}),
+              qPrintable(
+                  QString("%1 over %2 on table %3").arg(piles.Tags[i].Text).arg(bet).arg(table)));
+      }
+      QCOMPARE(amounts, std::count_if(Game.Bets.begin(), Game.Bets.end(), [](const Currency& bet) {
+                 return bet != 0 && IsShownOnTable(static_cast<int>(&bet - Game.Bets.data()));
+               }));
     }
-    QVERIFY(Game.ChipCount > 20);
-    for (int i = 0; i < Game.ChipCount; ++i) {
-      const Chip& chip = Game.ChipList[static_cast<unsigned>(i)];
-      const QPointF place = ChipPlace(chip);
-      QCOMPARE(HotSpotAt(place.x(), place.y()), chip.BetId);
+  }
+
+  void ThePuckIsSeenBesideALayBet() {
+    for (const int point : kPointNumbers) {
+      LayDownDefaults();
+      const int lay = BetOnNumber(LayFamily, point);
+      BetOf(lay) = 14'641;
+      Game.BetWorking[static_cast<unsigned>(lay)] = CalledOff;
+      ArrangeChips(lay);
+      const QImage without = PaintFresh();
+      Game.Point = point;
+      const QImage with = PaintFresh();
+      const QRectF puck = PuckPlace(LayOutPiles().Chips);
+      QVERIFY(puck.width() < kPuckSize && PuckRect(point).adjusted(0, -1, 1, 0).contains(puck));
+      int seen = 0;
+      int all = 0;
+      for (int y = 0; y < 480; ++y)
+        for (int x = 0; x < 640; ++x) {
+          if (QLineF(puck.center(), {x + 0.5, y + 0.5}).length() > puck.width() * 0.43) continue;
+          ++all;
+          seen += without.pixel(x, y) != with.pixel(x, y) ? 1 : 0;
+        }
+      QVERIFY2(seen > all * 0.95, qPrintable(QString("%1 of %2").arg(seen).arg(all)));
     }
   }
 

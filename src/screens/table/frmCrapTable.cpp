@@ -51,6 +51,7 @@ constexpr double kShareOfScreen = 0.85;
 constexpr double kWidestAtStart = 1280;
 constexpr double kKeyedBoxWidth = 58;
 constexpr double kKeyedBoxHeight = 20;
+constexpr double kKeyedLetters = 0.6;  // of the height of the box
 constexpr int kKeyedDecimals = 2;
 
 void Present(QWidget* screen) {
@@ -404,6 +405,9 @@ void frmCrapTable::PlaceKeyedBox() {
   }
   QRect place =
       picLayout_->FromTable(QRectF(Game.KeyedX, Game.KeyedY, kKeyedBoxWidth, kKeyedBoxHeight));
+  QFont letters = txtEnterBet_->font();
+  letters.setPixelSize(std::max(1, qRound(place.height() * kKeyedLetters)));
+  txtEnterBet_->setFont(letters);
   place.setSize(place.size().expandedTo(txtEnterBet_->minimumSizeHint()));
   txtEnterBet_->setGeometry(place);
   const bool opens = !txtEnterBet_->isVisible();

@@ -23,7 +23,7 @@ constexpr double kStackPitch = 51;
 constexpr double kStackWidth = 48;
 constexpr double kStackLeft = 181;   // of the first shown stack; the others lie to its left
 constexpr double kStackChipX = 217;  // its first chip
-constexpr double kStackColumn = 16;  // the x that all Chip-Stacks carry in the chip list
+constexpr double kStackChipY = 17.5;
 constexpr double kChipPitch = 25;
 constexpr double kLargestChipLeft = 234;
 
@@ -306,18 +306,9 @@ int VisibleStackPlace(int betId) {
 
 QPointF ChipPosition(int betId) {
   if (const int place = VisibleStackPlace(betId); place >= 0)
-    return {kStackChipX - kStackPitch * place, kStackColumn + 1.5};
+    return {kStackChipX - kStackPitch * place, kStackChipY};
   const auto slot = static_cast<unsigned>(betId);
   return {Game.BetChipX[slot], Game.BetChipY[slot]};
-}
-
-QPointF ChipPlace(const Chip& chip) {
-  const bool piled = IsChipStack(chip.BetId) && chip.Y > kRackBottom;
-  if (!piled || VisibleStackPlace(chip.BetId) < 0)
-    return {static_cast<double>(chip.X), static_cast<double>(chip.Y)};
-  // The rack has room for one chip a stack: the others of a pile lie on it, each a little higher.
-  const double height = (chip.X - kStackColumn) / 3;
-  return ChipPosition(chip.BetId) + QPointF(0.15, -0.5) * height;
 }
 
 QRectF PuckRect(int point) {

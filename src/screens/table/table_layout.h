@@ -73,10 +73,6 @@ int VisibleStackPlace(int betId);
 /// Where the first chip of a bet or shown Chip-Stack is drawn.
 QPointF ChipPosition(int betId);
 
-/// Where a chip of the list is drawn: at its place, but for the chips that were piled up on a
-/// Chip-Stack, which lie in the rack.
-QPointF ChipPlace(const Chip& chip);
-
 /// The square of the puck for a point, or for none.
 QRectF PuckRect(int point);
 

@@ -5,12 +5,12 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 #include "bets/chips.h"
 #include "core/game_state.h"
 #include "core/text.h"
 #include "screens/table/chip_art.h"
+#include "screens/table/pile_layout.h"
 
 namespace {
 
@@ -80,80 +80,40 @@ void PlaceChip(const Stage& stage, QPointF centre, int picture) {
   stage.Painter.setWorldTransform(stage.Table * stage.Outer);
 }
 
-/// Chips and markers of a bet that the right-hand panel doesn't show now aren't drawn.
-bool IsShown(int betId) {
-  if (IsChipStack(betId)) return VisibleStackPlace(betId) >= 0;
-  return Game.DisplayHopBets ? !IsOnPropPanelOnly(betId) : !IsOnHopPanelOnly(betId);
+void PaintChips(const Stage& stage, const TablePiles& piles) {
+  for (const DrawnChip& chip : piles.Chips) PlaceChip(stage, chip.Centre, chip.Picture);
 }
 
-void PaintChips(const Stage& stage) {
-  const auto count = static_cast<std::size_t>(std::clamp(Game.ChipCount, 0, kMaxChips));
-  for (std::size_t i = 0; i < count; ++i) {
-    const Chip& chip = Game.ChipList[i];
-    if (chip.BetId == 0 || !IsShown(chip.BetId)) continue;
-    PlaceChip(stage, ChipPlace(chip), chip.Picture);
+void PaintMarkersOf(QPainter& painter, int betId, QPointF chip) {
+  const auto place = [&](double right) {
+    // Those of Lay make room for the puck above them.
+    return InsideBox(betId, chip + QPointF(right, IsLay(betId) ? 1 : -5), kMarkerSize / 2);
+  };
+  if (IsBuy(betId)) DrawMarker(painter, place(14), kMarkerSize, Marker::Buy);
+  if (IsLay(betId)) DrawMarker(painter, place(14), kMarkerSize, Marker::Lay);
+  const int working = Game.BetWorking[static_cast<unsigned>(betId)];
+  const QPointF call = place(IsBuy(betId) || IsLay(betId) ? 30 : 15);
+  if (working == CalledOn) DrawMarker(painter, call, kMarkerSize, Marker::On);
+  if (working == CalledOff) DrawMarker(painter, call, kMarkerSize, Marker::Off);
+}
+
+void PaintMarkers(QPainter& painter, const TablePiles& piles) {
+  for (int bet = Lay4; bet <= LastBet; ++bet) {
+    const auto slot = static_cast<unsigned>(bet);
+    if (Game.Bets[slot] != Currency() && IsShownOnTable(bet))
+      PaintMarkersOf(painter, bet, piles.Foot[slot]);
   }
 }
 
-bool HasMoney(int betId) { return Game.Bets[static_cast<unsigned>(betId)] != Currency(); }
-
-/// Where the first chip of a bet lies: where the player has laid it, or at the bet's own place.
-QPointF FirstChipOf(int betId) {
-  const auto chips = std::span(Game.ChipList).first(static_cast<std::size_t>(Game.ChipCount));
-  const auto first = std::find_if(chips.begin(), chips.end(),
-                                  [betId](const Chip& chip) { return chip.BetId == betId; });
-  if (first == chips.end() || IsChipStack(betId)) return ChipPosition(betId);
-  return QPointF(first->X, first->Y);
-}
-
-void PaintMarkersOf(QPainter& painter, int betId) {
-  const QPointF chip = FirstChipOf(betId);
-  if (IsBuy(betId)) DrawMarker(painter, chip + QPointF(14, -5), kMarkerSize, Marker::Buy);
-  if (IsLay(betId)) DrawMarker(painter, chip + QPointF(14, -5), kMarkerSize, Marker::Lay);
-  const int working = Game.BetWorking[static_cast<unsigned>(betId)];
-  const double x = IsBuy(betId) || IsLay(betId) ? 30 : 15;
-  if (working == CalledOn) DrawMarker(painter, chip + QPointF(x, -5), kMarkerSize, Marker::On);
-  if (working == CalledOff) DrawMarker(painter, chip + QPointF(x, -5), kMarkerSize, Marker::Off);
-}
-
-void PaintMarkers(QPainter& painter) {
-  for (int bet = Lay4; bet <= LastBet; ++bet)
-    if (HasMoney(bet) && IsShown(bet)) PaintMarkersOf(painter, bet);
-}
-
-/// How far above the chip's place the amount of a bet begins: the piles of one column lie close
-/// together, and so do their amounts.
-double AmountRise(int betId) {
-  if (IsDontComeOdds(betId)) return 3;
-  if (IsComeOnNumber(betId)) return 3;
-  if (IsChipStack(betId)) return -3;
-  return 12;
-}
-
-void PaintAmount(QPainter& painter, int betId) {
-  constexpr double kHigh = 8.6;
-  constexpr double kCapital = 5.4;
-  const QString text = QString::fromStdString(MoneyText(Game.Bets[static_cast<unsigned>(betId)]));
-  const QPainterPath words = TextOutline(text, Lettering::Plain, kCapital, 60);
-  const double width = words.boundingRect().width() + 4;
-  const QPointF corner = FirstChipOf(betId) - QPointF(10, AmountRise(betId));
-  const QRectF box(corner, QSizeF(width, kHigh));
-  painter.setPen(QPen(QColor(0, 0, 0, 150), 0.5));
-  painter.setBrush(Qt::white);
-  painter.drawRoundedRect(box, 1.6, 1.6);
-  const bool negative = Game.Bets[static_cast<unsigned>(betId)] < Currency();
-  painter.save();
-  painter.translate(box.center());
-  painter.fillPath(words, negative ? QColor(0xC0, 0, 0) : QColor(0x10, 0x10, 0x14));
-  painter.restore();
-}
-
-void PaintAmounts(QPainter& painter) {
+void PaintAmounts(QPainter& painter, const TablePiles& piles) {
   if (!Game.DisplayBetAmounts) return;
-  for (int bet = Lay4; bet <= LastBet; ++bet)
-    if (HasMoney(bet) && IsShown(bet)) PaintAmount(painter, bet);
-  for (int stack : Game.VisibleStacks)
-    if (HasMoney(stack)) PaintAmount(painter, stack);
+  for (const AmountTag& tag : piles.Tags) {
+    painter.setPen(QPen(QColor(0, 0, 0, 150), 0.5));
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(tag.Rect, 1.6, 1.6);
+    DrawLettering(painter, tag.Text, tag.Rect.center(), kTagCapital, tag.Rect.width() - kTagPadding,
+                  tag.Negative ? QColor(0xC0, 0, 0) : QColor(0x10, 0x10, 0x14));
+  }
 }
 
 void PaintDice(QPainter& painter, const TableView& view) {
@@ -244,14 +204,17 @@ void PaintRecorder(QPainter& painter) {
 void PaintDragged(const Stage& stage, const TableView& view) {
   if (!view.Dragging) return;
   Currency rest = view.DraggedAmount;
-  double shift = 0;
-  constexpr double kPileEnd = 36;
-  for (int picture = 5; picture >= 1 && shift <= kPileEnd; --picture) {
+  int height = 0;
+  constexpr int kMostChips = 13;
+  const auto place = [&](int picture) {
+    PlaceChip(stage, view.DragPoint - QPointF(0, 2 + kChipRise * height++), picture);
+  };
+  for (int picture = 5; picture >= 1 && height < kMostChips; --picture) {
     const Currency value = ChipValue(picture);
-    for (; value > Currency() && rest >= value && shift <= kPileEnd; rest -= value, shift += 3)
-      PlaceChip(stage, view.DragPoint + QPointF(shift, -2), picture);
+    for (; value > Currency() && rest >= value && height < kMostChips; rest -= value)
+      place(picture);
   }
-  if (rest > Currency()) PlaceChip(stage, view.DragPoint + QPointF(shift, -2), kOverflowPicture);
+  if (rest > Currency()) place(kOverflowPicture);
 }
 
 void RenewLayout(Stage& stage, QSizeF size) {
@@ -312,13 +275,15 @@ void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCach
   RenewChips(stage);
   painter.drawPixmap(QPointF(0, 0), cache.Layout);
   painter.setWorldTransform(stage.Table * stage.Outer);
-  DrawPuck(painter, PuckRect(Game.Point).center(), kPuckSize, Game.Point != 0);
-  PaintChips(stage);
-  PaintMarkers(painter);
-  PaintAmounts(painter);
+  const TablePiles piles = LayOutPiles();
+  const QRectF puck = PuckPlace(piles.Chips);
+  PaintChipRack(stage);
+  PaintChips(stage, piles);
+  DrawPuck(painter, puck.center(), puck.width(), Game.Point != 0);
+  PaintMarkers(painter, piles);
+  PaintAmounts(painter, piles);
   PaintRecorder(painter);
   PaintDice(painter, view);
-  PaintChipRack(stage);
   PaintCaption(painter);
   PaintDragged(stage, view);
   painter.restore();
