@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFont>
 #include <QImage>
-#include <QListWidget>
+#include <QListView>
 #include <QMenu>
 #include <QPainter>
 #include <QTextStream>
@@ -267,8 +267,9 @@ void ShootFlags(const QString& size) {
                     {"Progression was given up after seven losses in a row on the Don't Pass line",
                      kTrue, kTrue}};
     frmFlags screen(nullptr);
-    auto* list = screen.findChild<QListWidget*>("lstShowflags");
-    if (!none) list->item(1)->setSelected(true);
+    screen.show();
+    auto* list = screen.findChild<QListView*>("lstShowflags");
+    if (!none) list->setCurrentIndex(list->model()->index(1, 0));
     SaveScreen(screen, (none ? "flags_none_" : "flags_") + size);
     screen.resize(screen.minimumSize());
     SaveScreen(screen, (none ? "flags_none_small_" : "flags_small_") + size);
@@ -342,7 +343,8 @@ void ShootEventsLog(const QString& size) {
   const auto shoot = [&](const QString& name, int topLine, int letters) {
     Game.LogTopLine = topLine;
     Game.LogFontSize = letters;
-    screen.RefreshEventsLogView();
+    screen.show();
+    screen.Refresh();
     SaveScreen(screen, "events_log_" + name + '_' + size);
   };
   shoot("start", 1, 9);

@@ -21,6 +21,10 @@ enum WindowId : int {
   FileWindow,
   RollPadWindow,
   EventsLogWindow,
+  AutoPlayWindow,
+  ConfigureWindow,
+  StepsWindow,
+  HotKeysWindow,
   kWindows,
 };
 

@@ -127,6 +127,11 @@ constexpr FieldRow kWindowTable[] = {
     {"frmFile", 8, 220, LongSlot, FileScreen, kAnyWhole, 4, 4},
     {"frmRYON", 8, 236, LongSlot, Window<RollPadWindow>, kAnyWhole, 5, 5},
     {"frmEventsLog", 9, 0, LongSlot, Window<EventsLogWindow>, kAnyWhole, 5, 5},
+    // Our own, which stand behind the marker.
+    {"frmAutoPlay", 9, 20, LongSlot, Window<AutoPlayWindow>, kAnyWhole, 5, 5},
+    {"frmConfigure", 9, 40, LongSlot, Window<ConfigureWindow>, kAnyWhole, 5, 5},
+    {"frmSteps", 9, 60, LongSlot, Window<StepsWindow>, kAnyWhole, 5, 5},
+    {"frmHotKeys", 9, 80, LongSlot, Window<HotKeysWindow>, kAnyWhole, 5, 5},
 };
 
 using G = GameState;
@@ -462,7 +467,10 @@ std::int64_t TakeSlot(const Record& record, std::size_t offset, SlotForm form) {
 }
 
 bool IsOwnField(const FieldRow& row) {
-  return row.Record == kOwnFieldsRecord && row.Offset >= kOwnFieldsOffset;
+  constexpr int kLastWindowsRecord = 9;
+  constexpr int kOwnWindowsOffset = 20;
+  return (row.Record == kOwnFieldsRecord && row.Offset >= kOwnFieldsOffset) ||
+         (row.Record == kLastWindowsRecord && row.Offset >= kOwnWindowsOffset);
 }
 
 void CopyField(const FieldRow& row, GameState& from, GameState& to) {
@@ -477,10 +485,10 @@ void CopyField(const FieldRow& row, GameState& from, GameState& to) {
 }
 
 /// What our own fields are in a file that another program wrote.
-void TakeOwnDefaults(GameState& game) {
+void TakeOwnDefaults(std::span<const FieldRow> rows, GameState& game) {
   const auto fresh = std::make_unique<GameState>();
   fresh->OddsMultiple = game.OddsAllowed68;
-  for (const FieldRow& row : kGameTable) {
+  for (const FieldRow& row : rows) {
     if (IsOwnField(row)) CopyField(row, *fresh, game);
   }
 }
@@ -536,5 +544,5 @@ void TakeFields(std::span<const FieldRow> rows, const RecordFile& file, GameStat
     ownRows = ownRows || IsOwnField(row);
     if (ownFields || !IsOwnField(row)) TakeField(row, file, game);
   }
-  if (ownRows && !ownFields) TakeOwnDefaults(game);
+  if (ownRows && !ownFields) TakeOwnDefaults(rows, game);
 }

@@ -2,6 +2,7 @@
 // modal screens while the call that opened them waits.
 #pragma once
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
@@ -59,6 +60,25 @@ Control* Find(const QWidget* window, const QString& name) {
   auto* control = window->findChild<Control*>(name);
   if (!control) qFatal("no control %s", qPrintable(name));
   return control;
+}
+
+/// The text of a row of a list, and of all of its rows.
+inline QString RowText(const QAbstractItemView* list, int row, int column = 0) {
+  return list->model()->index(row, column).data().toString();
+}
+inline QString RowsOf(const QAbstractItemView* list) {
+  QStringList texts;
+  for (int row = 0; row < list->model()->rowCount(); ++row) texts << RowText(list, row);
+  return texts.join(", ");
+}
+
+/// Clicks a row of a list at its left end, where its box is; returns the place.
+inline QPoint ClickRow(QAbstractItemView* list, int row, Qt::KeyboardModifiers keys = {}) {
+  const QModelIndex index = list->model()->index(row, 0);
+  list->scrollTo(index);
+  const QPoint place(12, list->visualRect(index).center().y());
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, keys, place);
+  return place;
 }
 
 /// The last message shown.

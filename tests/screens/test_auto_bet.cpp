@@ -2,7 +2,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QTemporaryDir>
 
 #include "autobet/compose.h"
@@ -13,7 +13,7 @@
 #include "core/host.h"
 #include "core/messages.h"
 #include "screen_driver.h"
-#include "screens/frame/paper.h"
+#include "screens/frame/report.h"
 #include "screens/scripts/frmFlags.h"
 #include "screens/scripts/script_commands.h"
 
@@ -123,20 +123,15 @@ class TestAutoBet : public QObject {
     Command(*table_, "mnuFlagValues");
     auto* screen = table_->findChild<frmFlags*>();
     QVERIFY(QTest::qWaitForWindowExposed(screen));
-    auto* list = Find<QListWidget>(screen, "lstShowflags");
-    const auto rows = [&] {
-      QStringList texts;
-      for (int row = 0; row < list->count(); ++row) texts << list->item(row)->text();
-      return texts.join(", ");
-    };
+    auto* list = Find<QListView>(screen, "lstShowflags");
+    const auto rows = [list] { return RowsOf(list); };
     for (const char* button : {"cmdSetTruth_0", "cmdSetTruth_1", "cmdSelectAll"})
       QVERIFY(!Find<QPushButton>(screen, button)->isEnabled());
     Open(Write("flags.bet", kFlagScript));
     QCOMPARE(rows(), "Ready - False, Größer - False");
     TakeFlagSnapshot();
     Game.GameChanged = false;
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                      list->visualItemRect(list->item(1)).center());
+    ClickRow(list, 1);
     ClickButton(screen, "cmdSetTruth_0");
     QCOMPARE(rows(), "Ready - False, Größer - True");
     QVERIFY(Game.Flags[1].FlagPrev == kFalse && Game.FlagsTouched && Game.GameChanged);  // news
@@ -151,15 +146,14 @@ class TestAutoBet : public QObject {
     ClickButton(screen, "cmdSetTruth_1");
     QCOMPARE(rows(), "Ready - False, Größer - False");
 
-    QCOMPARE(frmFlags::PrintHeading()[0], "Flag values for Auto-Bet file:   flags.bet");
-    QCOMPARE(frmFlags::PrintHeading()[1], "untitled game");
+    QCOMPARE(frmFlags::FlagsReport().Heading[0], "Flag values for Auto-Bet file:   flags.bet");
     PrintFile = folder_->filePath("flags.pdf");
     Command(*screen, "mnuPrint");
     QVERIFY(QFileInfo(PrintFile).size() > 0);
     PlannedMessages.Answers = {{AnswerYes}};
     Command(*table_, "mnuNewAutoBet");
     QVERIFY(rows().isEmpty() && Find<QLabel>(screen, "lblNoFlags")->isVisible());
-    QCOMPARE(frmFlags::PrintHeading()[0], "Flag values for Auto-Bet file:   untitled");
+    QCOMPARE(frmFlags::FlagsReport().Heading[0], "Flag values for Auto-Bet file:   untitled");
   }
 
   void hotKeyRunsItsFileWithCtrlAlone() {

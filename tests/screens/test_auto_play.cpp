@@ -1,10 +1,8 @@
 // The Auto-Play screen: every control clicked for real, and what it does to the table.
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QRadioButton>
+#include <QListView>
 #include <tuple>
 
 #include "autoplay/auto_play.h"
@@ -29,50 +27,10 @@ class TestAutoPlay : public QObject {
   void init() {
     table_ = std::make_unique<frmCrapTable>();
     OpenScreen(*table_, "mnuAutoPlay", screen_);
-    working_ = Find<QListWidget>(screen_, "lstWorkOnComeOut");
-    stops_ = Find<QListWidget>(screen_, "listAutoStop");
+    working_ = Find<QListView>(screen_, "lstWorkOnComeOut");
+    stops_ = Find<QListView>(screen_, "listAutoStop");
   }
   void cleanup() { table_.reset(); }
-
-  void optionsSetTheirFields() {
-    const std::tuple<const char*, int&, const char*> groups[] = {
-        {"optHandleWinningBets_%1", Game.HandleWinningBets,
-         " Manual| Take Bet and Winnings| Same Bet - Take Winnings| Press 1 Unit| Press Double|"
-         " Parlay| Same Bet:| Bet:"},
-        {"optHandleLosingBets_%1", Game.HandleLosingBets,
-         " Manual| No Bet/Take Remainder (if any)| Bet Remainder (if any)| Same Bet|"
-         " Same Bet Plus 1 Unit| Double Bet:| Same Bet:| Bet:"},
-        {"optAutoAdjustBetAmounts_%1", Game.AutoAdjust,
-         " Manual| Auto w/ Minor Correction| Auto w/ Color Correction"}};
-    for (const auto& [name, field, all] : groups) {
-      const QStringList captions = QString(all).split('|');
-      for (int i = static_cast<int>(captions.size()) - 1; i >= 0; --i) {
-        QCOMPARE(Find<QRadioButton>(screen_, QString(name).arg(i))->text(), captions[i]);
-        Press(QString(name).arg(i));
-        QCOMPARE(field, i);
-      }
-    }
-    QVERIFY(Game.GameChanged);
-  }
-
-  void biasListsSetTheirFields() {
-    const std::tuple<const char*, const char*, int&> lists[] = {
-        {"cmbLayBias", "Lay bets bias: ", Game.LayBias},
-        {"cmbPlaceBias", "Place bets bias: ", Game.PlaceBias},
-        {"cmbDoBias", "\"Do\" odds bias: ", Game.DoBias},
-        {"cmbDontBias", "\"Don't\" odds bias: ", Game.DontBias}};
-    const std::tuple<Qt::Key, const char*, int> choices[] = {
-        {Qt::Key_End, "decrease", BiasDecrease},
-        {Qt::Key_Up, "increase", BiasIncrease},
-        {Qt::Key_Home, "nearest", BiasNearest}};
-    for (const auto& [name, what, field] : lists) {
-      for (const auto& [key, word, bias] : choices) {
-        QTest::keyClick(Find<QComboBox>(screen_, name), key);
-        QCOMPARE(Find<QComboBox>(screen_, name)->currentText(), QString(what) + word);
-        QCOMPARE(field, bias);
-      }
-    }
-  }
 
   void takesAmountsOperatorsAndUnits() {
     const QStringList units =
@@ -140,10 +98,10 @@ class TestAutoPlay : public QObject {
   }
 
   void setsWhatWorksOnTheComeOut() {
-    QCOMPARE(working_->count(), int(LastBet));
+    QCOMPARE(working_->model()->rowCount(), int(LastBet));
     QCOMPARE(Line(Lay4) + Line(Place6), "Lay 4 - YesPlace 6 - No");
     Game.BetWorking[Place8] = CalledOff;
-    for (const int bet : {Place6, Place8, Buy10}) Click(working_, bet - 1, Qt::ControlModifier);
+    for (const int bet : {Place6, Place8, Buy10}) ClickRow(working_, bet - 1, Qt::ControlModifier);
     ClickButton(screen_, "cmdYes");
     QCOMPARE(Line(Place6), "Place 6 - Yes");
     QCOMPARE(Game.ComeOutWorking[Buy10], int(Working));
@@ -151,7 +109,7 @@ class TestAutoPlay : public QObject {
     QCOMPARE(Game.BetWorking[Place8], int(CalledOff));
     QCOMPARE(Game.ComeOutWorking[Place5], int(NotWorking));
     for (const int state : {NotWorking, Working}) {
-      const QPoint place = Click(working_, Place6 - 1);
+      const QPoint place = ClickRow(working_, Place6 - 1);
       QTest::mouseDClick(working_->viewport(), Qt::LeftButton, {}, place);
       QCOMPARE(Game.BetWorking[Place6], state);
       QCOMPARE(Line(Place6), state == Working ? "Place 6 - Yes" : "Place 6 - No");
@@ -166,17 +124,17 @@ class TestAutoPlay : public QObject {
   }
 
   void stopListStopsAutoRolling() {
-    QCOMPARE(stops_->count(), int(kAutoStops));
+    QCOMPARE(stops_->model()->rowCount(), int(kAutoStops));
     for (const auto& [entry, text] :
          {std::pair{StopOnWin, "Any winning roll"}, {StopOnTwelve, "A 12"}})
-      QCOMPARE(stops_->item(entry)->text(), text);
+      QCOMPARE(RowText(stops_, entry), text);
     for (const bool on : {true, false}) {
       for (int entry = 0; entry < kAutoStops; ++entry) {
-        Click(stops_, entry);
+        ClickRow(stops_, entry);
         QCOMPARE(Game.AutoStopOn[static_cast<unsigned>(entry)], on);
       }
     }
-    Click(stops_, StopOnSeven);
+    ClickRow(stops_, StopOnSeven);
     Press("chkAutoRollDice");
     RollByClick();
     QCOMPARE(Game.RollTotal, 7);
@@ -257,20 +215,9 @@ class TestAutoPlay : public QObject {
     QVERIFY(Find<QCheckBox>(screen_, "chkAutoTakeFullOdds")->isChecked());
   }
 
-  void showsWhatOtherScreensChange() {
-    Game.HandleWinningBets = WinParlay;
-    Game.AutoStopOn[StopOnEleven] = Game.AutoArrangeChips = true;
-    Game.DoBias = BiasDecrease;
-    TheHost.RefreshViews();
-    QVERIFY(Find<QRadioButton>(screen_, "optHandleWinningBets_5")->isChecked());
-    QCOMPARE(stops_->item(StopOnEleven)->checkState(), Qt::Checked);
-    QVERIFY(Find<QCheckBox>(screen_, "chkAutoArrangeChips")->isChecked());
-    QCOMPARE(Find<QComboBox>(screen_, "cmbDoBias")->currentIndex(), int(BiasDecrease));
-  }
-
  private:
   QString Remaining() { return Find<QLabel>(screen_, "lblAutoRollsRemaining")->text(); }
-  QString Line(int betId) { return working_->item(betId - 1)->text(); }
+  QString Line(int betId) { return RowText(working_, betId - 1); }
 
   /// Clicks an option or a check box on its mark.
   void Press(const QString& name) {
@@ -288,20 +235,12 @@ class TestAutoPlay : public QObject {
     QTest::keyClick(box, Qt::Key_Tab);
   }
 
-  /// Clicks a row at its left end.
-  static QPoint Click(QListWidget* list, int row, Qt::KeyboardModifiers keys = {}) {
-    list->scrollToItem(list->item(row));
-    const QPoint place(12, list->visualItemRect(list->item(row)).center().y());
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, keys, place);
-    return place;
-  }
-
   void RollByClick() { ClickPlace(*table_, {300, 210}, {}, Qt::RightButton); }
 
   std::unique_ptr<frmCrapTable> table_;
   frmAutoPlay* screen_ = nullptr;
-  QListWidget* working_ = nullptr;
-  QListWidget* stops_ = nullptr;
+  QListView* working_ = nullptr;
+  QListView* stops_ = nullptr;
 };
 
 QTEST_MAIN(TestAutoPlay)

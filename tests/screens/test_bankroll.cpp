@@ -16,7 +16,7 @@
 #include "bets/make_bet.h"
 #include "core/host.h"
 #include "screen_driver.h"
-#include "screens/frame/paper.h"
+#include "screens/frame/report.h"
 #include "screens/statistics/frmBankroll.h"
 #include "screens/statistics/graph_printer.h"
 #include "stats/graph.h"
@@ -163,7 +163,7 @@ class TestBankroll : public QObject {
     QTest::mouseRelease(graph_, Qt::RightButton, {}, PlaceOf(120));
     MoveTo(450);
     QCOMPARE(Text("lblPointer"), "Between the lines:  140 rolls,  140");
-    Command(*screen_, "mnuCentre");  // between what the two lines meet: 620 and 760
+    Command(*screen_, "mnuCenter");  // between what the two lines meet: 620 and 760
     QCOMPARE(PlainText(Game.GraphTop), PlainText(Game.GraphScale * 50 * (690 / (2 * 50) + 3)));
   }
 
@@ -211,7 +211,7 @@ class TestBankroll : public QObject {
       QCOMPARE(Button("cmdHyperDrive")->text(), "Stop Hyper-&Drive");
       for (const int left : {Game.AutoRollsLeft, Game.RollCount[0], 0}) {
         Game.AutoRollsLeft = left;
-        screen_->RefreshBankrollView();
+        screen_->Refresh();
         told << Text("lblRun") + QString::number(Find<QProgressBar>(screen_, "prgRun")->value());
       }
       ClickButton(screen_, "cmdHyperDrive");
@@ -292,7 +292,7 @@ class TestBankroll : public QObject {
       Game.BankrollSum += Bankroll();
       AddBankrollPoint();
     }
-    screen_->RefreshBankrollView();
+    screen_->Refresh();
   }
 
   void Run(int rolls) {

@@ -2,7 +2,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <tuple>
 
@@ -10,7 +10,7 @@
 #include "bets/make_bet.h"
 #include "core/text.h"
 #include "screen_driver.h"
-#include "screens/frame/paper.h"
+#include "screens/frame/report.h"
 #include "screens/play/frmStackValues.h"
 #include "screens/table/table_commands.h"
 
@@ -307,17 +307,17 @@ class TestPlayByMouse : public QObject {
 
   void editsTheChipStacksByMenu() {
     auto* stacks = ChipStacks();
-    auto* list = stacks->findChild<QTableWidget*>("picChipStacks");
+    auto* list = stacks->findChild<QTableView*>("picChipStacks");
     EnterCell(stacks, 4, 2, "-12");
     EnterCell(stacks, 4, 1, "Debt");
-    list->setCurrentCell(4, 2);
+    list->setCurrentIndex(list->model()->index(4, 2));
     Command(*stacks, "mnuCut");
-    list->setCurrentCell(6, 2);
+    list->setCurrentIndex(list->model()->index(6, 2));
     Command(*stacks, "mnuPaste");
     ExpectBets({{FirstChipStack + 4, 0}, {FirstChipStack + 6, -12}});
-    QCOMPARE(list->item(0, 2)->text(), "0");
+    QCOMPARE(RowText(list, 0, 2), "0");
     Command(*stacks, "mnuDisplayZero");
-    QCOMPARE(list->item(0, 2)->text() + list->item(6, 2)->text(), "-12");
+    QCOMPARE(RowText(list, 0, 2) + RowText(list, 6, 2), "-12");
 
     SetStacks(stacks, {"7", "2", "7", "4"});
     ExpectMessage("Each Chip-Stack entry should be a different number.");
@@ -475,14 +475,15 @@ class TestPlayByMouse : public QObject {
   }
 
   static void EnterCell(frmStackValues* stacks, int row, int column, const char* text) {
-    auto* list = stacks->findChild<QTableWidget*>("picChipStacks");
-    const QPoint cell = list->visualItemRect(list->item(row, column)).center();
+    auto* list = stacks->findChild<QTableView*>("picChipStacks");
+    const QPoint cell = list->visualRect(list->model()->index(row, column)).center();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, cell);
     auto* box = list->viewport()->findChild<QLineEdit*>("txtChipStackInput");
     QVERIFY(box);
     box->selectAll();
     QTest::keyClicks(box, text);
     QTest::keyClick(box, Qt::Key_Return);
+    QTRY_VERIFY(!list->viewport()->findChild<QLineEdit*>("txtChipStackInput"));
   }
 
   static void SetStacks(frmStackValues* stacks, const QStringList& numbers) {

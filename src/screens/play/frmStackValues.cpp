@@ -1,30 +1,27 @@
 #include "screens/play/frmStackValues.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMenuBar>
-#include <QPainter>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <set>
 
 #include "bets/chip_stacks.h"
 #include "core/help_topics.h"
-#include "core/host.h"
 #include "core/messages.h"
 #include "core/text.h"
-#include "rules/validators.h"
-#include "screens/frame/between_rolls.h"
-#include "screens/frame/guard.h"
-#include "screens/frame/help.h"
 #include "screens/frame/numeric_entry.h"
-#include "screens/frame/paper.h"
+#include "screens/frame/player_change.h"
+#include "screens/frame/report.h"
 
 namespace {
 
@@ -33,26 +30,67 @@ constexpr QSize kSmallest(360, 240);  // names stay readable
 constexpr int kLongestName = 80;
 constexpr int kValueDecimals = 4;
 
-enum Column : int { StackColumn = 0, NameColumn = 1, ValueColumn = 2, kColumns = 3 };
+enum Column : int { StackColumn = 0, NameColumn = 1, ValueColumn = 2 };
 
 int StackOfRow(int row) { return FirstChipStack + row; }
-
 Currency ValueOfRow(int row) { return Game.Bets[static_cast<unsigned>(StackOfRow(row))]; }
-
 std::string& NameOfRow(int row) { return Game.ChipStackName[static_cast<unsigned>(row)]; }
+QString NameText(int row) { return QString::fromStdString(NameOfRow(row)); }
 
-QTableWidgetItem* NewItem(Qt::Alignment alignment) {
-  QTableWidgetItem* item = new QTableWidgetItem;
-  item->setTextAlignment(alignment | Qt::AlignVCenter);
-  item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-  return item;
+/// Values of 0 are shown, unless the player would rather have the others stand out.
+bool ZeroIsShown() { return Game.StackValuesView[0] == 0; }
+
+bool IsShown(int row) { return ValueOfRow(row) != 0 || ZeroIsShown(); }
+
+QString ValueText(int row) {
+  return IsShown(row) ? QString::fromStdString(MoneyText(ValueOfRow(row))) : QString();
+}
+
+bool TakeName(int row, const QString& text) {
+  if (text != NameText(row))
+    ChangeByPlayer([row, name = text.left(kLongestName).toStdString()] { NameOfRow(row) = name; });
+  return true;
+}
+
+bool TakeValue(int row, const QString& text) {
+  ChangeByPlayer(
+      [row, value = ParseAmount(text.toStdString())] { SetChipStack(StackOfRow(row), value); });
+  return true;
+}
+
+/// The box that opens on a name or a value.
+class CellEditor : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                        const QModelIndex& index) const override {
+    QLineEdit* box = new QLineEdit(parent);
+    box->setObjectName("txtChipStackInput");
+    box->setAccessibleName(index.column() == NameColumn ? frmStackValues::tr("Name")
+                                                        : frmStackValues::tr("Value"));
+    if (index.column() == ValueColumn) {
+      MakeNumericBox(box, kValueDecimals, true);
+    } else {
+      box->setMaxLength(kLongestName);
+    }
+    return box;
+  }
+};
+
+/// Asks, and then clears the values, the names, or both, of all stacks.
+void DeleteAllOnAsking(const char* question, const char* title, bool values, bool names) {
+  if (!AskYesNo(question, title, kTopicChipStacks)) return;
+  ChangeByPlayer([values, names] {
+    if (names) Game.ChipStackName.fill({});
+    for (int row = 0; values && row < kStacks; ++row) SetChipStack(StackOfRow(row), 0);
+  });
 }
 
 }  // namespace
 
-frmStackValues::frmStackValues(QWidget* parent) : QMainWindow(parent) {
-  setObjectName("frmStackValues");
-  setWindowTitle(tr("Chip-Stacks"));
+frmStackValues::frmStackValues(QWidget* table)
+    : Screen(table, "frmStackValues", tr("Chip-Stacks"), kTopicChipStacks) {
   QWidget* content = new QWidget(this);
   QVBoxLayout* column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
@@ -65,35 +103,45 @@ frmStackValues::frmStackValues(QWidget* parent) : QMainWindow(parent) {
   MakeMenus();
   setMinimumSize(kSmallest);
   resize(460, 480);
-  RefreshStackView();
 }
 
 void frmStackValues::MakeList() {
-  picChipStacks_ = new QTableWidget(kStacks, kColumns, this);
+  stacks_ = new RecordModel(
+      this, [] { return kStacks; },
+      {{.Heading = tr("Stack"),
+        .Text = [](int row) { return QString::number(row + 1); },
+        .Alignment = Qt::AlignRight,
+        .Idle = true,
+        .Ink = [this](int) { return palette().color(QPalette::Text); }},
+       {.Heading = tr("Name"), .Text = NameText, .Take = TakeName},
+       {.Heading = tr("Value"),
+        .Text = ValueText,
+        .Alignment = Qt::AlignRight,
+        .Ink = [](int row) { return ValueOfRow(row) < 0 ? QColor(Qt::red) : QColor(); },
+        .EditText = [](int row) { return QString::fromStdString(PlainText(ValueOfRow(row))); },
+        .Take = TakeValue}});
+  picChipStacks_ = new QTableView(this);
   picChipStacks_->setObjectName("picChipStacks");
+  picChipStacks_->setAccessibleName(tr("Chip-Stacks"));
   picChipStacks_->verticalScrollBar()->setObjectName("VScroll1");
-  picChipStacks_->setHorizontalHeaderLabels({tr("Stack"), tr("Name"), tr("Value")});
+  picChipStacks_->setModel(stacks_);
+  picChipStacks_->setItemDelegate(new CellEditor(picChipStacks_));
+  picChipStacks_->setEditTriggers(QAbstractItemView::CurrentChanged |
+                                  QAbstractItemView::SelectedClicked |
+                                  QAbstractItemView::EditKeyPressed);
+  picChipStacks_->setSelectionMode(QAbstractItemView::SingleSelection);
   picChipStacks_->verticalHeader()->hide();
+  picChipStacks_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
   picChipStacks_->horizontalHeader()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
   picChipStacks_->horizontalHeader()->setHighlightSections(false);
   picChipStacks_->setColumnWidth(StackColumn, 60);
   picChipStacks_->setColumnWidth(ValueColumn, 150);
-  picChipStacks_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-  picChipStacks_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  picChipStacks_->setSelectionMode(QAbstractItemView::SingleSelection);
   picChipStacks_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  picChipStacks_->setTabKeyNavigation(false);
-  for (int row = 0; row < kStacks; ++row) {
-    picChipStacks_->setItem(row, StackColumn, NewItem(Qt::AlignRight));
-    picChipStacks_->setItem(row, NameColumn, NewItem(Qt::AlignLeft));
-    picChipStacks_->setItem(row, ValueColumn, NewItem(Qt::AlignRight));
-    picChipStacks_->item(row, StackColumn)->setText(QString::number(row + 1));
-  }
-  connect(picChipStacks_, &QTableWidget::cellClicked, this, [this](int row, int clicked) {
-    OpenCell(row, clicked == StackColumn ? NameColumn : clicked);
+  // The number of a stack stands for its name.
+  connect(picChipStacks_, &QTableView::pressed, this, [this](const QModelIndex& index) {
+    if (index.column() == StackColumn)
+      picChipStacks_->setCurrentIndex(index.siblingAtColumn(NameColumn));
   });
-  connect(picChipStacks_->verticalScrollBar(), &QScrollBar::valueChanged, this,
-          [this] { CommitCell(); });
 }
 
 void frmStackValues::MakeSetStacksPanel() {
@@ -101,239 +149,120 @@ void frmStackValues::MakeSetStacksPanel() {
   picSetStacks_->setObjectName("picSetStacks");
   picSetStacks_->setFrameShape(QFrame::StyledPanel);
   QHBoxLayout* row = new QHBoxLayout(picSetStacks_);
-  row->addWidget(new QLabel(tr("Stacks on the table:"), picSetStacks_));
+  row->addWidget(new QLabel(tr("Stacks on the table:")));
   for (int i = 0; i < kShownStacks; ++i) {
-    QLineEdit* box = new QLineEdit(picSetStacks_);
+    QLineEdit* box = new QLineEdit;
     box->setObjectName(QString("txtStackNum_%1").arg(i));
     box->setAccessibleName(tr("Chip-Stack shown at place %1").arg(i + 1));
     box->setMaxLength(3);
     MakeNumericBox(box, 0, false);
+    connect(box, &QLineEdit::returnPressed, this, [this] { TakeSetStacks(); });
     row->addWidget(box);
     txtStackNum_[static_cast<unsigned>(i)] = box;
   }
-  QPushButton* ok = new QPushButton(tr("&OK"), picSetStacks_);
-  ok->setObjectName("cmdOK");
-  connect(ok, &QPushButton::clicked, this, [this] { TakeSetStacks(); });
-  row->addWidget(ok);
-  QPushButton* cancel = new QPushButton(tr("Cancel"), picSetStacks_);
-  cancel->setObjectName("cmdCancel");
-  connect(cancel, &QPushButton::clicked, picSetStacks_, &QWidget::hide);
-  row->addWidget(cancel);
-  for (QLineEdit* box : txtStackNum_) {
-    connect(box, &QLineEdit::returnPressed, this, [this] { TakeSetStacks(); });
-  }
+  AddButton(row, "cmdOK", tr("&OK"), {}, [this] { TakeSetStacks(); });
+  AddButton(row, "cmdCancel", tr("Cancel"), {}, [this] { picSetStacks_->hide(); });
   picSetStacks_->hide();
 }
 
 void frmStackValues::MakeMenus() {
-  const auto add = [this](QMenu* menu, const char* name, const char* caption, QKeySequence key,
-                          std::function<void()> act) {
-    QAction* action = menu->addAction(tr(caption));
-    action->setObjectName(name);
-    action->setShortcut(key);
-    connect(action, &QAction::triggered, this, [act = std::move(act)] { act(); });
-    return action;
-  };
-  QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-  edit->setObjectName("mnuEdit");
-  add(edit, "mnuPrint", "&Print", QKeySequence::Print, [this] { PrintList(); });
-  edit->addSeparator();
-  add(edit, "mnuCut", "Cu&t", QKeySequence::Cut, [this] { CutCell(); });
-  add(edit, "mnuCopy", "&Copy", QKeySequence::Copy, [this] { CopyCell(); });
-  add(edit, "mnuPaste", "&Paste", QKeySequence::Paste, [this] { PasteCell(); });
-  add(edit, "mnuDelete", "&Delete", {}, [this] { DeleteCell(); });
-  edit->addSeparator();
-  add(edit, "mnuDeleteAll", "Delete &All", {}, [this] {
-    DeleteAllOnAsking(
-        "Are you sure you want to set all Chip-Stack values to zero and delete all names?",
-        "Delete All", true, true);
-  });
-  add(edit, "mnuDeleteAllNames", "Delete All &Names", {}, [this] {
-    DeleteAllOnAsking("Are you sure you want to delete all Chip-Stack names?", "Delete All Names",
-                      false, true);
-  });
-  add(edit, "mnuDeleteAllValues", "Delete All &Values", {}, [this] {
-    DeleteAllOnAsking("Are you sure you want to set all Chip-Stack values to zero?",
-                      "Delete All Values", true, false);
-  });
-  QMenu* options = menuBar()->addMenu(tr("&Options"));
-  options->setObjectName("mnuOptions");
-  mnuDisplayZero_ =
-      add(options, "mnuDisplayZero", "Display &Zero Values", {}, [this] { RefreshStackView(); });
-  mnuDisplayZero_->setCheckable(true);
-  mnuDisplayZero_->setChecked(true);
-  add(options, "mnuSetStacks", "&Set Visible Chip-Stacks...", {}, [this] { OpenSetStacks(); });
+  MenuBar().Add(
+      "mnuEdit", tr("&Edit"),
+      {Command("mnuPrint", tr("&Print"), [this] { PrintList(); }).On(QKeySequence::Print),
+       Separator(),
+       Command("mnuCut", tr("Cu&t"),
+               [this] {
+                 CopyCell();
+                 SetCell({});
+               })
+           .On(QKeySequence::Cut),
+       Command("mnuCopy", tr("&Copy"), [this] { CopyCell(); }).On(QKeySequence::Copy),
+       Command("mnuPaste", tr("Past&e"),
+               [this] { SetCell(QApplication::clipboard()->text().section('\n', 0, 0).trimmed()); })
+           .On(QKeySequence::Paste),
+       Command("mnuDelete", tr("&Delete"), [this] { SetCell({}); }), Separator(),
+       Command("mnuDeleteAll", tr("Delete &All"),
+               [] {
+                 DeleteAllOnAsking(
+                     "Are you sure you want to set all Chip-Stack values to zero and delete all "
+                     "names?",
+                     "Delete All", true, true);
+               }),
+       Command("mnuDeleteAllNames", tr("Delete All &Names"),
+               [] {
+                 DeleteAllOnAsking("Are you sure you want to delete all Chip-Stack names?",
+                                   "Delete All Names", false, true);
+               }),
+       Command("mnuDeleteAllValues", tr("Delete All &Values"), [] {
+         DeleteAllOnAsking("Are you sure you want to set all Chip-Stack values to zero?",
+                           "Delete All Values", true, false);
+       })});
+  const RecordField<bool> zeroShown(ZeroIsShown,
+                                    [](bool on) { Game.StackValuesView[0] = on ? 0 : 1; });
+  MenuBar().Add(
+      "mnuOptions", tr("&Options"),
+      {Toggle("mnuDisplayZero", tr("Display &Zero Values"), zeroShown),
+       Command("mnuSetStacks", tr("&Set Visible Chip-Stacks..."), [this] { OpenSetStacks(); })});
 }
 
 /// Prints the stacks that have a name or a value, or all of them where zero values are displayed.
 void frmStackValues::PrintList() {
-  constexpr int kHeadingSize = 12;
-  constexpr int kTextSize = 10;
-  constexpr const char* kPlace = "Print Chip-Stacks";
-  if (!CanPrint())
-    return ShowMessage("There's no printer to print on.", "Print", kTopicChipStacks, OkStop);
-  const QString game = Game.GameFileName.empty() ? QString("untitled game")
-                                                 : QString::fromStdString(Game.GameFileName);
-  const auto paint = [&](QPainter& painter, QSizeF page, const std::function<void()>& nextPage) {
-    double y = PrintLine(painter, 0, page.width(), "Chip-Stack values and names for " + game,
-                         kHeadingSize, true);
-    for (int row = 0; row < kStacks; ++row) {
-      const Currency value = ValueOfRow(row);
-      if (value == 0 && NameOfRow(row).empty() && !mnuDisplayZero_->isChecked()) continue;
-      if (y + kHeadingSize > page.height()) {
-        nextPage();
-        y = 0;
-      }
-      y = PrintLine(painter, y, page.width(),
-                    QString("#%1    %2    %3")
-                        .arg(row + 1)
-                        .arg(QString::fromStdString(MoneyText(value)),
-                             QString::fromStdString(NameOfRow(row))),
-                    kTextSize, false);
-    }
+  std::vector<int> rows;
+  for (int row = 0; row < kStacks; ++row)
+    if (IsShown(row) || !NameOfRow(row).empty()) rows.push_back(row);
+  const QString game =
+      Game.GameFileName.empty() ? tr("untitled game") : QString::fromStdString(Game.GameFileName);
+  Report report;
+  report.Title = tr("Kelvanor Chip-Stacks");
+  report.Heading = {tr("Chip-Stack values and names for %1").arg(game)};
+  report.Columns = {tr("Stack"), tr("Value"), tr("Name")};
+  report.Align = [](int column) {
+    return Qt::Alignment(column < 2 ? Qt::AlignRight : Qt::AlignLeft);
   };
-  Guarded(kPlace, [&] { PrintOnPaper("Kelvanor Chip-Stacks", paint); });
+  report.Rows = static_cast<int>(rows.size());
+  report.Row = [rows](int at) {
+    const int row = rows[static_cast<unsigned>(at)];
+    return QStringList{QString("#%1").arg(row + 1),
+                       QString::fromStdString(MoneyText(ValueOfRow(row))), NameText(row)};
+  };
+  PrintReport(this, report);
 }
 
-void frmStackValues::RefreshStackView() {
-  const QColor plain = palette().color(QPalette::Text);
-  for (int row = 0; row < kStacks; ++row) {
-    const Currency value = ValueOfRow(row);
-    const bool shown = value != 0 || mnuDisplayZero_->isChecked();
-    picChipStacks_->item(row, NameColumn)->setText(QString::fromStdString(NameOfRow(row)));
-    QTableWidgetItem* cell = picChipStacks_->item(row, ValueColumn);
-    cell->setText(shown ? QString::fromStdString(MoneyText(value)) : QString());
-    cell->setForeground(value < 0 ? QColor(Qt::red) : plain);
-  }
-}
+void frmStackValues::ShowRecord() { stacks_->Refresh(); }
 
-// ---- The cell under edit ----
+// ---- The chosen cell ----
 
-bool frmStackValues::HasCell() const {
-  return picChipStacks_->currentRow() >= 0 && picChipStacks_->currentColumn() > StackColumn;
-}
+QModelIndex frmStackValues::Cell() const { return picChipStacks_->currentIndex(); }
 
-QString frmStackValues::CellText(int row, int column) const {
-  return QString::fromStdString(column == NameColumn ? NameOfRow(row) : PlainText(ValueOfRow(row)));
-}
-
-void frmStackValues::StoreCell(int row, int column, const QString& text) {
-  if (column == NameColumn) {
-    NameOfRow(row) = text.left(kLongestName).toStdString();
-    Game.GameChanged = true;
-  } else if (TableAtRest()) {
-    Guarded("Chip-Stacks", [&] { SetChipStack(StackOfRow(row), ParseAmount(text.toStdString())); });
-  }
-  TheHost.RefreshViews();
-}
-
-void frmStackValues::OpenCell(int row, int column) {
-  CommitCell();
-  picChipStacks_->setCurrentCell(row, column);
-  editedRow_ = row;
-  editedColumn_ = column;
-  txtChipStackInput_ = new QLineEdit(picChipStacks_->viewport());
-  txtChipStackInput_->setObjectName("txtChipStackInput");
-  txtChipStackInput_->setAccessibleName(column == NameColumn ? tr("Name") : tr("Value"));
-  txtChipStackInput_->setText(CellText(row, column));
-  if (column == ValueColumn) {
-    MakeNumericBox(txtChipStackInput_, kValueDecimals, true);
-  } else {
-    txtChipStackInput_->setMaxLength(kLongestName);
-  }
-  txtChipStackInput_->setGeometry(
-      picChipStacks_->visualItemRect(picChipStacks_->item(row, column)));
-  txtChipStackInput_->installEventFilter(this);
-  txtChipStackInput_->show();
-  txtChipStackInput_->setFocus();
-  txtChipStackInput_->selectAll();
-}
-
-void frmStackValues::CommitCell() {
-  if (!txtChipStackInput_) return;
-  const QString text = txtChipStackInput_->text();
-  const int row = editedRow_;
-  const int column = editedColumn_;
-  CloseCell();
-  if (text != CellText(row, column)) StoreCell(row, column, text);
-}
-
-void frmStackValues::CloseCell() {
-  if (!txtChipStackInput_) return;
-  QLineEdit* box = txtChipStackInput_;
-  txtChipStackInput_ = nullptr;
-  box->setObjectName({});
-  box->hide();
-  box->deleteLater();
-}
-
-bool frmStackValues::eventFilter(QObject* watched, QEvent* event) {
-  if (!txtChipStackInput_ || watched != txtChipStackInput_) {
-    return QMainWindow::eventFilter(watched, event);
-  }
-  if (event->type() == QEvent::KeyPress) {
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key == Qt::Key_Escape) CloseCell();
-    if (key == Qt::Key_Return || key == Qt::Key_Enter) CommitCell();
-    return key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter;
-  }
-  if (event->type() == QEvent::FocusOut) {
-    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-    if (reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason &&
-        reason != Qt::ActiveWindowFocusReason) {
-      CommitCell();
-    }
-  }
-  return false;
-}
-
-// ---- The menus ----
-
-void frmStackValues::CutCell() {
-  CopyCell();
-  DeleteCell();
+QLineEdit* frmStackValues::OpenBox() const {
+  return qobject_cast<QLineEdit*>(picChipStacks_->indexWidget(Cell()));
 }
 
 void frmStackValues::CopyCell() {
-  if (!HasCell()) return;
-  if (txtChipStackInput_ && txtChipStackInput_->hasSelectedText()) {
-    txtChipStackInput_->copy();
-    return;
+  if (!Cell().isValid()) return;
+  const QLineEdit* box = OpenBox();
+  QApplication::clipboard()->setText(box && box->hasSelectedText() ? box->selectedText()
+                                     : Cell().column() == NameColumn
+                                         ? NameText(Cell().row())
+                                         : Cell().data(Qt::EditRole).toString());
+}
+
+/// Sets the chosen cell as if the text had been typed. An open box goes without being taken.
+void frmStackValues::SetCell(const QString& text) {
+  if (!Cell().isValid()) return;
+  const QPersistentModelIndex cell = Cell();
+  if (QLineEdit* box = OpenBox()) {
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(box, &escape);
   }
-  QApplication::clipboard()->setText(
-      CellText(picChipStacks_->currentRow(), picChipStacks_->currentColumn()));
+  stacks_->setData(cell, text, Qt::EditRole);
 }
 
-void frmStackValues::PasteCell() {
-  if (!HasCell()) return;
-  const QString text = QApplication::clipboard()->text().section('\n', 0, 0).trimmed();
-  CloseCell();
-  StoreCell(picChipStacks_->currentRow(), picChipStacks_->currentColumn(), text);
-}
-
-void frmStackValues::DeleteCell() {
-  if (!HasCell()) return;
-  CloseCell();
-  StoreCell(picChipStacks_->currentRow(), picChipStacks_->currentColumn(), {});
-}
-
-void frmStackValues::DeleteAllOnAsking(const char* question, const char* title, bool values,
-                                       bool names) {
-  CloseCell();
-  if (!AskYesNo(question, title, kTopicChipStacks)) return;
-  if (names) Game.ChipStackName.fill({});
-  for (int row = 0; values && TableAtRest() && row < kStacks; ++row) {
-    SetChipStack(StackOfRow(row), 0);
-  }
-  Game.GameChanged = true;
-  TheHost.RefreshViews();
-}
+// ---- The four on the table ----
 
 void frmStackValues::OpenSetStacks() {
-  CommitCell();
-  for (unsigned i = 0; i < kShownStacks; ++i) {
+  for (unsigned i = 0; i < kShownStacks; ++i)
     txtStackNum_[i]->setText(QString::number(Game.VisibleStacks[i] - ChipStackBase));
-  }
   picSetStacks_->show();
   txtStackNum_[0]->setFocus();
   txtStackNum_[0]->selectAll();
@@ -344,8 +273,7 @@ void frmStackValues::TakeSetStacks() {
   std::array<int, kShownStacks> ids{};
   for (unsigned i = 0; i < kShownStacks; ++i)
     ids[i] = ChipStackBase + txtStackNum_[i]->text().toInt();
-  const bool known = std::all_of(ids.begin(), ids.end(), IsChipStack);
-  if (!known) {
+  if (!std::all_of(ids.begin(), ids.end(), IsChipStack)) {
     ShowMessage("Each Chip-Stack entry should be a number from 1 to 100.", kTitle, kTopicChipStacks,
                 OkStop);
     return;
@@ -355,33 +283,27 @@ void frmStackValues::TakeSetStacks() {
                 OkStop);
     return;
   }
-  ShowStacksOnTable(ids);
+  ChangeByPlayer([ids] { ShowStacksOnTable(ids); });
   picSetStacks_->hide();
 }
 
 // ---- The window ----
 
-void frmStackValues::showEvent(QShowEvent* event) {
-  QMainWindow::showEvent(event);
-  Game.StackScreenOpen = true;
-}
+void frmStackValues::Opened() { Game.StackScreenOpen = true; }
 
-void frmStackValues::closeEvent(QCloseEvent* event) {
-  CommitCell();
+bool frmStackValues::MayClose() {
+  picChipStacks_->setFocus();  // an open box is taken
   Game.StackScreenOpen = false;
-  QMainWindow::closeEvent(event);
+  return true;
 }
 
-void frmStackValues::keyPressEvent(QKeyEvent* event) {
-  switch (event->key()) {
-    case Qt::Key_F1: ShowHelp(kTopicChipStacks); break;
-    case Qt::Key_Delete: DeleteCell(); break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_F2:
-      if (HasCell()) OpenCell(picChipStacks_->currentRow(), picChipStacks_->currentColumn());
-      break;
-    case Qt::Key_Escape: close(); break;
-    default: QMainWindow::keyPressEvent(event);
+bool frmStackValues::TakeKey(QKeyEvent& event) {
+  if (event.key() == Qt::Key_Delete) {
+    SetCell({});
+  } else if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
+    if (Cell().isValid() && !OpenBox()) picChipStacks_->edit(Cell());
+  } else {
+    return false;
   }
+  return true;
 }

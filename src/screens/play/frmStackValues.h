@@ -1,26 +1,26 @@
 // The Chip-Stacks: numbers, names and values of all hundred.
 #pragma once
 
-#include <QFrame>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QTableWidget>
 #include <array>
 
-class frmStackValues : public QMainWindow {
+#include "screens/frame/record_model.h"
+#include "screens/frame/screen.h"
+
+class QFrame;
+class QLineEdit;
+class QTableView;
+
+class frmStackValues : public Screen {
   Q_OBJECT
 
  public:
-  explicit frmStackValues(QWidget* parent);
-
-  /// Shows names and values as they stand now.
-  void RefreshStackView();
+  explicit frmStackValues(QWidget* table);
 
  protected:
-  void showEvent(QShowEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  void ShowRecord() override;
+  void Opened() override;
+  bool TakeKey(QKeyEvent& event) override;
+  bool MayClose() override;
 
  private:
   static constexpr int kShownStacks = 4;
@@ -28,26 +28,16 @@ class frmStackValues : public QMainWindow {
   void MakeList();
   void MakeSetStacksPanel();
   void MakeMenus();
-  void OpenCell(int row, int column);
-  void CommitCell();
-  void CloseCell();
-  QString CellText(int row, int column) const;
-  void StoreCell(int row, int column, const QString& text);
-  bool HasCell() const;
-  void CutCell();
+  QModelIndex Cell() const;
+  QLineEdit* OpenBox() const;
   void CopyCell();
-  void PasteCell();
-  void DeleteCell();
-  void DeleteAllOnAsking(const char* question, const char* title, bool values, bool names);
+  void SetCell(const QString& text);
   void PrintList();
   void OpenSetStacks();
   void TakeSetStacks();
 
-  QTableWidget* picChipStacks_ = nullptr;
-  QLineEdit* txtChipStackInput_ = nullptr;
+  RecordModel* stacks_ = nullptr;
+  QTableView* picChipStacks_ = nullptr;
   QFrame* picSetStacks_ = nullptr;
   std::array<QLineEdit*, kShownStacks> txtStackNum_{};
-  QAction* mnuDisplayZero_ = nullptr;
-  int editedRow_ = -1;
-  int editedColumn_ = -1;
 };

@@ -1,38 +1,30 @@
 // The flags of the script: names and values, set by hand.
 #pragma once
 
-#include <QLabel>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QPushButton>
-#include <QStringList>
-#include <QVBoxLayout>
-#include <array>
+#include "screens/frame/record_model.h"
+#include "screens/frame/report.h"
+#include "screens/frame/screen.h"
 
-class frmFlags : public QMainWindow {
+class QLabel;
+class QListView;
+
+class frmFlags : public Screen {
   Q_OBJECT
 
  public:
-  explicit frmFlags(QWidget* parent);
+  explicit frmFlags(QWidget* table);
 
-  /// Shows the flags as they stand now; rows that still show the same flag stay selected.
-  void RefreshFlagsView();
-
-  /// The lines above the flags on a printed page.
-  static QStringList PrintHeading();
+  /// What is printed.
+  static Report FlagsReport();
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override;
+  void ShowRecord() override;
 
  private:
-  void MakeButtons(QVBoxLayout* column);
-  void MakeMenus();
-  void ShowWhatCanBeDone();
+  QWidget* MakeButtons();
   void SetSelected(int truth);
-  void PrintList();
 
-  QListWidget* lstShowflags_ = nullptr;
+  RecordModel* flags_ = nullptr;
+  QListView* lstShowflags_ = nullptr;
   QLabel* lblNoFlags_ = nullptr;
-  std::array<QPushButton*, 2> cmdSetTruth_{};
-  QPushButton* cmdSelectAll_ = nullptr;
 };

@@ -1,12 +1,10 @@
 #include "screens/statistics/frmBankroll.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMenuBar>
 #include <QMouseEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -18,10 +16,11 @@
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
-#include "screens/frame/between_rolls.h"
+#include "screens/frame/at_table.h"
+#include "screens/frame/bind.h"
 #include "screens/frame/guard.h"
-#include "screens/frame/help.h"
-#include "screens/frame/paper.h"
+#include "screens/frame/player_change.h"
+#include "screens/frame/report.h"
 #include "screens/statistics/graph_printer.h"
 
 namespace {
@@ -32,9 +31,6 @@ constexpr int kFirstLineAt = 175;  // where the reference lines stand at first
 constexpr int kSecondLineAt = 350;
 constexpr int kSlowest = 10;       // of the throttle
 constexpr int kThrottleUnit = 10;  // milliseconds, times the throttle squared
-constexpr int kFastestRefresh = 100;
-constexpr int kSlowestRefresh = 1000;
-constexpr int kRestForWork = 80;  // a refresh comes this many times later than the last one took
 constexpr int kProgressSteps = 1000;
 
 enum Figure : int { TotalRolls, SimHours, RollsPerHour, HighFigure, LowFigure, CurrentFigure };
@@ -188,9 +184,8 @@ void picGraphBox::resizeEvent(QResizeEvent*) { emit Resized(); }
 
 // ---- frmBankroll ----
 
-frmBankroll::frmBankroll(QWidget* parent) : QMainWindow(parent) {
-  setObjectName("frmBankroll");
-  setWindowTitle(tr("Bankroll Graph"));
+frmBankroll::frmBankroll(QWidget* table)
+    : Screen(table, "frmBankroll", tr("Bankroll Graph"), kTopicBankrollGraph) {
   QWidget* content = new QWidget(this);
   QVBoxLayout* column = new QVBoxLayout(content);
   column->setContentsMargins(12, 10, 12, 12);
@@ -200,9 +195,6 @@ frmBankroll::frmBankroll(QWidget* parent) : QMainWindow(parent) {
   MakeFigures(column);
   MakeHyperDrive(column);
   MakeMenus();
-  timerRun_ = new QTimer(this);
-  timerRun_->setObjectName("timerRun");
-  connect(timerRun_, &QTimer::timeout, this, [this] { RefreshBankrollView(); });
   resize(900, 660);
   picGraph_->setFocus();
 }
@@ -282,14 +274,10 @@ QWidget* frmBankroll::MakeScaleButtons() {
     return [text](QToolButton* button) { button->setText(QString::fromUtf8(text)); };
   };
   column->addStretch(1);
-  add("cmdZeroLineUp", tr("Zero line up"), arrow(Qt::UpArrow), [this] {
-    MoveZeroLine(1);
-    RefreshBankrollView();
-  });
-  add("cmdZeroLineDown", tr("Zero line down"), arrow(Qt::DownArrow), [this] {
-    MoveZeroLine(-1);
-    RefreshBankrollView();
-  });
+  add("cmdZeroLineUp", tr("Zero line up"), arrow(Qt::UpArrow),
+      [] { ChangeByPlayer([] { MoveZeroLine(1); }); });
+  add("cmdZeroLineDown", tr("Zero line down"), arrow(Qt::DownArrow),
+      [] { ChangeByPlayer([] { MoveZeroLine(-1); }); });
   column->addSpacing(10);
   add("cmdLargerScale", tr("Larger scale"), sign("+"), [this] { StepScale(true); });
   add("cmdSmallerScale", tr("Smaller scale"), sign("\u2212"), [this] { StepScale(false); });
@@ -324,25 +312,20 @@ void frmBankroll::MakeHyperDrive(QBoxLayout* column) {
   cmdHyperDrive_ = new QPushButton("Start Hyper-&Drive", group);
   cmdHyperDrive_->setObjectName("cmdHyperDrive");
   cmdHyperDrive_->setMinimumWidth(cmdHyperDrive_->sizeHint().width() + 24);
-  connect(cmdHyperDrive_, &QPushButton::clicked, this, &frmBankroll::HyperDriveToggled);
+  connect(cmdHyperDrive_, &QPushButton::clicked, this, [this] { Do(AtTable.RunHyperDrive); });
   cmdHyperDriveActive_ = new QPushButton(tr("S&top"), group);
   cmdHyperDriveActive_->setObjectName("cmdHyperDriveActive");
   cmdHyperDriveActive_->setToolTip(tr("Stop the run after its current roll"));
   connect(cmdHyperDriveActive_, &QPushButton::clicked, this, [this] {
-    if (Game.HyperDriveOn) emit HyperDriveToggled();
+    if (Game.HyperDriveOn) Do(AtTable.RunHyperDrive);
   });
 
   hscrThrottle_ = new QSlider(Qt::Horizontal, group);
   hscrThrottle_->setObjectName("hscrThrottle");
   hscrThrottle_->setAccessibleName(tr("Throttle"));
-  hscrThrottle_->setRange(0, kSlowest);
   hscrThrottle_->setPageStep(1);
   hscrThrottle_->setTickPosition(QSlider::TicksBelow);
-  connect(hscrThrottle_, &QSlider::valueChanged, this, [this](int value) {
-    Game.HyperThrottle = value;
-    Game.GameChanged = true;
-    Show(lblThrottle_, ThrottleText(value));
-  });
+  Bind(hscrThrottle_, RecordField(Game.HyperThrottle).Within(0, kSlowest));
   QLabel* caption = new QLabel(tr("T&hrottle:"), group);
   caption->setBuddy(hscrThrottle_);
   lblThrottle_ = NewFigure(group, "lblThrottle", ThrottleText(1) + "  ");
@@ -371,81 +354,51 @@ void frmBankroll::MakeHyperDrive(QBoxLayout* column) {
 
 // ---- The menus ----
 
-QAction* frmBankroll::Command(QMenu* menu, const QString& name, const QString& caption,
-                              const QKeySequence& key, std::function<void()> act) {
-  QAction* action = menu->addAction(caption);
-  action->setObjectName(name);
-  action->setShortcut(key);
-  connect(action, &QAction::triggered, this, [this, act = std::move(act)] {
-    Guarded(kPlace, act);
-    ShowChecks();
-    RefreshBankrollView();
-  });
-  return action;
-}
-
-void frmBankroll::Toggle(QMenu* menu, const char* name, const char* caption, bool& field) {
-  QAction* action = Command(menu, name, caption, {}, [this, &field] {
-    field = !field;
-    Redraw(false);
-  });
-  action->setCheckable(true);
-  checks_.push_back([action, &field] { action->setChecked(field); });
-}
-
-void frmBankroll::Choices(QMenu* menu, const char* name, const QStringList& captions, int& field) {
-  for (int i = 0; i < captions.size(); ++i) {
-    QAction* action =
-        Command(menu, QString("%1_%2").arg(name).arg(i), captions[i], {}, [this, &field, i] {
-          field = i;
-          Redraw(false);
-        });
-    action->setCheckable(true);
-    checks_.push_back([action, &field, i] { action->setChecked(field == i); });
-  }
-}
-
 void frmBankroll::MakeMenus() {
-  QMenu* options = menuBar()->addMenu(tr("&Options"));
-  Command(options, "mnuSetAverage", tr("Set Bankroll Moving &Average..."), {},
-          [this] { AskAverageSpan(); });
-  options->addSeparator();
-  Toggle(options, "mnuDisplayAverage", "Display &Moving Average", Game.BankrollShowAverage);
-  Toggle(options, "mnuDisplayRefLines", "Display &Reference Lines", Game.BankrollRefLines);
-  Toggle(options, "mnuDisplayGridLines", "Display &Grid Lines", Game.BankrollGridLines);
-  options->addSeparator();
-  Choices(options->addMenu(tr("Graph &Type")), "mnuGraphType", {"&Plain", "&Striped", "S&olid"},
-          Game.BankrollGraphType);
-  Choices(options->addMenu(tr("Set &Color")), "mnuSetColor",
-          {"&Cyan", "&Black", "&White", "&Red", "&Green", "&Yellow", "Bl&ue", "Gr&ay"},
-          Game.BankrollGraphColor);
-  options->addSeparator();
-  Command(options, "mnuPrint", tr("&Print Graph"), QKeySequence::Print, [this] { PrintNow(); });
-  Toggle(options, "mnuAutoPrint", "A&uto-Print", Game.BankrollAutoPrint);
-  MakeScaleMenu();
-  connect(options, &QMenu::aboutToShow, this, [this] { ShowChecks(); });
-  ShowChecks();
-}
-
-void frmBankroll::MakeScaleMenu() {
-  QMenu* scale = menuBar()->addMenu(tr("&Scale"));
-  Choices(scale->addMenu(tr("Adjustment")), "mnuAutoAdjustType",
-          {"&Manual", "Automatic with &Expanding Scale", "Automatic with &Snap-back Scale"},
-          Game.BankrollAutoAdjustType);
-  scale->addSeparator();
-  Command(scale, "mnuLargerScale", tr("&Larger scale"), Qt::Key_PageUp,
-          [this] { StepScale(true); });
-  Command(scale, "mnuSmallerScale", tr("&Smaller scale"), Qt::Key_PageDown,
-          [this] { StepScale(false); });
-  scale->addSeparator();
-  Command(scale, "mnuZeroLineUp", tr("Zero line &up"), Qt::Key_Up, [] { MoveZeroLine(1); });
-  Command(scale, "mnuZeroLineDown", tr("Zero line &down"), Qt::Key_Down, [] { MoveZeroLine(-1); });
-  Command(scale, "mnuCentre", tr("&Centre on the bankroll"), Qt::Key_Home,
-          [this] { Redraw(true); });
-}
-
-void frmBankroll::ShowChecks() {
-  for (const auto& check : checks_) check();
+  const auto look = [this](auto& field) {
+    return RecordField(field).Then([this] { Refit(false); });
+  };
+  MenuBar().Add(
+      "mnuOptions", tr("&Options"),
+      {Command("mnuSetAverage", tr("Set Bankroll Moving &Average..."),
+               [this] { AskAverageSpan(); }),
+       Separator(),
+       Toggle("mnuDisplayAverage", tr("Display &Moving Average"), look(Game.BankrollShowAverage)),
+       Toggle("mnuDisplayRefLines", tr("Display &Reference Lines"), look(Game.BankrollRefLines)),
+       Toggle("mnuDisplayGridLines", tr("Display &Grid Lines"), look(Game.BankrollGridLines)),
+       Separator(),
+       Submenu("mnuGraphType", tr("Graph &Type"),
+               Choices("mnuGraphType", {tr("&Plain"), tr("&Striped"), tr("S&olid")},
+                       look(Game.BankrollGraphType))),
+       Submenu("mnuSetColor", tr("Set &Color"),
+               Choices("mnuSetColor",
+                       {tr("&Cyan"), tr("&Black"), tr("&White"), tr("&Red"), tr("&Green"),
+                        tr("&Yellow"), tr("Bl&ue"), tr("Gr&ay")},
+                       look(Game.BankrollGraphColor))),
+       Separator(),
+       Command("mnuPrint", tr("&Print Graph"), [this] { PrintNow(); }).On(QKeySequence::Print),
+       Toggle("mnuAutoPrint", tr("A&uto-Print"), look(Game.BankrollAutoPrint))});
+  MenuBar().Add("mnuScale", tr("&Scale"),
+                {Submenu("mnuAutoAdjustType", tr("Ad&justment"),
+                         Choices("mnuAutoAdjustType",
+                                 {tr("&Manual"), tr("Automatic with &Expanding Scale"),
+                                  tr("Automatic with &Snap-back Scale")},
+                                 look(Game.BankrollAutoAdjustType))),
+                 Separator(),
+                 Command("mnuLargerScale", tr("&Larger scale"), [this] { StepScale(true); })
+                     .On(Qt::Key_PageUp),
+                 Command("mnuSmallerScale", tr("&Smaller scale"), [this] { StepScale(false); })
+                     .On(Qt::Key_PageDown),
+                 Separator(),
+                 Command("mnuZeroLineUp", tr("Zero line &up"),
+                         [] { ChangeByPlayer([] { MoveZeroLine(1); }); })
+                     .On(Qt::Key_Up),
+                 Command("mnuZeroLineDown", tr("Zero line &down"),
+                         [] { ChangeByPlayer([] { MoveZeroLine(-1); }); })
+                     .On(Qt::Key_Down),
+                 Command("mnuCenter", tr("&Center on the bankroll"), [this] {
+                   ChangeByPlayer([this] { Refit(true); });
+                 }).On(Qt::Key_Home)});
 }
 
 void frmBankroll::AskAverageSpan() {
@@ -456,25 +409,21 @@ void frmBankroll::AskAverageSpan() {
       "game):",
       "Set Bankroll Moving Average", kTopicBankrollGraph, InputOkCancel);
   if (Game.MsgAnswer != AnswerOk) return;
-  SetBankrollAverageSpan(static_cast<long long>(std::floor(Game.ChangeRequest.ToDouble())));
-  Game.GameChanged = true;
+  const auto span = static_cast<long long>(std::floor(Game.ChangeRequest.ToDouble()));
+  ChangeByPlayer([span] { SetBankrollAverageSpan(span); });
 }
 
 /// Prints the graph as it stands, and with it what has been collected.
 void frmBankroll::PrintNow() {
-  if (!CanPrint()) {
-    ShowMessage("There's no printer to print the graph on.", "Print Bankroll Graph",
-                kTopicBankrollGraph, OkStop);
-    return;
-  }
   CollectGraph();
-  PrintDueGraphs();
+  PrintDueGraphs(this);
 }
 
 void frmBankroll::StepScale(bool larger) {
-  SetGraphScale(larger ? NextGraphScale(Game.GraphScale) : PreviousGraphScale(Game.GraphScale),
-                picGraph_->View().Lines);
-  RefreshBankrollView();
+  ChangeByPlayer([larger, lines = picGraph_->View().Lines] {
+    SetGraphScale(larger ? NextGraphScale(Game.GraphScale) : PreviousGraphScale(Game.GraphScale),
+                  lines);
+  });
 }
 
 void frmBankroll::StepPointed(int by) {
@@ -485,8 +434,7 @@ void frmBankroll::StepPointed(int by) {
 }
 
 /// The look has changed; what it shows is fitted again.
-void frmBankroll::Redraw(bool recentre) {
-  Game.GameChanged = true;
+void frmBankroll::Refit(bool recentre) {
   const ReferenceLines& lines = picGraph_->View().Lines;
   if (Game.BankrollRefLines && lines.First == 0) picGraph_->SetReferenceLine(false, kFirstLineAt);
   if (Game.BankrollRefLines && lines.Second == 0) picGraph_->SetReferenceLine(true, kSecondLineAt);
@@ -495,8 +443,7 @@ void frmBankroll::Redraw(bool recentre) {
 
 // ---- What is shown ----
 
-void frmBankroll::RefreshBankrollView() {
-  if (!isVisible()) return;
+void frmBankroll::ShowRecord() {
   ShowScale();
   ShowFigures();
   ShowPointed();
@@ -506,20 +453,6 @@ void frmBankroll::RefreshBankrollView() {
   lblAutoPrint_->setVisible(Game.BankrollAutoPrint);
   // A run would have left the page by the time of the next drawing, and the scale beside it.
   Game.HyperDriveOn ? picGraph_->repaint() : picGraph_->update();
-  Pace();
-}
-
-/// While a run goes on the screen follows it about ten times a second, and less often where that
-/// costs more than the run should feel.
-void frmBankroll::Pace() {
-  const double spent = YieldTime - std::exchange(yieldTime_, YieldTime);
-  if (!Game.HyperDriveOn) {
-    timerRun_->stop();
-    return;
-  }
-  const int rest = static_cast<int>(spent * kRestForWork);
-  const int interval = std::clamp(rest, kFastestRefresh, kSlowestRefresh);
-  if (!timerRun_->isActive() || timerRun_->interval() != interval) timerRun_->start(interval);
 }
 
 void frmBankroll::PlaceScaleLabels() {
@@ -581,39 +514,19 @@ void frmBankroll::ShowRun() {
   const QString caption = Game.HyperDriveOn ? "Stop Hyper-&Drive" : "Start Hyper-&Drive";
   if (cmdHyperDrive_->text() != caption) cmdHyperDrive_->setText(caption);
   cmdHyperDriveActive_->setEnabled(Game.HyperDriveOn);
-  const QSignalBlocker quiet(hscrThrottle_);
-  hscrThrottle_->setValue(Game.HyperThrottle);
-  Show(lblThrottle_, ThrottleText(hscrThrottle_->value()));
+  Show(lblThrottle_, ThrottleText(Game.HyperThrottle));
 }
 
 // ---- The window ----
 
-void frmBankroll::showEvent(QShowEvent* event) {
-  QMainWindow::showEvent(event);
-  ShowChecks();
-  RefitGraph(Game.BankrollHistoryCount == 0, picGraph_->View().Lines);
-  RefreshBankrollView();
+void frmBankroll::Opened() { RefitGraph(Game.BankrollHistoryCount == 0, picGraph_->View().Lines); }
+
+bool frmBankroll::MayClose() {
+  return !AskToInterruptRun() || !(Game.KeepRolling || Game.AutoBetRunning);
 }
 
-void frmBankroll::hideEvent(QHideEvent* event) {
-  timerRun_->stop();
-  QMainWindow::hideEvent(event);
-}
-
-void frmBankroll::closeEvent(QCloseEvent* event) {
-  if (AskToInterruptRun() && (Game.KeepRolling || Game.AutoBetRunning)) {
-    event->ignore();
-    return;
-  }
-  QMainWindow::closeEvent(event);
-}
-
-void frmBankroll::keyPressEvent(QKeyEvent* event) {
-  switch (event->key()) {
-    case Qt::Key_F1: ShowHelp(kTopicBankrollGraph); break;
-    case Qt::Key_Left: StepPointed(-1); break;
-    case Qt::Key_Right: StepPointed(1); break;
-    case Qt::Key_Escape: close(); break;
-    default: QMainWindow::keyPressEvent(event);
-  }
+bool frmBankroll::TakeKey(QKeyEvent& event) {
+  if (event.key() != Qt::Key_Left && event.key() != Qt::Key_Right) return false;
+  StepPointed(event.key() == Qt::Key_Right ? 1 : -1);
+  return true;
 }

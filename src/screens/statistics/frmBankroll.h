@@ -1,18 +1,14 @@
 // The bankroll graph, and the controls of Hyper-Drive.
 #pragma once
 
-#include <QAction>
 #include <QLabel>
-#include <QMainWindow>
-#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSlider>
-#include <QTimer>
 #include <array>
 #include <functional>
-#include <vector>
 
+#include "screens/frame/screen.h"
 #include "screens/statistics/graph_painter.h"
 
 class QBoxLayout;
@@ -55,35 +51,23 @@ class picGraphBox : public QWidget {
   Dragged dragged_ = Dragged::Nothing;
 };
 
-class frmBankroll : public QMainWindow {
+class frmBankroll : public Screen {
   Q_OBJECT
 
  public:
-  explicit frmBankroll(QWidget* parent);
-
-  /// Shows the graph and the figures as they stand now. Nothing happens while the screen is closed.
-  void RefreshBankrollView();
-
- signals:
-  /// The player starts or stops Hyper-Drive.
-  void HyperDriveToggled();
+  explicit frmBankroll(QWidget* table);
 
  protected:
-  void showEvent(QShowEvent* event) override;
-  void hideEvent(QHideEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
+  void ShowRecord() override;
+  void Opened() override;
+  bool TakeKey(QKeyEvent& event) override;
+  bool MayClose() override;
 
  private:
   static constexpr int kScaleLabels = 6;
   static constexpr int kFigures = 6;
 
   void MakeMenus();
-  void MakeScaleMenu();
-  QAction* Command(QMenu* menu, const QString& name, const QString& caption,
-                   const QKeySequence& key, std::function<void()> act);
-  void Toggle(QMenu* menu, const char* name, const char* caption, bool& field);
-  void Choices(QMenu* menu, const char* name, const QStringList& captions, int& field);
   void MakeGraph(QBoxLayout* column);
   void MakeFigures(QBoxLayout* column);
   void MakeHyperDrive(QBoxLayout* column);
@@ -92,14 +76,12 @@ class frmBankroll : public QMainWindow {
   void PrintNow();
   void StepScale(bool larger);
   void StepPointed(int by);
-  void Redraw(bool recentre);
+  void Refit(bool recentre);
   void PlaceScaleLabels();
   void ShowScale();
   void ShowFigures();
   void ShowPointed();
   void ShowRun();
-  void ShowChecks();
-  void Pace();
 
   picGraphBox* picGraph_ = nullptr;
   QWidget* picScale_ = nullptr;
@@ -117,7 +99,4 @@ class frmBankroll : public QMainWindow {
   QLabel* lblThrottle_ = nullptr;
   QProgressBar* prgRun_ = nullptr;
   QLabel* lblRun_ = nullptr;
-  QTimer* timerRun_ = nullptr;
-  double yieldTime_ = 0;
-  std::vector<std::function<void()>> checks_;
 };

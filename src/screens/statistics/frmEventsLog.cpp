@@ -1,22 +1,19 @@
 #include "screens/statistics/frmEventsLog.h"
 
 #include <QApplication>
-#include <QDate>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QLocale>
-#include <QMenuBar>
 #include <QPainter>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <utility>
 
 #include "core/help_topics.h"
@@ -25,9 +22,9 @@
 #include "core/text.h"
 #include "screens/files/frmFile.h"
 #include "screens/frame/guard.h"
-#include "screens/frame/help.h"
-#include "screens/frame/paper.h"
+#include "screens/frame/player_change.h"
 #include "screens/frame/pointer.h"
+#include "screens/frame/report.h"
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
 
@@ -49,7 +46,6 @@ constexpr int kSmallestFont = 2;  // sizes stay above it
 constexpr int kLargestFont = 199;
 constexpr int kFontStep = 2;
 constexpr int kSideStep = 4;  // blanks
-constexpr int kRefreshOfRun = 250;
 constexpr int kLinesPerRead = 500;
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
@@ -92,6 +88,63 @@ void DrawLogLine(QPainter& painter, QPointF corner, const std::string& line) {
   painter.drawText(corner + QPointF(0, metrics.ascent()), Shown(line));
 }
 
+/// All that the log can record, switched at once.
+MenuRow SetAll(const char* name, const QString& caption, bool on) {
+  return Command(name, caption, [on] {
+    ChangeByPlayer([on] {
+      for (bool* event : {&Game.LogRolls, &Game.LogBetChanges, &Game.LogBetsWon, &Game.LogBetsLost,
+                          &Game.LogChipStackChanges, &Game.LogPassesMisses, &Game.LogShooterChanges,
+                          &Game.LogBankrollChanges})
+        *event = on;
+    });
+  });
+}
+
+std::vector<MenuRow> RecordRows() {
+  const auto tr = [](const char* text) { return frmEventsLog::tr(text); };
+  return {
+      Toggle("mnuRecordEventsActive", tr("&Record Events"), Game.EventsLogActive),
+      Separator(),
+      Toggle("mnuRecordRolls", tr("&Rolls"), Game.LogRolls),
+      Toggle("mnuRecordBetChanges", tr("&Bets Made/Changed"), Game.LogBetChanges),
+      Toggle("mnuRecordBetsWon", tr("Bets &Won"), Game.LogBetsWon),
+      Toggle("mnuRecordBetsLost", tr("Bets &Lost"), Game.LogBetsLost),
+      Toggle("mnuRecordChipStackChanges", tr("&ChipStacks Changed"), Game.LogChipStackChanges),
+      Toggle("mnuRecordPassesMisses", tr("&Passes/Misses/Points"), Game.LogPassesMisses),
+      Toggle("mnuRecordShooterChanges", tr("&Shooter Changes"), Game.LogShooterChanges),
+      Toggle("mnuRecordBankrollChanges", tr("B&ankroll Changes"), Game.LogBankrollChanges),
+      Separator(),
+      SetAll("mnuSelectAll", tr("Select &All Events"), true),
+      SetAll("mnuDeselectAll", tr("&Deselect All Events"), false),
+      Separator(),
+      Toggle("mnuClearLog", tr("&Clear Log When New Games Start"), Game.ClearLogOnNew),
+      Toggle("mnuKeepLatestRollOnTop", tr("&Scroll New Rolls To Top"), Game.KeepLatestRollOnTop)};
+}
+
+/// A size of the letters, checked while they have it.
+MenuRow SizeRow(int index, const QString& caption, bool (*checked)(int), int (*next)(int)) {
+  return Check(
+      QString("mnuFontSize_%1").arg(index), caption,
+      [checked] { return checked(Game.LogFontSize); },
+      [next] { ChangeByPlayer([next] { Game.LogFontSize = next(Game.LogFontSize); }); });
+}
+
+std::vector<MenuRow> FontRows() {
+  const auto tr = [](const char* text) { return frmEventsLog::tr(text); };
+  return {SizeRow(
+              0, tr("&Smaller"), [](int size) { return size < kNormalFont; },
+              [](int size) { return size - kFontStep > kSmallestFont ? size - kFontStep : size; }),
+          SizeRow(
+              1, tr("&Normal"), [](int size) { return size == kNormalFont; },
+              [](int) { return kNormalFont; }),
+          SizeRow(
+              2, tr("&Larger"), [](int size) { return size > kNormalFont; },
+              [](int size) { return std::min(size, kLargestFont - kFontStep) + kFontStep; }),
+          Separator(),
+          Toggle("mnuFontBold", tr("&Bold"), Game.LogFontBold),
+          Toggle("mnuFontItalic", tr("&Italic"), Game.LogFontItalic)};
+}
+
 int CurrentLines() {
   EnsureLogIndex();
   return LogLineCount();
@@ -121,32 +174,6 @@ QString AskForText(QWidget* parent, const QString& start) {
   column->addWidget(buttons);
   column->setSizeConstraint(QLayout::SetFixedSize);
   return screen.exec() == QDialog::Accepted ? txtFind->text() : QString();
-}
-
-/// Prints lines under each other, page after page.
-class PagePrinter {
- public:
-  PagePrinter(QPainter& painter, QSizeF page, std::function<void()> nextPage)
-      : painter_(painter), page_(page), nextPage_(std::move(nextPage)) {}
-
-  void Print(const QString& text, int size, bool bold) {
-    if (y_ + size * 1.5 > page_.height()) {
-      nextPage_();
-      y_ = 0;
-    }
-    y_ = PrintLine(painter_, y_, page_.width(), text, size, bold);
-  }
-
- private:
-  QPainter& painter_;
-  QSizeF page_;
-  std::function<void()> nextPage_;
-  double y_ = 0;
-};
-
-QStringList PrintHeading() {
-  return {"Kelvanor Events Log", QLocale().toString(QDate::currentDate(), QLocale::LongFormat),
-          "Events Log File:  " + LogName()};
 }
 
 }  // namespace
@@ -217,8 +244,8 @@ void picEventsLogBox::paintEvent(QPaintEvent*) {
 
 // ---- frmEventsLog ----
 
-frmEventsLog::frmEventsLog(QWidget* parent) : QMainWindow(parent) {
-  setObjectName("frmEventsLog");
+frmEventsLog::frmEventsLog(QWidget* table)
+    : Screen(table, "frmEventsLog", tr("Events Log"), kTopicEventsLog) {
   QWidget* content = new QWidget(this);
   QVBoxLayout* column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
@@ -226,16 +253,8 @@ frmEventsLog::frmEventsLog(QWidget* parent) : QMainWindow(parent) {
   setCentralWidget(content);
   MakeView(column);
   MakeStatusRow(column);
-  MakeFileMenu();
-  MakeEditMenu();
-  MakeRecordMenu();
-  MakeFontMenu();
-  timerRun_ = new QTimer(this);
-  timerRun_->setInterval(kRefreshOfRun);
-  connect(timerRun_, &QTimer::timeout, this, [this] { RefreshEventsLogView(); });
+  MakeMenus();
   resize(560, 480);
-  ShowCaption();
-  ShowChecks();
   picEventsLog_->setFocus();
 }
 
@@ -251,7 +270,7 @@ void frmEventsLog::MakeView(QVBoxLayout* column) {
   vscrEventsLog_->installEventFilter(this);
   connect(vscrEventsLog_, &QScrollBar::actionTriggered, this,
           [this](int action) { Guarded(kPlace, [this, action] { BarActed(action); }); });
-  connect(vscrEventsLog_, &QScrollBar::sliderReleased, this, [this] { RefreshEventsLogView(); });
+  connect(vscrEventsLog_, &QScrollBar::sliderReleased, this, [this] { Refresh(); });
 
   hscrEventsLog_ = new QScrollBar(Qt::Horizontal, parent);
   hscrEventsLog_->setObjectName("hscrEventsLog");
@@ -283,119 +302,31 @@ void frmEventsLog::MakeStatusRow(QVBoxLayout* column) {
 
 // ---- The menus ----
 
-QAction* frmEventsLog::Command(QMenu* menu, const QString& name, const QString& caption,
-                               const QKeySequence& key, std::function<void()> act) {
-  QAction* action = menu->addAction(caption);
-  action->setObjectName(name);
-  action->setShortcut(key);
-  connect(action, &QAction::triggered, this, [this, act = std::move(act)] {
-    Guarded(kPlace, act);
-    RefreshEventsLogView();
-  });
-  return action;
-}
-
-void frmEventsLog::Check(QMenu* menu, const char* name, const char* caption,
-                         std::function<bool()> checked, std::function<void()> act) {
-  QAction* action = Command(menu, name, caption, {}, [act = std::move(act)] {
-    act();
-    Game.GameChanged = true;
-  });
-  action->setCheckable(true);
-  checks_.push_back([action, checked = std::move(checked)] { action->setChecked(checked()); });
-}
-
-void frmEventsLog::Toggle(QMenu* menu, const char* name, const char* caption, bool& field) {
-  Check(
-      menu, name, caption, [&field] { return field; }, [&field] { field = !field; });
-}
-
-void frmEventsLog::MakeFileMenu() {
-  QMenu* menu = menuBar()->addMenu(tr("&File"));
-  menu->setObjectName("mnuFile");
-  Command(menu, "mnuNew", "&New", QKeySequence::New, [this] { NewLog(); });
-  Command(menu, "mnuOpen", "&Open ...", QKeySequence::Open,
-          [this] { RunFileScreen(this, FileCommand::OpenEventsLog); });
-  Command(menu, "mnuSaveAs", "Save &As ...", QKeySequence::Save,
-          [this] { RunFileScreen(this, FileCommand::SaveEventsLogAs); });
-  menu->addSeparator();
-  Command(menu, "mnuPrint", "&Print", QKeySequence::Print, [this] { PrintLog(); });
-}
-
-void frmEventsLog::MakeEditMenu() {
-  QMenu* menu = menuBar()->addMenu(tr("&Edit"));
-  menu->setObjectName("mnuEdit");
-  // Required: no line can be selected, so there is never anything to cut or copy.
-  Command(menu, "mnuCut", "C&ut", QKeySequence::Cut, [] {})->setEnabled(false);
-  Command(menu, "mnuCopy", "&Copy", QKeySequence::Copy, [] {})->setEnabled(false);
-  menu->addSeparator();
-  Command(menu, "mnuFind", "&Find ...", QKeySequence::Find, [this] { AskAndFind(); });
-  mnuFindNext_ =
-      Command(menu, "mnuFindNext", "Find &Next", Qt::Key_F3, [this] { FindAgain(true); });
-  mnuFindPrevious_ = Command(menu, "mnuFindPrevious", "Find Pre&vious", Qt::SHIFT | Qt::Key_F3,
-                             [this] { FindAgain(false); });
-}
-
-void frmEventsLog::MakeRecordMenu() {
-  struct Switch {
-    const char* Name;
-    const char* Caption;
-    bool& Field;
-  };
-  static const Switch kSwitches[] = {
-      {"mnuRecordRolls", "&Rolls", Game.LogRolls},
-      {"mnuRecordBetChanges", "&Bets Made/Changed", Game.LogBetChanges},
-      {"mnuRecordBetsWon", "Bets &Won", Game.LogBetsWon},
-      {"mnuRecordBetsLost", "Bets &Lost", Game.LogBetsLost},
-      {"mnuRecordChipStackChanges", "&ChipStacks Changed", Game.LogChipStackChanges},
-      {"mnuRecordPassesMisses", "&Passes/Misses/Points", Game.LogPassesMisses},
-      {"mnuRecordShooterChanges", "&Shooter Changes", Game.LogShooterChanges},
-      {"mnuRecordBankrollChanges", "B&ankroll Changes", Game.LogBankrollChanges}};
-  const auto setAll = [](bool on) {
-    return [on] {
-      for (const Switch& event : kSwitches) event.Field = on;
-      Game.GameChanged = true;
-    };
-  };
-  QMenu* menu = menuBar()->addMenu(tr("&Record"));
-  menu->setObjectName("mnuRecord");
-  Toggle(menu, "mnuRecordEventsActive", "&Record Events", Game.EventsLogActive);
-  menu->addSeparator();
-  for (const Switch& event : kSwitches) Toggle(menu, event.Name, event.Caption, event.Field);
-  menu->addSeparator();
-  Command(menu, "mnuSelectAll", "Select &All Events", {}, setAll(true));
-  Command(menu, "mnuDeselectAll", "&Deselect All Events", {}, setAll(false));
-  menu->addSeparator();
-  Toggle(menu, "mnuClearLog", "&Clear Log When New Games Start", Game.ClearLogOnNew);
-  Toggle(menu, "mnuKeepLatestRollOnTop", "&Scroll New Rolls To Top", Game.KeepLatestRollOnTop);
-  connect(menu, &QMenu::aboutToShow, this, [this] { ShowChecks(); });
-}
-
-void frmEventsLog::MakeFontMenu() {
-  QMenu* menu = menuBar()->addMenu(tr("F&ont"));
-  menu->setObjectName("mnuFont");
-  int& size = Game.LogFontSize;
-  Check(
-      menu, "mnuFontSize_0", "&Smaller", [&size] { return size < kNormalFont; },
-      [&size] {
-        if (size - kFontStep > kSmallestFont) size -= kFontStep;
-      });
-  Check(
-      menu, "mnuFontSize_1", "&Normal", [&size] { return size == kNormalFont; },
-      [&size] { size = kNormalFont; });
-  Check(
-      menu, "mnuFontSize_2", "&Larger", [&size] { return size > kNormalFont; },
-      [&size] { size = std::min(size, kLargestFont - kFontStep) + kFontStep; });
-  menu->addSeparator();
-  Toggle(menu, "mnuFontBold", "&Bold", Game.LogFontBold);
-  Toggle(menu, "mnuFontItalic", "&Italic", Game.LogFontItalic);
-  connect(menu, &QMenu::aboutToShow, this, [this] { ShowChecks(); });
-}
-
-void frmEventsLog::ShowChecks() {
-  for (const auto& check : checks_) check();
-  mnuFindNext_->setEnabled(!findText_.isEmpty());
-  mnuFindPrevious_->setEnabled(!findText_.isEmpty());
+void frmEventsLog::MakeMenus() {
+  MenuBar().Add("mnuFile", tr("&File"),
+                {Command("mnuNew", tr("&New"), [this] { NewLog(); }).On(QKeySequence::New),
+                 Command("mnuOpen", tr("&Open ..."),
+                         [this] { RunFileScreen(this, FileCommand::OpenEventsLog); })
+                     .On(QKeySequence::Open),
+                 Command("mnuSaveAs", tr("Save &As ..."),
+                         [this] { RunFileScreen(this, FileCommand::SaveEventsLogAs); })
+                     .On(QKeySequence::Save),
+                 Separator(), Command("mnuPrint", tr("&Print"), [this] {
+                                PrintLog();
+                              }).On(QKeySequence::Print)});
+  const auto searched = [this] { return !findText_.isEmpty(); };
+  const QString nothing = tr("Nothing has been looked for yet.");
+  MenuBar().Add(
+      "mnuEdit", tr("&Edit"),
+      {Command("mnuFind", tr("&Find ..."), [this] { AskAndFind(); }).On(QKeySequence::Find),
+       Command("mnuFindNext", tr("Find &Next"), [this] { FindAgain(true); })
+           .On(Qt::Key_F3)
+           .When(searched, nothing),
+       Command("mnuFindPrevious", tr("Find Pre&vious"), [this] { FindAgain(false); })
+           .On(Qt::SHIFT | Qt::Key_F3)
+           .When(searched, nothing)});
+  MenuBar().Add("mnuRecord", tr("&Record"), RecordRows());
+  MenuBar().Add("mnuFont", tr("F&ont"), FontRows());
 }
 
 // ---- Commands ----
@@ -412,38 +343,33 @@ void frmEventsLog::NewLog() {
   }
   Game.EventsLogFile = Game.DataPath + kDefaultName;
   ClearEventsLog();
-  Game.GameChanged = true;
 }
 
 void frmEventsLog::PrintLog() {
-  constexpr int kHeadingSize = 12;
-  constexpr int kTextSize = 9;
-  constexpr const char* kTitle = "Print Events Log";
   const int lines = CurrentLines();
   if (lines == 0) {
-    ShowMessage("There are no logged events to print.", kTitle, kTopicEventsLog, OkStop);
+    ShowMessage("There are no logged events to print.", "Print Events Log", kTopicEventsLog,
+                OkStop);
     return;
   }
-  if (!CanPrint()) {
-    ShowMessage("There's no printer to print on.", kTitle, kTopicEventsLog, OkStop);
-    return;
-  }
-  QProgressDialog progress(tr("Printing the Events Log ..."), tr("Cancel"), 0, lines, this);
-  progress.setWindowTitle(kTitle);
-  progress.setWindowModality(Qt::ApplicationModal);
-  PrintOnPaper("Kelvanor Events Log", [&](QPainter& painter, QSizeF page, const auto& nextPage) {
-    PagePrinter printer(painter, page, nextPage);
-    const QStringList heading = PrintHeading();
-    for (const QString& line : heading)
-      printer.Print(line, kHeadingSize, &line == &heading.front());
-    printer.Print({}, kTextSize, false);
-    for (int first = 1; first <= lines && !progress.wasCanceled(); first += kLinesPerRead) {
-      for (const std::string& line :
-           ReadLogLines(first, std::min(kLinesPerRead, lines - first + 1)))
-        printer.Print(Shown(line), kTextSize, false);
-      progress.setValue(first);
+  // Lines are read in stretches; they are asked for one after the other.
+  auto first = std::make_shared<int>(0);
+  auto read = std::make_shared<std::vector<std::string>>();
+  Report report;
+  report.Title = tr("Kelvanor Events Log");
+  report.Heading = GameHeading(tr("Events Log:  %1").arg(LogName()));
+  report.TextSize = 9;
+  report.Rows = lines;
+  report.Row = [first, read, lines](int row) {
+    const int line = row + 1;
+    if (line < *first || line >= *first + static_cast<int>(read->size())) {
+      *first = line;
+      *read = ReadLogLines(line, std::min(kLinesPerRead, lines - row));
     }
-  });
+    const auto at = static_cast<unsigned>(line - *first);
+    return QStringList{at < read->size() ? Shown((*read)[at]) : QString()};
+  };
+  PrintReport(this, report);
 }
 
 void frmEventsLog::AskAndFind() {
@@ -470,8 +396,7 @@ void frmEventsLog::FindAgain(bool forward) {
 // ---- Scrolling ----
 
 void frmEventsLog::GoTo(int line) {
-  if (std::exchange(Game.LogTopLine, line) != line) Game.GameChanged = true;
-  RefreshEventsLogView();
+  if (Game.LogTopLine != line) ChangeByPlayer([line] { Game.LogTopLine = line; });
 }
 
 void frmEventsLog::GoBy(int lines) {
@@ -509,16 +434,16 @@ void frmEventsLog::Turn(const QWheelEvent& event) {
 }
 
 bool frmEventsLog::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::Wheel) return QMainWindow::eventFilter(watched, event);
+  if (event->type() != QEvent::Wheel) return Screen::eventFilter(watched, event);
   Guarded(kPlace, [&] { Turn(*static_cast<QWheelEvent*>(event)); });
   return true;
 }
 
-void frmEventsLog::keyPressEvent(QKeyEvent* event) {
+bool frmEventsLog::TakeKey(QKeyEvent& event) {
   const auto sideways = [this](int blanks) {
     hscrEventsLog_->setValue(hscrEventsLog_->value() + blanks);
   };
-  switch (event->key()) {
+  switch (event.key()) {
     case Qt::Key_Up: GoBy(-1); break;
     case Qt::Key_Down: GoBy(1); break;
     case Qt::Key_PageUp: GoBy(-picEventsLog_->PageStep()); break;
@@ -527,28 +452,17 @@ void frmEventsLog::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_End: GoTo(std::max(1, CurrentLines() - picEventsLog_->PageStep())); break;
     case Qt::Key_Left: sideways(-kSideStep); break;
     case Qt::Key_Right: sideways(kSideStep); break;
-    case Qt::Key_F1: ShowHelp(kTopicEventsLog); break;
-    case Qt::Key_Escape: close(); break;
-    default: QMainWindow::keyPressEvent(event);
+    default: return false;
   }
+  return true;
 }
 
 // ---- What is shown ----
 
-void frmEventsLog::RefreshEventsLogView() {
-  if (!isVisible()) return;
-  ShowCaption();
-  ShowChecks();
-  picEventsLog_->update();
-  // Under Hyper-Drive nothing tells of single rolls.
-  if (Game.HyperDriveOn != timerRun_->isActive())
-    Game.HyperDriveOn ? timerRun_->start() : timerRun_->stop();
-}
-
-void frmEventsLog::ShowCaption() {
-  setWindowTitle(HasDefaultName() ? QString("Events Log")
-                                  : QString("Events Log (%1)").arg(LogName()));
+void frmEventsLog::ShowRecord() {
+  setWindowTitle(HasDefaultName() ? tr("Events Log") : tr("Events Log (%1)").arg(LogName()));
   lblRecording_->setText(Game.EventsLogActive ? tr("Recording") : tr("Not recording"));
+  picEventsLog_->update();
 }
 
 /// The bars and the position stand by what the view has just read.
@@ -562,14 +476,4 @@ void frmEventsLog::ShowBars() {
   hscrEventsLog_->setPageStep(picEventsLog_->BlanksInView());
   lblPosition_->setText(lines == 0 ? QString()
                                    : tr("Line %1 of %2").arg(Count(Game.LogTopLine), Count(lines)));
-}
-
-void frmEventsLog::showEvent(QShowEvent* event) {
-  QMainWindow::showEvent(event);
-  RefreshEventsLogView();
-}
-
-void frmEventsLog::hideEvent(QHideEvent* event) {
-  timerRun_->stop();
-  QMainWindow::hideEvent(event);
 }

@@ -1,15 +1,12 @@
 // The Events Log: looking at the journal of play, and choosing what it records.
 #pragma once
 
-#include <QAction>
 #include <QLabel>
-#include <QMainWindow>
-#include <QMenu>
 #include <QScrollBar>
-#include <QTimer>
-#include <functional>
 #include <string>
 #include <vector>
+
+#include "screens/frame/screen.h"
 
 class QVBoxLayout;
 class QWheelEvent;
@@ -50,34 +47,21 @@ class picEventsLogBox : public QWidget {
   int shift_ = 0;
 };
 
-class frmEventsLog : public QMainWindow {
+class frmEventsLog : public Screen {
   Q_OBJECT
 
  public:
-  explicit frmEventsLog(QWidget* parent);
-
-  /// Shows the log as it stands on disk, from `LogTopLine`. Nothing happens while the screen is
-  /// closed.
-  void RefreshEventsLogView();
+  explicit frmEventsLog(QWidget* table);
 
  protected:
-  void showEvent(QShowEvent* event) override;
-  void hideEvent(QHideEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
+  void ShowRecord() override;
+  bool TakeKey(QKeyEvent& event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  QAction* Command(QMenu* menu, const QString& name, const QString& caption,
-                   const QKeySequence& key, std::function<void()> act);
-  void Check(QMenu* menu, const char* name, const char* caption, std::function<bool()> checked,
-             std::function<void()> act);
-  void Toggle(QMenu* menu, const char* name, const char* caption, bool& field);
   void MakeView(QVBoxLayout* column);
   void MakeStatusRow(QVBoxLayout* column);
-  void MakeFileMenu();
-  void MakeEditMenu();
-  void MakeRecordMenu();
-  void MakeFontMenu();
+  void MakeMenus();
 
   void NewLog();
   void PrintLog();
@@ -89,18 +73,12 @@ class frmEventsLog : public QMainWindow {
   void BarActed(int action);
   void Turn(const QWheelEvent& event);
   void ShowBars();
-  void ShowChecks();
-  void ShowCaption();
 
   picEventsLogBox* picEventsLog_ = nullptr;
   QScrollBar* vscrEventsLog_ = nullptr;
   QScrollBar* hscrEventsLog_ = nullptr;
   QLabel* lblPosition_ = nullptr;
   QLabel* lblRecording_ = nullptr;
-  QAction* mnuFindNext_ = nullptr;
-  QAction* mnuFindPrevious_ = nullptr;
-  QTimer* timerRun_ = nullptr;
   QString findText_;
   int turned_ = 0;  // of the wheel, not yet worth a line
-  std::vector<std::function<void()>> checks_;
 };

@@ -1,13 +1,12 @@
 #include "screens/statistics/graph_printer.h"
 
-#include <QDate>
-#include <QLocale>
+#include <QObject>
 #include <QPainter>
 #include <utility>
 #include <vector>
 
 #include "core/text.h"
-#include "screens/frame/paper.h"
+#include "screens/frame/report.h"
 #include "screens/statistics/graph_painter.h"
 
 namespace {
@@ -18,7 +17,6 @@ constexpr int kRows = 3;
 
 // In points.
 constexpr double kGap = 14;
-constexpr int kHeadingFont = 11;
 constexpr double kScaleWidth = 46;
 constexpr double kCaption = 13;
 constexpr int kSmallFont = 8;
@@ -40,25 +38,6 @@ class GraphOnView {
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 QString Count(int count) { return Text(CountText(count)); }
-
-QStringList Heading() {
-  const QString game = Game.GameFileName.empty() ? "untitled game" : Text(Game.GameFileName);
-  QStringList lines = {"Kelvanor Bankroll Graph",
-                       QLocale().toString(QDate::currentDate(), QLocale::LongFormat),
-                       "Game File:  " + game};
-  if (!Game.AutoBetFile.empty()) lines << "Auto-Bet File:  " + Text(Game.AutoBetFile);
-  if (!Game.DiceRollFile.empty()) lines << "Dice Roll File:  " + Text(Game.DiceRollFile);
-  return lines;
-}
-
-/// Returns how far down the heading reaches.
-double PrintHeading(QPainter& painter, double width) {
-  double y = 0;
-  for (const QString& line : Heading()) {
-    y = PrintLine(painter, y, width, line, kHeadingFont, y == 0);
-  }
-  return y + kGap;
-}
 
 void PrintScale(QPainter& painter, const QRectF& panel) {
   for (int below = 0; below <= kGraphPanel; below += kGraphLine) {
@@ -82,15 +61,14 @@ void PrintOneGraph(QPainter& painter, const QRectF& cell) {
   PaintGraph(painter, panel, {});
 }
 
-void PrintPage(QPainter& painter, QSizeF page) {
-  const double top = PrintHeading(painter, page.width());
-  const QSizeF cell((page.width() - kGap * (kColumns - 1)) / kColumns,
-                    (page.height() - top - kGap * (kRows - 1)) / kRows);
+void PaintGraphs(QPainter& painter, QSizeF rest) {
+  const QSizeF cell((rest.width() - kGap * (kColumns - 1)) / kColumns,
+                    (rest.height() - kGap * (kRows - 1)) / kRows);
   for (std::size_t i = 0; i < Due.size(); ++i) {
     const GraphOnView shown(Due[i]);
     const int at = static_cast<int>(i);
     const QPointF corner(at % kColumns * (cell.width() + kGap),
-                         top + at / kColumns * (cell.height() + kGap));
+                         at / kColumns * (cell.height() + kGap));
     PrintOneGraph(painter, QRectF(corner, cell));
   }
 }
@@ -104,12 +82,17 @@ void CollectGraph() {
 
 int GraphsDue() { return static_cast<int>(Due.size()); }
 
-void PrintDueGraphs() {
+void PrintDueGraphs(QWidget* parent) {
   if (Due.empty()) return;
   struct Clearing {
     ~Clearing() { Due.clear(); }
   } const whateverHappens;
-  if (!CanPrint()) return;
-  PrintOnPaper("Kelvanor Bankroll Graph",
-               [](QPainter& painter, QSizeF page, const auto&) { PrintPage(painter, page); });
+  Report report;
+  report.Title = QObject::tr("Kelvanor Bankroll Graph");
+  report.Heading = GameHeading(report.Title);
+  report.Picture = [](QPainter& painter, QSizeF rest, int) {
+    PaintGraphs(painter, rest);
+    return false;
+  };
+  parent ? static_cast<void>(PrintReport(parent, report)) : PrintAtOnce(report);
 }

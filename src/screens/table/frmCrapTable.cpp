@@ -25,20 +25,20 @@
 #include "persistence/session.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
-#include "screens/frame/between_rolls.h"
+#include "screens/frame/at_table.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/help.h"
+#include "screens/frame/menus.h"
 #include "screens/frame/numeric_entry.h"
+#include "screens/frame/player_change.h"
 #include "screens/frame/pointer.h"
+#include "screens/frame/screen.h"
+#include "screens/frame/screen_table.h"
 #include "screens/frame/window_places.h"
-#include "screens/play/frmAutoPlay.h"
-#include "screens/play/frmStackValues.h"
-#include "screens/scripts/frmFlags.h"
 #include "screens/scripts/script_commands.h"
-#include "screens/statistics/frmBankroll.h"
-#include "screens/statistics/frmEventsLog.h"
 #include "screens/table/chip_art.h"
 #include "screens/table/game_commands.h"
+#include "screens/table/screens.h"
 #include "screens/table/table_commands.h"
 #include "screens/table/table_layout.h"
 #include "screens/table/table_menus.h"
@@ -53,12 +53,6 @@ constexpr double kKeyedBoxWidth = 58;
 constexpr double kKeyedBoxHeight = 20;
 constexpr double kKeyedLetters = 0.6;  // of the height of the box
 constexpr int kKeyedDecimals = 2;
-
-void Present(QWidget* screen) {
-  screen->show();
-  screen->raise();
-  screen->activateWindow();
-}
 
 /// The letter or digit of a key pressed with Ctrl alone; 0 for any other key.
 char LetterWithCtrl(const QKeyEvent& event) {
@@ -154,10 +148,10 @@ frmCrapTable::frmCrapTable() {
   MakeStatusRow(column);
   setCentralWidget(content);
 
-  menus_ = std::make_unique<TableMenus>(
-      this, TableActions{[this] { Roll(); }, [this] { ShowBankroll(); },
-                         [this] { ShowStackValues(); }, [this] { ShowAutoPlay(); },
-                         [this] { ShowFlags(); }, [this] { ShowEventsLog(); }});
+  UseScreens(this, AllScreens());
+  AtTable = {[this] { Roll(); }, [this] { RunHyperDrive(); }};
+  menus_ = new Menus(this, kPlace);
+  MakeTableMenus(this, *menus_);
   timerQuickStats_ = new QTimer(this);
   timerQuickStats_->setObjectName("timerQuickStats");
   connect(timerQuickStats_, &QTimer::timeout, this, [this] {
@@ -169,8 +163,6 @@ frmCrapTable::frmCrapTable() {
   ShowQuickStatus();
   PlaceOnScreen();
 }
-
-frmCrapTable::~frmCrapTable() = default;
 
 /// A window in the middle of the screen, with a table as large as fits well.
 void frmCrapTable::PlaceOnScreen() {
@@ -225,11 +217,8 @@ void frmCrapTable::RedrawLayout() { picLayout_->update(); }
 void frmCrapTable::RefreshViews() {
   ShowCaption();
   RedrawBets();
-  if (stackValues_) stackValues_->RefreshStackView();
-  if (autoPlay_) autoPlay_->RefreshAutoPlayView();
-  if (bankroll_) bankroll_->RefreshBankrollView();
-  if (flags_) flags_->RefreshFlagsView();
-  if (eventsLog_) eventsLog_->RefreshEventsLogView();
+  RefreshScreens();
+  menus_->Refresh();
 }
 
 void frmCrapTable::ShowCaption() {
@@ -291,54 +280,11 @@ void frmCrapTable::EndRun() {
   Game.AutoBetRunning = false;
 }
 
-void frmCrapTable::ShowStackValues() {
-  if (!stackValues_) {
-    stackValues_ = new frmStackValues(this);
-    stackValues_->setAttribute(Qt::WA_DeleteOnClose);
-    FollowPlace(stackValues_, StackValuesWindow);
-  }
-  Present(stackValues_);
-}
-
-void frmCrapTable::ShowAutoPlay() {
-  if (!autoPlay_) autoPlay_ = new frmAutoPlay(this);
-  Present(autoPlay_);
-}
-
-void frmCrapTable::ShowBankroll() {
-  if (!bankroll_) {
-    bankroll_ = new frmBankroll(this);
-    FollowPlace(bankroll_, BankrollWindow);
-    connect(bankroll_, &frmBankroll::HyperDriveToggled, this,
-            [this] { Guarded(kPlace, [this] { RunHyperDrive(); }); });
-  }
-  Present(bankroll_);
-}
-
-void frmCrapTable::ShowFlags() {
-  if (!flags_) {
-    flags_ = new frmFlags(this);
-    FollowPlace(flags_, FlagsWindow);
-  }
-  Present(flags_);
-}
-
 void frmCrapTable::ShowAsLeft() {
   FollowPlace(this, TableWindow);
   show();
-  if (WasOpen(BankrollWindow)) ShowBankroll();
-  if (WasOpen(StackValuesWindow)) ShowStackValues();
-  if (WasOpen(FlagsWindow)) ShowFlags();
-  if (WasOpen(EventsLogWindow)) ShowEventsLog();
+  ShowScreensAsLeft();
   activateWindow();
-}
-
-void frmCrapTable::ShowEventsLog() {
-  if (!eventsLog_) {
-    eventsLog_ = new frmEventsLog(this);
-    FollowPlace(eventsLog_, EventsLogWindow);
-  }
-  Present(eventsLog_);
 }
 
 // ---- The mouse ----
@@ -381,7 +327,7 @@ void frmCrapTable::MouseReleased(QPointF place, const QMouseEvent& event) {
     chipsInHand_ = false;
     view_.Dragging = false;
     picLayout_->unsetCursor();
-    BetweenRolls([spot, x = qRound(place.x()), y = qRound(place.y())] { DropChips(spot, x, y); });
+    ChangeByPlayer([spot, x = qRound(place.x()), y = qRound(place.y())] { DropChips(spot, x, y); });
     return;
   }
   if (!ClickMayAct()) return;
@@ -495,8 +441,8 @@ void frmCrapTable::keyPressEvent(QKeyEvent* event) {
     if (IsWholeKey(*event)) Guarded(kPlace, AskToInterruptRun);
   } else if (TakeHotKey(*event)) {
     event->accept();
-  } else if (event->key() == Qt::Key_F1) {
-    ShowHelp(helpTopic_);
+  } else if (TakeCommonKey(*event, helpTopic_)) {
+    event->accept();
   } else if (event->key() == Qt::Key_Escape && Game.ClickMode != NoClickMode) {
     Game.ClickMode = NoClickMode;
     RedrawBets();
@@ -554,8 +500,6 @@ void frmCrapTable::closeEvent(QCloseEvent* event) {
   }
   if (!MayLeaveGame(this)) return;
   if (!KeepSession()) return;
-  for (QWidget* screen :
-       std::initializer_list<QWidget*>{stackValues_, autoPlay_, bankroll_, flags_, eventsLog_})
-    if (screen) screen->close();
+  CloseScreens();
   event->accept();
 }

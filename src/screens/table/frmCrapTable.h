@@ -6,22 +6,14 @@
 #include <QMainWindow>
 #include <QPixmap>
 #include <QPointF>
-#include <QPointer>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <functional>
-#include <memory>
-#include <vector>
 
 #include "screens/table/table_painter.h"
 
-class frmAutoPlay;
-class frmBankroll;
 class frmCrapTable;
-class frmEventsLog;
-class frmFlags;
-class frmStackValues;
-class TableMenus;
+class Menus;
 
 /// The table itself: a drawing of 640 by 480 units that fills the widget as far as its shape
 /// allows.
@@ -60,7 +52,6 @@ class frmCrapTable : public QMainWindow {
 
  public:
   frmCrapTable();
-  ~frmCrapTable() override;
 
   /// Draws the chips, the dice, the markers, the box and the quick status anew.
   void RedrawBets();
@@ -77,15 +68,9 @@ class frmCrapTable : public QMainWindow {
   /// Throws the dice, unless a roll is under way. A window that was closed meanwhile closes then.
   void Roll();
 
-  void ShowStackValues();
-  void ShowAutoPlay();
-  void ShowBankroll();
-  void ShowFlags();
-
   /// Shows the table where it was left, and the screens that could be seen when the last session
   /// ended.
   void ShowAsLeft();
-  void ShowEventsLog();
 
   /// Starts a run under Hyper-Drive, and comes back when it has ended; stops one that goes on. A
   /// window that was closed meanwhile closes then.
@@ -134,12 +119,7 @@ class frmCrapTable : public QMainWindow {
   QLabel* lblAutoBet_ = nullptr;
   QTimer* timerQuickStats_ = nullptr;
   QLineEdit* txtEnterBet_ = nullptr;
-  std::unique_ptr<TableMenus> menus_;
-  QPointer<frmStackValues> stackValues_;
-  frmAutoPlay* autoPlay_ = nullptr;
-  frmBankroll* bankroll_ = nullptr;
-  frmFlags* flags_ = nullptr;
-  frmEventsLog* eventsLog_ = nullptr;
+  Menus* menus_ = nullptr;
   QPointF mouse_{-1, -1};
   int helpTopic_ = 0;
   bool takingKeyedAmount_ = false;

@@ -15,8 +15,8 @@
 #include "core/sounds.h"
 #include "persistence/game_file.h"
 #include "screens/frame/asking_window.h"
-#include "screens/frame/between_rolls.h"
 #include "screens/frame/guard.h"
+#include "screens/frame/player_change.h"
 #include "screens/frame/pointer.h"
 #include "screens/play/frmMsg.h"
 #include "screens/play/frmSettleBet.h"
@@ -208,5 +208,5 @@ void InstallQtHost(frmCrapTable* table) {
   TheHost.ShowStep = [](int, const std::string&, const std::string&) { TheHost.Yield(); };
   TheHost.SaveGameToTemp = ::SaveGameToTemp;
   TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
-  TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", PrintDueGraphs); };
+  TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", [] { PrintDueGraphs(); }); };
 }

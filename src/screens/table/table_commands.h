@@ -5,7 +5,7 @@
 #include <string>
 
 #include "core/game_state.h"
-#include "screens/frame/between_rolls.h"
+#include "screens/frame/player_change.h"
 #include "screens/table/table_layout.h"
 
 class QWidget;

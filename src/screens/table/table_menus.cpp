@@ -1,12 +1,10 @@
 #include "screens/table/table_menus.h"
 
-#include <QActionGroup>
-#include <QMenuBar>
+#include <QCoreApplication>
 #include <array>
 
 #include "autobet/checker.h"
 #include "bets/bankroll.h"
-#include "bets/chips.h"
 #include "bets/make_bet.h"
 #include "core/help_topics.h"
 #include "core/host.h"
@@ -17,14 +15,24 @@
 #include "play/roll_cycle.h"
 #include "rules/presets.h"
 #include "rules/validators.h"
-#include "screens/frame/guard.h"
+#include "screens/frame/menus.h"
+#include "screens/frame/player_change.h"
 #include "screens/scripts/script_commands.h"
+#include "screens/table/frmCrapTable.h"
 #include "screens/table/game_commands.h"
+#include "screens/table/screens.h"
 #include "screens/table/table_commands.h"
 
 namespace {
 
 constexpr int kFelts = 9;
+
+/// The texts of this menu bar.
+struct Menu {
+  Q_DECLARE_TR_FUNCTIONS(TableMenus)
+};
+
+QString tr(const char* text) { return Menu::tr(text); }
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -36,360 +44,284 @@ QStringList Numbered(const QString& caption, int count) {
   return captions;
 }
 
+/// The entry that shows a screen.
+MenuRow ShowRow(WindowId id) {
+  for (const ScreenRow& row : AllScreens()) {
+    if (row.Id != id) continue;
+    MenuRow entry = Command(row.Command, QCoreApplication::translate("Screens", row.Caption),
+                            [id] { ShowScreen(id); });
+    return row.Key == 0 ? entry : std::move(entry).On(QKeySequence(row.Key)).Everywhere();
+  }
+  return {};
+}
+
 void SeedNow() {
   if (!SeedRng(FindSeed)) return;
   ShowMessage("The random number generator has now been seeded.", "RNG Seeded", kTopicGenerators,
               OkTick);
 }
 
-void LoadFieldPreset(int preset) {
-  SetFieldPreset(preset);
-  DeriveFieldPer();
-  TheHost.RedrawLayout();
-}
+void RedrawTable() { TheHost.RedrawLayout(); }
 
 /// A sound set as a list shows it: the file name up to its first point.
 QString SoundName(const std::string& file) {
-  return file.empty() ? QString("none") : Text(file).section('.', 0, 0);
-}
-
-}  // namespace
-
-TableMenus::TableMenus(QMainWindow* table, TableActions actions)
-    : table_(table), actions_(std::move(actions)) {
-  MakeGameMenu();
-  MakeActionMenu();
-  MakeAutoBetMenu();
-  MakeViewMenu();
-  MakeOptionsMenu();
-  Refresh();
-}
-
-// ---- The pieces ----
-
-QMenu* TableMenus::Menu(QWidget* parent, const char* name, const QString& caption) {
-  QMenu* menu = new QMenu(caption, parent);
-  menu->setObjectName(name);
-  QObject::connect(menu, &QMenu::aboutToShow, menu, [this] { Refresh(); });
-  if (QMenu* above = qobject_cast<QMenu*>(parent)) {
-    above->addMenu(menu);
-  } else {
-    table_->menuBar()->addMenu(menu);
-  }
-  return menu;
-}
-
-TableMenus::Item& TableMenus::Command(QMenu* menu, const char* name, const QString& caption,
-                                      Needs when, std::function<void()> act) {
-  QAction* action = menu->addAction(caption);
-  action->setObjectName(name);
-  QObject::connect(action, &QAction::triggered, table_, [this, when, act = std::move(act)] {
-    if (when == Needs::TableAtRest && !TableAtRest()) {
-      Refresh();
-      return;
-    }
-    Guarded("Table Menu", act);
-    TheHost.RedrawBets();
-    Refresh();
-  });
-  items_.push_back({action, when, {}, {}});
-  return items_.back();
-}
-
-void TableMenus::Toggle(QMenu* menu, const char* name, const QString& caption, Needs when,
-                        bool& field, std::function<void()> after) {
-  Item& item = Command(menu, name, caption, when, [&field, after = std::move(after)] {
-    field = !field;
-    if (after) after();
-  });
-  item.Action->setCheckable(true);
-  item.Checked = [&field] { return field; };
-}
-
-void TableMenus::Choice(QMenu* menu, const QString& name, const QString& caption, Needs when,
-                        std::function<bool()> chosen, std::function<void()> choose) {
-  Item& item = Command(menu, name.toUtf8().constData(), caption, when, std::move(choose));
-  item.Action->setCheckable(true);
-  item.Checked = std::move(chosen);
-}
-
-void TableMenus::MakeExclusive(QMenu* menu) {
-  auto* group = new QActionGroup(menu);
-  group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
-  for (QAction* action : menu->actions()) group->addAction(action);
-}
-
-void TableMenus::Choices(QMenu* menu, const char* name, const QStringList& captions, Needs when,
-                         int& field, int first, std::function<void()> after) {
-  for (int i = 0; i < captions.size(); ++i) {
-    const int value = first + i;
-    Choice(
-        menu, QString("%1_%2").arg(name).arg(i), captions[i], when,
-        [&field, value] { return field == value; },
-        [&field, value, after] {
-          field = value;
-          if (after) after();
-        });
-  }
-  MakeExclusive(menu);
-}
-
-void TableMenus::NoticeChoice(QMenu* menu, const QString& name, const QString& caption, Needs when,
-                              int bit) {
-  Choice(
-      menu, name, caption, when, [bit] { return (Game.Notify & bit) != 0; },
-      [bit] { Game.Notify ^= bit; });
-}
-
-void TableMenus::Refresh() {
-  const bool atRest = TableAtRest();
-  for (Item& item : items_) {
-    item.Action->setEnabled(item.When == Needs::Nothing || atRest);
-    if (item.Checked) item.Action->setChecked(item.Checked());
-    if (item.Caption) item.Action->setText(item.Caption());
-  }
+  return file.empty() ? tr("none") : Text(file).section('.', 0, 0);
 }
 
 // ---- The menus ----
 
-void TableMenus::MakeGameMenu() {
-  QMenu* menu = Menu(table_, "mnuGame", "&Game");
-  Command(menu, "mnuNew", "&New", Needs::TableAtRest, [this] {
-    NewGameCommand(table_);
-  }).Action->setShortcut(Qt::Key_F2);
-  Command(menu, "mnuOpenGame", "&Open Game...", Needs::TableAtRest,
-          [this] { OpenGameCommand(table_); });
-  Command(menu, "mnuSaveGame", "&Save Game", Needs::TableAtRest, [this] {
-    SaveGameCommand(table_);
-  }).Action->setShortcut(Qt::SHIFT | Qt::Key_F12);
-  Command(menu, "mnuSaveGameAs", "Save Game &As...", Needs::TableAtRest,
-          [this] { SaveGameAsCommand(table_); });
-  menu->addSeparator();
-  const auto atm = [](AtmKind kind) {
-    return [kind] {
-      if (Game.AtmAmount > 0) AtmTransaction(kind, Game.AtmAmount);
-    };
+std::vector<MenuRow> GameRows(frmCrapTable* table) {
+  const auto atm = [](const char* name, const QString& caption, AtmKind kind) {
+    return Command(name, caption,
+                   [kind] {
+                     if (Game.AtmAmount > 0) AtmTransaction(kind, Game.AtmAmount);
+                   })
+        .AtRest()
+        .Named([caption] { return caption + " $" + Text(MoneyText(Game.AtmAmount)); });
   };
-  const auto caption = [](const char* words) {
-    return [words] { return QString("%1 $%2").arg(words, Text(MoneyText(Game.AtmAmount))); };
-  };
-  Command(menu, "mnuAtmWithdraw", "ATM &Withdraw", Needs::TableAtRest, atm(AtmWithdrawal)).Caption =
-      caption("ATM &Withdraw");
-  Command(menu, "mnuAtmDeposit", "ATM &Deposit", Needs::TableAtRest, atm(AtmDeposit)).Caption =
-      caption("ATM &Deposit");
-  menu->addSeparator();
-  Command(menu, "mnuExit", "E&xit", Needs::Nothing, [this] {
-    table_->close();
-  }).Action->setShortcut(Qt::ALT | Qt::Key_F4);
+  return {Command("mnuNew", tr("&New"), [table] { NewGameCommand(table); })
+              .AtRest()
+              .On(Qt::Key_F2)
+              .Everywhere(),
+          Command("mnuOpenGame", tr("&Open Game..."), [table] { OpenGameCommand(table); }).AtRest(),
+          Command("mnuSaveGame", tr("&Save Game"), [table] { SaveGameCommand(table); })
+              .AtRest()
+              .On(Qt::SHIFT | Qt::Key_F12)
+              .Everywhere(),
+          Command("mnuSaveGameAs", tr("Save Game &As..."), [table] { SaveGameAsCommand(table); })
+              .AtRest(),
+          Separator(),
+          atm("mnuAtmWithdraw", tr("ATM &Withdraw"), AtmWithdrawal),
+          atm("mnuAtmDeposit", tr("ATM &Deposit"), AtmDeposit),
+          Separator(),
+          Command("mnuExit", tr("E&xit"), [table] { table->close(); }).On(Qt::ALT | Qt::Key_F4)};
 }
 
-void TableMenus::MakeActionMenu() {
-  QMenu* menu = Menu(table_, "mnuAction", "&Action");
-  const auto add = [&](const char* name, const char* caption, QKeySequence key,
+std::vector<MenuRow> ActionRows(frmCrapTable* table) {
+  const auto row = [](const char* name, const QString& caption, QKeySequence key,
+                      std::function<void()> act) {
+    return Command(name, caption, std::move(act)).AtRest().On(key).Everywhere();
+  };
+  const auto here = [](const char* name, const QString& caption, QKeySequence key,
                        std::function<void()> act) {
-    Command(menu, name, caption, Needs::TableAtRest, std::move(act)).Action->setShortcut(key);
+    return Command(name, caption, std::move(act)).AtRest().On(key);
   };
-  add("mnuRollDice", "&Roll Dice", Qt::Key_F5, [this] {
-    if (ClickMayAct() && RightClick()) actions_.Roll();
-  });
-  menu->addSeparator();
-  add("mnuBuyPlaceBet", "&Buy Place Bet", Qt::Key_F6, BuyPlaceBetCommand);
-  add("mnuCallBetOn", "Call Bet &ON", Qt::Key_F7, CallBetOnCommand);
-  add("mnuCallBetOff", "Call Bet O&FF", Qt::Key_F8, CallBetOffCommand);
-  add("mnuRemoveBet", "Re&move Bet", Qt::Key_Delete, RemoveBetCommand);
-  menu->addSeparator();
-  add("mnuCallAllBetsOn", "&Call All Bets ON", Qt::SHIFT | Qt::Key_F7,
-      [] { CallAllBets(CallCodeOn); });
-  add("mnuCallAllBetsOff", "Ca&ll All Bets OFF", Qt::SHIFT | Qt::Key_F8,
-      [] { CallAllBets(CallCodeOff); });
-  add("mnuRemoveAllBets", "Remove &All Bets", Qt::SHIFT | Qt::Key_Delete, RemoveAllBets);
-  menu->addSeparator();
-  Toggle(menu, "mnuKeyInBetAmounts", "&Key In Bet Amounts", Needs::TableAtRest,
-         Game.KeyInBetAmounts, [] { CloseKeyedBox(); });
-  items_.back().Action->setShortcut(Qt::Key_F9);
+  return {
+      row("mnuRollDice", tr("&Roll Dice"), Qt::Key_F5,
+          [table] {
+            if (ClickMayAct() && RightClick()) table->Roll();
+          }),
+      Separator(),
+      row("mnuBuyPlaceBet", tr("&Buy Place Bet"), Qt::Key_F6, BuyPlaceBetCommand),
+      row("mnuCallBetOn", tr("Call Bet &ON"), Qt::Key_F7, CallBetOnCommand),
+      row("mnuCallBetOff", tr("Call Bet O&FF"), Qt::Key_F8, CallBetOffCommand),
+      here("mnuRemoveBet", tr("Re&move Bet"), Qt::Key_Delete, RemoveBetCommand),
+      Separator(),
+      row("mnuCallAllBetsOn", tr("&Call All Bets ON"), Qt::SHIFT | Qt::Key_F7,
+          [] { CallAllBets(CallCodeOn); }),
+      row("mnuCallAllBetsOff", tr("Ca&ll All Bets OFF"), Qt::SHIFT | Qt::Key_F8,
+          [] { CallAllBets(CallCodeOff); }),
+      here("mnuRemoveAllBets", tr("Remove &All Bets"), Qt::SHIFT | Qt::Key_Delete, RemoveAllBets),
+      Separator(),
+      Toggle("mnuKeyInBetAmounts", tr("&Key In Bet Amounts"),
+             RecordField(Game.KeyInBetAmounts).Then(CloseKeyedBox))
+          .On(Qt::Key_F9)
+          .Everywhere()};
 }
 
-void TableMenus::MakeAutoBetMenu() {
-  QMenu* menu = Menu(table_, "mnuAutoBet", "Auto-&Bet");
-  const auto add = [&](const char* name, const char* caption, std::function<void()> act) {
-    Command(menu, name, caption, Needs::TableAtRest, [act = std::move(act)] {
-      act();
-      TheHost.RefreshViews();
-    });
-  };
-  add("mnuOpenAutoBet", "&Open Auto-Bet File...", [this] { OpenAutoBetFileCommand(table_); });
-  add("mnuSaveAutoBetAs", "&Save Auto-Bet File As...",
-      [this] { SaveAutoBetFileAsCommand(table_); });
-  add("mnuNewAutoBet", "C&lear Auto-Bets...", [this] { ClearScriptCommand(table_); });
-  menu->addSeparator();
-  Choice(
-      menu, "mnuAutoBetActive", "&Activated", Needs::TableAtRest,
-      [] { return Game.AutoBetActive != 0; }, ToggleAutoBetCommand);
-  add("mnuCheckBets", "&Check Structure", CheckScriptCommand);
-  Command(menu, "mnuFlagValues", "&Flag Values...", Needs::Nothing, actions_.ShowFlags);
-  menu->addSeparator();
-  NoticeChoice(menu, "mnuShowLoggedMessagesNormal", "Show Logged Messages, &Normal Play",
-               Needs::TableAtRest, NoticeAutoBet);
-  NoticeChoice(menu, "mnuShowLoggedMessagesHyper", "Show Logged Messages, &Hyper-Drive",
-               Needs::TableAtRest, NoticeAutoBetHyper);
+std::vector<MenuRow> AutoBetRows(frmCrapTable* table) {
+  return {
+      Command("mnuOpenAutoBet", tr("&Open Auto-Bet File..."),
+              [table] { OpenAutoBetFileCommand(table); })
+          .AtRest(),
+      Command("mnuSaveAutoBetAs", tr("&Save Auto-Bet File As..."),
+              [table] { SaveAutoBetFileAsCommand(table); })
+          .AtRest(),
+      Command("mnuNewAutoBet", tr("C&lear Auto-Bets..."), [table] { ClearScriptCommand(table); })
+          .AtRest(),
+      Separator(),
+      Check(
+          "mnuAutoBetActive", tr("&Activated"), [] { return Game.AutoBetActive != 0; },
+          [] { ChangeByPlayer(ToggleAutoBetCommand); })
+          .AtRest(),
+      Command("mnuCheckBets", tr("&Check Structure"), CheckScriptCommand).AtRest(),
+      ShowRow(FlagsWindow),
+      Separator(),
+      Toggle("mnuShowLoggedMessagesNormal", tr("Show Logged Messages, &Normal Play"),
+             BitOf(Game.Notify, NoticeAutoBet)),
+      Toggle("mnuShowLoggedMessagesHyper", tr("Show Logged Messages, &Hyper-Drive"),
+             BitOf(Game.Notify, NoticeAutoBetHyper))};
 }
 
-void TableMenus::MakeViewMenu() {
-  QMenu* menu = Menu(table_, "mnuView", "&View");
-  Toggle(menu, "mnuDisplayBetAmounts", "Display &Bet Amounts", Needs::Nothing,
-         Game.DisplayBetAmounts);
-  items_.back().Action->setShortcut(Qt::Key_F3);
-  Toggle(menu, "mnuDisplayHopBets", "Display &Hop Bets", Needs::Nothing, Game.DisplayHopBets,
-         [] { TheHost.RedrawLayout(); });
-  items_.back().Action->setShortcut(Qt::Key_F4);
-  menu->addSeparator();
-  Command(menu, "mnuBankroll", "&Bankroll", Needs::Nothing, actions_.ShowBankroll)
-      .Action->setShortcut(Qt::Key_F12);
-  Command(menu, "mnuChipStacks", "&Chip-Stacks...", Needs::Nothing, actions_.ShowStackValues)
-      .Action->setShortcut(Qt::Key_F11);
-  Command(menu, "mnuEventsLog", "&Events Log", Needs::Nothing, actions_.ShowEventsLog);
+std::vector<MenuRow> ViewRows() {
+  return {Toggle("mnuDisplayBetAmounts", tr("Display &Bet Amounts"), Game.DisplayBetAmounts)
+              .On(Qt::Key_F3)
+              .Everywhere(),
+          Toggle("mnuDisplayHopBets", tr("Display &Hop Bets"),
+                 RecordField(Game.DisplayHopBets).Then(RedrawTable))
+              .On(Qt::Key_F4)
+              .Everywhere(),
+          Separator(),
+          ShowRow(BankrollWindow),
+          ShowRow(StackValuesWindow),
+          ShowRow(EventsLogWindow)};
 }
 
-void TableMenus::MakeOptionsMenu() {
-  QMenu* options = Menu(table_, "mnuOptions", "&Options");
-  MakeLookMenus(options);
-  MakePayoffMenu(options);
-  options->addSeparator();
-  Command(options, "mnuAutoPlay", "&Auto-Play", Needs::Nothing, actions_.ShowAutoPlay);
-  options->addSeparator();
-  MakeDiceMenu(options);
-  MakeProbabilityMenu(options);
-  MakeTapeMenu(options);
-  MakeSoundMenu(options);
-  MakeNoticesMenu(options);
-}
-
-void TableMenus::MakeLookMenus(QMenu* options) {
-  QMenu* colors = Menu(options, "mnuOptionsColors", "Table &Colors");
+std::vector<MenuRow> ColorRows() {
+  std::vector<MenuRow> rows;
   for (int i = 0; i < kColorPresets; ++i) {
     const ColorPreset& preset = kColorPresetTable[static_cast<unsigned>(i)];
-    Choice(
-        colors, QString("mnuSetColor_%1").arg(i), Text(preset.Name), Needs::Nothing,
+    MenuRow row = Check(
+        QString("mnuSetColor_%1").arg(i), Text(preset.Name),
         [&preset] {
           return Game.TableColor == preset.Colors && Game.TableFeltPattern == preset.Pattern;
         },
         [i] {
-          SetColorPreset(i);
-          TheHost.RedrawLayout();
-        });
-  }
-  QMenu* felt = Menu(options, "mnuFeltPattern", "&Felt Pattern");
-  for (int i = 0; i < kFelts; ++i) {
-    const float pattern = static_cast<float>(i);
-    Choice(
-        felt, QString("mnuFeltPattern_%1").arg(i), QString("Felt &%1").arg(i + 1), Needs::Nothing,
-        [pattern] { return Game.TableFeltPattern == pattern; },
-        [pattern] {
-          Game.TableFeltPattern = pattern;
-          TheHost.RedrawLayout();
-        });
-  }
-  MakeExclusive(colors);
-  MakeExclusive(felt);
-  const auto redraw = [] { TheHost.RedrawLayout(); };
-  Choices(Menu(options, "mnuChipStyle", "C&hip Set"), "mnuChipStyle",
-          Numbered("Chip set &%1", kChipStyles), Needs::Nothing, Game.ChipStyle, 1, redraw);
-  Choices(Menu(options, "mnuDiceStyle", "&Dice Set"), "mnuDiceStyle",
-          Numbered("Dice set &%1", kDiceStyles), Needs::Nothing, Game.DiceStyle, 1, redraw);
-  Choices(Menu(options, "mnuDiceAction", "Dice &Action"), "mnuDiceAction",
-          {"&Stationary", "&Return after thrown", "Return on &decision", "Remain on &table"},
-          Needs::TableAtRest, Game.DiceAction, DiceStationary, [] {
-            if (Game.DiceAction != DiceRemainOnTable) TheHost.SendDiceHome();
+          ChangeByPlayer([i] {
+            SetColorPreset(i);
+            RedrawTable();
           });
+        });
+    row.OneOfSeveral = true;
+    rows.push_back(std::move(row));
+  }
+  return rows;
 }
 
-void TableMenus::MakePayoffMenu(QMenu* options) {
-  QMenu* field = Menu(options, "mnuOptionsPayoffs", "&Set Field payoffs to");
+/// The felt as the whole number that it is.
+RecordField<int> Felt() {
+  return RecordField<int>([] { return static_cast<int>(Game.TableFeltPattern); },
+                          [](int pattern) { Game.TableFeltPattern = static_cast<float>(pattern); })
+      .Then(RedrawTable);
+}
+
+std::vector<MenuRow> FieldPayoffRows() {
+  std::vector<MenuRow> rows;
   for (int i = 0; i < kFieldPresets; ++i) {
-    Command(field, QString("mnuSetField_%1").arg(i).toUtf8().constData(),
-            Text(kFieldPresetNames[static_cast<unsigned>(i)]), Needs::TableAtRest,
-            [i] { LoadFieldPreset(i); });
+    rows.push_back(Command(QString("mnuSetField_%1").arg(i),
+                           Text(kFieldPresetNames[static_cast<unsigned>(i)]), [i] {
+                             ChangeByPlayer([i] {
+                               SetFieldPreset(i);
+                               DeriveFieldPer();
+                               RedrawTable();
+                             });
+                           }));
   }
+  return rows;
 }
 
-void TableMenus::MakeDiceMenu(QMenu* options) {
-  QMenu* rng = Menu(options, "mnuRng", "&Random Numbers");
-  Choices(rng, "mnuRngChoice",
-          {"RNG #&1", "RNG #&2", "RNG #&3", "RNG #&4", "RNG #&5", "RNG #&6 (#1 and #5)",
-           "RNG #&7 (#2 and #4)", "RNG #&8 (#1 single call)"},
-          Needs::TableAtRest, Game.RngChoice, Rng1Mt, CorrectRngChoice);
-  rng->addSeparator();
-  Toggle(rng, "mnuUserSeed", "&User seed", Needs::TableAtRest, Game.UserSeed);
-  Toggle(rng, "mnuReSeed", "&Re-seed new games", Needs::Nothing, Game.ReSeed);
-  Command(rng, "mnuSeedRng", "&Seed RNG now", Needs::TableAtRest, SeedNow);
+std::vector<MenuRow> GeneratorRows() {
+  std::vector<MenuRow> rows = Choices(
+      "mnuRngChoice",
+      {tr("RNG #&1"), tr("RNG #&2"), tr("RNG #&3"), tr("RNG #&4"), tr("RNG #&5"),
+       tr("RNG #&6 (#1 and #5)"), tr("RNG #&7 (#2 and #4)"), tr("RNG #&8 (#1 single call)")},
+      RecordField(Game.RngChoice).Then(CorrectRngChoice), Rng1Mt);
+  rows.push_back(Separator());
+  rows.push_back(Toggle("mnuUserSeed", tr("&User seed"), Game.UserSeed));
+  rows.push_back(Toggle("mnuReSeed", tr("&Re-seed new games"), Game.ReSeed));
+  rows.push_back(Command("mnuSeedRng", tr("&Seed RNG now"), SeedNow).AtRest());
+  return rows;
 }
 
-void TableMenus::MakeProbabilityMenu(QMenu* options) {
-  QMenu* skewed = Menu(options, "mnuProbability", "&Probabilities");
-  Command(skewed, "mnuOpenProbability", "&Open Probability File...", Needs::TableAtRest,
-          [this] { OpenProbabilityCommand(table_); });
-  Command(skewed, "mnuSaveProbabilityAs", "&Save Probability File As...", Needs::TableAtRest,
-          [this] { SaveProbabilityAsCommand(table_); });
-  skewed->addSeparator();
-  Toggle(skewed, "mnuUseSkewedProbability", "&Use Skewed Dice", Needs::TableAtRest,
-         Game.UseSkewedProbability, [] { Game.GameChanged = true; });
+std::vector<MenuRow> ProbabilityRows(frmCrapTable* table) {
+  return {Command("mnuOpenProbability", tr("&Open Probability File..."),
+                  [table] { OpenProbabilityCommand(table); })
+              .AtRest(),
+          Command("mnuSaveProbabilityAs", tr("&Save Probability File As..."),
+                  [table] { SaveProbabilityAsCommand(table); })
+              .AtRest(),
+          Separator(),
+          Toggle("mnuUseSkewedProbability", tr("&Use Skewed Dice"), Game.UseSkewedProbability)};
 }
 
-void TableMenus::MakeTapeMenu(QMenu* options) {
-  QMenu* tape = Menu(options, "mnuDiceRollFiles", "Dice Ro&ll Files");
-  Command(tape, "mnuNewOpen", "&New or Open...", Needs::TableAtRest,
-          [this] { OpenDiceRollsCommand(table_); });
-  Command(tape, "mnuCloseRolls", "&Close", Needs::TableAtRest, CloseDiceRollsCommand);
-  tape->addSeparator();
-  const std::array<const char*, 3> captions = {"Recorder &Off", "&Record", "&Playback"};
-  for (int status = RecorderOff; status <= Playback; ++status) {
-    Choice(
-        tape, QString("mnuRecorder_%1").arg(status), captions[static_cast<unsigned>(status)],
-        Needs::TableAtRest, [status] { return Game.RecorderStatus == status; },
-        [status] { SetRecorderCommand(status); });
-  }
-  MakeExclusive(tape);
-  tape->addSeparator();
-  Command(tape, "mnuFirstRoll", "Go to the &First Roll", Needs::TableAtRest,
-          RewindDiceRollsCommand);
-  Command(tape, "mnuBehindLastRoll", "Go behind the &Last Roll", Needs::TableAtRest,
-          ToEndOfDiceRollsCommand);
+std::vector<MenuRow> TapeRows(frmCrapTable* table) {
+  std::vector<MenuRow> rows = {
+      Command("mnuNewOpen", tr("&New or Open..."), [table] { OpenDiceRollsCommand(table); })
+          .AtRest(),
+      Command("mnuCloseRolls", tr("&Close"), CloseDiceRollsCommand).AtRest(), Separator()};
+  for (MenuRow& row : Choices("mnuRecorder", {tr("Recorder &Off"), tr("&Record"), tr("&Playback")},
+                              RecordField(Game.RecorderStatus).Through(SetRecorderCommand)))
+    rows.push_back(std::move(row));
+  rows.push_back(Separator());
+  rows.push_back(
+      Command("mnuFirstRoll", tr("Go to the &First Roll"), RewindDiceRollsCommand).AtRest());
+  rows.push_back(
+      Command("mnuBehindLastRoll", tr("Go behind the &Last Roll"), ToEndOfDiceRollsCommand)
+          .AtRest());
+  return rows;
 }
 
-void TableMenus::SoundChoices(QMenu* menu, const char* name, const std::vector<std::string>& list,
-                              int& field, std::function<void()> after) {
+MenuRow SoundChoices(const QString& name, const QString& caption,
+                     const std::vector<std::string>& list, RecordField<int> field) {
   QStringList captions;
   for (const std::string& file : list) captions << SoundName(file);
-  Choices(menu, name, captions, Needs::Nothing, field, 0, std::move(after));
+  return Submenu(name, caption, Choices(name, captions, field));
 }
 
-void TableMenus::MakeSoundMenu(QMenu* options) {
-  QMenu* sound = Menu(options, "mnuSound", "S&ound");
-  SoundChoices(Menu(sound, "mnuStickPerson", "&Stick Person"), "mnuStickPerson", Game.StickPersons,
-               Game.StickPerson, [] {
-                 LoadStickPerson();
-                 PlayStickCall(StickPass, false);
-               });
-  SoundChoices(Menu(sound, "mnuDiceSound", "&Dice"), "mnuDiceSound", Game.DiceSounds,
-               Game.DiceSound, PlayDiceSound);
-  SoundChoices(Menu(sound, "mnuChipSound", "&Chips"), "mnuChipSound", Game.ChipSounds,
-               Game.ChipSound, PlayChipSound);
-  SoundChoices(Menu(sound, "mnuWinSound", "&Wins"), "mnuWinSound", Game.WinSounds, Game.WinSound,
-               [] { PlayWinSound(false); });
-  sound->addSeparator();
-  Toggle(sound, "mnuDisableAllSound", "Disable &all game sounds", Needs::Nothing,
-         Game.DisableAllSound, [] { TheHost.StopSound(); });
+std::vector<MenuRow> SoundRows() {
+  return {SoundChoices("mnuStickPerson", tr("&Stick Person"), Game.StickPersons,
+                       RecordField(Game.StickPerson).Then([] {
+                         LoadStickPerson();
+                         PlayStickCall(StickPass, false);
+                       })),
+          SoundChoices("mnuDiceSound", tr("&Dice"), Game.DiceSounds,
+                       RecordField(Game.DiceSound).Then(PlayDiceSound)),
+          SoundChoices("mnuChipSound", tr("&Chips"), Game.ChipSounds,
+                       RecordField(Game.ChipSound).Then(PlayChipSound)),
+          SoundChoices("mnuWinSound", tr("&Wins"), Game.WinSounds,
+                       RecordField(Game.WinSound).Then([] { PlayWinSound(false); })),
+          Separator(),
+          Toggle("mnuDisableAllSound", tr("Disable &all game sounds"),
+                 RecordField(Game.DisableAllSound).Then([] { TheHost.StopSound(); }))};
 }
 
-void TableMenus::MakeNoticesMenu(QMenu* options) {
-  QMenu* notices = Menu(options, "mnuNotices", "&Notices");
-  const std::array<const char*, 5> captions = {
-      "&Actions not allowed", "&Betting limits reached", "&Charges and/or change",
-      "Auto-Bet messages &normal play", "Auto-Bet messages &Hyper-Drive"};
-  for (int i = 0; i < static_cast<int>(captions.size()); ++i) {
-    NoticeChoice(notices, QString("mnuNotify_%1").arg(i), captions[static_cast<unsigned>(i)],
-                 Needs::Nothing, 1 << i);
-  }
-  notices->addSeparator();
-  Toggle(notices, "mnuSnapMouse", "&Snap mouse-pointer", Needs::Nothing, Game.SnapMouse);
+std::vector<MenuRow> NoticeRows() {
+  const QStringList captions = {tr("&Actions not allowed"), tr("&Betting limits reached"),
+                                tr("&Charges and/or change"), tr("Auto-Bet messages &normal play"),
+                                tr("Auto-Bet messages &Hyper-Drive")};
+  std::vector<MenuRow> rows;
+  for (int i = 0; i < captions.size(); ++i)
+    rows.push_back(Toggle(QString("mnuNotify_%1").arg(i), captions[i], BitOf(Game.Notify, 1 << i)));
+  rows.push_back(Separator());
+  rows.push_back(Toggle("mnuSnapMouse", tr("&Snap mouse-pointer"), Game.SnapMouse));
+  return rows;
+}
+
+std::vector<MenuRow> OptionRows(frmCrapTable* table) {
+  const auto sendHome = [] {
+    if (Game.DiceAction != DiceRemainOnTable) TheHost.SendDiceHome();
+  };
+  return {Submenu("mnuOptionsColors", tr("Table &Colors"), ColorRows()),
+          Submenu("mnuFeltPattern", tr("&Felt Pattern"),
+                  Choices("mnuFeltPattern", Numbered(tr("Felt &%1"), kFelts), Felt())),
+          Submenu("mnuChipStyle", tr("C&hip Set"),
+                  Choices("mnuChipStyle", Numbered(tr("Chip set &%1"), kChipStyles),
+                          RecordField(Game.ChipStyle).Then(RedrawTable), 1)),
+          Submenu("mnuDiceStyle", tr("&Dice Set"),
+                  Choices("mnuDiceStyle", Numbered(tr("Dice set &%1"), kDiceStyles),
+                          RecordField(Game.DiceStyle).Then(RedrawTable), 1)),
+          Submenu("mnuDiceAction", tr("D&ice Action"),
+                  Choices("mnuDiceAction",
+                          {tr("&Stationary"), tr("&Return after thrown"), tr("Return on &decision"),
+                           tr("Remain on &table")},
+                          RecordField(Game.DiceAction).Then(sendHome), DiceStationary)),
+          Submenu("mnuOptionsPayoffs", tr("&Set Field payoffs to"), FieldPayoffRows()),
+          Separator(),
+          ShowRow(AutoPlayWindow),
+          Separator(),
+          Submenu("mnuRng", tr("&Random Numbers"), GeneratorRows()),
+          Submenu("mnuProbability", tr("&Probabilities"), ProbabilityRows(table)),
+          Submenu("mnuDiceRollFiles", tr("Dice Ro&ll Files"), TapeRows(table)),
+          Submenu("mnuSound", tr("S&ound"), SoundRows()),
+          Submenu("mnuNotices", tr("&Notices"), NoticeRows())};
+}
+
+}  // namespace
+
+void MakeTableMenus(frmCrapTable* table, Menus& menus) {
+  menus.Add("mnuGame", tr("&Game"), GameRows(table));
+  menus.Add("mnuAction", tr("&Action"), ActionRows(table));
+  menus.Add("mnuAutoBet", tr("Auto-&Bet"), AutoBetRows(table));
+  menus.Add("mnuView", tr("&View"), ViewRows());
+  menus.Add("mnuOptions", tr("&Options"), OptionRows(table));
 }

@@ -1,7 +1,18 @@
-// Changes to the table while it rolls by itself.
+// Whatever the player changes, on whatever screen, goes through here.
 #pragma once
 
 #include <functional>
+
+/// Carries out a change that the player made: now, or, with dice in the air or a script at work,
+/// once they have done, so that it acts from the next roll on. The game then counts as changed, and
+/// all open views are refreshed. A fault in the change is reported, and the change given up.
+void ChangeByPlayer(std::function<void()> change);
+
+/// True while changes wait for the dice.
+bool ChangesWait();
+
+/// Carries out what waits, unless dice are in the air or a script is at work.
+void CarryOutChanges();
 
 /// True while a script is at work, up to the end of the pause in which its status can be read.
 bool ScriptAtWork();
@@ -11,16 +22,6 @@ bool TableAtRest();
 
 /// Asks whether to interrupt Auto-Bet or Hyper-Drive. True when one was running.
 bool AskToInterruptRun();
-
-/// Carries out a change that the player made: now, or, with dice in the air or a script at work,
-/// once they have done, so that it acts from the next roll on.
-void BetweenRolls(std::function<void()> change);
-
-/// True while changes wait for the dice.
-bool ChangesWait();
-
-/// Carries out what waits, unless dice are in the air or a script is at work.
-void CarryOutChanges();
 
 /// Milliseconds that the event loop has taken in the turns between the rolls of runs.
 extern double YieldTime;

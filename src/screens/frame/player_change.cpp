@@ -1,11 +1,11 @@
-#include "screens/frame/between_rolls.h"
+#include "screens/frame/player_change.h"
 
 #include <utility>
 #include <vector>
 
-#include "autobet/script.h"
 #include "core/game_state.h"
 #include "core/help_topics.h"
+#include "core/host.h"
 #include "core/messages.h"
 #include "screens/frame/guard.h"
 
@@ -41,7 +41,7 @@ bool AskToInterruptRun() {
   return false;
 }
 
-void BetweenRolls(std::function<void()> change) {
+void ChangeByPlayer(std::function<void()> change) {
   waiting.push_back(std::move(change));
   CarryOutChanges();
 }
@@ -49,8 +49,12 @@ void BetweenRolls(std::function<void()> change) {
 bool ChangesWait() { return !waiting.empty(); }
 
 void CarryOutChanges() {
-  if (MustWait()) return;
-  for (const auto& change : std::exchange(waiting, {})) Guarded("Between Rolls", change);
+  if (waiting.empty() || MustWait()) return;
+  for (const auto& change : std::exchange(waiting, {})) {
+    Guarded("Player Change", change);
+    Game.GameChanged = true;
+  }
+  TheHost.RefreshViews();
 }
 
 EngineTurn::EngineTurn() {

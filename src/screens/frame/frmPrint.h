@@ -1,0 +1,27 @@
+// A report as it will be printed, and the ways to print it.
+#pragma once
+
+#include <QDialog>
+
+#include "screens/frame/report.h"
+
+class QLabel;
+class QPrinter;
+class QPrintPreviewWidget;
+
+class frmPrint : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmPrint(const Report& report, QWidget* parent);
+
+ private:
+  void Paint(QPrinter* printer);
+  void ToPdf();
+  void Write(const QString& pdf);
+  void ShowPage();
+
+  const Report& report_;
+  QPrintPreviewWidget* picPages_ = nullptr;
+  QLabel* lblPage_ = nullptr;
+};

@@ -1,0 +1,101 @@
+#include "screens/frame/screen_table.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "core/game_state.h"
+#include "screens/frame/at_table.h"
+#include "screens/frame/player_change.h"
+#include "screens/frame/screen.h"
+#include "screens/frame/window_places.h"
+
+TableCalls AtTable;
+
+namespace {
+
+// In milliseconds.
+constexpr int kFastestTick = 100;
+constexpr int kSlowestTick = 1000;
+constexpr int kRestForWork = 80;  // a tick comes this many times later than the last one took
+
+QPointer<QWidget> Table;
+std::span<const ScreenRow> Rows;
+std::map<WindowId, QPointer<Screen>> Made;
+
+void RefreshAll() {
+  for (const auto& [id, screen] : Made)
+    if (screen) screen->Refresh();
+}
+
+/// The one clock of all screens during a run.
+class Clock : public QTimer {
+ public:
+  Clock() {
+    setObjectName("timerRun");
+    callOnTimeout(this, [this] {
+      RefreshAll();
+      Pace();
+    });
+  }
+
+  void Pace() {
+    const double spent = YieldTime - std::exchange(yieldTime_, YieldTime);
+    if (!Game.HyperDriveOn) return stop();
+    const int next = std::clamp(static_cast<int>(spent * kRestForWork), kFastestTick, kSlowestTick);
+    if (!isActive() || interval() != next) start(next);
+  }
+
+ private:
+  double yieldTime_ = 0;
+};
+
+QPointer<Clock> Tick;
+
+}  // namespace
+
+void UseScreens(QWidget* table, std::span<const ScreenRow> rows) {
+  Table = table;
+  Rows = rows;
+  Made.clear();
+  Tick = new Clock;
+  Tick->setParent(table);
+}
+
+Screen* FindScreen(WindowId id) {
+  const auto at = Made.find(id);
+  return at == Made.end() ? nullptr : at->second.data();
+}
+
+Screen* ShowScreen(WindowId id) {
+  Screen* screen = FindScreen(id);
+  if (!screen) {
+    const auto row =
+        std::find_if(Rows.begin(), Rows.end(), [id](const ScreenRow& is) { return is.Id == id; });
+    if (row == Rows.end()) return nullptr;
+    screen = row->Make(Table);
+    Made[id] = screen;
+    FollowPlace(screen, id);
+  }
+  screen->Present();
+  return screen;
+}
+
+void RefreshScreens() {
+  RefreshAll();
+  if (Tick) Tick->Pace();
+}
+
+void ShowScreensAsLeft() {
+  for (const ScreenRow& row : Rows)
+    if (WasOpen(row.Id)) ShowScreen(row.Id);
+}
+
+bool CloseScreens() {
+  bool all = true;
+  for (const auto& [id, screen] : Made)
+    if (screen) all = screen->close() && all;
+  return all;
+}

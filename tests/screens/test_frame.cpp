@@ -1,0 +1,213 @@
+// What all screens have in common: walks over every bound control and every menu.
+#include <QAbstractSlider>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPrintPreviewWidget>
+#include <QTemporaryDir>
+#include <QWheelEvent>
+#include <map>
+#include <set>
+
+#include "bets/consistency.h"
+#include "core/host.h"
+#include "persistence/game_file_table.h"
+#include "screen_driver.h"
+#include "screens/frame/bind.h"
+#include "screens/frame/frmPrint.h"
+#include "screens/frame/player_change.h"
+#include "screens/frame/screen.h"
+#include "screens/frame/screen_table.h"
+#include "screens/table/screens.h"
+
+namespace {
+
+/// All that a game file keeps of the record, as bytes: any change of a setting shows in it.
+std::vector<Record> Kept() {
+  std::vector<Record> records(kFixedRecords);
+  PutFields(GameFields(), Game, records);
+  return records;
+}
+
+}  // namespace
+
+class TestFrame : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    table_ = std::make_unique<frmCrapTable>();
+    BeginScreens(*table_);
+    PlannedMessages.Active = true;
+    Game.DataPath = folder_.path().toStdString() + "/";
+    Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+    for (const ScreenRow& row : AllScreens()) ShowScreen(row.Id);
+  }
+  void cleanup() { table_.reset(); }
+
+  void everyCheckMarkOfEveryMenuMarksTheGameAsChanged() {
+    int flipped = 0;
+    for (QAction* action : table_->findChildren<QAction*>()) {
+      if (!action->isCheckable() || action->objectName().isEmpty() || !action->isEnabled())
+        continue;
+      if (action->actionGroup() && action->isChecked()) continue;  // the choice that stands
+      const std::vector<Record> before = Kept();
+      const bool checked = action->isChecked();
+      Game.GameChanged = false;
+      action->trigger();
+      ++flipped;
+      QVERIFY2(Game.GameChanged || !PlannedMessages.Shown.empty(),
+               qPrintable(action->objectName()));
+      PlannedMessages.Shown.clear();
+      if (before == Kept()) QCOMPARE(action->isChecked(), checked);  // was refused
+    }
+    QVERIFY2(flipped > 60, qPrintable(QString::number(flipped)));
+    QCOMPARE(FirstInconsistency(), std::string());
+  }
+
+  /// Every bound control takes whatever comes; the record stays sound, follows its limits, and the
+  /// control then shows what stands.
+  void everyBoundControlTakesAnything() {
+    int walked = 0;
+    for (Binding* binding : table_->findChildren<Binding*>()) {
+      auto* control = qobject_cast<QWidget*>(binding->parent());
+      if (!control || !control->isEnabled()) continue;
+      for (int input = 0; input < 8; ++input) {
+        const std::vector<Record> before = Kept();
+        Game.GameChanged = false;
+        Play(control, input);
+        QVERIFY2(before == Kept() || Game.GameChanged, qPrintable(control->objectName()));
+        QCOMPARE(FirstInconsistency(), std::string());
+        const QString shown = ShownBy(control);
+        control->window()->setFocus();
+        binding->Load();
+        QCOMPARE(ShownBy(control), shown);
+      }
+      ++walked;
+    }
+    QVERIFY2(walked > 35, qPrintable(QString::number(walked)));
+  }
+
+  /// What is done while the dice fly waits for them, on every screen alike.
+  void nothingIsWrittenWhileTheDiceFly() {
+    Game.RollInProgress = true;
+    const std::vector<Record> before = Kept();
+    for (Binding* binding : table_->findChildren<Binding*>()) {
+      auto* control = qobject_cast<QWidget*>(binding->parent());
+      if (control && control->isEnabled() && !qobject_cast<QComboBox*>(control)) Play(control, 1);
+    }
+    QVERIFY(before == Kept() && ChangesWait());
+    Game.RollInProgress = false;
+    CarryOutChanges();
+    QVERIFY(before != Kept() && Game.GameChanged && !ChangesWait());
+  }
+
+  void aMinimisedScreenComesBackAndAHiddenOneRests() {
+    Screen* flags = FindScreen(FlagsWindow);
+    flags->showMinimized();
+    Game.Flags = {{"Ready", 0, 0}};
+    TheHost.RefreshViews();
+    const auto* list = Find<QListView>(flags, "lstShowflags");
+    QCOMPARE(list->model()->rowCount(), 0);  // not seen, not refreshed
+    Command(*table_, "mnuFlagValues");
+    QVERIFY(flags->isVisible() && !flags->isMinimized());
+    QCOMPARE(list->model()->rowCount(), 1);
+    QTest::keyClick(flags, Qt::Key_Escape);
+    QVERIFY(!flags->isVisible());
+  }
+
+  void theTablesFunctionKeysWorkInEveryScreen() {
+    for (const ScreenRow& row : AllScreens()) {
+      Screen* screen = FindScreen(row.Id);
+      const bool hops = Game.DisplayHopBets;
+      QTest::keyClick(screen, Qt::Key_F4);
+      QCOMPARE(Game.DisplayHopBets, !hops);
+      Game.LastErrorText = "Overflow, Error #6 occurred, at: Roll Dice\n";
+      QTest::keyClick(screen, Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+      ExpectMessage(Game.LastErrorText, "Last Error");
+    }
+  }
+
+  void noMnemonicOfAMenuStandsTwice() {
+    for (const QMenu* menu : table_->findChildren<QMenu*>()) {
+      std::map<QChar, QString> taken;
+      for (const QAction* action : menu->actions()) {
+        const qsizetype at = action->text().indexOf('&');
+        if (at < 0) continue;
+        const QChar letter = action->text()[at + 1].toLower();
+        QVERIFY2(!taken.contains(letter),
+                 qPrintable(menu->title() + ": " + taken[letter] + ", " + action->text()));
+        taken[letter] = action->text();
+      }
+    }
+  }
+
+  void aReportIsShownAndBecomesAPdf() {
+    Report report;
+    report.Title = "Numbers";
+    report.Heading = {"Numbers", "from one to nine hundred"};
+    report.Columns = {"Number", "Square"};
+    report.Rows = 900;
+    report.Row = [](int row) {
+      return QStringList{QString::number(row + 1), QString::number((row + 1) * (row + 1))};
+    };
+    QCOMPARE(TextOf(report).section('\n', 0, 2), "Number\tSquare\n1\t1\n2\t4");
+    frmPrint screen(report, table_.get());
+    screen.show();
+    QTRY_VERIFY(Find<QPrintPreviewWidget>(&screen, "picPages")->pageCount() > 5);
+    QVERIFY(Find<QPushButton>(&screen, "cmdPrintToPdf")->isEnabled());
+    QCOMPARE(Find<QPushButton>(&screen, "cmdPrint")->isEnabled(), CanPrint());
+    PrintFile = folder_.filePath("numbers.pdf");
+    QVERIFY(PrintReport(table_.get(), report));
+    QVERIFY(QFileInfo(PrintFile).size() > 5'000);
+    PrintFile = folder_.filePath("no such folder/numbers.pdf");
+    QVERIFY_EXCEPTION_THROWN(PrintReport(table_.get(), report), std::exception);
+    PrintFile.clear();
+  }
+
+ private:
+  static QString ShownBy(const QWidget* control) {
+    if (auto* box = qobject_cast<const QLineEdit*>(control)) return box->text();
+    if (auto* list = qobject_cast<const QComboBox*>(control)) return list->currentText();
+    if (auto* button = qobject_cast<const QAbstractButton*>(control))
+      return button->text() + (button->isChecked() ? "*" : "");
+    if (auto* slider = qobject_cast<const QAbstractSlider*>(control))
+      return QString::number(slider->value());
+    return {};
+  }
+
+  /// Something that a player could do to a control, sound or not.
+  static void Play(QWidget* control, int input) {
+    const QStringList pasted = {"12",      "999999999999999999", "-7.25",
+                                "",        QString(300, 'W'),    "1e9\t",
+                                "0.00001", "\u05d0\u4e2d"};
+    if (auto* box = qobject_cast<QLineEdit*>(control)) {
+      QApplication::clipboard()->setText(pasted[input]);
+      box->setFocus();
+      box->selectAll();
+      QTest::keyClick(box, Qt::Key_Delete);
+      QTest::keySequence(box, QKeySequence::Paste);
+      QTest::keyClick(box, Qt::Key_Return);
+    } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+      button->click();
+    } else if (auto* slider = qobject_cast<QAbstractSlider*>(control)) {
+      slider->setValue(input % 2 ? 1'000'000 : -input);
+    } else if (control->isVisible()) {
+      QWheelEvent wheel({5, 5}, control->mapToGlobal(QPointF(5, 5)), {},
+                        {0, input % 2 ? 120 : -120}, {}, {}, Qt::NoScrollPhase, false);
+      if (input > 3) control->setFocus();
+      QApplication::sendEvent(control, &wheel);
+    }
+  }
+
+  QTemporaryDir folder_;
+  std::unique_ptr<frmCrapTable> table_;
+};
+
+QTEST_MAIN(TestFrame)
+#include "test_frame.moc"
