@@ -11,9 +11,7 @@
 
 namespace {
 
-constexpr int kFirstEvent = 2;
-constexpr int kLastEvent = 89;
-constexpr int kFormerAllNumbers = EventSubject + 17;
+constexpr int kFormerAllNumbers = SubjectOf(PointNumbers);
 
 bool ActsOnBets(int action) {
   switch (action) {
@@ -61,12 +59,11 @@ bool CoversAllNumbers(const ScriptLine& line) {
 
 void PlanEvents(const ScriptLine& line, ActionPlan& plan) {
   const bool all = CoversAllNumbers(line);
-  const bool one =
-      line.ToSubject >= EventSubject + kFirstEvent && line.ToSubject <= EventSubject + kLastEvent;
+  const bool one = line.ToSubject >= SubjectOf(Total2) && line.ToSubject <= SubjectOf(SecondDie6);
   plan.Target = all || one ? ActionPlan::Covers::NumberEvents : ActionPlan::Covers::Nothing;
   if (all) {
-    plan.First = kFirstEvent;
-    plan.Last = kLastEvent;
+    plan.First = Total2;
+    plan.Last = SecondDie6;
   } else if (one) {
     plan.First = plan.Last = line.ToSubject - EventSubject;
   }

@@ -210,6 +210,7 @@ void Call(int id, CallCode code) {
 }
 
 void ResetOutcome(int id) {
+  if (!IsBet(id)) return;
   Game.BetOutcome[static_cast<unsigned>(id)] = {};
   Game.GameChanged = true;
 }
@@ -239,7 +240,7 @@ void RoundToWhole(int id, Currency unit, int way) {
 }
 
 void TreatBet(int id, int action) {
-  if (!IsBet(id)) return;
+  if (!IsBet(id) && !IsChipStack(id)) return;
   switch (action) {
     case BuyThePlaceBet: return BuyPlaceBet(id);
     case CallOff: return Call(id, CallCodeOff);

@@ -105,7 +105,8 @@ std::string ComposeRound(const ScriptLine& line, const ActionForm& form) {
   sentence.Add(form.Lead);
   sentence.Add(TextOf(TargetList(form.To), line.ToSubject));
   sentence.AddStackNum(line.ToSubject, line.ToStackNum);
-  sentence.Add(TextOf(kRoundingWays, line.OfSubject));
+  const std::string_view way = TextOf(kRoundingWays, line.OfSubject);
+  sentence.Add(way.empty() ? TextOf(kRoundingWays, RoundUp) : way);  // as it is rounded
   sentence.Add(PlainText(line.LineAmount));
   return sentence.Finished();
 }

@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int kFirstEvent = EventSubject + 2;
-constexpr int kLastEvent = EventSubject + 89;
+constexpr int kFirstEvent = SubjectOf(Total2);
+constexpr int kLastEvent = SubjectOf(SecondDie6);
 
 // --- Plans ---
 

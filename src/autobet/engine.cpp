@@ -142,6 +142,7 @@ class Run {
 
   /// A jump passes all lines from the first to the label; without a label it runs off the end.
   int JumpTo(int label) {
+    if (label == kNextLine) return Game.ScrLine + 1;  // a jump that names none
     if (!CountLines(label > 0 ? label : count_) || label == 0) return kStop;
     Game.ScrLine = label;
     BlockStart = LabelLine;

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/bets.h"
+#include "core/roll_events.h"
 
 /// A row of a list; code 0 is a separator but in the choices of Auto-Handle. All codes stand in
 /// files.
@@ -58,6 +59,9 @@ enum Subject : int {
   PointBuy = 1806,
   EventSubject = 2000,
 };
+
+/// The subject of a roll event.
+constexpr int SubjectOf(RollEvent event) { return EventSubject + static_cast<int>(event); }
 
 /// Sources ("of") that are no bets, beside the subjects with the same meaning.
 enum Source : int {

@@ -29,8 +29,12 @@ ProgramLine PlanLine(int number, const std::unordered_map<std::string, int>& lab
     planned.Plan = static_cast<int>(program.Actions.size());
     program.Actions.push_back(PlanAction(number));
     if (line.LineCode == GoTo || line.LineCode == Gosub) {
-      const auto label = labels.find(TrimmedLower(line.LineName));
-      if (label != labels.end()) planned.JumpTo = label->second;
+      const std::string wanted = TrimmedLower(line.LineName);
+      const auto label = labels.find(wanted);
+      if (wanted.empty())
+        planned.JumpTo = kNextLine;
+      else if (label != labels.end())
+        planned.JumpTo = label->second;
     }
   }
   return planned;

@@ -6,12 +6,16 @@
 #include "autobet/actions.h"
 #include "autobet/conditions.h"
 
+inline constexpr int kNextLine = -1;
+
 /// A line of the program. `Plan` is its place among the conditions or the actions.
 struct ProgramLine {
   int Kind = 0;
   int Code = 0;  // of an action
   int Plan = 0;
-  int JumpTo = 0;  // of "Go to" and "Gosub": the line of the label, 0 when there is none
+  // Of "Go to" and "Gosub": the line of the label, 0 when there is none of that name, `kNextLine`
+  // when no label is named.
+  int JumpTo = 0;
 };
 
 struct Program {

@@ -148,34 +148,24 @@ bool ConvertIfForeign(std::string& path) {
   return Game.LastFileResult > 0;
 }
 
-void ReadIntoScript(std::string path) {
+/// What becomes of the lines of a file.
+enum class ReadInto { Whole, Insertion, HotKey };
+
+void ReadIntoScript(std::string path, ReadInto use) {
   ReadScript script;
   if (!ConvertIfForeign(path) || !ReadWhole(path, script)) return;
-  if (Game.HotKeyRunning)
-    LayOver(script);
-  else if (Game.ScriptCopyMode)
-    Paste(script);
-  else
-    TakeOver(script, path);
-  if (!Game.HotKeyRunning) Game.ScriptChanged = true;
+  switch (use) {
+    case ReadInto::HotKey: LayOver(script); break;
+    case ReadInto::Insertion: Paste(script); break;
+    case ReadInto::Whole: TakeOver(script, path); break;
+  }
+  if (use != ReadInto::HotKey) Game.ScriptChanged = true;
   ScriptEdited();
 }
 
-std::vector<Record> RecordsToSave() {
-  std::vector<Record> records(1);
-  for (int number = 1; number <= Game.ScrCount; ++number) {
-    const ScriptLine& line = Line(number);
-    if (!Game.ScriptCopyMode || line.LineSelected) records.push_back(MakeLineRecord(line));
-  }
-  records[0] = MakeHeader(static_cast<int>(records.size()) - 1);
-  return records;
-}
-
-}  // namespace
-
-void OpenScript(const std::string& path) {
+void Open(const std::string& path, ReadInto use) {
   try {
-    ReadIntoScript(path);
+    ReadIntoScript(path, use);
   } catch (const std::exception&) {
     ReportError("Open Auto-Bet File");
     Game.LastFileResult = kSystemFailed;
@@ -183,15 +173,43 @@ void OpenScript(const std::string& path) {
   }
 }
 
-void SaveScript(const std::string& path) {
+std::vector<Record> RecordsToSave(bool selectedOnly) {
+  std::vector<Record> records(1);
+  for (int number = 1; number <= Game.ScrCount; ++number) {
+    const ScriptLine& line = Line(number);
+    if (!selectedOnly || line.LineSelected) records.push_back(MakeLineRecord(line));
+  }
+  records[0] = MakeHeader(static_cast<int>(records.size()) - 1);
+  return records;
+}
+
+/// Writes lines of the script; true on success.
+bool WriteLines(const std::string& path, bool selectedOnly) {
   try {
-    const std::vector<Record> records = RecordsToSave();
+    const std::vector<Record> records = RecordsToSave(selectedOnly);
     WriteRecords(path, records);
     Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
-    if (!Game.ScriptCopyMode && !Game.HotKeyRunning) Game.AutoBetFile = path;
+    return true;
   } catch (const std::exception&) {
     ReportError("Save Auto-Bet File");
     Game.LastFileResult = kSystemFailed;
     Tell(kUnableToSaveTitle, path, "can't be written.");
+    return false;
   }
+}
+
+}  // namespace
+
+void OpenScript(const std::string& path) {
+  const ReadInto inserted = Game.ScriptCopyMode ? ReadInto::Insertion : ReadInto::Whole;
+  Open(path, Game.HotKeyRunning ? ReadInto::HotKey : inserted);
+}
+
+void OpenWholeScript(const std::string& path) { Open(path, ReadInto::Whole); }
+
+bool WriteScript(const std::string& path) { return WriteLines(path, false); }
+
+void SaveScript(const std::string& path) {
+  const bool written = WriteLines(path, Game.ScriptCopyMode);
+  if (written && !Game.ScriptCopyMode && !Game.HotKeyRunning) Game.AutoBetFile = path;
 }

@@ -10,6 +10,13 @@
 /// a file of the older program.
 void OpenScript(const std::string& path);
 
+/// A plain open, whatever else is at work.
+void OpenWholeScript(const std::string& path);
+
+/// Writes the whole script to a file that doesn't become its own; true on success. `LastFileResult`
+/// and the player learn of it as by `SaveScript`.
+bool WriteScript(const std::string& path);
+
 /// Writes the script, or under `ScriptCopyMode` the selected lines, to `path`, which becomes
 /// `AutoBetFile` unless lines are copied or a Hot-Key is running. The old file stays whole until
 /// the new one is complete. `LastFileResult` is the length written, -1 when the system failed (the

@@ -4,7 +4,7 @@
 
 #include "autobet/bet_ids.h"
 #include "autobet/language.h"
-#include "stats/graph.h"
+#include "stats/bankroll_graph.h"
 
 namespace {
 

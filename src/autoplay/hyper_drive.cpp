@@ -14,21 +14,18 @@ namespace {
 
 constexpr double kMilliseconds = 1000;
 
-/// What a run began with.
-struct Run {
-  int FirstRoll = 0;
-  int LastRoll = 0;
-  int RollsAsked = 0;
-  std::uint32_t StartedAt = 0;
-  std::uint32_t EndedAt = 0;
-};
-Run run;
+/// Under Hyper-Drive only a script bets, and only with money.
+bool NoBetCanBeMade() {
+  const bool scripted = Game.AutoBetActive == 1 && Game.ScrCount > 0;
+  const bool broke = !Game.NegBankroll && FreeMoney() < Unit();
+  return Game.TotalOnTable == 0 && (!scripted || broke);
+}
 
 void BeginRun() {
   Game.HyperDriveOn = true;
   Game.KeepRolling = true;
   Game.HyperDriveStopped = false;
-  run = {Game.RollCount[0], 0, Game.AutoRollsLeft, TheHost.Milliseconds(), 0};
+  Game.LastRun = {Game.RollCount[0], 0, Game.AutoRollsLeft, TheHost.Milliseconds(), 0};
   TheHost.RefreshViews();
 }
 
@@ -40,8 +37,8 @@ void LayOutAllChips() {
 }
 
 void EndRun() {
-  run.EndedAt = TheHost.Milliseconds();
-  run.LastRoll = Game.RollCount[0];
+  Game.LastRun.EndedAt = TheHost.Milliseconds();
+  Game.LastRun.LastRoll = Game.RollCount[0];
   Game.HyperDriveOn = false;
   Game.KeepRolling = false;
   Game.HyperDriveStopped = Game.TableMinimised;
@@ -72,6 +69,7 @@ void ToggleHyperDrive() {
 }
 
 RunProgress HyperDriveProgress() {
+  const HyperRun& run = Game.LastRun;
   RunProgress progress;
   const int lastRoll = Game.HyperDriveOn ? Game.RollCount[0] : run.LastRoll;
   progress.RollsDone = std::max(lastRoll - run.FirstRoll, 0);
@@ -84,7 +82,8 @@ RunProgress HyperDriveProgress() {
   progress.RollsAtMost = kMaxRolls - run.FirstRoll;
   if (progress.RollsAsked > 0)
     progress.RollsAtMost = std::min(progress.RollsAsked, progress.RollsAtMost);
-  if (Game.HyperDriveOn && progress.RollsPerSecond > 0)
+  if (progress.RollsAsked > 0 && Game.HyperDriveOn && progress.RollsPerSecond > 0)
     progress.SecondsLeft = (progress.RollsAtMost - progress.RollsDone) / progress.RollsPerSecond;
+  progress.NoBet = Game.HyperDriveOn && NoBetCanBeMade();
   return progress;
 }

@@ -15,7 +15,8 @@ struct RunProgress {
   int RollsAsked = 0;   // 0 when only the roll limit ends the run
   int RollsAtMost = 0;  // by the count or by the roll limit, whichever comes first
   double RollsPerSecond = 0;
-  double SecondsLeft = 0;  // 0 when unknown
+  double SecondsLeft = 0;  // 0 when unknown, or when no count is set
+  bool NoBet = false;      // nothing is bet, and nobody can bet before the run ends
 };
 
 /// The progress of the run under Hyper-Drive, or of the last one.

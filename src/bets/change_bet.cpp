@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
-#include "bets/vig_and_odds.h"
+#include "bets/odds.h"
+#include "bets/proper_odds.h"
+#include "bets/vig.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
@@ -224,12 +226,7 @@ Verdict ApplyMaximum(int betId) {
 /// The vig that an amount would hold up front.
 Currency VigUpFront(int betId, Currency amount) {
   if (!VigIsUpFront(betId)) return 0;
-  if (IsBuy(betId)) {
-    FigureBuyVig(betId, amount);
-    return Game.BuyVigCalc;
-  }
-  FigureLayVig(betId, amount);
-  return Game.LayVigCalc;
+  return IsBuy(betId) ? FigureBuyVig(betId, amount) : FigureLayVig(betId, amount);
 }
 
 /// The money that the table would hold after a change of one bet.
@@ -350,13 +347,8 @@ void ChargeVig(int betId) {
   if (!IsBuy(betId) && !IsLay(betId)) return;
   Currency& held = IsBuy(betId) ? Game.BuyVigHeld[betId - Buy4] : Game.LayVigHeld[betId - Lay4];
   const Currency before = held;
-  if (IsBuy(betId)) {
-    FigureBuyVig(betId, Game.Bets[betId]);
-    held = Game.BuyVigCalc;
-  } else {
-    FigureLayVig(betId, Game.Bets[betId]);
-    held = Game.LayVigCalc;
-  }
+  const Currency bet = Game.Bets[betId];
+  held = IsBuy(betId) ? FigureBuyVig(betId, bet) : FigureLayVig(betId, bet);
   if (VigIsUpFront(betId)) Game.TotalOnTable += held - before;
   TellVig(betId, before, held);
 }

@@ -6,7 +6,7 @@
 #include <set>
 
 #include "bets/chips.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/game_state.h"
 #include "core/text.h"
 
@@ -37,22 +37,15 @@ std::string CheckBets() {
 }
 
 std::string CheckHeldVig() {
-  const Currency buyVig = Game.BuyVigCalc;
-  const Currency layVig = Game.LayVigCalc;
-  std::string fault;
-  for (unsigned i = 0; i < Game.BuyVigHeld.size() && fault.empty(); ++i) {
-    const int buy = Buy4 + static_cast<int>(i);
-    const int lay = Lay4 + static_cast<int>(i);
-    FigureBuyVig(buy, Game.Bets[buy]);
-    FigureLayVig(lay, Game.Bets[lay]);
-    if (Game.BuyVigHeld[i] != Game.BuyVigCalc)
-      fault = BetName(buy) + ": the held vig isn't that of the bet";
-    else if (Game.LayVigHeld[i] != Game.LayVigCalc)
-      fault = BetName(lay) + ": the held vig isn't that of the bet";
+  const HeldVig held = FigureHeldVig(BuyVigTerms(), LayVigTerms());
+  for (unsigned i = 0; i < held.Buy.size(); ++i) {
+    const int number = static_cast<int>(i);
+    if (Game.BuyVigHeld[i] != held.Buy[i])
+      return BetName(Buy4 + number) + ": the held vig isn't that of the bet";
+    if (Game.LayVigHeld[i] != held.Lay[i])
+      return BetName(Lay4 + number) + ": the held vig isn't that of the bet";
   }
-  Game.BuyVigCalc = buyVig;
-  Game.LayVigCalc = layVig;
-  return fault;
+  return {};
 }
 
 std::string CheckTotalOnTable() {
@@ -108,14 +101,12 @@ std::int64_t SumOfEvents(int first, int last) {
 }
 
 std::string CheckRollCounts() {
-  constexpr int kFirstDie = 78;
-  constexpr int kSecondDie = 84;
   const int rolls = Game.RollCount[0];
   if (rolls < 0 || rolls > kMaxRolls) return "the count of rolls is out of its limits";
-  if (SumOfEvents(2, 12) != rolls) return "the totals don't add up to the rolls";
-  if (SumOfEvents(kFirstDie, kFirstDie + 5) != rolls)
+  if (SumOfEvents(Total2, Total12) != rolls) return "the totals don't add up to the rolls";
+  if (SumOfEvents(FirstDie1, FirstDie6) != rolls)
     return "the faces of the first die don't add up to the rolls";
-  if (SumOfEvents(kSecondDie, kSecondDie + 5) != rolls)
+  if (SumOfEvents(SecondDie1, SecondDie6) != rolls)
     return "the faces of the second die don't add up to the rolls";
   return {};
 }

@@ -1,7 +1,7 @@
 #include "bets/decide_bet.h"
 
 #include "bets/settle.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/text.h"
 #include "stats/bet_tables.h"
 #include "stats/events_log.h"
@@ -15,12 +15,12 @@ Currency PaidAt(Currency amount, const PayoffRecord& payoff) {
   return MoneyOf(amount * payoff.Win / payoff.Per);
 }
 
-/// What is left of a payoff after vig. Vig up front is paid win or lose, vig on the win only on
-/// wins.
-Currency ChargedVig(FigureMode mode, int betId) {
+/// The vig on a bet that pays `gross` before it. Vig up front is paid win or lose, vig on the win
+/// only on wins.
+Currency ChargedVig(FigureMode mode, int betId, Currency gross) {
   const bool lay = IsLay(betId);
   if (!lay && !IsBuy(betId)) return 0;
-  if (Game.GrossPayoff <= 0 && !VigIsUpFront(betId)) return 0;
+  if (gross <= 0 && !VigIsUpFront(betId)) return 0;
   if (mode == FigureReal) return VigHeld(betId);
   if (!lay) return Game.BuyVigPct;
   return PaidAt(Game.LayVigPct, Game.Payoff[betId]);
@@ -37,16 +37,17 @@ int PropOfTotal(int total) {
 }
 
 /// The bet whose ratio a won bet is paid at.
-int PayoffSource(int betId) {
-  const int point = Game.PrevPoint;
+int PayoffSource(int betId, const DecidedThrow& thrown) {
+  const int point = thrown.Point;
+  const int total = thrown.Die1 + thrown.Die2;
   switch (betId) {
     case PassLine: return point == 0 ? +Come : BetOnNumber(ComeFamily, point);
     case PassLineOdds: return point == 0 ? betId : BetOnNumber(ComeOddsFamily, point);
     case DontPass: return point == 0 ? +DontCome : BetOnNumber(DontComeFamily, point);
     case DontPassOdds: return point == 0 ? betId : BetOnNumber(DontComeOddsFamily, point);
-    case CAndE: return Game.RollTotal == 11 ? Eleven : Craps;
+    case CAndE: return total == 11 ? Eleven : Craps;
     case Horn:
-    case World: return PropOfTotal(Game.RollTotal);
+    case World: return PropOfTotal(total);
     default: return betId;
   }
 }
@@ -67,13 +68,30 @@ Currency PaidOnOnePart(int parts, Currency amount, const PayoffRecord& payoff) {
   return PaidAt(part, payoff) - MoneyOf(amount * (parts - 1) / Currency(parts));
 }
 
-void FigureFromRecordInForce(int betId, Currency amount) {
-  const int source = PayoffSource(betId);
+/// A won bet, before vig.
+BetPayoff WonPayoff(int betId, Currency amount, const DecidedThrow& thrown) {
+  BetPayoff payoff;
+  payoff.Ratio = Game.Payoff[PayoffSource(betId, thrown)];
   const int parts = PartsOf(betId);
-  if (source == betId && parts == 1) return;
-  Game.Payoff[0] = Game.Payoff[source];
-  Game.GrossPayoff =
-      parts == 1 ? PaidAt(amount, Game.Payoff[0]) : PaidOnOnePart(parts, amount, Game.Payoff[0]);
+  payoff.Gross =
+      parts == 1 ? PaidAt(amount, payoff.Ratio) : PaidOnOnePart(parts, amount, payoff.Ratio);
+  return payoff;
+}
+
+/// A lost bet, before vig.
+BetPayoff LostPayoff(int betId, Currency amount) {
+  return {-amount, 0, {-1, Game.Payoff[betId].ShownAsTo, 1}};
+}
+
+BetPayoff FieldPayoffOf(Currency amount, const DecidedThrow& thrown) {
+  const PayoffRecord& ratio = Game.FieldPayoff[FieldCombination(thrown.Die1, thrown.Die2)];
+  return {PaidAt(amount, ratio), 0, ratio};
+}
+
+BetPayoff PayoffBeforeVig(int betId, DecisionCode code, Currency amount,
+                          const DecidedThrow& thrown) {
+  if (betId == Field) return FieldPayoffOf(amount, thrown);
+  return code > 0 ? WonPayoff(betId, amount, thrown) : LostPayoff(betId, amount);
 }
 
 void LogDecision(int betId) {
@@ -129,28 +147,18 @@ int FieldCombination(int die1, int die2) {
   return kCombinations[die1][die2];
 }
 
-void FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount) {
-  const bool wins = code > 0;
-  const PayoffRecord& own = Game.Payoff[betId];
-  Game.Payoff[0] = wins ? own : PayoffRecord{-1, own.ShownAsTo, 1};
-  if (betId == Field) {
-    Game.Payoff[0] = Game.FieldPayoff[FieldCombination(Game.Die1, Game.Die2)];
-    Game.GrossPayoff = PaidAt(amount, Game.Payoff[0]);
-  } else if (wins) {
-    Game.GrossPayoff = PaidAt(amount, own);
-    Game.GrossPayoff -= ChargedVig(mode, betId);
-    FigureFromRecordInForce(betId, amount);
-  } else {
-    Game.GrossPayoff = -amount;
-    Game.GrossPayoff -= ChargedVig(mode, betId);
-  }
-  Game.NetPayoff = RoundDownTo(Game.GrossPayoff, Unit());
+BetPayoff FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount,
+                       const DecidedThrow& thrown) {
+  BetPayoff payoff = PayoffBeforeVig(betId, code, amount, thrown);
+  payoff.Gross -= ChargedVig(mode, betId, payoff.Gross);
+  payoff.Net = RoundDownTo(payoff.Gross, Unit());
+  return payoff;
 }
 
 void DecideBet(int betId, DecisionCode code) {
   if (Game.BetWorking[betId] >= Working) {
-    FigurePayoff(FigureRate, betId, code, 1);
-    RecordBetOutcome(Phantom, betId, 1, Game.GrossPayoff);
+    const BetPayoff phantom = FigurePayoff(FigureRate, betId, code, 1, ThrowInForce());
+    RecordBetOutcome(Phantom, betId, 1, phantom.Gross);
   }
   DecideWager(betId, code);
 }
@@ -159,7 +167,10 @@ void DecideWager(int betId, DecisionCode code) {
   if (Game.BetWorking[betId] < Working) return ReturnOdds(betId, code);
   const Currency bet = Game.Bets[betId];
   if (bet == 0) return;
-  FigurePayoff(FigureReal, betId, code, bet);
+  const BetPayoff payoff = FigurePayoff(FigureReal, betId, code, bet, ThrowInForce());
+  Game.Payoff[0] = payoff.Ratio;
+  Game.GrossPayoff = payoff.Gross;
+  Game.NetPayoff = payoff.Net;
   RecordBetOutcome(Actual, betId, bet, Game.NetPayoff);
   Touch(betId);
   LogDecision(betId);

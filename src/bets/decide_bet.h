@@ -17,10 +17,26 @@ enum FigureMode : int { FigureRate = 0, FigureReal = 1 };
 /// is passed over, but for odds, which come back.
 void DecideBet(int betId, DecisionCode code);
 
-/// Leaves the payoff of `amount` on a bet in `GrossPayoff` (exact) and `NetPayoff` (whole Units,
-/// rounded down), and the ratio in force in `Payoff[0]`. `FigureRate` takes vig from its rate, for
+/// The dice of a decision, and the point that stood before them.
+struct DecidedThrow {
+  int Die1 = 0;
+  int Die2 = 0;
+  int Point = 0;
+};
+
+/// The throw that the record has just seen.
+inline DecidedThrow ThrowInForce() { return {Game.Die1, Game.Die2, Game.PrevPoint}; }
+
+struct BetPayoff {
+  Currency Gross;  // exact
+  Currency Net;    // whole Units, rounded down
+  PayoffRecord Ratio;
+};
+
+/// The payoff of `amount` on a bet that a throw decides. `FigureRate` takes vig from its rate, for
 /// one-dollar figures; `FigureReal` takes the held vig.
-void FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount);
+BetPayoff FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount,
+                       const DecidedThrow& thrown);
 
 /// The place in `FieldPayoff`, 1 to 21, of a throw.
 int FieldCombination(int die1, int die2);

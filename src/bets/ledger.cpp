@@ -9,8 +9,8 @@
 #include "bets/decide_bet.h"
 #include "bets/decision_table.h"
 #include "core/game_state.h"
+#include "stats/bankroll_graph.h"
 #include "stats/bet_tables.h"
-#include "stats/graph.h"
 #include "stats/roll_counters.h"
 
 namespace {
@@ -52,7 +52,6 @@ unsigned NumberBit(int number) {
 }
 
 struct Ledger {
-  bool Open = false;
   int EventsAt = 0;    // `RollCount[0]` when the events were last up to date
   int PhantomsAt = 0;  // and everything else
 
@@ -159,7 +158,7 @@ void SettleSince(int now) {
   for (unsigned event = 0; event < kRollEvents; ++event)
     Game.ShooterSincePrev[event] = Game.ShooterSince[event] + rolls - 1;
   SettleSinceOfLastThrow(now);
-  Game.ShooterSince[0] += rolls;
+  Game.ShooterSince[AnyRoll] += rolls;
   for (unsigned event = 1; event < kRollEvents; ++event) {
     const int since = now - ledger.LastAt[event];
     const bool happened = ledger.LastAt[event] > ledger.EventsAt;
@@ -182,8 +181,8 @@ void SettleEventCounts() {
       Game.ShooterEvent[event] += count;
     }
   }
-  Game.ShooterEvent[0] += rolls;
-  Game.ShooterEvent[1] += rolls;
+  Game.ShooterEvent[AnyRoll] += rolls;
+  Game.ShooterEvent[AnyRollOfShooter] += rolls;
   Game.ShooterEventPrev = Game.ShooterEvent;
   --Game.ShooterEventPrev[0];
   --Game.ShooterEventPrev[1];
@@ -238,45 +237,6 @@ void CountGroups() {
   }
 }
 
-/// The dice and the point of a group of rolls, for as long as it lives, and the results of figuring
-/// payoffs put back at its end.
-class Replay {
- public:
-  explicit Replay(const GroupKey& key)
-      : die1_(Game.Die1),
-        die2_(Game.Die2),
-        total_(Game.RollTotal),
-        point_(Game.PrevPoint),
-        payoff_(Game.Payoff[0]),
-        gross_(Game.GrossPayoff),
-        net_(Game.NetPayoff) {
-    Game.Die1 = key.Die1;
-    Game.Die2 = key.Die2;
-    Game.RollTotal = key.Die1 + key.Die2;
-    Game.PrevPoint = PointOf(key.PointState);
-  }
-  ~Replay() {
-    Game.Die1 = die1_;
-    Game.Die2 = die2_;
-    Game.RollTotal = total_;
-    Game.PrevPoint = point_;
-    Game.Payoff[0] = payoff_;
-    Game.GrossPayoff = gross_;
-    Game.NetPayoff = net_;
-  }
-  Replay(const Replay&) = delete;
-  Replay& operator=(const Replay&) = delete;
-
- private:
-  int die1_;
-  int die2_;
-  int total_;
-  int point_;
-  PayoffRecord payoff_;
-  Currency gross_;
-  Currency net_;
-};
-
 void WriteEstablished(unsigned established) {
   for (const int number : kPointNumbers)
     for (const BetFamily family : kMovingFamilies) {
@@ -293,15 +253,17 @@ bool IsOfSide(Side side, int betId) {
 /// Records the phantom wagers of `count` rolls that are alike.
 void RecordGroup(const GroupKey& key, int count) {
   if (count == 0) return;
-  const Replay replay(key);
+  const DecidedThrow thrown = {key.Die1, key.Die2, PointOf(key.PointState)};
   const WorkingStates& states = ledger.Profiles[key.Profile];
   if (key.Bets != Side::Others) WriteEstablished(key.Established);
-  for (const DecisionStep& step : DecisionsOf(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont)) {
+  for (const DecisionStep& step :
+       DecisionsOf(thrown.Point, thrown.Die1, thrown.Die2, Game.BarDont)) {
     if (step.Kind != StepKind::Decide || states[step.Bet] < Working ||
         !IsOfSide(key.Bets, step.Bet))
       continue;
-    FigurePayoff(FigureRate, step.Bet, static_cast<DecisionCode>(step.Code), 1);
-    RecordBetOutcomes(Phantom, step.Bet, 1, Game.GrossPayoff, count);
+    const BetPayoff payoff =
+        FigurePayoff(FigureRate, step.Bet, static_cast<DecisionCode>(step.Code), 1, thrown);
+    RecordBetOutcomes(Phantom, step.Bet, 1, payoff.Gross, count);
   }
 }
 
@@ -329,7 +291,7 @@ void SettlePhantoms() {
 }  // namespace
 
 void OpenLedger() {
-  ledger.Open = true;
+  Game.LedgerOpen = true;
   for (const Ledger::Touched& touched : ledger.TouchedGroups) *touched.Group = Alike();
   ledger.TouchedGroups.clear();
   ledger.TouchedGroups.reserve(ledger.Groups.size() + ledger.SevensOfComeSide.size());
@@ -339,12 +301,12 @@ void OpenLedger() {
 
 void CloseLedger() {
   struct Closing {
-    ~Closing() { ledger.Open = false; }
+    ~Closing() { Game.LedgerOpen = false; }
   } const whateverHappens;
   SettleLedger();
 }
 
-bool LedgerIsOpen() { return ledger.Open; }
+bool LedgerIsOpen() { return Game.LedgerOpen; }
 
 void BeginLedgerRoll() {
   FollowLastThrow();
@@ -370,14 +332,14 @@ void EnterThrow() {
 }
 
 void SettleEvents() {
-  if (!ledger.Open || Game.RollCount[0] == ledger.EventsAt) return;
+  if (!Game.LedgerOpen || Game.RollCount[0] == ledger.EventsAt) return;
   SettleEventCounts();
   SettleSince(Game.RollCount[0]);
   TakeEventBases();
 }
 
 void SettleLedger() {
-  if (!ledger.Open) return;
+  if (!Game.LedgerOpen) return;
   SettleEvents();
   if (Game.RollCount[0] == ledger.PhantomsAt) return;
   SettlePhantoms();
@@ -387,7 +349,7 @@ void SettleLedger() {
 
 int RollsSinceNow(int event) {
   const auto e = static_cast<unsigned>(event);
-  return ledger.Open ? Game.RollCount[0] - ledger.LastAt[e] : Game.RollsSince[e];
+  return Game.LedgerOpen ? Game.RollCount[0] - ledger.LastAt[e] : Game.RollsSince[e];
 }
 
 ShooterTally ShooterTallyNow(int event) {
@@ -395,7 +357,7 @@ ShooterTally ShooterTallyNow(int event) {
   ShooterTally tally = {Game.ShooterEvent[e], Game.ShooterEventPrev[e], Game.ShooterSince[e],
                         Game.ShooterSincePrev[e]};
   const int now = Game.RollCount[0];
-  if (!ledger.Open || now == ledger.EventsAt) return tally;
+  if (!Game.LedgerOpen || now == ledger.EventsAt) return tally;
   tally.Count += ThrowsOfEvent(e);
   tally.CountPrev = tally.Count;
   const int rolls = now - ledger.EventsAt;

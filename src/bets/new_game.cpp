@@ -8,8 +8,8 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "dice/generators.h"
+#include "stats/bankroll_graph.h"
 #include "stats/events_log.h"
-#include "stats/graph.h"
 
 namespace {
 

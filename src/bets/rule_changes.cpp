@@ -1,13 +1,15 @@
 #include "bets/rule_changes.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "bets/make_bet.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/sounds.h"
 #include "core/text.h"
+#include "rules/payoff_cells.h"
 
 namespace {
 
@@ -15,30 +17,61 @@ CheckResult Refusal(int tab, const std::string& title, const std::string& text) 
   return {false, tab, ConfigBox::None, 0, title, text};
 }
 
-CheckResult VigRefusal(const std::string& title) {
-  return Refusal(BetsTab, title,
-                 "You're not allowed to change this setting at this time since the added up-front "
-                 "vig will cause the amount of your current bets to exceed your current bankroll.\n"
-                 "You can remedy this by doing one or more of the following:\n"
-                 " -- Check " +
-                     Quoted("Allow negative bankroll amounts") +
-                     ", or\n"
-                     " -- Make a withdrawal from the ATM, or\n"
-                     " -- Win some more money, or\n"
-                     " -- Reduce the amount of your current bets.");
+constexpr const char* kBuyVigTitle = "Buy Bet Vig";
+constexpr const char* kLayVigTitle = "Lay Bet Vig";
+
+CheckResult VigRefusal(const std::string& title, ConfigBox box = ConfigBox::None) {
+  CheckResult refusal =
+      Refusal(BetsTab, title,
+              "You're not allowed to change this setting at this time since the added up-front "
+              "vig will cause the amount of your current bets to exceed your current bankroll.\n"
+              "You can remedy this by doing one or more of the following:\n"
+              " -- Check " +
+                  Quoted("Allow negative bankroll amounts") +
+                  ", or\n"
+                  " -- Make a withdrawal from the ATM, or\n"
+                  " -- Win some more money, or\n"
+                  " -- Reduce the amount of your current bets.");
+  refusal.Box = box;
+  return refusal;
 }
 
-bool BetsExceedBankroll() { return Game.TotalOnTable > Bankroll(); }
+bool CanStand(Currency totalOnTable) { return Game.NegBankroll || totalOnTable <= Bankroll(); }
 
-template <class Value>
-CheckResult ChangeVigSetting(Value& setting, Value wanted, const std::string& title) {
-  const Value former = setting;
-  setting = wanted;
+/// Whether the bets can stand under these terms.
+bool CanCharge(VigTerms buy, VigTerms lay) {
+  return CanStand(FigureHeldVig(buy, lay).TotalOnTable);
+}
+
+CheckResult ChangeBuyTerms(VigTerms terms) {
+  if (!CanCharge(terms, LayVigTerms())) return VigRefusal(kBuyVigTitle);
+  Game.BuyVigUpFront = terms.UpFront;
+  Game.RoundBuyVig = terms.Rounding;
   RefigureHeldVig();
-  if (Game.NegBankroll || !BetsExceedBankroll()) return {};
-  setting = former;
+  return {};
+}
+
+CheckResult ChangeLayTerms(VigTerms terms) {
+  if (!CanCharge(BuyVigTerms(), terms)) return VigRefusal(kLayVigTitle);
+  Game.LayVigUpFront = terms.UpFront;
+  Game.RoundLayVig = terms.Rounding;
   RefigureHeldVig();
-  return VigRefusal(title);
+  return {};
+}
+
+/// The vig of the rates and payoffs in force reaches the standing bets; the box of the bets whose
+/// vig grows is named when the bankroll can't cover it.
+CheckResult ChargeStandingBets() {
+  const HeldVig held = FigureHeldVig(BuyVigTerms(), LayVigTerms());
+  if (!CanStand(held.TotalOnTable)) {
+    const Currency buy = std::accumulate(held.Buy.begin(), held.Buy.end(), Currency());
+    const Currency before =
+        std::accumulate(Game.BuyVigHeld.begin(), Game.BuyVigHeld.end(), Currency());
+    if (Game.BuyVigUpFront && buy > before) return VigRefusal(kBuyVigTitle, ConfigBox::BuyVigPct);
+    return VigRefusal(kLayVigTitle, ConfigBox::LayVigPct);
+  }
+  RefigureHeldVig();
+  return {};
 }
 
 void FollowBankroll() {
@@ -49,29 +82,13 @@ void FollowBankroll() {
 
 }  // namespace
 
-CheckResult SetBuyVigUpFront(bool upFront) {
-  return ChangeVigSetting(Game.BuyVigUpFront, upFront, "Buy Bet Vig");
-}
+CheckResult SetBuyVigUpFront(bool upFront) { return ChangeBuyTerms({upFront, Game.RoundBuyVig}); }
 
-CheckResult SetLayVigUpFront(bool upFront) {
-  return ChangeVigSetting(Game.LayVigUpFront, upFront, "Lay Bet Vig");
-}
+CheckResult SetLayVigUpFront(bool upFront) { return ChangeLayTerms({upFront, Game.RoundLayVig}); }
 
-CheckResult SetRoundBuyVig(int rounding) {
-  return ChangeVigSetting(Game.RoundBuyVig, rounding, "Buy Bet Vig");
-}
+CheckResult SetRoundBuyVig(int rounding) { return ChangeBuyTerms({Game.BuyVigUpFront, rounding}); }
 
-CheckResult SetRoundLayVig(int rounding) {
-  return ChangeVigSetting(Game.RoundLayVig, rounding, "Lay Bet Vig");
-}
-
-CheckResult SetBuyVigPct(Currency fraction) {
-  return ChangeVigSetting(Game.BuyVigPct, fraction, "Buy Bet Vig");
-}
-
-CheckResult SetLayVigPct(Currency fraction) {
-  return ChangeVigSetting(Game.LayVigPct, fraction, "Lay Bet Vig");
-}
+CheckResult SetRoundLayVig(int rounding) { return ChangeLayTerms({Game.LayVigUpFront, rounding}); }
 
 CheckResult SetNegBankroll(bool allowed) {
   const std::string title = "Bankroll";
@@ -82,7 +99,7 @@ CheckResult SetNegBankroll(bool allowed) {
                    " -- Winning some more money, or\n"
                    " -- Making a withdrawal from the ATM.");
   }
-  if (!allowed && BetsExceedBankroll()) {
+  if (!allowed && Game.TotalOnTable > Bankroll()) {
     return Refusal(BankrollTab, title,
                    "The amount of your current bets exceeds your current bankroll.  Therefore, "
                    "before you can un-check this box you must either:\n"
@@ -94,12 +111,14 @@ CheckResult SetNegBankroll(bool allowed) {
   return {};
 }
 
-void CloseConfiguration(const std::array<bool, kNoticeBoxes>& noticeBoxes) {
+CheckResult CloseConfiguration(const std::array<bool, kNoticeBoxes>& noticeBoxes) {
+  const CheckResult charged = ChargeStandingBets();
+  if (!charged.Ok) return charged;
   FollowBankroll();
   DeriveFieldPer();
-  RefigureHeldVig();
   ReAdjustAllBets();
   for (const int stack : Game.VisibleStacks) ArrangeChips(stack);
   StoreNoticeBoxes(noticeBoxes);
   LoadStickPerson();
+  return {};
 }

@@ -2,7 +2,7 @@
 
 #include "bets/change_bet.h"
 #include "bets/chips.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"

@@ -13,9 +13,6 @@ namespace {
 constexpr std::uint32_t kTurnEvery = 25;  // milliseconds
 constexpr unsigned kMostOffers = 2048;    // without a turn, when the clock stands still
 
-std::uint32_t lastTurn = 0;
-unsigned offers = 0;
-
 }  // namespace
 
 KeptMessage::KeptMessage() : text_(Game.MsgText), answer_(Game.MsgAnswer) {}
@@ -45,8 +42,9 @@ void GiveTurn() {
 
 void OfferTurn() {
   const std::uint32_t now = TheHost.Milliseconds();
-  if (Game.HyperDriveOn && ++offers < kMostOffers && now - lastTurn < kTurnEvery) return;
-  lastTurn = now;
-  offers = 0;
+  if (Game.HyperDriveOn && ++Game.TurnOffers < kMostOffers && now - Game.LastTurnAt < kTurnEvery)
+    return;
+  Game.LastTurnAt = now;
+  Game.TurnOffers = 0;
   GiveTurn();
 }

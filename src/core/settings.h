@@ -18,6 +18,9 @@ struct PayoffRecord {
 };
 
 inline constexpr int kFieldCombinations = 21;
+
+/// Payoffs by bet id; 0 is the working record of a decision.
+using PayoffTable = std::array<PayoffRecord, 101>;
 inline constexpr int kChipStyles = 7;
 inline constexpr int kDiceStyles = 5;
 
@@ -119,8 +122,8 @@ struct Settings {
   bool BuyVigUpFront = true;
   int RoundBuyVig = RoundedNormally;
 
-  // Payoffs: by bet id (0 is the working record of a decision), and by Field combination 1 to 21.
-  std::array<PayoffRecord, 101> Payoff{};
+  // Payoffs by bet id, and by Field combination 1 to 21.
+  PayoffTable Payoff{};
   std::array<PayoffRecord, kFieldCombinations + 1> FieldPayoff{};
 
   // Where the configuration screen was left.

@@ -49,6 +49,15 @@ struct Chip {
 inline constexpr int kOverflowPicture = 6;
 inline constexpr int kMaxChips = 1000;
 
+/// What a run under Hyper-Drive began with, and how it ended.
+struct HyperRun {
+  int FirstRoll = 0;
+  int LastRoll = 0;
+  int RollsAsked = 0;
+  std::uint32_t StartedAt = 0;  // milliseconds
+  std::uint32_t EndedAt = 0;
+};
+
 struct TableState {
   // Money. `Bets` holds the bankroll at 0, the bets at 1 to 83, the five chip values at 95 to 99
   // and the Chip-Stacks from 101.
@@ -93,6 +102,10 @@ struct TableState {
   bool RollInProgress = false;
   bool KeepRolling = false;
   bool HyperDriveOn = false;
+  bool LedgerOpen = false;       // rolls that are alike are counted, to be reckoned up later
+  HyperRun LastRun;              // under Hyper-Drive: this run or the last one
+  std::uint32_t LastTurnAt = 0;  // milliseconds, when the event loop last had a turn
+  unsigned TurnOffers = 0;       // since then
   bool ManualRollPending = false;
   int PendingDie1 = 0;  // the manual pad's dice, until the roll takes them
   int PendingDie2 = 0;
@@ -127,8 +140,6 @@ struct TableState {
   Currency MinHere;
   Currency MaxHere;
   Currency OddsMultiple;
-  Currency BuyVigCalc;
-  Currency LayVigCalc;
   bool MovingBet = false;
 
   // The decision under way: see decide_bet.h and settle.h.

@@ -3,11 +3,12 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "core/bets.h"
 #include "core/currency.h"
+#include "core/roll_events.h"
 
-inline constexpr int kRollEvents = 91;
 inline constexpr int kLongGap = 200;  // gaps of this length or more share a column
 
 /// Stats of the bet tables.
@@ -82,6 +83,7 @@ struct EventsLogSettings {
   bool ClearLogOnNew = false;
   bool KeepLatestRollOnTop = false;
   int LogTopLine = 1;
+  std::string LogToldTooLong;  // the log that the player knows to be too long
   int LogFontSize = 9;
   bool LogFontBold = false;
   bool LogFontItalic = false;

@@ -36,7 +36,6 @@ struct ViewState {
   std::string DataPath;  // the folder of saved state, with a trailing separator
   int ScreenWidth = 0;
   int ScreenHeight = 0;
-  int SpinRate = 0;  // turns of an empty loop in 10 milliseconds, measured at start
 
   bool TableMinimised = false;
   bool HyperDriveStopped = false;  // a run ended while the table was minimised

@@ -378,6 +378,12 @@ bool SeedRng(SeedSource source) {
   }
 }
 
+void ResetGenerators() {
+  mtGenerator = std::mt19937();
+  cokusGenerator = std::mt19937();
+  coveredSeeds = coveredCongruenceSeeds = {};
+}
+
 int SeedLimit() {
   return Game.RngChoice % 10 == Rng3Congruence ? kCongruenceSeedLimit : kSeedLimit;
 }

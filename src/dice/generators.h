@@ -44,6 +44,10 @@ enum SeedSource : int { SeedInChangeRequest = -1, FindSeed = 0 };
 /// True when the generator was seeded.
 bool SeedRng(SeedSource source);
 
+/// The generators as in a program that has just been loaded, which gave no seeds out yet. The
+/// states in the record are the caller's.
+void ResetGenerators();
+
 /// The largest seed of the chosen generator.
 int SeedLimit();
 

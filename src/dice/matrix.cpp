@@ -125,9 +125,9 @@ bool HasReachableCell() {
 
 }  // namespace
 
-void SetFairMatrix() {
-  Game.ProbMatrix = {};
-  auto& shares = Game.ProbMatrix[1];
+decltype(DiceState::ProbMatrix) FairMatrix() {
+  decltype(DiceState::ProbMatrix) matrix{};
+  auto& shares = matrix[1];
   for (int column = kFirstColumn; column <= kLastColumn; ++column) {
     auto& rows = shares[static_cast<unsigned>(column)];
     for (int row = FirstRow(column); row <= LastRow(column); ++row) {
@@ -139,9 +139,12 @@ void SetFairMatrix() {
   for (std::size_t i = 0; i < kFairTotals.size(); ++i)
     shares[kTotalsColumn][i + 1] = kFairTotals[i];
   // The values of the editor's two axes.
-  Game.ProbMatrix[0][0][1] = 1;
-  Game.ProbMatrix[0][0][2] = 6;
+  matrix[0][0][1] = 1;
+  matrix[0][0][2] = 6;
+  return matrix;
 }
+
+void SetFairMatrix() { Game.ProbMatrix = FairMatrix(); }
 
 void DiceFromMatrix(int x) {
   if (FindCell(x)) return;

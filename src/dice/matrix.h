@@ -3,6 +3,9 @@
 
 #include "core/game_state.h"
 
+/// The fair matrix.
+decltype(DiceState::ProbMatrix) FairMatrix();
+
 /// Lays the fair matrix down: 36 cells of 2778, their totals and faces, no locks, axis 1 and 6.
 void SetFairMatrix();
 

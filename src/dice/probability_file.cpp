@@ -115,16 +115,22 @@ void LoadProbabilityFile(const std::string& path) {
   }
 }
 
-void SaveProbabilityFile(const std::string& path) {
+bool WriteProbabilityFile(const std::string& path) {
   try {
     const std::vector<Record> records = MakeRecords(Game.ProbMatrix);
     WriteRecords(path, records);
     Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
-    Game.PrbFileName = path;
-    Game.ProbabilityChanged = false;
+    return true;
   } catch (const std::exception&) {
     ReportError("Save Probability File");
     Game.LastFileResult = kSystemFailed;
     Tell(kUnableToSaveTitle, path, "can't be written.");
+    return false;
   }
+}
+
+void SaveProbabilityFile(const std::string& path) {
+  if (!WriteProbabilityFile(path)) return;
+  Game.PrbFileName = path;
+  Game.ProbabilityChanged = false;
 }

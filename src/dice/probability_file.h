@@ -10,6 +10,10 @@
 /// Hyper-Drive nothing is shown: the run ends with the text in `StopMessage`.
 void LoadProbabilityFile(const std::string& path);
 
+/// Writes `ProbMatrix` to a file that doesn't become its own; true on success. What it leaves is
+/// told by `SaveProbabilityFile`.
+bool WriteProbabilityFile(const std::string& path);
+
 /// Writes `ProbMatrix` to a `.prb` file, in the way that can't lose an old one: its path is in
 /// `PrbFileName` then, `ProbabilityChanged` is false and `LastFileResult` the length. When the
 /// system fails `LastFileResult` is -1, the player is told as by `LoadProbabilityFile`, and nothing

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdio>
 #include <system_error>
-#include <utility>
 
 #include "autobet/output_file.h"
 #include "autobet/script.h"
@@ -55,45 +54,8 @@ bool IsFileOrFree(const std::string& path) {
 
 // --- Writing ---
 
-/// Holds a field at a value and puts it back.
-template <class Value>
-class Held {
- public:
-  Held(Value& field, Value value) : field_(field), former_(std::exchange(field, value)) {}
-  ~Held() { field_ = former_; }
-  Held(const Held&) = delete;
-  Held& operator=(const Held&) = delete;
-
- private:
-  Value& field_;
-  Value former_;
-};
-
-/// Writes the whole script to a file that doesn't become its own; true on success.
-bool WriteScriptCopy(const std::string& path) {
-  const Held whole(Game.ScriptCopyMode, false);
-  const Held namesNothing(Game.HotKeyRunning, true);
-  SaveScript(path);
-  return Game.LastFileResult > 0;
-}
-
-bool WriteMatrixCopy(const std::string& path) {
-  const Held name(Game.PrbFileName, Game.PrbFileName);
-  const Held changed(Game.ProbabilityChanged, Game.ProbabilityChanged);
-  SaveProbabilityFile(path);
-  return Game.LastFileResult > 0;
-}
-
-bool MatrixIsFair() {
-  const auto matrix = Game.ProbMatrix;
-  SetFairMatrix();
-  const bool fair = matrix == Game.ProbMatrix;
-  Game.ProbMatrix = matrix;
-  return fair;
-}
-
 bool MatrixIsUnsaved() {
-  return Game.ProbabilityChanged || (Game.PrbFileName.empty() && !MatrixIsFair());
+  return Game.ProbabilityChanged || (Game.PrbFileName.empty() && Game.ProbMatrix != FairMatrix());
 }
 
 std::string IfThere(const std::string& path) { return Exists(path) ? path : std::string(); }
@@ -102,8 +64,7 @@ std::string IfThere(const std::string& path) { return Exists(path) ? path : std:
 std::string ScriptPath(bool keepUnsaved) {
   const std::string own = InData("default.bet");
   const bool unnamed = Game.AutoBetFile.empty() || Game.AutoBetFile == own;
-  if (keepUnsaved && unnamed && Game.ScrCount > 0)
-    return WriteScriptCopy(own) ? own : std::string();
+  if (keepUnsaved && unnamed && Game.ScrCount > 0) return WriteScript(own) ? own : std::string();
   return IfThere(Game.AutoBetFile);
 }
 
@@ -111,7 +72,7 @@ std::string MatrixPath(bool keepUnsaved) {
   const std::string own = InData("default.prb");
   const bool unsaved = MatrixIsUnsaved();
   if (keepUnsaved && (unsaved || Game.PrbFileName == own))
-    return WriteMatrixCopy(own) ? own : std::string();
+    return WriteProbabilityFile(own) ? own : std::string();
   return unsaved ? std::string() : IfThere(Game.PrbFileName);
 }
 
@@ -170,10 +131,8 @@ Found LookAndTell(const Companion& companion, const std::string& kind, const std
 bool IsThere(Found found) { return found == Found::Same || found == Found::Changed; }
 
 void TakeScript(const Companion& companion) {
-  const Held plain(Game.ScriptCopyMode, false);
-  const Held open(Game.HotKeyRunning, false);
   const bool there = IsThere(LookAndTell(companion, "Auto-Bet file", "Auto-Bet File"));
-  if (there) OpenScript(companion.Path);
+  if (there) OpenWholeScript(companion.Path);
   if (!there || Game.LastFileResult <= 0) ClearScript();
   KeepActiveScript();
 }
@@ -277,4 +236,4 @@ void TakeCompanions(const RecordFile& file) {
       ReadHeading(file, EventsLogHeading, {InData("Events Log.txt"), Game.EventsLogFile}));
 }
 
-void KeepActiveScript() { WriteScriptCopy(InData("active.tmp")); }
+void KeepActiveScript() { WriteScript(InData("active.tmp")); }

@@ -17,7 +17,7 @@
 #include "persistence/companions.h"
 #include "persistence/game_file_table.h"
 #include "persistence/repair.h"
-#include "stats/graph.h"
+#include "stats/bankroll_graph.h"
 
 namespace {
 

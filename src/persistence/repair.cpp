@@ -7,13 +7,12 @@
 
 #include "bets/chips.h"
 #include "bets/consistency.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/faults.h"
 #include "core/game_state.h"
 #include "persistence/repair_counters.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
-#include "rules/validators.h"
 
 namespace {
 
@@ -66,17 +65,8 @@ void RepairPer(Currency& per, Currency usual) {
   per = per <= 0 ? usual : std::max(RoundDownTo(per + kHalf, 1), Currency(1));
 }
 
-auto DefaultPayoffs() {
-  const auto fieldPayoffs = Game.FieldPayoff;
-  auto payoffs = Game.Payoff;
-  SetDefaultPayoffs();
-  std::swap(payoffs, Game.Payoff);
-  Game.FieldPayoff = fieldPayoffs;
-  return payoffs;
-}
-
 void RepairPayoffs() {
-  const auto defaults = DefaultPayoffs();
+  const auto defaults = DefaultPayoffs(Game.Point);
   for (unsigned id = 1; id < Game.Payoff.size(); ++id)
     RepairPer(Game.Payoff[id].Per, defaults[id].Per);
   for (const PayoffRow& row : PayoffRows()) {
@@ -154,7 +144,7 @@ void RepairVigOf(int id) {
   if (VigCanBeFigured(id)) return;
   Currency& rate = IsBuy(id) ? Game.BuyVigPct : Game.LayVigPct;
   if (rate > kWholeBet) rate = Settings().LayVigPct;
-  if (!VigCanBeFigured(id)) Game.Payoff[id] = DefaultPayoffs()[id];
+  if (!VigCanBeFigured(id)) Game.Payoff[id] = DefaultPayoffs(Game.Point)[id];
 }
 
 void RepairMoney() {

@@ -17,7 +17,8 @@ struct EventGroup {
   int First;
   int Last;
 };
-constexpr std::array<EventGroup, 3> kGroups = {{{2, 12}, {78, 83}, {84, 89}}};
+constexpr std::array<EventGroup, 3> kGroups = {
+    {{Total2, Total12}, {FirstDie1, FirstDie6}, {SecondDie1, SecondDie6}}};
 
 std::int64_t SumOf(EventGroup group) {
   return std::accumulate(Game.RollCount.begin() + group.First,

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "autobet/engine.h"
+#include "autobet/output_file.h"
 #include "autobet/script.h"
 #include "bets/bankroll.h"
 #include "bets/change_bet.h"
@@ -23,9 +24,9 @@
 #include "dice/generators.h"
 #include "dice/tape.h"
 #include "play/roll_log.h"
+#include "stats/bankroll_graph.h"
 #include "stats/bet_tables.h"
 #include "stats/events_log.h"
-#include "stats/graph.h"
 #include "stats/roll_counters.h"
 
 namespace {
@@ -172,12 +173,12 @@ void MovePoint() {
 // --- Steps 12 and 13 ---
 
 void CountRoll() {
-  ++Game.RollCount[0];
+  ++Game.RollCount[AnyRoll];
   ++Game.ShooterStats[ShooterRolls];
   if (Game.PrevPoint == 0) ++Game.ShooterStats[ComeOutRolls];
   if (LedgerIsOpen()) return EnterThrow();
-  ++Game.ShooterEvent[0];
-  ++Game.ShooterEvent[1];
+  ++Game.ShooterEvent[AnyRoll];
+  ++Game.ShooterEvent[AnyRollOfShooter];
   // `RollsSince[0]` isn't a gap: it follows at the end of the roll.
   for (int event = 1; event < kRollEvents; ++event) ++Game.RollsSince[event];
   for (int event = 0; event < kRollEvents; ++event) ++Game.ShooterSince[event];
@@ -363,7 +364,10 @@ class LastThrow {
 /// One throw, from what the player changed before it to the views after it.
 Pass OneRoll() {
   // Step 1. The roll limit.
-  if (RollLimitReached()) return Pass::NoDice;
+  if (RollLimitReached()) {
+    Game.ManualRollPending = false;
+    return Pass::NoDice;
+  }
   // Step 2. The log of what the player did since the last roll.
   LogChangesSinceRoll();
   // Steps 3 to 5. Snapshots.
@@ -414,14 +418,14 @@ class Pace {
   }
 
  private:
-  static constexpr unsigned kRollsPerLook = 256;      // rolls between looks at the clock
-  static constexpr std::uint32_t kThrottleUnit = 10;  // milliseconds, times the throttle squared
+  static constexpr unsigned kRollsPerLook = 256;  // rolls between looks at the clock
+  static constexpr std::uint32_t kSpinRate = 10;  // milliseconds, times the throttle squared
 
   bool HyperDrive() {
     if (Game.HyperThrottle > 0) {
       GiveTurn();
       WaitWhileRolling(static_cast<std::uint32_t>(Game.HyperThrottle) * Game.HyperThrottle *
-                       kThrottleUnit);
+                       kSpinRate);
     } else if (++rolls_ % (LedgerIsOpen() ? kRollsPerLook : 1U) == 0) {
       OfferTurn();
     }
@@ -483,6 +487,11 @@ void EndDeferral() {
     ReportError("Roll Dice");
   }
   FlushEventsLog();
+  try {
+    FlushOutputFile();
+  } catch (const std::exception&) {
+    ReportError("Roll Dice");
+  }
 }
 
 }  // namespace
@@ -493,6 +502,7 @@ void RollDice() {
   try {
     if (!MayRoll()) {
       Game.KeepRolling = false;  // a run that was asked for hasn't begun
+      Game.ManualRollPending = false;
       return;
     }
     Game.GameChanged = true;

@@ -1,9 +1,9 @@
 #include "play/start_up.h"
 
-#include <chrono>
 #include <filesystem>
 
 #include "autobet/hot_keys.h"
+#include "autobet/output_file.h"
 #include "autobet/script.h"
 #include "core/error_report.h"
 #include "core/game_state.h"
@@ -13,23 +13,14 @@
 #include "core/record_file.h"
 #include "core/sounds.h"
 #include "dice/generators.h"
+#include "dice/tape.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
+#include "stats/events_log.h"
 
 namespace {
 
 enum MissingFile : int { MissingMt = 1, MissingCokus = 2 };
-
-/// How many turns of an empty loop fit into 10 milliseconds.
-int MeasureSpinRate() {
-  using Clock = std::chrono::steady_clock;
-  constexpr auto kMeasure = std::chrono::milliseconds(100);
-  constexpr int kTenths = 10;
-  const auto start = Clock::now();
-  int turns = 0;
-  while (Clock::now() - start < kMeasure) ++turns;
-  return turns / kTenths;
-}
 
 void SeedAllGenerators() {
   for (const int choice : {Rng5Ran1, Rng4Ran2, Rng3Congruence, Rng2Cokus, Rng1Mt}) {
@@ -58,15 +49,27 @@ std::string MissingFilesText() {
 
 }  // namespace
 
+void StartAfresh() {
+  FlushEventsLog();
+  CloseTape();
+  try {
+    CloseOutputFile();
+  } catch (const std::exception&) {
+    ReportError("Sub Main");
+  }
+  ResetGenerators();
+  Game = GameState();
+}
+
 void StartUp(const std::string& programFolder, const std::string& dataFolder) {
   try {
+    StartAfresh();
     Game.AppPath = programFolder;
     Game.DataPath = dataFolder;
     LayDownDefaults();
     Game.GamesLogFile = Game.DataPath + "default.glg";
     Game.EventsLogFile = Game.DataPath + "Events Log.txt";
     Game.MissingRngFiles = kGeneratorsLeftOut;
-    Game.SpinRate = MeasureSpinRate();
     SeedAllGenerators();
     ScanSounds(Game.AppPath);
     LoadStickPerson();

@@ -4,8 +4,12 @@
 #include <functional>
 #include <string>
 
-/// Lays down defaults and finds what ships with the program, in the order of a start: paths, speed
-/// measure, seeding, house rules, sound lists, the last game. `programFolder` is where the program
+/// Makes the record, and all that stands beside it, what they are in a program that has just been
+/// loaded: no field set, no file open, no generator seeded.
+void StartAfresh();
+
+/// Lays down defaults and finds what ships with the program, in the order of a start: paths,
+/// seeding, house rules, sound lists, the last game. `programFolder` is where the program
 /// lies, `dataFolder` where saved state goes. Afterwards the table can be shown.
 void StartUp(const std::string& programFolder, const std::string& dataFolder);
 

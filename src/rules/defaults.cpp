@@ -5,7 +5,7 @@
 #include "core/game_state.h"
 #include "dice/matrix.h"
 #include "rules/presets.h"
-#include "stats/graph.h"
+#include "stats/bankroll_graph.h"
 
 namespace {
 
@@ -48,23 +48,23 @@ constexpr std::array<RatioRange, 17> kPropRatios = {{
 
 PayoffRecord RecordOf(Ratio ratio) { return {ratio.Win, true, ratio.Per}; }
 
-void SetFamily(int firstBet, const std::array<Ratio, 6>& ratios) {
+void SetFamily(PayoffTable& payoffs, int firstBet, const std::array<Ratio, 6>& ratios) {
   auto bet = static_cast<unsigned>(firstBet);
-  for (const Ratio ratio : ratios) Game.Payoff[bet++] = RecordOf(ratio);
+  for (const Ratio ratio : ratios) payoffs[bet++] = RecordOf(ratio);
 }
 
-void SetRange(const RatioRange& range) {
+void SetRange(PayoffTable& payoffs, const RatioRange& range) {
   for (int bet = range.First; bet <= range.Last; ++bet) {
-    Game.Payoff[static_cast<unsigned>(bet)] = RecordOf(range.Pays);
+    payoffs[static_cast<unsigned>(bet)] = RecordOf(range.Pays);
   }
 }
 
-void SetLineOddsForPoint() {
-  if (!IsPointNumber(Game.Point)) return;
-  const auto come = static_cast<unsigned>(BetOnNumber(ComeOddsFamily, Game.Point));
-  const auto dont = static_cast<unsigned>(BetOnNumber(DontComeOddsFamily, Game.Point));
-  Game.Payoff[PassLineOdds] = Game.Payoff[come];
-  Game.Payoff[DontPassOdds] = Game.Payoff[dont];
+void SetLineOdds(PayoffTable& payoffs, int point) {
+  if (!IsPointNumber(point)) return;
+  const auto come = static_cast<unsigned>(BetOnNumber(ComeOddsFamily, point));
+  const auto dont = static_cast<unsigned>(BetOnNumber(DontComeOddsFamily, point));
+  payoffs[PassLineOdds] = payoffs[come];
+  payoffs[DontPassOdds] = payoffs[dont];
 }
 
 // Chip positions.
@@ -165,7 +165,6 @@ struct KeptState {
   std::string DataPath = Game.DataPath;
   int ScreenWidth = Game.ScreenWidth;
   int ScreenHeight = Game.ScreenHeight;
-  int SpinRate = Game.SpinRate;
   SoundState Sounds = Game;
   int RngState = Game.RngState;
   int LastSeed = Game.LastSeed;
@@ -177,7 +176,6 @@ struct KeptState {
     Game.DataPath = DataPath;
     Game.ScreenWidth = ScreenWidth;
     Game.ScreenHeight = ScreenHeight;
-    Game.SpinRate = SpinRate;
     static_cast<SoundState&>(Game) = Sounds;
     Game.RngState = RngState;
     Game.LastSeed = LastSeed;
@@ -204,16 +202,22 @@ void LayDownDefaults() {
   SetChipPositions();
 }
 
+PayoffTable DefaultPayoffs(int point) {
+  PayoffTable payoffs;
+  payoffs.fill(PayoffRecord());
+  SetFamily(payoffs, Lay4, kLayOddsRatios);
+  SetFamily(payoffs, DontCome4Odds, kLayOddsRatios);
+  SetFamily(payoffs, Come4Odds, kTakeOddsRatios);
+  SetFamily(payoffs, Place4, kPlaceRatios);
+  SetFamily(payoffs, Buy4, kTakeOddsRatios);
+  for (const RatioRange& range : kPropRatios) SetRange(payoffs, range);
+  SetLineOdds(payoffs, point);
+  return payoffs;
+}
+
 void SetDefaultPayoffs() {
-  Game.Payoff.fill(PayoffRecord());
-  SetFamily(Lay4, kLayOddsRatios);
-  SetFamily(DontCome4Odds, kLayOddsRatios);
-  SetFamily(Come4Odds, kTakeOddsRatios);
-  SetFamily(Place4, kPlaceRatios);
-  SetFamily(Buy4, kTakeOddsRatios);
-  for (const RatioRange& range : kPropRatios) SetRange(range);
+  Game.Payoff = DefaultPayoffs(Game.Point);
   SetFieldPreset(0);
-  SetLineOddsForPoint();
 }
 
 void SetDefaultComeOutWorking() {

@@ -41,9 +41,8 @@ std::fstream OpenForAppending(const fs::path& path) {
 
 /// Tells that lines aren't indexed, once for a log.
 void TellTooLong() {
-  static std::string told;
-  if (told == Game.EventsLogFile) return;
-  told = Game.EventsLogFile;
+  if (Game.LogToldTooLong == Game.EventsLogFile) return;
+  Game.LogToldTooLong = Game.EventsLogFile;
   try {
     throw RunTimeFault(6, "The Events Log is too long: its last lines can't be viewed");
   } catch (...) {

@@ -16,22 +16,22 @@ struct ThrowEvents {
 
 /// An event for one throw in its order of dice.
 constexpr int kPairEvents[6][6] = {
-    {2, 22, 24, 27, 33, 39},   //
-    {23, 13, 29, 35, 41, 48},  //
-    {25, 30, 14, 43, 50, 54},  //
-    {28, 36, 44, 15, 56, 60},  //
-    {34, 42, 51, 57, 16, 63},  //
-    {40, 49, 55, 61, 64, 12},
+    {Total2, Throw12, Throw13, Throw14, Throw15, Throw16},   //
+    {Throw21, Throw22, Throw23, Throw24, Throw25, Throw26},  //
+    {Throw31, Throw32, Throw33, Throw34, Throw35, Throw36},  //
+    {Throw41, Throw42, Throw43, Throw44, Throw45, Throw46},  //
+    {Throw51, Throw52, Throw53, Throw54, Throw55, Throw56},  //
+    {Throw61, Throw62, Throw63, Throw64, Throw65, Total12},
 };
 
 /// An event for two unlike dice in either order; the lower die first. 0 where it would be the
 /// total.
 constexpr int kComboEvents[6][6] = {
-    {0, 0, 26, 31, 37, 45},  //
-    {0, 0, 32, 38, 46, 52},  //
-    {0, 0, 0, 47, 53, 58},   //
-    {0, 0, 0, 0, 59, 62},    //
-    {0, 0, 0, 0, 0, 0},      //
+    {0, 0, Either13, Either14, Either15, Either16},  //
+    {0, 0, Either23, Either24, Either25, Either26},  //
+    {0, 0, 0, Either34, Either35, Either36},         //
+    {0, 0, 0, 0, Either45, Either46},                //
+    {0, 0, 0, 0, 0, 0},                              //
     {0, 0, 0, 0, 0, 0},
 };
 
@@ -47,31 +47,31 @@ constexpr unsigned SetOf(Totals... totals) {
 }
 
 constexpr std::array<GroupEvent, 18> kGroupEvents = {{
-    {17, SetOf(4, 5, 6, 8, 9, 10)},
-    {18, SetOf(5, 6, 8, 9)},
-    {19, SetOf(4, 5, 9, 10)},
-    {20, SetOf(2, 3, 12)},
-    {21, SetOf(2, 3, 4, 9, 10, 11, 12)},
-    {65, SetOf(2, 3, 7, 11, 12)},
-    {66, SetOf(2, 3, 11, 12)},
-    {67, SetOf(4, 5, 6)},
-    {68, SetOf(8, 9, 10)},
-    {69, SetOf(2, 12)},
-    {70, SetOf(3, 11)},
-    {71, SetOf(4, 10)},
-    {72, SetOf(5, 9)},
-    {73, SetOf(6, 8)},
-    {74, SetOf(2, 3)},
-    {75, SetOf(3, 12)},
-    {76, SetOf(7, 11)},
-    {77, SetOf(11, 12)},
+    {PointNumbers, SetOf(4, 5, 6, 8, 9, 10)},
+    {InsideNumbers, SetOf(5, 6, 8, 9)},
+    {OutsideNumbers, SetOf(4, 5, 9, 10)},
+    {CrapsNumbers, SetOf(2, 3, 12)},
+    {FieldNumbers, SetOf(2, 3, 4, 9, 10, 11, 12)},
+    {ComeOutDecisions, SetOf(2, 3, 7, 11, 12)},
+    {HornNumbers, SetOf(2, 3, 11, 12)},
+    {LowPointNumbers, SetOf(4, 5, 6)},
+    {HighPointNumbers, SetOf(8, 9, 10)},
+    {TwoOrTwelve, SetOf(2, 12)},
+    {ThreeOrEleven, SetOf(3, 11)},
+    {FourOrTen, SetOf(4, 10)},
+    {FiveOrNine, SetOf(5, 9)},
+    {SixOrEight, SetOf(6, 8)},
+    {TwoOrThree, SetOf(2, 3)},
+    {ThreeOrTwelve, SetOf(3, 12)},
+    {SevenOrEleven, SetOf(7, 11)},
+    {ElevenOrTwelve, SetOf(11, 12)},
 }};
 
 constexpr ThrowEvents FindEvents(int die1, int die2) {
   ThrowEvents events;
   const int total = die1 + die2;
-  events.Add(77 + die1);
-  events.Add(83 + die2);
+  events.Add(FirstDie1 + die1 - 1);
+  events.Add(SecondDie1 + die2 - 1);
   events.Add(kPairEvents[die1 - 1][die2 - 1]);
   if (total > 2 && total < 12) events.Add(total);  // 2 and 12 are their pair
   const int low = die1 < die2 ? die1 : die2;

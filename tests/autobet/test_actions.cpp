@@ -283,9 +283,13 @@ TEST_F(ActionsTest, BetsAreBoughtAndCalled) {
   Check("Buy the Place Bet on Place 4|Call OFF Hard 6 => Buy 4 20");
   EXPECT_EQ(Game.BetWorking[Hard6], CalledOff);
   Game.Notify = NoticeActions;
+  Game.Bets[kSourceId] = 5;
   for (const int code : {BuyThePlaceBet, CallOff, CallOn, ResetWinsLosses})
     Do({Act(code, 0, ChipStackSubject, kSource)});
-  EXPECT_THAT(TakeShown(), IsEmpty());
+  const auto told = TakeShown();  // what a click is told
+  ASSERT_EQ(told.size(), 3U);
+  EXPECT_EQ(told[0].Text, "You may not buy Chip-Stacks.");
+  EXPECT_EQ(told[2].Text, "You may not call Chip-Stacks ON or OFF.");
   Game.HyperDriveOn = true;
   TheHost.RedrawBets = [] { FAIL() << "drawn under Hyper-Drive"; };
   Do("Call ON Hard 6\n Call ON Hard 6");

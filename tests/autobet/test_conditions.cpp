@@ -598,4 +598,15 @@ TEST_F(PlayedConditions, HoldUnderHyperDriveAsAtTheTable) {
   }
 }
 
+TEST_F(Conditions, TellOfTheLastShooterOnceOneHasFinished) {
+  Game.RollCount[0] = 0;
+  const std::string line = "The # of rolls for the last shooter are equal to 2";
+  Expect(line, "F");
+  Roll(2, 2);
+  Roll(3, 4);  // the first shooter sevens out
+  Expect(line, "N");
+  Roll(5, 6);
+  Expect(line, "O");
+}
+
 }  // namespace

@@ -417,4 +417,12 @@ TEST_F(Engine, ReportsAFaultAndFinishesTheRoll) {
   EXPECT_FALSE(Game.RollInProgress);
 }
 
+TEST_F(Engine, AJumpThatNamesNoLabelGoesOn) {
+  for (const std::string jump : {"Go to", "Gosub"}) {
+    Game.Bets[101] = 0;
+    Run("Do this . . .\n" + jump + " \"\"\nAdd $ 1 to Chip-Stack # 1\n");
+    EXPECT_EQ(Game.Bets[101], Currency(1)) << jump;
+  }
+}
+
 }  // namespace

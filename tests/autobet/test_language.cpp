@@ -333,4 +333,14 @@ TEST(Composition, WhatItCannotWriteIsNoLine) {
   EXPECT_TRUE(read.Lines.empty());
 }
 
+TEST(Composed, ARoundOfAnUnknownWayReadsUpAsItIsDone) {
+  ScriptLine line;
+  line.LineKind = ActionLine;
+  line.LineCode = RoundBet;
+  line.OfSubject = 77;
+  line.ToSubject = Field;
+  line.LineAmount = 5;
+  EXPECT_NE(ComposeLine(line).find("Round Field up to a multiple of $ 5"), std::string::npos);
+}
+
 }  // namespace

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "autobet/language.h"
-#include "stats/graph.h"
+#include "stats/bankroll_graph.h"
 #include "support/table_fixture.h"
 
 namespace {

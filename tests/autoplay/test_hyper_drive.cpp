@@ -6,10 +6,12 @@
 #include <functional>
 #include <iterator>
 
+#include "autobet/output_file.h"
 #include "bets/make_bet.h"
 #include "bets/new_game.h"
 #include "dice/generators.h"
 #include "play/roll_cycle.h"
+#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -207,6 +209,41 @@ TEST_F(HyperDrive, TheSameSeedGivesTheSameTalliesAndTheSameLogTwiceInAProcess) {
   EXPECT_EQ(tallies.BetWins, Game.BetWins);
   EXPECT_EQ(tallies.BetLosses, Game.BetLosses);
   std::filesystem::remove_all(folder);
+}
+
+TEST_F(HyperDrive, KnowsWhereARunEndsAndWhetherAnyoneCanBet) {
+  for (const auto& [played, asked, atMost] :
+       {std::tuple{0, 40, 40}, {kMaxRolls - 10, 40, 10}, {kMaxRolls - 10, 0, 10}}) {
+    SetUp();
+    Game.RollCount[0] = played;
+    Game.ShooterStats[ShooterRolls] = played;
+    std::uint32_t clock = 0;
+    TheHost.Milliseconds = [&clock] { return clock += 30; };
+    int turns = 0;
+    bool noBet = false;
+    double left = -1;
+    TheHost.Yield = [&] {
+      noBet = HyperDriveProgress().NoBet;
+      left = HyperDriveProgress().SecondsLeft;
+      if (++turns == 2) Given(Field, 5);
+      if (turns == 3) Game.KeepRolling = false;
+      EXPECT_EQ(noBet, turns <= 2);
+    };
+    Game.HyperThrottle = 1;
+    RunFor(asked);
+    EXPECT_EQ(HyperDriveProgress().RollsAtMost, atMost) << asked;
+    EXPECT_EQ(left > 0, asked > 0) << "time is left to a count";
+  }
+}
+
+TEST_F(HyperDrive, LeavesTheOutputFileWrittenOut) {
+  const ScratchFolder folder("hyper_drive_output");
+  Game.DataPath = folder / "";
+  OpenOutputFile("out.txt", OutputMode::Empty);
+  WriteOutput("waits");
+  RunFor(3);
+  EXPECT_EQ(folder.Read("out.txt"), "waits");
+  CloseOutputFile();
 }
 
 }  // namespace

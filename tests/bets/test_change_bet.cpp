@@ -5,7 +5,6 @@
 
 #include <limits>
 
-#include "bets/vig_and_odds.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "support/table_fixture.h"

@@ -50,6 +50,7 @@ TEST_F(ChipsTest, WhatChipsDontShowIsAnOverflowChip) {
   pile.push_back(kOverflowPicture);
   EXPECT_EQ(PileOf(Big6, 14'000), pile);
   EXPECT_EQ(Offsets(Big6).back(), std::pair(0, 0));
+  EXPECT_EQ(PileOf(FirstChipStack, 14'000), pile) << "on a Chip-Stack too";
 }
 
 TEST_F(ChipsTest, TheListIsOrderedByBet) {

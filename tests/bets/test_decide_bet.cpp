@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "bets/decide_bet.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/text.h"
 #include "rules/defaults.h"
 #include "support/table_fixture.h"

@@ -16,7 +16,7 @@
 #include "bets/make_bet.h"
 #include "bets/new_game.h"
 #include "bets/settle.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/game_state.h"
 #include "core/text.h"
 #include "dice/generators.h"

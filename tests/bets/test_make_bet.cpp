@@ -7,7 +7,6 @@
 
 #include "bets/change_bet.h"
 #include "bets/chips.h"
-#include "bets/vig_and_odds.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "support/table_fixture.h"
@@ -238,8 +237,10 @@ TEST_F(MakeBetTest, APlaceBetIsBoughtForItsAmount) {
   ExpectBets({{Buy4, 30}});  // it takes the place of what stood there
   Given(Place10, 40);
   Game.Bets[BankrollIndex] = Game.TotalOnTable;
+  Game.BetWorking[Place10] = CalledOff;
   BuyPlaceBet(Place10);
   ExpectBets({{Buy10, 38}});  // the vig is paid from the bet
+  EXPECT_EQ(Game.BetWorking[Buy10], CalledOff);
 }
 
 TEST_F(MakeBetTest, OnlyPlaceBetsAreBought) {

@@ -45,6 +45,38 @@ TEST_F(RuleChanges, VigThatTheBankrollCannotCoverIsUndone) {
   EXPECT_EQ(Game.RoundLayVig, RoundedDown);
 }
 
+TEST_F(RuleChanges, TheClosingChargesTheRatesOrIsRefusedOnTheirBox) {
+  Given(Buy4, 100);
+  Given(Lay4, 100);
+  Game.BuyVigPct = Currency::FromRaw(1'000);
+  Game.Bets[BankrollIndex] = 209;  // 10 of vig on the Buy bet, 3 on the Lay bet
+  Game.MaxPlacard = 50;
+  const CheckResult refused = CloseConfiguration({});
+  EXPECT_TRUE(!refused.Ok && refused.Title == "Buy Bet Vig" && refused.Tab == BetsTab &&
+              refused.Box == ConfigBox::BuyVigPct);
+  EXPECT_EQ(Game.BuyVigHeld[0], Currency(5)) << "nothing has followed";
+  EXPECT_EQ(Bet(Buy4), Currency(100));
+  Game.BuyVigPct = Currency::FromRaw(500);
+  Game.LayVigPct = Currency::FromRaw(1'000);
+  EXPECT_EQ(CloseConfiguration({}).Box, ConfigBox::LayVigPct);
+  Game.Bets[BankrollIndex] = 210;
+  Game.MaxPlacard = 1'000;
+  ExpectTaken(CloseConfiguration({}), 210);
+  EXPECT_EQ(Game.LayVigHeld[0], Currency(5));
+}
+
+TEST_F(RuleChanges, OnlyWithAPointIsAPassLineBetAContract) {
+  for (const bool point : {false, true}) {
+    SetUp();
+    Given(PassLine, 100);
+    Game.ContractBets[PassLine] = 100;
+    if (point) SetPoint(6);
+    Game.MaxPlacard = 40;
+    EXPECT_TRUE(CloseConfiguration({}).Ok);
+    EXPECT_EQ(Bet(PassLine), Currency(point ? 100 : 40));
+  }
+}
+
 TEST_F(RuleChanges, NegativeBankrollsStayAllowedWhileNeeded) {
   Game.NegBankroll = true;
   Game.Bets[BankrollIndex] = -5;
@@ -75,7 +107,7 @@ TEST_F(RuleChanges, ClosingHoldsBetsToTheLimitsAndMovesPeakAndTrough) {
        {std::tuple{0, 800, 800, 800}, {1, 300, 800, 300}, {1, 500, 800, 300}}) {
     Game.RollCount[0] = rolls;
     Game.Bets[BankrollIndex] = bankroll;
-    CloseConfiguration({true, false, true, false, false});
+    EXPECT_TRUE(CloseConfiguration({true, false, true, false, false}).Ok);
     EXPECT_EQ(Game.BankrollHigh, Currency(high));
     EXPECT_EQ(Game.BankrollLow, Currency(low));
   }

@@ -2,7 +2,7 @@
 #include <array>
 
 #include "bets/settle.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/help_topics.h"
 #include "support/table_fixture.h"
 

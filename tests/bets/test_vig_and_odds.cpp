@@ -1,5 +1,5 @@
 // Vig on Buy and Lay bets, the six odds methods and amounts that pay in whole chips.
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 
 #include <gmock/gmock.h>
 
@@ -34,8 +34,7 @@ class VigTest : public TableTest {
 
   static Currency Vig(int betId, Currency amount, int rounding) {
     Game.RoundBuyVig = Game.RoundLayVig = rounding;
-    IsBuy(betId) ? FigureBuyVig(betId, amount) : FigureLayVig(betId, amount);
-    return IsBuy(betId) ? Game.BuyVigCalc : Game.LayVigCalc;
+    return IsBuy(betId) ? FigureBuyVig(betId, amount) : FigureLayVig(betId, amount);
   }
 
   /// A change of a bet, the money on the table after it, and the notice of its vig, if any.

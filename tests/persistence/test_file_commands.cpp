@@ -17,7 +17,8 @@ using enum FileCommand;
 
 class FileCommands : public TableTest {
  protected:
-  FileCommands() {
+  void SetUp() override {
+    TableTest::SetUp();
     Game.DataPath = folder / "";
     Game.EventsLogFile = folder / "Events Log.txt";
     Game.GamesLogFile = folder / "default.glg";

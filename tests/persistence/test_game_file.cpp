@@ -618,4 +618,16 @@ TEST_F(GameFile, AFailedSaveTellsAndLeavesTheOldFileWhole) {
   EXPECT_EQ(Game.LastFileResult, static_cast<int>(bytes.size()));
 }
 
+TEST_F(GameFile, ALoadForgetsHalfDoneThrowsAndAllowsTheBankrollItFinds) {
+  Game.Bets[BankrollIndex] = -50;  // as a damaged or foreign file may have it
+  Game.NegBankroll = false;
+  SaveGame(folder_ / "a.crp");
+  Game.ManualRollPending = true;
+  Game.PendingDie1 = Game.PendingDie2 = 6;
+  OpenGame(folder_ / "a.crp", true);
+  EXPECT_FALSE(Game.ManualRollPending);
+  EXPECT_EQ(Bankroll(), Currency(-50));
+  EXPECT_TRUE(Game.NegBankroll);
+}
+
 }  // namespace

@@ -6,7 +6,6 @@
 #include <set>
 
 #include "bets/make_bet.h"
-#include "bets/vig_and_odds.h"
 #include "dice/tape.h"
 #include "play/roll_cycle.h"
 #include "support/table_fixture.h"
@@ -385,6 +384,17 @@ TEST_F(TapeTest, RollsAreRecordedAndPlayedBack) {
     RollDice();
     EXPECT_EQ(Thrown(), dice);
   }
+}
+
+TEST_F(RollCycleTest, ARefusedManualThrowIsForgotten) {
+  Game.Bets[BankrollIndex] = 10'000'000;
+  RollNamedDice(6, 6);
+  Game.Bets[BankrollIndex] = 500;
+  Game.RollCount[0] = kMaxRolls;
+  EXPECT_FALSE(Game.ManualRollPending);
+  RollNamedDice(6, 6);
+  EXPECT_FALSE(Game.ManualRollPending);
+  EXPECT_EQ(Game.RollCount[0], kMaxRolls);
 }
 
 }  // namespace

@@ -6,9 +6,15 @@
 
 #include "core/game_state.h"
 #include "core/text.h"
+#include "rules/check_result.h"
+#include "rules/choices.h"
+#include "rules/comp_bets.h"
+#include "rules/config_checks.h"
 #include "rules/defaults.h"
+#include "rules/numeric_entry.h"
+#include "rules/payoff_cells.h"
 #include "rules/presets.h"
-#include "rules/validators.h"
+#include "rules/roll_rate.h"
 
 namespace {
 

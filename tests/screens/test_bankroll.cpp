@@ -19,7 +19,7 @@
 #include "screens/frame/report.h"
 #include "screens/statistics/frmBankroll.h"
 #include "screens/statistics/graph_printer.h"
-#include "stats/graph.h"
+#include "stats/bankroll_graph.h"
 
 class TestBankroll : public QObject {
   Q_OBJECT

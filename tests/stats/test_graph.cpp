@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "rules/defaults.h"
-#include "stats/graph.h"
+#include "stats/bankroll_graph.h"
 
 namespace {
 
@@ -109,6 +109,16 @@ TEST_F(Graph, NewGameStartsEmpty) {
   EXPECT_EQ(Game.GraphTop, Currency(450));
   EXPECT_EQ(Game.GraphPeriodHigh, Currency(300));
   EXPECT_EQ(Game.BankrollHistory[526], Currency());
+}
+
+TEST_F(Graph, ANewSpanFindsTheHighAndLowOfThePageAgain) {
+  RollTo(20);
+  Game.GraphPeriodHigh = 9'999;
+  Game.GraphPeriodLow = -9'999;
+  SetBankrollAverageSpan(1'000);
+  EXPECT_EQ(Game.BankrollAverageSpan, kGraphPoints);
+  EXPECT_EQ(Game.GraphPeriodHigh, *std::max_element(all_.begin(), all_.end()));
+  EXPECT_EQ(Game.GraphPeriodLow, *std::min_element(all_.begin(), all_.end()));
 }
 
 }  // namespace

@@ -4,10 +4,11 @@
 #include "bets/headless_host.h"
 #include "bets/make_bet.h"
 #include "bets/settle.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "play/roll_cycle.h"
+#include "play/start_up.h"
 #include "rules/defaults.h"
 
 std::ostream& operator<<(std::ostream& out, const ShownMessage& message) {
@@ -26,7 +27,7 @@ ShownMessage Notice(int classes, const std::string& title, int helpTopic, const 
 std::ostream& operator<<(std::ostream& out, Currency amount) { return out << MoneyText(amount); }
 
 void TableTest::SetUp() {
-  static_cast<SoundState&>(Game) = SoundState();
+  StartAfresh();
   LayDownDefaults();
   host_ = TheHost;
   TheHost = HeadlessHost();

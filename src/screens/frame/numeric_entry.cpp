@@ -8,7 +8,7 @@
 #include <QPalette>
 
 #include "core/text.h"
-#include "rules/validators.h"
+#include "rules/numeric_entry.h"
 
 namespace {
 

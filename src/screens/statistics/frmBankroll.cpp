@@ -111,12 +111,14 @@ QString RunText(const RunProgress& run) {
         .arg(Count(run.RollsDone), TimeText(run.RollsDone / run.RollsPerSecond),
              Count(std::llround(run.RollsPerSecond)));
   }
-  const QString done =
+  QString text =
       run.RollsAsked > 0
           ? QObject::tr("%1 of %2 rolls").arg(Count(run.RollsDone), Count(run.RollsAsked))
           : QObject::tr("%1 rolls, no count set").arg(Count(run.RollsDone));
-  return QObject::tr("%1    %2 rolls/s    %3 left")
-      .arg(done, Count(std::llround(run.RollsPerSecond)), TimeText(run.SecondsLeft));
+  text += QObject::tr("    %1 rolls/s").arg(Count(std::llround(run.RollsPerSecond)));
+  if (run.NoBet) text += QObject::tr(", no bets");
+  if (run.RollsAsked > 0) text += QObject::tr("    %1 left").arg(TimeText(run.SecondsLeft));
+  return text;
 }
 
 }  // namespace

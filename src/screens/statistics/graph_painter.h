@@ -6,7 +6,7 @@
 #include <QRectF>
 
 #include "core/game_state.h"
-#include "stats/graph.h"
+#include "stats/graph_view.h"
 
 inline constexpr int kGraphColors = 8;
 

@@ -54,13 +54,11 @@ constexpr double kKeyedBoxHeight = 20;
 constexpr double kKeyedLetters = 0.6;  // of the height of the box
 constexpr int kKeyedDecimals = 2;
 
-/// The letter or digit of a key pressed with Ctrl alone; 0 for any other key.
+/// The letter of a key pressed with Ctrl alone; 0 for any other key.
 char LetterWithCtrl(const QKeyEvent& event) {
   if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::ControlModifier) return 0;
   const int key = event.key();
-  const bool known =
-      (key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9);
-  return known ? static_cast<char>(key) : 0;
+  return key >= Qt::Key_A && key <= Qt::Key_Z ? static_cast<char>(key) : 0;
 }
 
 /// Ctrl, Shift and the like only begin a combination of keys.
@@ -93,7 +91,7 @@ QRect picLayoutBox::FromTable(QRectF place) const {
 
 void picLayoutBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  PaintTable(painter, size(), table_->View(), cache_);
+  Guarded("DrawLayout", [&] { PaintTable(painter, size(), table_->View(), cache_); });
   if (!rain_.isNull()) painter.drawPixmap(0, 0, rain_);
 }
 
@@ -281,6 +279,10 @@ void frmCrapTable::EndRun() {
 }
 
 void frmCrapTable::ShowAsLeft() {
+  Guarded("Crap Table Form_load", [this] { OpenAsLeft(); });
+}
+
+void frmCrapTable::OpenAsLeft() {
   FollowPlace(this, TableWindow);
   show();
   ShowScreensAsLeft();

@@ -98,6 +98,7 @@ class frmCrapTable : public QMainWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void OpenAsLeft();
   void PlaceOnScreen();
   /// Runs what throws dice or runs a script; a window that was closed meanwhile closes then.
   void RunAtTable(const std::function<void()>& run);

@@ -7,7 +7,7 @@
 #include "bets/chips.h"
 #include "bets/make_bet.h"
 #include "bets/new_game.h"
-#include "bets/vig_and_odds.h"
+#include "bets/vig.h"
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"

@@ -1,20 +1,7 @@
-// Points of the bankroll graph and their moving average.
+// What the bankroll graph is seen through: its scale and its top line.
 #pragma once
 
 #include "core/game_state.h"
-
-/// Adds the bankroll as the next point of the page; after 525 points a new page begins and the old
-/// one moves behind it. Without `withAverage` the averages wait for `RecomputeAverages`.
-void AddBankrollPoint(bool withAverage = true);
-
-/// Figures the average of every point of the page anew.
-void RecomputeAverages();
-
-/// The moving average at a point of the page over `span` points (0: all rolls of the game).
-Currency BankrollMovingAverage(int point, int span);
-
-/// Figures the average of every point of the page anew, and the page's high and low.
-void RecomputeBankrollAverage();
 
 /// The reference lines of the graph: the points at which they stand, 0 for none.
 struct ReferenceLines {
@@ -38,12 +25,6 @@ void SetGraphScale(Currency scale, ReferenceLines lines = {});
 /// Moves the zero line up (or down, for a number below 0) by lines of the graph.
 void MoveZeroLine(int lines);
 
-/// The number of rolls in the moving average, brought into its limits; all averages follow.
-void SetBankrollAverageSpan(long long span);
-
 /// The next step up from a scale on the ladder 1, 2, 4, 10, 20, 40, 100 and so on, and down.
 Currency NextGraphScale(Currency scale);
 Currency PreviousGraphScale(Currency scale);
-
-/// An empty graph for a new game.
-void RestartGraph();
