@@ -38,6 +38,10 @@ struct Ran2Record {
 inline constexpr int kMatrixRows = 14;
 inline constexpr int kMatrixColumns = 8;
 
+/// [layer][column][row]. Layer 1 holds shares in thousandths of a percent, layer 0 the editor's
+/// locks and axis values.
+using ProbabilityMatrix = std::array<std::array<std::array<int, kMatrixRows>, kMatrixColumns>, 2>;
+
 struct DiceState {
   int RngState = 0;
   int LastSeed = 0;
@@ -45,10 +49,8 @@ struct DiceState {
   Ran1Record Ran1State;
   Ran2Record Ran2State;
 
-  // The probability matrix: [layer][column][row]. Layer 1 holds shares in thousandths of a percent,
-  // layer 0 the editor's locks and axis values.
   bool UseSkewedProbability = false;
-  std::array<std::array<std::array<int, kMatrixRows>, kMatrixColumns>, 2> ProbMatrix{};
+  ProbabilityMatrix ProbMatrix{};
   int ProbabilityView = 0;
   double RollsOutOf = 36;
   bool ProbabilityChanged = false;

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int kNumbers = 100'000;
 constexpr int kFirstColumn = 2;
 constexpr int kLastColumn = 7;
 constexpr int kFairCell = 2778;
@@ -83,13 +82,6 @@ constexpr int kAnyRollOfShooter = 1;
 constexpr int kLowestTotal = 2;
 constexpr int kHighestTotal = 12;
 
-/// The cell in which `TakeCell` finds these dice.
-int CellOf(int die1, int die2) {
-  const int row = die1 + die2 - 1;
-  const int column = row >= 7 ? 8 - die2 : die1 + 1;
-  return Game.ProbMatrix[1][static_cast<unsigned>(column)][static_cast<unsigned>(row)];
-}
-
 /// Calls `visit` with the dice of each throw that makes an event.
 template <class Visit>
 void ForThrowsOf(int event, Visit visit) {
@@ -112,14 +104,16 @@ float MatrixShare(int event) {
   if (event >= kLowestTotal && event <= kHighestTotal)
     share = Game.ProbMatrix[1][kTotalsColumn][static_cast<unsigned>(event - 1)];
   else
-    ForThrowsOf(event, [&share](int die1, int die2) { share += CellOf(die1, die2); });
+    ForThrowsOf(event, [&share](int die1, int die2) {
+      share += ShareOfThrow(Game.ProbMatrix, die1, die2);
+    });
   return static_cast<float>(share) / kSharesPerPercent;
 }
 
 /// True when some number from 1 to 100,000 meets a cell.
 bool HasReachableCell() {
   return WalkCells([](int, int, std::int64_t before, std::int64_t after) {
-    return after > before && after >= 1 && before < kNumbers;
+    return after > before && after >= 1 && before < kWholeShare;
   });
 }
 
@@ -154,7 +148,7 @@ void DiceFromMatrix(int x) {
     Game.Die2 = numbers.Next(6);
     return;
   }
-  while (!FindCell(numbers.Next(kNumbers))) {
+  while (!FindCell(numbers.Next(kWholeShare))) {
   }
 }
 

@@ -6,6 +6,30 @@
 /// The fair matrix.
 decltype(DiceState::ProbMatrix) FairMatrix();
 
+inline constexpr int kLocksLayer = 0;
+inline constexpr int kSharesLayer = 1;
+inline constexpr int kWholeShare = 100'000;  // 100 %
+
+/// A cell of either layer of the matrix.
+struct MatrixPlace {
+  int Row = 0;
+  int Column = 0;
+
+  bool operator==(const MatrixPlace&) const = default;
+};
+
+/// Where the share of a throw lies.
+constexpr MatrixPlace PlaceOfThrow(int die1, int die2) {
+  const int row = die1 + die2 - 1;
+  return {row, row >= 7 ? 8 - die2 : die1 + 1};
+}
+
+/// The share of a throw, in thousandths of a percent.
+inline int ShareOfThrow(const ProbabilityMatrix& matrix, int die1, int die2) {
+  const MatrixPlace at = PlaceOfThrow(die1, die2);
+  return matrix[kSharesLayer][static_cast<unsigned>(at.Column)][static_cast<unsigned>(at.Row)];
+}
+
 /// Lays the fair matrix down: 36 cells of 2778, their totals and faces, no locks, axis 1 and 6.
 void SetFairMatrix();
 

@@ -9,6 +9,7 @@
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/record_file.h"
+#include "dice/matrix.h"
 
 namespace {
 
@@ -24,13 +25,12 @@ constexpr std::size_t kFirstValueRecord = 2;
 constexpr std::size_t kFileRecords = 5;
 constexpr std::size_t kShortestFile = kRecordSize + kValues * kValueWidth;
 
-constexpr unsigned kSharesLayer = 1;
 constexpr int kFirstCellColumn = 2;
 
 constexpr int kLoaded = 1;
 constexpr int kRefused = 0;
 
-using Matrix = decltype(DiceState::ProbMatrix);
+using Matrix = ProbabilityMatrix;
 
 Matrix ReadMatrix(const RecordFile& file) {
   Matrix matrix{};

@@ -1,26 +1,27 @@
 #include "rules/presets.h"
 
 #include "core/game_state.h"
+#include "dice/throw_kinds.h"
 
 namespace {
 
 /// Field combinations as bits: bit n stands for combination n.
 template <class... Combinations>
-constexpr std::uint32_t Set(Combinations... combinations) {
+constexpr ThrowSet Set(Combinations... combinations) {
   return ((1U << static_cast<unsigned>(combinations)) | ...);
 }
 
-constexpr std::uint32_t kTwoAndTwelve = Set(1, 21);
-constexpr std::uint32_t kThreeAndEleven = Set(2, 20);
-constexpr std::uint32_t kCraps = Set(1, 2, 21);
-constexpr std::uint32_t kFourAndTen = Set(3, 4, 18, 19);
-constexpr std::uint32_t kFiveAndNine = Set(5, 6, 16, 17);
-constexpr std::uint32_t kSix = Set(7, 8, 9);
-constexpr std::uint32_t kSeven = Set(10, 11, 12);
-constexpr std::uint32_t kEight = Set(13, 14, 15);
-constexpr std::uint32_t kFiveToEight = Set(5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
-constexpr std::uint32_t kSixToEight = kSix | kSeven | kEight;
-constexpr std::uint32_t kNone = 0;
+constexpr ThrowSet kTwoAndTwelve = ThrowsOf(2, 12);
+constexpr ThrowSet kThreeAndEleven = ThrowsOf(3, 11);
+constexpr ThrowSet kCraps = ThrowsOf(2, 3, 12);
+constexpr ThrowSet kFourAndTen = ThrowsOf(4, 10);
+constexpr ThrowSet kFiveAndNine = ThrowsOf(5, 9);
+constexpr ThrowSet kSix = ThrowsOf(6);
+constexpr ThrowSet kSeven = ThrowsOf(7);
+constexpr ThrowSet kEight = ThrowsOf(8);
+constexpr ThrowSet kFiveToEight = ThrowsOf(5, 6, 7, 8);
+constexpr ThrowSet kSixToEight = ThrowsOf(6, 7, 8);
+constexpr ThrowSet kNone = 0;
 
 struct FieldRatio {
   int Win;
@@ -29,7 +30,7 @@ struct FieldRatio {
 };
 
 struct FieldException {
-  std::uint32_t Combinations;
+  ThrowSet Combinations;
   FieldRatio Pays;
 };
 
@@ -115,17 +116,6 @@ bool HasOwnRow(int id) {
          (id >= Big8 && id <= Craps) || (id >= Over7 && id <= LastBet);
 }
 
-std::string RowLabel(int id) {
-  const std::string number = IsBet(id) ? std::to_string(NumberOfBet(id)) : "";
-  if (IsDontComeOnNumber(id)) return "DP/DC " + number;
-  if (IsDontComeOdds(id)) return "DP/DC " + number + " Odds";
-  if (IsComeOnNumber(id)) return "Pass/Come " + number;
-  if (IsComeOdds(id)) return "Pass/Come " + number + " Odds";
-  if (id == Come) return "Passline/Come (c.o.)";
-  if (id == DontCome) return "Don't Pass/Come (c.o.)";
-  return std::string(kBetNames[static_cast<unsigned>(id)]);
-}
-
 std::array<PayoffRow, kPayoffRows> BuildPayoffRows() {
   std::array<PayoffRow, kPayoffRows> rows;
   std::size_t row = 0;
@@ -183,6 +173,23 @@ const std::array<std::string_view, kFieldCombinations> kFieldLabels = {
     "12   (6-6)",
 };
 
+std::string RowLabel(int betId) {
+  const std::string number = IsBet(betId) ? std::to_string(NumberOfBet(betId)) : "";
+  if (IsDontComeOnNumber(betId)) return "DP/DC " + number;
+  if (IsDontComeOdds(betId)) return "DP/DC " + number + " Odds";
+  if (IsComeOnNumber(betId)) return "Pass/Come " + number;
+  if (IsComeOdds(betId)) return "Pass/Come " + number + " Odds";
+  switch (betId) {
+    case PassLine: return "Passline/Come";
+    case PassLineOdds: return "Passline/Come Odds";
+    case Come: return "Passline/Come (c.o.)";
+    case DontPass: return "Don't Pass/Come";
+    case DontPassOdds: return "Don't Pass/Come Odds";
+    case DontCome: return "Don't Pass/Come (c.o.)";
+    default: return std::string(kBetNames[static_cast<unsigned>(betId)]);
+  }
+}
+
 void SetFieldPreset(int preset) {
   if (preset < 0 || preset >= kFieldPresets) return;
   const FieldPreset& chosen = kFieldPresetTable[static_cast<unsigned>(preset)];
@@ -190,7 +197,7 @@ void SetFieldPreset(int preset) {
     PayoffRecord& record = Game.FieldPayoff[combination];
     record = RecordOf(chosen.Base);
     for (const FieldException& exception : chosen.Exceptions) {
-      if (exception.Combinations >> combination & 1U) record = RecordOf(exception.Pays);
+      if (IsIn(exception.Combinations, combination)) record = RecordOf(exception.Pays);
     }
   }
 }

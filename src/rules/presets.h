@@ -32,6 +32,9 @@ void SetColorPreset(int preset);
 /// The labels of the 21 Field combinations, in order (index 0 is combination 1).
 extern const std::array<std::string_view, kFieldCombinations> kFieldLabels;
 
+/// What the tables of payoffs and advantages call a bet 1 to 83.
+std::string RowLabel(int betId);
+
 /// The rows of the payoff grid: a bet id and its label.
 struct PayoffRow {
   int BetId;
