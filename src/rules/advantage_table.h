@@ -1,0 +1,50 @@
+// The advantages of all bets as a table: to be shown, sorted, printed and copied.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+inline constexpr int kAdvantageColumns = 5;
+
+/// Stands over the table while its figures are percentages.
+inline constexpr std::string_view kAdvantageNote = "All figures shown in percentage";
+
+struct AdvantageRow {
+  int BetId = 0;
+  std::string Label;
+  bool Blank = false;  // line odds without a point: nothing is shown
+  std::array<double, kAdvantageColumns> Values{};
+  std::array<std::string, kAdvantageColumns> Texts;
+};
+
+/// The heads of the columns, by `ShowMiscData`.
+const std::array<std::string_view, kAdvantageColumns>& AdvantageHeads();
+
+/// A row for each bet, in their order. Percentages and the spread, or with `ShowMiscData` rolls,
+/// decisions and time, by `SimRollsPerHour`.
+std::vector<AdvantageRow> AdvantageRows();
+
+/// Sorts by a column, -1 for the labels; equal rows stay in their order and blank ones come last.
+void SortAdvantages(std::vector<AdvantageRow>& rows, int column, bool descending);
+
+/// A time in hours, as hours, minutes and seconds with their hundredths.
+std::string TimeText(double hours);
+
+/// A table of texts, for paper and the clipboard.
+struct TextTable {
+  std::string Title;
+  std::string Note;  // over the columns; may be empty
+  std::vector<std::string> Heads;
+  std::vector<std::vector<std::string>> Rows;
+};
+
+/// The advantages as they are shown, in the order given.
+TextTable AdvantageSheet(const std::vector<AdvantageRow>& rows);
+
+/// All payoffs with the advantages of their bets, the Field's throw by throw.
+TextTable PayoffSheet();
+
+/// The heads and rows of a table, one to a line, with tabs between the cells.
+std::string TabbedText(const TextTable& table);

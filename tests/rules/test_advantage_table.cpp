@@ -1,0 +1,76 @@
+#include "rules/advantage_table.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "core/game_state.h"
+#include "rules/defaults.h"
+
+namespace {
+
+using Texts = std::array<std::string, kAdvantageColumns>;
+
+class AdvantageTable : public ::testing::Test {
+ protected:
+  void SetUp() override { LayDownDefaults(); }
+
+  static AdvantageRow Row(int bet) { return AdvantageRows().at(static_cast<std::size_t>(bet - 1)); }
+};
+
+TEST_F(AdvantageTable, ShowsPercentagesOrRollsDecisionsAndTime) {
+  EXPECT_EQ(Row(Place6).Texts, (Texts{"-0.46", "59.64", "-1.52", "107.88", "-55.56"}));
+  EXPECT_EQ(Row(Come).Label, "Passline/Come (c.o.)");
+  EXPECT_EQ(Row(DontPassOdds).Label, "Don't Pass/Come Odds");
+  EXPECT_TRUE(Row(DontPassOdds).Blank);
+  EXPECT_EQ(Row(DontPassOdds).Texts, Texts());
+  Game.ShowMiscData = true;
+  EXPECT_EQ(Row(Place6).Texts, (Texts{"3.27", "0.31", "36.67", "0.61", "0:01:38.18"}));
+  EXPECT_EQ(AdvantageHeads()[4], "Time/Dec");
+  Game.UseSkewedProbability = true;
+  Game.ProbMatrix[1] = {};  // nothing is ever decided
+  EXPECT_EQ(Row(Place6).Texts, (Texts{"0.00", "0.00", "0.00", "0.00", "0:00:00.0"}));
+  EXPECT_EQ(TimeText(36'000.99), "36000:59:24.0");
+  EXPECT_EQ(TimeText(1.99999999), "2:00:00.0");
+}
+
+TEST_F(AdvantageTable, SortsByAnyColumnWithBlankRowsLast) {
+  for (const bool descending : {false, true}) {
+    for (int column = 0; column < kAdvantageColumns; ++column) {
+      std::vector<AdvantageRow> rows = AdvantageRows();
+      SortAdvantages(rows, column, descending);
+      EXPECT_TRUE(rows[81].Blank && rows[82].Blank);
+      const auto at = static_cast<unsigned>(column);
+      EXPECT_TRUE(std::is_sorted(rows.begin(), rows.end() - 2, [=](const auto& a, const auto& b) {
+        if (a.Values[at] == b.Values[at]) return a.BetId < b.BetId;
+        return (a.Values[at] < b.Values[at]) != descending;
+      })) << column;
+    }
+  }
+}
+
+TEST_F(AdvantageTable, GoesToPaperAndTheClipboard) {
+  std::vector<AdvantageRow> rows = AdvantageRows();
+  rows.resize(1);
+  EXPECT_EQ(TabbedText(AdvantageSheet(rows)),
+            "Bet\tEV/Roll\tStDev/Roll\tEV/Dec\tStDev/Dec\tEV/Hour\n"
+            "Lay 4\t" +
+                rows[0].Texts[0] + "\t" + rows[0].Texts[1] + "\t" + rows[0].Texts[2] + "\t" +
+                rows[0].Texts[3] + "\t" + rows[0].Texts[4] + "\n");
+  Game.Payoff[Hard6] = {9, false, 1};
+  const TextTable sheet = PayoffSheet();
+  EXPECT_EQ(sheet.Note, "All figures shown in percentage");
+  EXPECT_EQ(sheet.Rows.size(), 83U + 21U);
+  const auto payoff = [&sheet](std::string_view label) {
+    const auto row = std::find_if(sheet.Rows.begin(), sheet.Rows.end(),
+                                  [label](const auto& cells) { return cells[0] == label; });
+    EXPECT_EQ(row->size(), sheet.Heads.size());
+    return (*row)[1];
+  };
+  EXPECT_EQ(payoff("Hard 6"), "10 for 1");
+  EXPECT_EQ(payoff("Place 4"), "9 to 5");
+  EXPECT_EQ(payoff("   2    (1-1)"), "2 to 1");
+  EXPECT_EQ(payoff("Horn"), "");
+}
+
+}  // namespace
