@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "dice/generators.h"
 #include "stats/bankroll_graph.h"
+#include "stats/bet_tables.h"
 #include "stats/events_log.h"
 
 namespace {
@@ -84,6 +85,7 @@ void StartLog() {
 }  // namespace
 
 void NewGame(bool preserveStacks) {
+  AddFinishedGame();
   ClearBets(preserveStacks);
   ClearStatistics();
   SetBeginningBankroll();

@@ -25,6 +25,7 @@ struct GameState : TableState,
                    ScriptState,
                    DiceState,
                    Tallies,
+                   FinishedGames,
                    GraphState,
                    EventsLogSettings {};
 

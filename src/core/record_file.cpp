@@ -82,6 +82,9 @@ std::int16_t Record::Integer(std::size_t offset) const {
 std::int32_t Record::Long(std::size_t offset) const {
   return static_cast<std::int32_t>(Get<std::uint32_t>(offset));
 }
+double Record::Double(std::size_t offset) const {
+  return std::bit_cast<double>(Get<std::uint64_t>(offset));
+}
 float Record::Single(std::size_t offset) const {
   return std::bit_cast<float>(Get<std::uint32_t>(offset));
 }
@@ -104,6 +107,9 @@ void Record::PutLong(std::size_t offset, std::int32_t value) {
 }
 void Record::PutSingle(std::size_t offset, float value) {
   Put(offset, std::bit_cast<std::uint32_t>(value));
+}
+void Record::PutDouble(std::size_t offset, double value) {
+  Put(offset, std::bit_cast<std::uint64_t>(value));
 }
 void Record::PutMoney(std::size_t offset, Currency value) {
   Put(offset, static_cast<std::uint64_t>(value.Raw()));

@@ -24,6 +24,7 @@ class Record {
   std::int16_t Integer(std::size_t offset) const;
   std::int32_t Long(std::size_t offset) const;
   float Single(std::size_t offset) const;
+  double Double(std::size_t offset) const;
   Currency Money(std::size_t offset) const;
   /// UTF-8 of the field, without the blanks and zero bytes that end it.
   std::string Text(std::size_t offset, std::size_t width) const;
@@ -31,6 +32,7 @@ class Record {
   void PutInteger(std::size_t offset, std::int16_t value);
   void PutLong(std::size_t offset, std::int32_t value);
   void PutSingle(std::size_t offset, float value);
+  void PutDouble(std::size_t offset, double value);
   void PutMoney(std::size_t offset, Currency value);
   /// One byte a character, cut at `width` and padded with blanks.
   void PutText(std::size_t offset, std::size_t width, std::string_view utf8);

@@ -28,7 +28,8 @@ enum BetStat : int {
 enum BetKind : int { Phantom = 0, Actual = 1, kBetKinds = 2 };
 
 /// One of the three bet tables, [kind][bet id][stat]: the stats of one bet lie side by side.
-using BetTable = std::array<std::array<std::array<Currency, kBetStats>, 101>, kBetKinds>;
+using BetStats = std::array<Currency, kBetStats>;
+using BetTable = std::array<std::array<BetStats, 101>, kBetKinds>;
 
 struct Tallies {
   // Roll events 0 to 90; event 0 is every roll. The ...Prev fields are one roll old.
@@ -46,6 +47,20 @@ struct Tallies {
   BetTable BetWagers{};
   BetTable BetWins{};
   BetTable BetLosses{};
+
+  // The sum of the squares of each bet's actual wagers, in dollars squared: what luck is measured
+  // by.
+  std::array<double, 101> WagerSquares{};
+};
+
+/// Actual wagers of the games that have ended since the program started, by bet id; the stats of a
+/// last roll are not among them.
+struct FinishedGames {
+  std::int64_t FinishedRolls = 0;
+  std::array<BetStats, 101> FinishedWagers{};
+  std::array<BetStats, 101> FinishedWins{};
+  std::array<BetStats, 101> FinishedLosses{};
+  std::array<double, 101> FinishedSquares{};
 };
 
 inline constexpr int kGraphPoints = 525;

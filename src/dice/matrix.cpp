@@ -93,20 +93,24 @@ void ForThrowsOf(int event, Visit visit) {
   }
 }
 
-float FairShare(int event) {
+double FairPercent(int event) {
   int throws = 0;
   ForThrowsOf(event, [&throws](int, int) { ++throws; });
-  return static_cast<float>(throws * 100.0 / kThrows);
+  return throws * 100.0 / kThrows;
+}
+
+std::int64_t SumOfCells(int event) {
+  std::int64_t sum = 0;
+  ForThrowsOf(event,
+              [&sum](int die1, int die2) { sum += ShareOfThrow(Game.ProbMatrix, die1, die2); });
+  return sum;
 }
 
 float MatrixShare(int event) {
-  std::int64_t share = 0;
-  if (event >= kLowestTotal && event <= kHighestTotal)
-    share = Game.ProbMatrix[1][kTotalsColumn][static_cast<unsigned>(event - 1)];
-  else
-    ForThrowsOf(event, [&share](int die1, int die2) {
-      share += ShareOfThrow(Game.ProbMatrix, die1, die2);
-    });
+  const bool total = event >= kLowestTotal && event <= kHighestTotal;
+  const std::int64_t share =
+      total ? Game.ProbMatrix[1][kTotalsColumn][static_cast<unsigned>(event - 1)]
+            : SumOfCells(event);
   return static_cast<float>(share) / kSharesPerPercent;
 }
 
@@ -154,5 +158,11 @@ void DiceFromMatrix(int x) {
 
 float EventShare(int event, bool useMatrix) {
   if (event == kAnyRoll || event == kAnyRollOfShooter) return 100;
-  return useMatrix ? MatrixShare(event) : FairShare(event);
+  return useMatrix ? MatrixShare(event) : static_cast<float>(FairPercent(event));
+}
+
+double EventProbability(int event, bool skewed) {
+  if (event == kAnyRoll || event == kAnyRollOfShooter) return 100;
+  if (!skewed) return FairPercent(event);
+  return static_cast<double>(SumOfCells(event)) / kSharesPerPercent;
 }

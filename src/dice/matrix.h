@@ -41,3 +41,7 @@ void DiceFromMatrix(int x);
 /// The percent chance of a roll event 0 to 90: by the matrix, or of fair dice. Events 0 and 1 are
 /// every roll; an id that names no event has none. A total reads its own cell of the matrix.
 float EventShare(int event, bool useMatrix);
+
+/// The percent chance of a roll event for the screens of figures: of fair dice, or the sum of the
+/// combination cells of the matrix that make it up, for totals too.
+double EventProbability(int event, bool skewed);

@@ -61,7 +61,7 @@ FieldPointer FieldBetPayoff(GameState& game, int index) {
 }
 
 template <auto Table>
-FieldPointer BetStats(GameState& game, int index) {
+FieldPointer StatsIn(GameState& game, int index) {
   constexpr int kPerKind = 100 * kBetStats;
   const auto at = static_cast<unsigned>(index % kPerKind);
   return &(game.*
@@ -312,6 +312,7 @@ constexpr FieldRow kGameTable[] = {
      4},
     {"ModifyUnit(6, 7)", 18, 80, CurrencySlot, In<&G::ModifyUnit, 6>, Whole(0, ModifyLastChip), 2,
      2},
+    {"WagerSquares", 19, 208, DoubleSlot, In<&G::WagerSquares, Lay4>, {}, LastBet, 6, 0, true},
     {"BetResultsChoice", 18, 96, TextSlot, Of<&G::BetResultsChoice>, {}, 1, 1, 84},
     {"ColorPrint", 18, 180, IntegerSlot, Of<&G::ColorPrint>, kTruth},
     {"PadShowCounter", 18, 182, IntegerSlot, Of<&G::PadShowCounter>, kTruth},
@@ -337,9 +338,9 @@ constexpr FieldRow kGameTable[] = {
     {"FieldPayoff", 58, 0, CurrencySlot, FieldBetPayoff, kMoney, 3 * kFieldCombinations, 32},
 
     // Statistics.
-    {"BetWagers", 60, 0, CurrencySlot, BetStats<&G::BetWagers>, kPositive, 1600, 32},
-    {"BetWins", 110, 0, CurrencySlot, BetStats<&G::BetWins>, kPositive, 1600, 32},
-    {"BetLosses", 160, 0, CurrencySlot, BetStats<&G::BetLosses>, kPositive, 1600, 32},
+    {"BetWagers", 60, 0, CurrencySlot, StatsIn<&G::BetWagers>, kPositive, 1600, 32},
+    {"BetWins", 110, 0, CurrencySlot, StatsIn<&G::BetWins>, kPositive, 1600, 32},
+    {"BetLosses", 160, 0, CurrencySlot, StatsIn<&G::BetLosses>, kPositive, 1600, 32},
     {"BankrollHistory(0)", 210, 0, CurrencySlot, In<&G::BankrollHistory>, kCount},
     {"BankrollHistory(1-31)", 210, 8, CurrencySlot, In<&G::BankrollHistory, 1>, kInBank, 31, 31},
     {"BankrollHistory(32-1050)", 211, 0, CurrencySlot, In<&G::BankrollHistory, 32>, kInBank, 1019,
@@ -469,7 +470,7 @@ std::int64_t TakeSlot(const Record& record, std::size_t offset, SlotForm form) {
 bool IsOwnField(const FieldRow& row) {
   constexpr int kLastWindowsRecord = 9;
   constexpr int kOwnWindowsOffset = 20;
-  return (row.Record == kOwnFieldsRecord && row.Offset >= kOwnFieldsOffset) ||
+  return row.Own || (row.Record == kOwnFieldsRecord && row.Offset >= kOwnFieldsOffset) ||
          (row.Record == kLastWindowsRecord && row.Offset >= kOwnWindowsOffset);
 }
 
@@ -479,6 +480,8 @@ void CopyField(const FieldRow& row, GameState& from, GameState& to) {
     const FieldPointer target = row.Field(to, index);
     if (row.Form == TextSlot)
       *std::get<std::string*>(target) = *std::get<std::string*>(source);
+    else if (row.Form == DoubleSlot)
+      *std::get<double*>(target) = *std::get<double*>(source);
     else
       std::visit(RawWriter{std::visit(RawReader(), source)}, target);
   }
@@ -509,6 +512,11 @@ void TakeField(const FieldRow& row, const RecordFile& file, GameState& game) {
           record.Text(place.Offset, static_cast<std::size_t>(row.TextWidth));
       continue;
     }
+    if (row.Form == DoubleSlot) {
+      const double value = record.Double(place.Offset);
+      *std::get<double*>(field) = std::isfinite(value) ? std::max(value, 0.0) : 0;
+      continue;
+    }
     const bool truth = std::holds_alternative<bool*>(field);
     std::visit(RawWriter{Bounded(TakeSlot(record, place.Offset, row.Form), row.Limits, truth)},
                field);
@@ -523,6 +531,8 @@ void PutField(const FieldRow& row, GameState& game, std::vector<Record>& records
     if (row.Form == TextSlot)
       record.PutText(place.Offset, static_cast<std::size_t>(row.TextWidth),
                      *std::get<std::string*>(field));
+    else if (row.Form == DoubleSlot)
+      record.PutDouble(place.Offset, *std::get<double*>(field));
     else
       PutSlot(record, place.Offset, row.Form, std::visit(RawReader(), field));
   }

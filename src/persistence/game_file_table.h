@@ -23,10 +23,11 @@ enum class SlotForm {
   IntegerSlot,
   ColorSlot,  // a Long with red in its lowest byte
   TextSlot,
+  DoubleSlot,  // 8 bytes, at least 0, which money has no room for
 };
 
 constexpr int WidthOf(SlotForm form) {
-  if (form == SlotForm::CurrencySlot) return 8;
+  if (form == SlotForm::CurrencySlot || form == SlotForm::DoubleSlot) return 8;
   return form == SlotForm::IntegerSlot ? 2 : 4;
 }
 
@@ -67,6 +68,7 @@ struct FieldRow {
   int Count = 1;
   int PerRecord = 1;
   int TextWidth = 0;
+  bool Own = false;  // one of our own, in room that other readers pass over
 };
 
 /// All rows but those of the window places.

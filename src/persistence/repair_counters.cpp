@@ -252,8 +252,6 @@ void RepairShooters() {
 
 // --- Bets ---
 
-using BetStats = std::array<Currency, kBetStats>;
-
 void RepairAmounts(BetStats& stats) {
   stats[StatCount] = RoundDownTo(stats[StatCount], 1);
   stats[StatRollCount] = stats[StatRollCount] > 0 && stats[StatCount] > 0 ? 1 : 0;
@@ -275,6 +273,24 @@ void RepairDecisions(Currency& decided, Currency& won, Currency& lost) {
   decided = won + lost;
 }
 
+/// Squares of wagers lie between those of equal wagers and of the highest ones; a file from before
+/// they were kept has none.
+void RepairSquares(unsigned id) {
+  const BetStats& wagers = Game.BetWagers[Actual][id];
+  const double count = wagers[StatCount].ToDouble();
+  const double sum = wagers[StatSum].ToDouble();
+  double& squares = Game.WagerSquares[id];
+  if (count == 0) {
+    squares = 0;
+    return;
+  }
+  constexpr double kHair = 1e-9;  // of what a sum of many squares may be off by
+  const double least = sum / count * sum;
+  const double most = std::max(least, sum * wagers[StatHighest].ToDouble());
+  if (squares < least * (1 - kHair) || squares > most * (1 + kHair))
+    squares = std::clamp(squares, least, most);
+}
+
 }  // namespace
 
 void RepairCounters() {
@@ -294,4 +310,5 @@ void RepairBetTables() {
       for (BetStats* stats : {&wagers, &wins, &losses}) RepairAmounts(*stats);
     }
   }
+  for (unsigned id = Lay4; id <= LastBet; ++id) RepairSquares(id);
 }

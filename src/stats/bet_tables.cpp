@@ -1,5 +1,8 @@
 #include "stats/bet_tables.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace {
 
 constexpr std::array<BetFamily, 4> kMovingFamilies = {DontComeFamily, DontComeOddsFamily,
@@ -32,7 +35,7 @@ Currency VigInWager(BetKind kind, int betId) {
   return Currency();
 }
 
-void RecordAmount(std::array<Currency, kBetStats>& stats, Currency amount, int count) {
+void RecordAmount(BetStats& stats, Currency amount, int count) {
   stats[StatCount] += count;
   stats[StatSum] += amount * count;
   if (amount > stats[StatHighest]) stats[StatHighest] = amount;
@@ -41,6 +44,27 @@ void RecordAmount(std::array<Currency, kBetStats>& stats, Currency amount, int c
   stats[StatLast] = amount;
   stats[StatRollCount] = 1;
   stats[StatRollAmount] = amount;
+}
+
+double Square(Currency amount) { return amount.ToDouble() * amount.ToDouble(); }
+
+/// A sum that stays at the end of what money can hold.
+void AddUpTo(Currency& sum, Currency amount) {
+  std::int64_t raw = 0;
+  if (__builtin_add_overflow(sum.Raw(), amount.Raw(), &raw))
+    raw = amount < 0 ? std::numeric_limits<std::int64_t>::min()
+                     : std::numeric_limits<std::int64_t>::max();
+  sum = Currency::FromRaw(raw);
+}
+
+void AddFinished(BetStats& finished, const BetStats& ended) {
+  if (ended[StatCount] == 0) return;
+  AddUpTo(finished[StatCount], ended[StatCount]);
+  AddUpTo(finished[StatSum], ended[StatSum]);
+  finished[StatHighest] = std::max(finished[StatHighest], ended[StatHighest]);
+  const bool first = finished[StatLowest] == 0;
+  if (first || ended[StatLowest] < finished[StatLowest]) finished[StatLowest] = ended[StatLowest];
+  finished[StatLast] = ended[StatLast];
 }
 
 void SetEstablished(int betId, bool established) {
@@ -53,7 +77,9 @@ void RecordBetOutcomes(BetKind kind, int betId, Currency wager, Currency net, in
   if (net == 0) return;
   if (kind == Phantom && NotEstablished(betId)) return;
   const auto at = static_cast<unsigned>(betId);
-  RecordAmount(Game.BetWagers[kind][at], wager + VigInWager(kind, betId), count);
+  const Currency staked = wager + VigInWager(kind, betId);
+  RecordAmount(Game.BetWagers[kind][at], staked, count);
+  if (kind == Actual) Game.WagerSquares[at] += count * Square(staked);
   RecordAmount((net > 0 ? Game.BetWins : Game.BetLosses)[kind][at], Abs(net), count);
 }
 
@@ -90,5 +116,25 @@ void UpdateEstablished(int lastTotal, bool pointStood) {
     }
   } else if (lastTotal == 7) {
     for (int betId = 1; betId <= LastBet; ++betId) SetEstablished(betId, false);
+  }
+}
+
+void SumBetStats(int first, int last, bool clear) {
+  for (BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses}) {
+    BetStats& totals = (*table)[Actual][0];
+    if (clear) totals = {};
+    for (int betId = std::max(first, +Lay4); betId <= std::min(last, +LastBet); ++betId)
+      for (unsigned stat = StatCount; stat < kBetStats; ++stat)
+        AddUpTo(totals[stat], (*table)[Actual][static_cast<unsigned>(betId)][stat]);
+  }
+}
+
+void AddFinishedGame() {
+  Game.FinishedRolls += Game.RollCount[0];
+  for (unsigned betId = Lay4; betId <= LastBet; ++betId) {
+    AddFinished(Game.FinishedWagers[betId], Game.BetWagers[Actual][betId]);
+    AddFinished(Game.FinishedWins[betId], Game.BetWins[Actual][betId]);
+    AddFinished(Game.FinishedLosses[betId], Game.BetLosses[Actual][betId]);
+    Game.FinishedSquares[betId] += Game.WagerSquares[betId];
   }
 }

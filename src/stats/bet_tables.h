@@ -22,3 +22,11 @@ void ClearRollStats(int betId);
 /// Marks which Come and Don't Come bets on numbers are established for the phantom wager: those of
 /// `lastTotal` are if a point stood when it was thrown; after a 7 none is.
 void UpdateEstablished(int lastTotal, bool pointStood);
+
+/// Builds the totals row, bet 0 of the actual wagers in the three tables: adds stats 1 to 7 of the
+/// bets `first` to `last`, after zeroing the row when `clear` is true. A sum beyond what money can
+/// hold stays at that.
+void SumBetStats(int first, int last, bool clear);
+
+/// Adds the actual wagers of the game that is about to end to those of the finished games.
+void AddFinishedGame();

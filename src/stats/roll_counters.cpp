@@ -1,5 +1,6 @@
 #include "stats/roll_counters.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -124,6 +125,14 @@ std::span<const unsigned char> EventsOfThrow(int die1, int die2) {
   const ThrowEvents& events =
       kEventTable[static_cast<unsigned>(die1 - 1)][static_cast<unsigned>(die2 - 1)];
   return {events.Events.data(), events.Count};
+}
+
+int EventOfDice(int die1, int die2) { return kPairEvents[die1 - 1][die2 - 1]; }
+
+int EventOfCombination(int die1, int die2) {
+  if (die1 == die2) return EventOfDice(die1, die2);
+  const int combo = kComboEvents[std::min(die1, die2) - 1][std::max(die1, die2) - 1];
+  return combo > 0 ? combo : die1 + die2;
 }
 
 void TallyThrow() {

@@ -17,7 +17,7 @@ inline auto FieldsOf(const Tallies& counters) {
   return std::tie(counters.RollCount, counters.RollsSince, counters.RollGapTally,
                   counters.ShooterEvent, counters.ShooterEventPrev, counters.ShooterSince,
                   counters.ShooterSincePrev, counters.BetWagers, counters.BetWins,
-                  counters.BetLosses);
+                  counters.BetLosses, counters.WagerSquares);
 }
 
 inline auto FieldsOf(const GraphState& graph) {

@@ -1,0 +1,127 @@
+// Bet sums, trends and the summary, and the games before this one.
+#include <map>
+
+#include "bets/new_game.h"
+#include "figures/bet_sums.h"
+#include "figures/bet_trends.h"
+#include "figures/summary.h"
+#include "persistence/game_file.h"
+#include "stats/bet_tables.h"
+#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+class BetFigures : public TableTest {
+ protected:
+  /// Field wins 20 on 10 and loses 5, then 15; Place 6 loses 12.
+  static void Decide() {
+    RecordBetOutcome(Actual, Field, 10, 20);
+    RecordBetOutcome(Actual, Field, 5, -5);
+    RecordBetOutcome(Actual, Field, 15, -15);
+    RecordBetOutcome(Actual, Place6, 12, -12);
+    Game.RollCount[0] += 3;
+  }
+
+  static std::map<std::string, SummaryRow> Summary() {
+    std::map<std::string, SummaryRow> rows;
+    for (const SummaryGroup& group : FigureSummary())
+      for (const SummaryRow& row : group.Rows) rows[std::string(row.Control)] = row;
+    return rows;
+  }
+};
+
+TEST_F(BetFigures, TotalsRowAddsTheStatsOfARangeAndStaysWithinMoney) {
+  Decide();
+  SumBetStats(Place4, Field, true);
+  EXPECT_EQ(Game.BetWagers[Actual][0], (BetStats{0, 4, 42, 27, 17, 27, 2, 27}));
+  SumBetStats(Field, Field, false);
+  EXPECT_EQ(Game.BetLosses[Actual][0][StatSum], Currency(12 + 2 * 20));
+  const Currency most = Currency::FromRaw(INT64_MAX);
+  Game.BetWins[Actual][Field][StatSum] = Game.BetWins[Actual][Place6][StatSum] = most;
+  SumBetStats(Lay4, LastBet, true);
+  EXPECT_EQ(Game.BetWins[Actual][0][StatSum], most);
+}
+
+TEST_F(BetFigures, GamesThatEndJoinTheSumOfAllAndTheRunningOneIsSeen) {
+  Decide();
+  NewGame(false);
+  EXPECT_EQ(Game.WagerSquares[Field], 0);
+  RecordBetOutcome(Actual, Field, 2, 2);
+  Game.RollCount[0] = 1;
+  BetSums sums = SumsOfBet(Field, BetData::AllGames);
+  const auto dollars = [](WideCount raw) { return static_cast<double>(raw) / Currency::kScale; };
+  EXPECT_EQ(dollars(sums.Wagers[StatCount]), 4);
+  EXPECT_EQ(dollars(sums.Wagers[StatSum]), 32);
+  EXPECT_EQ(dollars(sums.Wagers[StatHighest]), 15);
+  EXPECT_EQ(dollars(sums.Wagers[StatLowest]), 2);
+  EXPECT_EQ(dollars(sums.Wagers[StatLast]), 2);
+  EXPECT_EQ(dollars(sums.Losses[StatLast]), 15) << "of the game before";
+  EXPECT_EQ(dollars(sums.Wagers[StatRollCount]), 1);
+  EXPECT_EQ(sums.Squares, 100 + 25 + 225 + 4);
+  EXPECT_EQ(RollsOf(BetData::AllGames), 4);
+  EXPECT_EQ(RollsOf(BetData::ActualWagers), 1);
+  AddSums(sums, SumsOfBet(Place6, BetData::AllGames));
+  EXPECT_EQ(dollars(sums.Wagers[StatLowest]), 2);
+  EXPECT_EQ(dollars(sums.Losses[StatLast]), 27);
+}
+
+TEST_F(BetFigures, ASelectionIsKeptWithTheGameAndSquaresAreMended) {
+  const ScratchFolder folder("bet_figures");
+  Game.DataPath = folder / "";
+  EXPECT_EQ(KeptSelection(), BetSelection());
+  BetSelection selection;
+  selection.Selected[Lay4] = selection.Selected[Hop55] = true;
+  selection.Data = BetData::AllGames;
+  KeepSelection(selection);
+  Decide();
+  Game.RollCount = {};
+  Game.BetWagers = Game.BetWins = Game.BetLosses = {};
+  RecordBetOutcome(Actual, Hop55, 3, -3);
+  Game.WagerSquares[Field] = 7;  // of no wager
+  SaveGame(folder / "a.crp");
+  KeepSelection({});
+  Game.WagerSquares = {};
+  OpenGame(folder / "a.crp", true);
+  EXPECT_EQ(KeptSelection(), selection);
+  EXPECT_EQ(Game.WagerSquares[Field], 0);
+}
+
+TEST_F(BetFigures, TrendsShowLossesInRedAndNothingForNothing) {
+  Game.BetOutcome[Field][1] = -3;
+  Game.BetOutcome[Lay4][1] = 2;
+  const auto trends = FigureBetTrends();
+  ASSERT_EQ(trends.size(), 83U);
+  EXPECT_EQ(trends[Field - 1].Streak, "-3");
+  EXPECT_EQ(trends[Field - 1].Color, PaletteRed);
+  EXPECT_EQ(trends[0].Streak, "2");
+  EXPECT_EQ(trends[0].Color, PaletteBlue);
+  EXPECT_EQ(trends[PassLine - 1].Streak, "");
+}
+
+TEST_F(BetFigures, TheSummaryTellsTheWholeGame) {
+  auto rows = Summary();
+  EXPECT_EQ(rows["lblHandAverageRolls"].Text, "0");
+  EXPECT_EQ(rows["lblBankrollAverage"].Text, "0");
+  EXPECT_EQ(rows["lblNumBetsNetPercentage"].Text, "0%");
+  EXPECT_EQ(rows["lblNumBetsNet"].Label, "Net win:");
+  Decide();
+  Game.SimRollsPerHour = Currency::FromRaw(1'205'000);
+  Game.BankrollSum = -1000;
+  Game.BankrollLow = -500;
+  rows = Summary();
+  EXPECT_EQ(rows["lblRollsPerHour"].Text, "120.5");
+  EXPECT_EQ(rows["lblHours"].Text, ".0249");
+  EXPECT_EQ(rows["lblBankrollAverage"].Text, "-333.33");
+  EXPECT_EQ(rows["lblBankrollLow"].Color, PaletteRed);
+  EXPECT_EQ(rows["lblNumBetsDecided"].Text, "4");
+  EXPECT_EQ(rows["lblNumBetsNet"].Text, "-2");
+  EXPECT_EQ(rows["lblNumBetsNet"].Label, "Net loss:");
+  EXPECT_EQ(rows["lblAmountBetsNet"].Text, "-12");
+  EXPECT_EQ(rows["lblAmountBetsNetPercentage"].Text, "-28.57%");
+  Game.ShooterStats[ShootersFinished] = 3;
+  Game.ShooterStats[FinishedRollsSum] = 100'000'000;
+  EXPECT_EQ(Summary()["lblHandAverageRolls"].Text, "33,333,333.33");
+}
+
+}  // namespace

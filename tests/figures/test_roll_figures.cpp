@@ -1,0 +1,206 @@
+// Roll totals and frequencies: what the two screens show of the throws.
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <set>
+
+#include "dice/matrix.h"
+#include "figures/roll_freqs.h"
+#include "figures/roll_totals.h"
+#include "play/roll_cycle.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+class RollFigures : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    Game.Notify = 0;
+  }
+
+  /// A matrix on which only 3-4 comes up.
+  static void LoadDice() {
+    SetFairMatrix();
+    for (auto& column : Game.ProbMatrix[1]) column.fill(0);
+    Game.ProbMatrix[1][4][6] = 100'000;
+    Game.UseSkewedProbability = true;
+  }
+
+  static void ChooseEvent(int event) {
+    const auto items = FreqItems();
+    const auto item = std::find_if(items.begin(), items.end(),
+                                   [event](const FreqItem& it) { return it.Event == event; });
+    Game.RollFreqChoice = static_cast<int>(item - items.begin());
+  }
+};
+
+TEST_F(RollFigures, TheScaleRisesByFoursAndFivesAndFollowsADouble) {
+  const std::pair<double, double> cases[] = {{0, 4},           {2.78, 4}, {4, 4},   {4.001, 8},
+                                             {7.99, 8},        {8, 10},   {10, 10}, {16.7, 20},
+                                             {0.55 * 100, 60}, {100, 100}};
+  for (const auto& [highest, top] : cases) EXPECT_EQ(TopOfScale(highest), top) << highest;
+}
+
+TEST_F(RollFigures, EveryDisplayCoversTheRollsInTheOrderOfItsLabels) {
+  for (const auto& [die1, die2] : {std::pair{1, 2}, {2, 1}, {1, 2}, {6, 6}, {3, 1}})
+    Roll(die1, die2);
+  const struct {
+    std::size_t Bars;
+    const char* Heading;
+    const char* Labels;
+    double Rolls;
+  } displays[] = {
+      {11, "NUMBER", "2 3 4 5 6 7 8 9 10 11 12 ", 100},
+      {21, "COMBINATIONS",
+       "1-1 1-2 1-3 2-2 1-4 2-3 1-5 2-4 3-3 1-6 2-5 3-4 2-6 3-5 4-4 3-6 4-5 4-6 5-5 5-6 6-6 ", 100},
+      {36, "COMBINATIONS",
+       "1-1 1-2 2-1 1-3 3-1 2-2 1-4 4-1 2-3 3-2 1-5 5-1 2-4 4-2 3-3 1-6 6-1 2-5 5-2 3-4 4-3 2-6 "
+       "6-2 3-5 5-3 4-4 3-6 6-3 4-5 5-4 4-6 6-4 5-5 5-6 6-5 6-6 ",
+       100},
+      {12, "DIE1", "1 2 3 4 5 6 1 2 3 4 5 6 ", 200}};
+  for (int display = 0; display < 4; ++display) {
+    Game.RollTotalsDisplay = display;
+    const RollTotals totals = FigureRollTotals();
+    const auto& expected = displays[display];
+    EXPECT_EQ(totals.Bars.size(), expected.Bars);
+    EXPECT_EQ(totals.Headings[0].Text, expected.Heading);
+    std::string labels;
+    double probable = 0;
+    double actual = 0;
+    std::set<int> events;
+    for (const RollTotalsBar& bar : totals.Bars) {
+      labels += bar.Label + " ";
+      probable += bar.Probable;
+      actual += bar.Actual;
+      events.insert(bar.Event);
+      EXPECT_LE(std::max(bar.ProbableHeight, bar.ActualHeight), kRollTotalsBarHeight);
+    }
+    EXPECT_EQ(labels, expected.Labels);
+    EXPECT_EQ(events.size(), expected.Bars);
+    EXPECT_NEAR(probable, expected.Rolls, 1e-9);
+    EXPECT_NEAR(actual, expected.Rolls, 1e-9);
+    EXPECT_EQ(TableOf(totals).Rows.size(), expected.Bars + 1);
+  }
+  Game.RollTotalsDisplay = 2;
+  const RollTotals totals = FigureRollTotals();
+  EXPECT_EQ(totals.Top, 40);
+  EXPECT_EQ(totals.ScaleLabels, (std::array<std::string, 5>{"0", "10", "20", "30", "40"}));
+  EXPECT_DOUBLE_EQ(totals.Bars[1].ActualHeight, 223);
+  EXPECT_EQ(totals.Bars[1].Tip,
+            "1-2: probable 2.78 %, actual 40.00 %, 2 rolls, 2 since last appeared");
+  EXPECT_EQ(totals.TotalRolls, "5");
+}
+
+TEST_F(RollFigures, ComparesWithSkewedDiceOnlyWhereAskedAndDrawsTheImpossible) {
+  RollTotals totals = FigureRollTotals();
+  EXPECT_EQ(totals.Top, 20) << "by the probable values alone";
+  EXPECT_FALSE(totals.Empty.empty());
+  EXPECT_EQ(totals.Bars[0].ActualText, "0");
+  EXPECT_FALSE(totals.OffersComparison);
+  Game.ShowVsSkewed = true;
+  EXPECT_FALSE(FigureRollTotals().VersusSkewed);
+  Roll(1, 1);
+  LoadDice();
+  totals = FigureRollTotals();
+  EXPECT_EQ(totals.Top, 100);
+  EXPECT_EQ(totals.Bars[0].ProbableHeight, 0);
+  EXPECT_EQ(totals.Bars[0].ProbableText, "0");
+  EXPECT_GT(totals.Bars[0].ActualHeight, 0);
+  EXPECT_EQ(totals.Bars[5].Probable, 100) << "by the cells, whatever stands for the total";
+  for (auto& column : Game.ProbMatrix[1]) column.fill(0);
+  Game.RollCount = {};
+  EXPECT_EQ(FigureRollTotals().Top, 4) << "no bar at all";
+}
+
+TEST_F(RollFigures, ColoursFollowTheMenus) {
+  const std::vector<int> firstThree[] = {{0, 0, 0},    {15, 15, 15}, {12, 12, 12}, {9, 9, 9},
+                                         {14, 14, 14}, {0, 9, 0},    {0, 12, 0},   {12, 9, 12},
+                                         {14, 9, 14},  {12, 14, 9}};
+  for (const FigureChoice& choice : RollTotalsGraphColors()) {
+    Game.RollTotalsGraphColor = choice.Value;
+    const RollTotals totals = FigureRollTotals();
+    std::vector<int> colors;
+    for (std::size_t bar = 0; bar < 3; ++bar) colors.push_back(totals.Bars[bar].ActualColor);
+    EXPECT_EQ(colors, firstThree[choice.Value]) << choice.Caption;
+  }
+  std::vector<std::array<int, 3>> backgrounds;
+  for (const FigureChoice& choice : RollTotalsBackColors()) {
+    Game.RollTotalsBackColor = choice.Value;
+    const RollTotals totals = FigureRollTotals();
+    backgrounds.push_back({totals.BackColor, totals.TextColor, totals.ProbableColor});
+  }
+  EXPECT_EQ(backgrounds,
+            (std::vector<std::array<int, 3>>{{11, 0, 8}, {0, 15, 8}, {15, 0, 8}, {8, 15, 7}}));
+}
+
+TEST_F(RollFigures, TheListHasEachEventOnceInTheOrderOfNumbers) {
+  std::set<int> events;
+  for (const FreqItem& item : FreqItems()) events.insert(item.Event);
+  EXPECT_EQ(events.size(), 88U);
+  EXPECT_EQ(*events.begin() * 100 + *events.rbegin(), 289);
+  // An item that tells one throw or all of a total is that event.
+  const auto items = FreqItems();
+  for (const FreqItem& item : items) {
+    const std::string text(item.Text);
+    if (text.starts_with("Any ")) {
+      EXPECT_EQ(item.Event, std::stoi(text.substr(4)));
+    }
+    const std::size_t dice = text.find('(');
+    if (dice == std::string::npos) continue;
+    Roll(text[dice + 1] - '0', text[dice + 3] - '0');
+    EXPECT_EQ(Game.RollsSince[static_cast<unsigned>(item.Event)], 0) << text;
+    const double ways = EventProbability(item.Event, false) * 36 / 100;
+    EXPECT_NEAR(ways, text.find("or") == std::string::npos ? 1 : 2, 1e-9) << text;
+  }
+  EXPECT_EQ(items[0].Text, "Number 2 (1-1)");
+  EXPECT_EQ(items[59].Text, "Numbers 4,5,6,8,9,10");
+  EXPECT_EQ(items[87].Text, "Die 2, face 6");
+}
+
+TEST_F(RollFigures, AFrequencyTellsCountsGapsAndTheCurveBesideThem) {
+  ChooseEvent(7);
+  RollFreqs freqs = FigureRollFreqs(false);
+  EXPECT_EQ(freqs.Average + freqs.ActualPercent + freqs.LastRolled, "000");
+  EXPECT_FALSE(freqs.Empty.empty());
+  for (const int die2 : {4, 4, 1, 1, 4}) Roll(3, die2);  // 7 at rolls 1, 2 and 5
+  auto& gaps = Game.RollGapTally[7];
+  gaps[199] = 1;
+  gaps[200] = 2;
+  gaps[0] = 500;
+  freqs = FigureRollFreqs(false);
+  EXPECT_EQ(freqs.TotalRollsAll, "5");
+  EXPECT_EQ(freqs.TotalRolls, "3");
+  EXPECT_EQ(freqs.ActualPercent, "60.00");
+  EXPECT_EQ(freqs.LastRolled, "0");
+  EXPECT_EQ(freqs.Average, "117.33") << "(1 + 1 + 3 + 199 + 500) / 6";
+  EXPECT_EQ(freqs.IdealPercent, "16.67");
+  ASSERT_EQ(freqs.Gaps.size(), 200U);
+  EXPECT_EQ(freqs.Gaps[0].TallyText, "2");
+  EXPECT_EQ(freqs.Gaps[1].GapText, "");
+  EXPECT_EQ(freqs.Gaps[199].GapText, "200+");
+  EXPECT_NEAR(freqs.Gaps[2].Expected, 6 * 25 / 216.0, 1e-9);
+  const double all =
+      std::accumulate(freqs.Gaps.begin(), freqs.Gaps.end(), 0.0,
+                      [](double sum, const GapRow& row) { return sum + row.Expected; });
+  EXPECT_NEAR(all, 6, 1e-9);
+  EXPECT_EQ(freqs.HighestGap, 2);
+  EXPECT_EQ(TabSeparated(TableOf(freqs)).substr(0, 38),
+            "Gap\tTimes\tExpected\nTotal game rolls:\t5");
+}
+
+TEST_F(RollFigures, TheProbableFlipsOnlyWithSkewedDice) {
+  ChooseEvent(12);
+  RollFreqs freqs = FigureRollFreqs(true);
+  EXPECT_EQ(freqs.ProbableCaption, "True probable %:");
+  EXPECT_FALSE(freqs.CanFlip);
+  LoadDice();
+  freqs = FigureRollFreqs(true);
+  EXPECT_EQ(freqs.ProbableCaption, "Skewed probable %:");
+  EXPECT_EQ(freqs.IdealPercent, "0");
+  EXPECT_EQ(FigureRollFreqs(false).IdealPercent, "2.78");
+  ChooseEvent(7);
+  EXPECT_EQ(FigureRollFreqs(true).Gaps[1].Expected, 0) << "a 7 each roll leaves no other gap";
+}
+
+}  // namespace
