@@ -229,14 +229,20 @@ Finding FindFault() {
 
 }  // namespace
 
+ScriptFault FindScriptFault() {
+  const Finding found = FindFault();
+  if (found.What == NoFault) return {};
+  const FaultText& fault = kFaultTexts[found.What];
+  return {found.LineNumber, std::string(fault.Title),
+          std::string(fault.Text) + std::string(kClosingText)};
+}
+
 void CheckScript() {
   Game.MsgText.clear();
-  const Finding found = FindFault();
-  if (found.What == NoFault) return;
-  TheHost.ShowScriptLine(found.LineNumber);
-  const FaultText& fault = kFaultTexts[found.What];
-  ShowMessage(std::string(fault.Text) + std::string(kClosingText), std::string(fault.Title),
-              kTopicScripts, OkStop);
+  const ScriptFault fault = FindScriptFault();
+  if (fault.LineNumber == 0) return;
+  TheHost.ShowScriptLine(fault.LineNumber);
+  ShowMessage(fault.Text, fault.Title, kTopicScripts, OkStop);
 }
 
 void CheckScriptCommand() {

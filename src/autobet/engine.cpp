@@ -8,6 +8,7 @@
 
 #include "autobet/language.h"
 #include "autobet/output_file.h"
+#include "autobet/profile.h"
 #include "autobet/program.h"
 #include "autobet/script.h"
 #include "bets/turns.h"
@@ -34,7 +35,13 @@ bool IsWhileBlock(int blockStart) {
 bool IsXor(int kind) { return kind == XorWhenLine || kind == XorWhileLine; }
 bool IsAnd(int kind) { return kind == AndWhenLine || kind == AndWhileLine; }
 
-/// One run of the script: all its state starts from nothing and ends with it.
+/// What is kept between runs, so that none of them allocates or clears what it doesn't use.
+std::vector<int> ReturnStack;  // lines to come back to, newest last
+ActionRun Actions;
+
+/// One run of the script: all its state starts from nothing and ends with it. `Watched`: lines are
+/// counted for the profile and looked at for breakpoints, which costs other runs nothing.
+template <bool Watched>
 class Run {
  public:
   Run() {
@@ -42,19 +49,50 @@ class Run {
     Actions.RunValue = 0;
     Actions.RunCount = 0;
     Actions.HasBase.reset();
+    if (Watched && counting_) ReadyProfile();
   }
+
+  ~Run() {
+    if (count_ > 0) EndWalk();
+  }
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
 
   void Play() {
     int next = 1;
     while (next >= 1 && next <= count_) {
       Game.ScrLine = next;
       if (!CountLines(1)) return;
-      next = PlayLine(lines_[static_cast<std::size_t>(next - 1)]);
+      const ProgramLine& line = lines_[static_cast<std::size_t>(next - 1)];
+      if (Watched && line.Breakpoint && !IsPassedOver(line)) Break();
+      next = PlayLine(line);
     }
   }
 
  private:
   static constexpr int kStop = 0;
+
+  // --- Profile and breakpoints ---
+
+  /// The lines since the last jump have been walked through, up to the current one.
+  void EndWalk() {
+    if (Watched && counting_) CountWalk(walkFrom_, Game.ScrLine);
+  }
+
+  void Fired(int line) {
+    if (Watched && counting_) CountFired(line);
+  }
+
+  /// Tracing starts here. Under Hyper-Drive, where there is none, the run of rolls ends instead.
+  void Break() {
+    if (!Game.HyperDriveOn) {
+      if (!cancelled_) Game.ShowStepsMode = kTrue;
+      return;
+    }
+    Game.KeepRolling = false;
+    Game.StopMessage =
+        "Stopped by the breakpoint at Auto-Bet line # " + std::to_string(Game.ScrLine) + ".";
+  }
 
   // --- Lines ---
 
@@ -70,12 +108,22 @@ class Run {
     return true;
   }
 
+  /// A condition that can't change its block any more, an action of the block that isn't taken.
+  bool IsPassedOver(const ProgramLine& line) const {
+    if (line.Kind == ConditionLine) return OverallTrue || !BlockTrue;
+    if (line.Kind != ActionLine) return false;
+    return (BlockStart == ThenLine && !OverallTrue) || (BlockStart == ElseLine && OverallTrue);
+  }
+
   /// Does what a line says; the line that comes next, or `kStop`.
   int PlayLine(const ProgramLine& line) {
     switch (line.Kind) {
       case ConditionLine: TestCondition(line); break;
       case ActionLine: return PlayAction(line);
-      case LabelLine: Trace(status::kLabelPassed); break;
+      case LabelLine:
+        Fired(Game.ScrLine);
+        Trace(status::kLabelPassed);
+        break;
       case WhenLine:
       case WhileLine:
         OverallTrue = false;
@@ -89,6 +137,7 @@ class Run {
         if (BlockTrue && !LineNew && NeedsNew(BlockStart)) {
           EndBlock(line.Kind);
         } else {
+          if (BlockTrue) Fired(blockLine_);
           StartBlock(line.Kind);
         }
         break;
@@ -109,19 +158,20 @@ class Run {
   }
 
   void TestCondition(const ProgramLine& line) {
-    if (OverallTrue || !BlockTrue) return;
+    if (IsPassedOver(line)) return;
     const Verdict verdict = Evaluate(program_.Conditions[static_cast<std::size_t>(line.Plan)],
                                      IsWhileBlock(BlockStart));
     BlockTrue = verdict.True;
     LineNew = verdict.True && verdict.New;
     BlockHasNew |= LineNew;
     if (!BlockTrue) return Trace(status::kConditionFalse);
+    Fired(Game.ScrLine);
     Trace(LineNew ? status::kConditionNew : status::kConditionOld);
   }
 
   int PlayAction(const ProgramLine& line) {
-    if (BlockStart == ThenLine && !OverallTrue) return Game.ScrLine + 1;
-    if (BlockStart == ElseLine && OverallTrue) return Game.ScrLine + 1;
+    if (IsPassedOver(line)) return Game.ScrLine + 1;
+    if (line.Code != ReturnAction || !ReturnStack.empty()) Fired(Game.ScrLine);
     switch (line.Code) {
       case GoTo: Trace(status::kActionTaken); return JumpTo(line.JumpTo);
       case Gosub:
@@ -144,7 +194,9 @@ class Run {
   int JumpTo(int label) {
     if (label == kNextLine) return Game.ScrLine + 1;  // a jump that names none
     if (!CountLines(label > 0 ? label : count_) || label == 0) return kStop;
-    Game.ScrLine = label;
+    EndWalk();
+    Game.ScrLine = walkFrom_ = label;
+    Fired(label);
     BlockStart = LabelLine;
     BlockHasNew = false;
     Trace(status::kLabelReached);
@@ -161,7 +213,9 @@ class Run {
     BlockStart = LabelLine;
     Trace(status::kActionTaken);
     if (!CountLines(program_.FirstLine)) return kStop;
+    EndWalk();
     Game.ScrLine = ReturnStack.back();
+    walkFrom_ = Game.ScrLine + 1;
     ReturnStack.pop_back();
     Trace(status::kReturned);
     return Game.ScrLine + 1;
@@ -178,6 +232,7 @@ class Run {
     } else {
       EndFalseBlock();
     }
+    if (BlockTrue) Fired(blockLine_);
     XorPending = 0;
     if (PrevBlockTrue && !IsAnd(kind) && !IsXor(kind)) OverallTrue = true;
     if (OverallTrue && kind != ThenLine) {
@@ -230,10 +285,14 @@ class Run {
 
   void StartBlock(int kind) {
     BlockStart = kind;
+    blockLine_ = Game.ScrLine;
     BlockHasNew = false;
     if (IsXor(kind)) XorPending = kind;
+    if (IsStartAction(kind) && IsEntered(kind)) Fired(blockLine_);
     if (Tracing()) Trace(TextOfBlock(kind));
   }
+
+  bool IsEntered(int kind) const { return kind == DoThisLine || OverallTrue == (kind == ThenLine); }
 
   std::string_view TextOfBlock(int kind) const {
     switch (kind) {
@@ -255,18 +314,20 @@ class Run {
 
   // --- Tracing ---
 
-  static bool Tracing() { return Game.ShowStepsMode != 0 && !Game.HyperDriveOn; }
+  bool Tracing() const { return Game.ShowStepsMode != 0 && !Game.HyperDriveOn && !cancelled_; }
 
   void Say(std::string_view text) {
     if (Tracing()) said_ += text;
   }
 
-  static void ShowStep(int line, const std::string& text, const std::string& what) {
+  void ShowStep(int line, const std::string& text, const std::string& what) {
     const KeptMessage kept;
     TheHost.ShowStep(line, text, what);
+    // A player who cancels doesn't want the next "Show Steps" of this run either.
+    cancelled_ = Game.ShowStepsMode == 0;
   }
 
-  static void Trace(std::string_view text) {
+  void Trace(std::string_view text) {
     if (!Tracing()) return;
     ShowStep(Game.ScrLine, Line(Game.ScrLine).LineText, std::string(text));
   }
@@ -289,13 +350,11 @@ class Run {
   int XorPending = 0;          // kind of the "xor" whose right side the current block is
   int yieldCount_ = 0;
   std::string said_;
-
-  // Kept between runs so that none of them allocates or clears what it doesn't use.
-  static std::vector<int> ReturnStack;  // lines to come back to, newest last
-  static ActionRun Actions;
+  bool cancelled_ = false;                 // tracing, for the rest of the run
+  const bool counting_ = ProfileCounts();  // for the profile
+  int walkFrom_ = 1;                       // the first line since the last jump
+  int blockLine_ = 1;                      // the line of `BlockStart`
 };
-std::vector<int> Run::ReturnStack;
-ActionRun Run::Actions;
 
 void ShowStatus(const char* text) {
   if (Game.HyperDriveOn) return;
@@ -353,7 +412,10 @@ void RunAutoBets() {
   const AtWork atWork;
   try {
     BeginRun();
-    Run().Play();
+    if (ProfileCounts() || CurrentProgram().HasBreakpoints)
+      Run<true>().Play();
+    else
+      Run<false>().Play();
     EndRun();
   } catch (const std::exception&) {
     ReportError("Run Auto-Bet");
@@ -369,6 +431,7 @@ void InitAutoBets() {
                "run your Auto-Bet script for one cycle BEFORE the dice roll in order to check and "
                "set any initial conditions.\n\nWould you like to initialize your Auto-Bets?",
                "Auto-Bet", kTopicScripts)) {
+    ClearProfile();
     RunAutoBets();
     Game.BetsAfterRoll = Game.Bets;
     TakeFlagSnapshot();

@@ -9,6 +9,8 @@
 #include "autobet/script.h"
 #include "autobet/script_file.h"
 #include "core/error_report.h"
+#include "core/help_topics.h"
+#include "core/messages.h"
 #include "core/record_file.h"
 
 namespace {
@@ -19,15 +21,13 @@ constexpr std::string_view kHeaderText = "Kelvanor Hot-Key File";
 constexpr std::size_t kKeyOffset = 0;
 constexpr std::size_t kFileOffset = 2;
 constexpr std::size_t kDescriptionOffset = 102;
-constexpr std::size_t kTextWidth = 100;
+constexpr std::size_t kTextWidth = kHotKeyTextWidth;
 constexpr std::size_t kReservedOffset = 202;
 constexpr std::size_t kReservedWidth = 54;
 
 constexpr std::size_t kMostHotKeys = 100'000;
 
 std::string FilePath() { return Game.AppPath + kFileName; }
-
-bool IsLetter(char key) { return (key >= 'A' && key <= 'Z') || (key >= 'a' && key <= 'z'); }
 
 char Lower(char key) { return key >= 'A' && key <= 'Z' ? static_cast<char>(key - 'A' + 'a') : key; }
 
@@ -59,7 +59,7 @@ std::vector<HotKey> ReadRows() {
   const std::size_t count = RowCount(file);
   for (std::size_t number = 1; number <= count; ++number) {
     const HotKey row = ReadRow(file.At(number + 1));
-    if (IsLetter(row.Key)) rows.push_back(row);
+    if (IsHotKey(row.Key)) rows.push_back(row);
   }
   return rows;
 }
@@ -73,9 +73,15 @@ Record MakeRow(char key, std::string_view file, std::string_view description) {
   return record;
 }
 
-void RunFile(const std::string& file) {
+void RunFile(const HotKey& row) {
+  const std::string path = HotKeyPath(row);
+  if (FileLength(path) == 0) {
+    ShowMessage("The Auto-Bet file of this Hot-Key isn't there:\n\n" + path, "Hot-Key",
+                kTopicHotKeys, OkStop);
+    return;
+  }
   Game.HotKeyRunning = true;
-  OpenScript(PathIn(Game.AppPath, file));
+  OpenScript(path);
   if (Game.LastFileResult > 0) {
     RunAutoBets();
     // Required: what was edited and not saved is lost, and an untitled script can't come back.
@@ -85,6 +91,16 @@ void RunFile(const std::string& file) {
 }
 
 }  // namespace
+
+bool IsHotKey(char key) { return (key >= 'A' && key <= 'Z') || (key >= 'a' && key <= 'z'); }
+
+std::size_t FindHotKey(char key) {
+  const auto row = std::ranges::find_if(
+      Game.HotKeys, [key](const HotKey& at) { return Lower(at.Key) == Lower(key); });
+  return static_cast<std::size_t>(row - Game.HotKeys.begin());
+}
+
+std::string HotKeyPath(const HotKey& row) { return PathIn(Game.AppPath, row.File); }
 
 void LoadHotKeys() {
   try {
@@ -110,9 +126,8 @@ void SaveHotKeys() {
 
 bool RunHotKey(char key) {
   if (Game.AutoBetRunning || Game.RollInProgress || Game.HyperDriveOn) return false;
-  const auto row = std::find_if(Game.HotKeys.begin(), Game.HotKeys.end(),
-                                [key](const HotKey& at) { return Lower(at.Key) == Lower(key); });
-  if (row == Game.HotKeys.end()) return false;
-  RunFile(std::string(row->File));
+  const std::size_t place = FindHotKey(key);
+  if (place == Game.HotKeys.size()) return false;
+  RunFile(HotKey(Game.HotKeys[place]));
   return true;
 }

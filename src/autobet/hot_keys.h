@@ -1,6 +1,23 @@
 // Hot-Keys: Ctrl and a letter run a script file at the table.
 #pragma once
 
+#include <cstddef>
+#include <string>
+
+#include "core/script_state.h"
+
+/// Letters of a file name and of a description that the table's file has room for.
+inline constexpr std::size_t kHotKeyTextWidth = 100;
+
+/// Whether a Hot-Key can have this key.
+bool IsHotKey(char key);
+
+/// The place of the first Hot-Key with this key, whatever its case; the number of rows for none.
+std::size_t FindHotKey(char key);
+
+/// The full path of a row's file: names without a folder are in `AppPath`.
+std::string HotKeyPath(const HotKey& row);
+
 /// Reads `HotKeys.dta` in `AppPath` into `Game.HotKeys`. A missing file means no Hot-Keys; a
 /// damaged one is read as far as it can be told from rubbish.
 void LoadHotKeys();
@@ -9,5 +26,6 @@ void LoadHotKeys();
 void SaveHotKeys();
 
 /// Runs the file of the first Hot-Key with this key, and reads the script in force back from its
-/// file. False when no Hot-Key has the key, or a script, a roll or Hyper-Drive is running.
+/// file. A file that isn't there is told under "Hot-Key". False when no Hot-Key has the key, or a
+/// script, a roll or Hyper-Drive is running.
 bool RunHotKey(char key);

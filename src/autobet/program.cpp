@@ -21,7 +21,8 @@ std::unordered_map<std::string, int> FindLabels() {
 
 ProgramLine PlanLine(int number, const std::unordered_map<std::string, int>& labels) {
   const ScriptLine& line = Line(number);
-  ProgramLine planned = {line.LineKind, line.LineCode, 0, 0};
+  ProgramLine planned = {line.LineKind, line.LineCode, 0, line.Breakpoint, 0};
+  program.HasBreakpoints |= line.Breakpoint;
   if (line.LineKind == ConditionLine) {
     planned.Plan = static_cast<int>(program.Conditions.size());
     program.Conditions.push_back(PlanCondition(number));

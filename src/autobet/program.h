@@ -13,6 +13,7 @@ struct ProgramLine {
   int Kind = 0;
   int Code = 0;  // of an action
   int Plan = 0;
+  bool Breakpoint = false;
   // Of "Go to" and "Gosub": the line of the label, 0 when there is none of that name, `kNextLine`
   // when no label is named.
   int JumpTo = 0;
@@ -22,7 +23,8 @@ struct Program {
   std::vector<ProgramLine> Lines;  // line n is element n - 1
   std::vector<ConditionPlan> Conditions;
   std::vector<ActionPlan> Actions;
-  int FirstLine = 1;  // the first line that is no remark
+  int FirstLine = 1;            // the first line that is no remark
+  bool HasBreakpoints = false;  // of any line
 };
 
 /// The program of the script in force, made anew when `ScriptStale` is raised.

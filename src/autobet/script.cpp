@@ -4,6 +4,7 @@
 #include <array>
 
 #include "autobet/language.h"
+#include "autobet/profile.h"
 
 namespace {
 
@@ -96,7 +97,8 @@ void InsertLine(int before, const ScriptLine& line) {
   const int place = std::clamp(before, 1, Game.ScrCount + 1);
   Game.Script.insert(Game.Script.begin() + (place - 1), line);
   ++Game.ScrCount;
-  Game.ScriptChanged = true;
+  Game.ScriptChanged = Game.ScriptUnsaved = true;
+  SpliceProfile(place, 0, 1);
   RegisterNames(line);
 }
 
@@ -108,6 +110,13 @@ void ClearScript() {
   Game.AutoBetFile.clear();
   Game.ScriptInsertLine = 1;
   Game.ScriptChanged = false;
+  ScriptReplaced();
+}
+
+void ScriptReplaced() {
+  ++Game.ScriptLoads;
+  Game.ScriptUnsaved = false;
+  ClearProfile();
   ScriptEdited();
 }
 
@@ -134,8 +143,9 @@ std::string Trimmed(const std::string& name) {
   return first == std::string::npos ? std::string() : RightTrimmed(name.substr(first));
 }
 
-std::string TrimmedLower(const std::string& name) {
-  std::string text = Trimmed(name);
+std::string LowerCase(std::string text) {
   for (std::size_t at = 0; at < text.size();) at += LowerAt(text, at);
   return text;
 }
+
+std::string TrimmedLower(const std::string& name) { return LowerCase(Trimmed(name)); }

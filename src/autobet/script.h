@@ -16,6 +16,10 @@ int ActionOf(int number);
 /// next run. Raises no `ScriptChanged`: that is the caller's to decide.
 void ScriptEdited();
 
+/// Tells that other lines have taken the place of the script's, as they stand in its file: edits
+/// made before and counts of the profile no longer belong to it.
+void ScriptReplaced();
+
 /// Adds a label unless one with the same name in trimmed lower case is there.
 void RegisterLabel(const std::string& name);
 
@@ -54,7 +58,9 @@ int FindFlag(const std::string& name);
 /// Every flag's value becomes its previous value.
 void TakeFlagSnapshot();
 
-/// Blanks taken off both ends, and lower case: how labels are compared.
+/// Lower case, of all letters that files hold; of `TrimmedLower` with blanks taken off both ends,
+/// as labels are compared.
+std::string LowerCase(std::string text);
 std::string TrimmedLower(const std::string& name);
 std::string Trimmed(const std::string& name);
 std::string RightTrimmed(const std::string& name);

@@ -1,6 +1,9 @@
 #include "autobet/script_file.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -108,6 +111,20 @@ void OfferNames(const ReadScript& script) {
   }
 }
 
+/// When the file was written last, and its length; empty for a file that isn't there.
+std::string StampOf(const std::string& path) {
+  std::error_code failure;
+  const auto written = std::filesystem::last_write_time(PathOf(path), failure);
+  if (failure) return {};
+  return std::to_string(written.time_since_epoch().count()) + " " +
+         std::to_string(FileLength(path));
+}
+
+void UseScriptFile(const std::string& path) {
+  Game.AutoBetFile = path;
+  Game.AutoBetFileStamp = StampOf(path);
+}
+
 void TakeOver(ReadScript& script, const std::string& path) {
   Game.Flags.clear();
   Game.ScriptLabels.clear();
@@ -115,7 +132,7 @@ void TakeOver(ReadScript& script, const std::string& path) {
   Game.Script = std::move(script.Lines);
   Game.ScrCount = static_cast<int>(Game.Script.size());
   Game.ScriptInsertLine = 1;
-  Game.AutoBetFile = path;
+  UseScriptFile(path);
 }
 
 void LayOver(const ReadScript& script) {
@@ -160,6 +177,9 @@ void ReadIntoScript(std::string path, ReadInto use) {
     case ReadInto::Whole: TakeOver(script, path); break;
   }
   if (use != ReadInto::HotKey) Game.ScriptChanged = true;
+  if (use == ReadInto::Whole) return ScriptReplaced();
+  if (use == ReadInto::HotKey) ++Game.ScriptLoads;
+  Game.ScriptUnsaved = path != Game.AutoBetFile;
   ScriptEdited();
 }
 
@@ -200,6 +220,12 @@ bool WriteLines(const std::string& path, bool selectedOnly) {
 
 }  // namespace
 
+bool ScriptFileChanged() {
+  if (Game.AutoBetFile.empty() || Game.AutoBetFileStamp.empty()) return false;
+  const std::string stamp = StampOf(Game.AutoBetFile);
+  return !stamp.empty() && stamp != Game.AutoBetFileStamp;
+}
+
 void OpenScript(const std::string& path) {
   const ReadInto inserted = Game.ScriptCopyMode ? ReadInto::Insertion : ReadInto::Whole;
   Open(path, Game.HotKeyRunning ? ReadInto::HotKey : inserted);
@@ -211,5 +237,7 @@ bool WriteScript(const std::string& path) { return WriteLines(path, false); }
 
 void SaveScript(const std::string& path) {
   const bool written = WriteLines(path, Game.ScriptCopyMode);
-  if (written && !Game.ScriptCopyMode && !Game.HotKeyRunning) Game.AutoBetFile = path;
+  if (!written || Game.ScriptCopyMode || Game.HotKeyRunning) return;
+  UseScriptFile(path);
+  Game.ScriptUnsaved = false;
 }

@@ -22,3 +22,7 @@ bool WriteScript(const std::string& path);
 /// the new one is complete. `LastFileResult` is the length written, -1 when the system failed (the
 /// reason is in `LastErrorText`, and the player is told).
 void SaveScript(const std::string& path);
+
+/// Whether somebody else has written the script's file since it was read or saved here. A file that
+/// is gone isn't changed: a save makes it anew.
+bool ScriptFileChanged();

@@ -60,7 +60,7 @@ struct MessageSlots {
   int MsgCtx = 0;  // help topic
   int MsgFlags = 0;
   int MsgAnswer = 0;
-  std::array<std::string, 2> MsgInput;  // what the input boxes open with
+  std::array<std::string, 2> MsgInput;  // what the input boxes open with, then what was typed
   std::string LastErrorText;
   int LastFileResult = 0;
 };

@@ -46,6 +46,7 @@ void TakeInputs(const std::string& firstInput, const std::string& secondInput) {
   const bool single = boxes != (InputFirst | InputSecond);
   Game.ChangeRequest = ParseAmount(single && firstInput.empty() ? secondInput : firstInput);
   Game.ChangeRequest2 = single ? Currency() : ParseAmount(secondInput);
+  Game.MsgInput = {firstInput, secondInput};
 }
 
 }  // namespace

@@ -32,12 +32,15 @@ constexpr bool IsStartAction(int kind) { return kind >= ThenLine && kind <= DoTh
 inline constexpr unsigned kLineTextWidth = 128;
 inline constexpr unsigned kLineNameWidth = 80;
 
+/// How the editor's list highlights a line.
+enum LineMarkForm : int { PlainMark, FaultMark, LabelMark, RemarkMark, StartMark };
+
 /// How truth stands in `LineAmount` and in flags.
 inline constexpr int kTrue = -1;
 inline constexpr int kFalse = 0;
 
 /// One line of a script. `LineCode`, the subjects and `LineName` mean what the kind of the line
-/// says: see language.h for the codes.
+/// says: see language.h for the codes. The last three fields are in memory only.
 struct ScriptLine {
   std::string LineText;  // made once by `ComposeLine`; the engine doesn't parse it
   int LineKind = 0;
@@ -51,7 +54,8 @@ struct ScriptLine {
   int ToStackNum = 0;
   int Spare2 = 0;
   bool LineSelected = false;
-  int LineMark = 0;  // 0 plain, 1 to 4 highlighted forms
+  int LineMark = 0;         // a `LineMarkForm`
+  bool Breakpoint = false;  // tracing starts here
 
   bool operator==(const ScriptLine&) const = default;
 };
@@ -73,6 +77,15 @@ struct HotKey {
   bool operator==(const HotKey&) const = default;
 };
 
+/// What runs have counted while the profile is on; see autobet/profile.h. Element n belongs to line
+/// n. A line was reached as often as the sum of `Starts` up to it says, so that lines passed in a
+/// row cost nothing.
+struct ProfileState {
+  bool On = false;
+  std::vector<std::int64_t> Starts;
+  std::vector<std::int64_t> Fired;
+};
+
 struct ScriptState {
   // The lines. The table may be longer than the script: a Hot-Key never shrinks it. Whoever changes
   // lines or flags by hand calls `ScriptEdited` (script.h).
@@ -81,18 +94,24 @@ struct ScriptState {
   std::vector<Flag> Flags;
   std::vector<std::string> ScriptLabels;
   bool FlagsTouched = true;  // a flag may differ from its `FlagPrev`
+  int ScriptLoads = 0;       // how often the lines were replaced by other than an edit
   bool ScriptStale = true;   // names and codes are to be resolved anew before the next run
 
+  bool ScriptUnsaved = false;   // lines differ from those in the file
   bool ScriptChanged = false;   // the player is to be offered the initializing cycle
   bool ScriptCopyMode = false;  // "Copy To" or "Paste From" an Auto-Bet file is at work
   bool HotKeyRunning = false;
   int ScriptInsertLine = 1;
+  std::string FindText;                   // what was last looked for
+  std::vector<ScriptLine> LineClipboard;  // the lines last cut or copied
+  ProfileState Profile;
 
   // The box of the script, and what the log knew of it at the end of the last roll.
   int AutoBetActive = 0;
   int AutoBetActivePrev = 0;
   std::string AutoBetFile;  // full path, empty for none
   std::string AutoBetFilePrev;
+  std::string AutoBetFileStamp;  // what told the file from others when it was read or written last
   std::string AutoBetOutputFile;
 
   // The run.

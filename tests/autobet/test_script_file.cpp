@@ -5,6 +5,7 @@
 #include <climits>
 #include <cmath>
 
+#include "autobet/hot_key_table.h"
 #include "autobet/hot_keys.h"
 #include "autobet/language.h"
 #include "autobet/script.h"
@@ -477,6 +478,34 @@ TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
   EXPECT_TRUE(Game.HotKeys.empty());
 }
 
+TEST_F(HotKeyFile, RowsAreEditedAndKept) {
+  Folder.Write("a.bet", "x");
+  EXPECT_FALSE(CheckedHotKey({'A', "  ", "Press"}));
+  EXPECT_EQ(TakeOnlyMessage().Text, "Please enter an Auto-Bet filename to define this Hot-Key.");
+  for (const HotKey& row : {HotKey{'?', "a.bet", ""}, HotKey{'A', std::string(101, 'f'), ""},
+                            HotKey{'A', "a.bet", "\u0416"}}) {
+    EXPECT_FALSE(CheckedHotKey(row));
+    EXPECT_EQ(TakeOnlyMessage().Title, "Hot-Key");
+  }
+  InsertHotKeys(0, {*CheckedHotKey({'A', " a.bet ", "Press\n"}), {'B', "b.bet", ""}});
+  InsertHotKeys(1, *HotKeysToPaste(TextOfHotKeys(Game.HotKeys)));
+  EXPECT_FALSE(HotKeysToPaste(" Ctrl A\ta.bet\t\nCtrl ?\ta.bet\t\n"));
+  EXPECT_EQ(TakeOnlyMessage().Text,
+            "Nothing has been pasted: this is no Hot-Key.\n\nCtrl ?\ta.bet\t");
+  ReplaceHotKey(1, {'C', "a.bet", "Sea"});
+  DeleteHotKeys({3});
+  Game.HotKeys.clear();
+  LoadHotKeys();
+  EXPECT_EQ(
+      HotKeyPage("today"),
+      (std::vector<std::string>{"Kelvanor Hot-Keys     today", "", " Ctrl A     a.bet     Press",
+                                " Ctrl C     a.bet     Sea", " Ctrl B     b.bet     "}));
+  EXPECT_EQ(FaultOfHotKey(0), "");
+  EXPECT_EQ(FaultOfHotKey(2), "b.bet isn't there.");
+  ReplaceHotKey(1, {'a', "a.bet", ""});
+  EXPECT_EQ(FaultOfHotKey(1), "Another row with this key stands before this one.");
+}
+
 TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
   Save("hot.bet", "Do this . . .\nSet flag \"Pressed\" to True");
   Save("mine.bet", kSmallScript);
@@ -495,6 +524,10 @@ TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
   // A file that is refused runs nothing and takes nothing back.
   Line(1).LineKind = WhileLine;
   const auto before = Standing();
+  EXPECT_TRUE(RunHotKey('N'));
+  EXPECT_EQ(TakeOnlyMessage().Text,
+            "The Auto-Bet file of this Hot-Key isn't there:\n\n" + Folder / "none.bet");
+  Folder.Write("none.bet", "rubbish");
   EXPECT_TRUE(RunHotKey('N'));
   EXPECT_EQ(TakeOnlyMessage().Text, std::string("none.bet") + kCorrupted);
   EXPECT_EQ(Standing(), before);

@@ -1,0 +1,465 @@
+// The editor without its screen: building lines by choosing, edits that come back, looking at the
+// script, the profile, breakpoints.
+#include <algorithm>
+#include <random>
+
+#include "autobet/compose.h"
+#include "autobet/editor.h"
+#include "autobet/engine.h"
+#include "autobet/language.h"
+#include "autobet/line_choice.h"
+#include "autobet/profile.h"
+#include "autobet/script.h"
+#include "autobet/script_edit.h"
+#include "autobet/script_file.h"
+#include "autobet/script_reader.h"
+#include "autoplay/hyper_drive.h"
+#include "core/help_topics.h"
+#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+class Editor : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    ClearScript();
+    Game.LineClipboard.clear();
+  }
+
+  static std::string Script() {
+    std::string text;
+    for (int number = 1; number <= Game.ScrCount; ++number)
+      text += Trimmed(Line(number).LineText) + "\n";
+    return text;
+  }
+};
+
+std::vector<int> Codes(std::span<const ListItem> list) {
+  std::vector<int> codes;
+  for (const ListItem& item : list)
+    if (item.Text != kSeparatorText) codes.push_back(item.Code);
+  if (codes.empty()) codes.push_back(0);
+  return codes;
+}
+
+// --- Building lines ---
+
+/// The line that was logged stands in the script with the text of its composition, and comes back
+/// into the boxes such that logging it again gives the same.
+template <typename Choice>
+void ExpectLogged(const Choice& choice, std::optional<ScriptLine> (*log)(const Choice&),
+                  Choice (*back)(const ScriptLine&)) {
+  const std::optional<ScriptLine> line = log(choice);
+  ASSERT_TRUE(line) << Game.MsgText;
+  ASSERT_EQ(line->LineText, ComposeLine(*line));
+  ASSERT_EQ(ReadLine(line->LineText), *line);
+  Game.ScriptInsertLine = Game.ScrCount + 1;
+  ASSERT_TRUE(ApplyEdit(*InsertLines({*line}, false)));
+  ASSERT_EQ(Line(Game.ScrCount), *line);
+  ASSERT_EQ(log(back(Line(Game.ScrCount))), *line);
+}
+
+TEST_F(Editor, LogsEveryConditionByChoosing) {
+  const std::vector<int> seconds = Codes(CompareList());
+  std::size_t turn = 0;
+  for (const int subject : Codes(ConditionList())) {
+    for (const int op : Codes(OperatorList(subject))) {
+      const std::size_t count = OperatorComparesSubjects(op) ? seconds.size() : 2;
+      const std::size_t step = count > 7 ? 7 : 1;  // the product is beyond 100,000
+      for (std::size_t second = turn++ % step; second < count; second += step) {
+        ConditionChoice choice = {subject == 9999 ? 1300 : 9999,
+                                  0,
+                                  BankrollSubject,
+                                  turn % 2 == 0,
+                                  "7",
+                                  "Ä hot",
+                                  "say \"x\"",
+                                  "-12.5",
+                                  "100"};
+        ChooseSubject(choice, subject);
+        ChooseOperator(choice, op);
+        ChooseCompare(choice, seconds[second]);
+        ASSERT_EQ(choice.Subject, subject);
+        ASSERT_EQ(choice.Operator, OperatorList(subject).empty() ? choice.Operator : op);
+        ExpectLogged<ConditionChoice>(choice, LogCondition, ConditionChoiceOf);
+        if (HasFatalFailure()) return;
+      }
+    }
+  }
+  EXPECT_GT(Game.ScrCount, 5'000);
+  EXPECT_EQ(Game.Flags.size(), 1U);
+}
+
+TEST_F(Editor, LogsEveryActionByChoosing) {
+  ASSERT_TRUE(ApplyEdit(*InsertLines({*LogLabel("Top")}, false)));
+  for (const int action : Codes(ActionList())) {
+    const std::vector<int> sources = Codes(OfList(action));
+    const std::vector<int> targets = Codes(ToList(action));
+    const std::size_t most = std::max(sources.size(), targets.size());
+    for (std::size_t n = 0; n < 2 * most; ++n) {
+      ActionChoice choice = {BetAmount, 0, 0, n % 2 == 0, "Top", "Hot", "2.5", "1", "text;", "99"};
+      ChooseAction(choice, action);
+      ChooseOf(choice, sources[n % sources.size()]);
+      ChooseTo(choice, targets[(n + n / most) % targets.size()]);
+      ExpectLogged<ActionChoice>(choice, LogAction, ActionChoiceOf);
+      if (HasFatalFailure()) return;
+    }
+  }
+  for (const auto& list : {kStartConditionList, kStartActionList}) {
+    for (const ListItem& item : list) {
+      const ScriptLine line = LineOfStart(item.Code);
+      EXPECT_EQ(line.LineKind, item.Code);
+      EXPECT_EQ(ReadLine(line.LineText), line);
+    }
+  }
+}
+
+TEST_F(Editor, ABoxIsSeenWhenItsLineNeedsIt) {
+  const auto boxes = [](int subject, int op) {
+    ConditionChoice choice;
+    ChooseSubject(choice, subject);
+    ChooseOperator(choice, op);
+    const ConditionBoxes seen = BoxesOf(choice);
+    return std::string(seen.StackNum ? "n" : "") + (seen.What ? "w" : "") + (seen.Flag ? "f" : "") +
+           (seen.Name ? "N" : "") + (seen.Truth.empty() ? "" : "t") + (seen.Amount ? "a" : "") +
+           (seen.Compare ? "c" : "");
+  };
+  EXPECT_EQ(boxes(EachRoll, 0), "");
+  EXPECT_EQ(boxes(PointEstablished, AnyNumber), "w");
+  EXPECT_EQ(boxes(OneFlag, 0), "ft");
+  EXPECT_EQ(boxes(AllFlags, 0), "t");
+  EXPECT_EQ(boxes(AverageBankroll, EqualTo), "nwa");
+  EXPECT_EQ(boxes(ChipStackSubject, IsNamed), "nwN");
+  EXPECT_EQ(boxes(PassLine, HasWon), "wa");
+  EXPECT_EQ(boxes(PassLine, LessThanSubject), "wc");
+}
+
+TEST_F(Editor, RefusesWhatNoLineCanHold) {
+  const std::string long300(300, 'n');
+  ConditionChoice flag;
+  ChooseSubject(flag, OneFlag);
+  ConditionChoice stack;
+  ChooseSubject(stack, ChipStackSubject);
+  ActionChoice go;
+  ChooseAction(go, GoTo);
+  ActionChoice say;
+  ChooseAction(say, ShowMessageText);
+  const auto told = [this](bool logged) {
+    if (logged) return std::string("logged");
+    const ShownMessage shown = TakeOnlyMessage();
+    return shown.Title + ": " + shown.Text.substr(0, 40);
+  };
+  EXPECT_EQ(told(LogCondition(flag).has_value()), "Log Condition: You need to enter a Flag name.");
+  flag.Flag = long300;
+  EXPECT_EQ(told(LogCondition(flag).has_value()),
+            "Log Condition: The text has 300 letters.\nThere's room f");
+  for (const char* number : {"101", "-1", "1.5", "x", "99999999999"}) {
+    stack.StackNum = number;
+    EXPECT_EQ(told(LogCondition(stack).has_value()),
+              "Log Condition: Please enter a Chip-Stack number from 0 ");
+  }
+  stack.StackNum = "100";
+  for (const char* amount : {"a", "1-", "--1", "1.2.3", "99999999999999999", "."}) {
+    stack.Amount = amount;
+    EXPECT_NE(told(LogCondition(stack).has_value()), "logged") << amount;
+  }
+  for (const char* amount : {"", " 1,000.5 ", "-3", ".5"}) {
+    stack.Amount = amount;
+    EXPECT_EQ(told(LogCondition(stack).has_value()), "logged") << amount;
+  }
+  EXPECT_EQ(told(LogAction(go).has_value()), "Log Action: You need to enter a label to go to.");
+  say.Name = "\u0416";
+  EXPECT_EQ(told(LogAction(say).has_value()),
+            "Log Action: The text holds letters that an Auto-Bet ");
+  say.Name = "one\ntwo  ";
+  EXPECT_EQ(LogAction(say)->LineName, "one two");
+
+  EXPECT_EQ(told(LogLabel("  ").has_value()), "Log Label: You must enter a label name.");
+  ASSERT_TRUE(ApplyEdit(*InsertLines({*LogLabel("Loop")}, false)));
+  EXPECT_EQ(told(LogLabel(" loop ").has_value()), "Log Label: That label name is already in use.");
+  const std::string remark = "'" + std::string(126, 'r');
+  for (int i = 0; i < 2; ++i) ASSERT_TRUE(ApplyEdit(*InsertLines({*LogLabel(remark)}, false)));
+  EXPECT_EQ(Game.ScriptLabels, std::vector<std::string>{"Loop"});
+  const ScratchFolder folder("editor");
+  SaveScript(folder / "a.bet");
+  OpenScript(folder / "a.bet");
+  EXPECT_EQ(LabelTextOf(Line(3)), remark);
+}
+
+// --- Edits ---
+
+/// A thousand edits by chance, each of them against what a plain list would make of it; all undone
+/// and done again.
+TEST_F(Editor, EveryEditComesBack) {
+  LoadScript("When . . .\nOn each roll\nthen . . .\nReturn\n");
+  std::mt19937 chance(11);
+  const auto below = [&chance](int limit) { return static_cast<int>(chance() % unsigned(limit)); };
+  std::vector<ScriptEdit> done;
+  std::vector<std::string> states = {Script()};
+  std::vector<std::size_t> flags = {0};
+  for (int round = 0; round < 1'000; ++round) {
+    const int count = Game.ScrCount;
+    SelectLines(0, -1);
+    for (int i = 0; i < 3; ++i) {
+      const int first = 1 + below(count + 1);
+      SelectLines(first, first + below(4), true);
+    }
+    Game.ScriptInsertLine = 1 + below(count + 1);
+    const std::string copied = CopySelected();
+    std::optional<ScriptEdit> edit;
+    switch (below(6)) {
+      case 0:
+        edit = InsertLines(ReadScript("Set flag \"" + std::to_string(below(50)) + "\" to True"),
+                           false);
+        break;
+      case 1: edit = count > 40 ? DeleteSelected() : std::nullopt; break;
+      case 2: edit = MoveSelected(1 + below(count + 1)); break;
+      case 3: edit = below(2) == 0 ? MoveSelectedUp() : MoveSelectedDown(); break;
+      case 4:
+        if (!copied.empty()) edit = InsertLines(*LinesToPaste(copied), true);
+        break;
+      default: edit = ReplaceLine(1 + below(count), *LogLabel("'" + std::to_string(round))); break;
+    }
+    if (!edit) continue;
+    const int selected = SelectedLineCount();
+    const bool pastes = edit->Before.empty() && edit->After[0].LineSelected;
+    ASSERT_TRUE(ApplyEdit(*edit));
+    ASSERT_EQ(pastes ? SelectedLineCount() : selected, selected);
+    done.push_back(*edit);
+    states.push_back(Script());
+    flags.push_back(Game.Flags.size());
+  }
+  ASSERT_GT(done.size(), 500U);
+  for (std::size_t i = done.size(); i > 0; --i) {
+    ASSERT_TRUE(RevertEdit(done[i - 1]));
+    ASSERT_EQ(Script(), states[i - 1]);
+    ASSERT_EQ(Game.Flags.size(), flags[i - 1]);
+  }
+  for (std::size_t i = 0; i < done.size(); ++i) {
+    ASSERT_TRUE(ApplyEdit(done[i]));
+    ASSERT_EQ(Script(), states[i + 1]);
+  }
+  EXPECT_TRUE(TakeShown().empty());
+  LoadScript("Return");
+  EXPECT_FALSE(RevertEdit(done.back())) << "another script";
+}
+
+TEST_F(Editor, MovesDeletesAndPastes) {
+  const auto load = [] { LoadScript("' 1\n' 2\n' 3\n' 4\n' 5\n"); };
+  load();
+  SelectLines(4, 4);
+  SelectLines(2, 2, true);
+  ApplyEdit(*MoveSelected(6));
+  EXPECT_EQ(Script(), "' 1\n' 3\n' 5\n' 2\n' 4\n");
+  ApplyEdit(*MoveSelectedUp());
+  EXPECT_EQ(Script(), "' 1\n' 3\n' 2\n' 4\n' 5\n");
+  EXPECT_EQ(Game.ScriptInsertLine, 3);
+  EXPECT_FALSE(MoveSelected(4)) << "where they are";
+  ApplyEdit(*DeleteSelected());
+  EXPECT_EQ(Script(), "' 1\n' 3\n' 5\n");
+  Game.ScriptInsertLine = 1;
+  ApplyEdit(*InsertLines(*LinesToPaste(" ' x\r\n\r\nSet flag \"A\" to True\r\n"), true));
+  EXPECT_EQ(Script(), "' x\nSet flag \"A\" to True\n' 1\n' 3\n' 5\n");
+  EXPECT_EQ(SelectedLineCount(), 2);
+  EXPECT_EQ(Game.Flags.at(0).FlagName, "A");
+  EXPECT_FALSE(LinesToPaste("' x\nrubbish\n"));
+  EXPECT_EQ(TakeOnlyMessage().Text,
+            "Nothing has been pasted: row 2 of the text is no Auto-Bet line.\n\nrubbish");
+  Game.AutoBetAtWork = true;
+  Answers = {{1, false, "", ""}};
+  Game.AutoBetRunning = true;
+  EXPECT_FALSE(MayEditScript());
+  EXPECT_FALSE(Game.AutoBetRunning);
+  EXPECT_EQ(TakeOnlyMessage().Title, "Auto-Bet Active");
+  EXPECT_FALSE(ApplyEdit(*DeleteSelected()));
+  Game.AutoBetAtWork = false;
+
+  const ScratchFolder folder("editor");
+  load();
+  SaveScript(folder / "five.bet");
+  LoadScript("When . . .\n");
+  Game.ScriptInsertLine = 2;
+  const std::optional<ScriptEdit> pasted = RecordEdit([&folder] {
+    Game.ScriptCopyMode = true;
+    OpenScript(folder / "five.bet");
+    Game.ScriptCopyMode = false;
+  });
+  EXPECT_EQ(Game.ScrCount, 6);
+  EXPECT_TRUE(RevertEdit(*pasted));
+  EXPECT_EQ(Script(), "When . . .\n");
+}
+
+// --- The script as a whole ---
+
+TEST_F(Editor, FindsMarksAndTellsBlocks) {
+  LoadScript(
+      "' a\nWhen . . .\nOn each roll\nthen . . .\nReturn\nLabel \"Ärger\"\nDo this . . "
+      ".\nReturn\n");
+  EXPECT_EQ(FindLine("RETURN", 1), 5);
+  EXPECT_EQ(FindLine("return", 6), 8);
+  EXPECT_EQ(FindLine("return", 7, false), 5);
+  EXPECT_EQ(FindLine("ärg", 1), 6);
+  int top = 0;
+  TheHost.ShowScriptLine = [&top](int line) { top = line; };
+  Answers = {{0, false, "", "return"}};
+  FindCommand();
+  EXPECT_EQ(top, 5);
+  FindNextCommand(top);
+  EXPECT_EQ(top, 8);
+  FindNextCommand(top);
+  EXPECT_EQ(TakeShown().back(),
+            (ShownMessage{"Text not found.", "Search Results", kTopicScriptEditor, OkStop}));
+  FindPreviousCommand(top);
+  EXPECT_EQ(top, 5);
+
+  const auto marks = [] {
+    std::string all;
+    for (int number = 1; number <= Game.ScrCount; ++number)
+      all += std::to_string(Line(number).LineMark);
+    return all;
+  };
+  EXPECT_EQ(MarkLines().LineNumber, 0);
+  EXPECT_EQ(marks(), "34040240");
+  std::string statements;
+  for (const LineBlock& block : BlocksOfScript())
+    statements += std::to_string(block.Statement) + "-CA"[static_cast<int>(block.Role)] + " ";
+  EXPECT_EQ(statements, "0- 1C 1C 1A 1A 0- 2A 2A ");
+  SelectLines(5, 5);
+  ApplyEdit(*DeleteSelected());
+  EXPECT_EQ(MarkLines().Title, "Missing Action Lines");
+  EXPECT_EQ(marks(), "3401240");
+}
+
+TEST_F(Editor, LeavingAndSavingLoseNothing) {
+  const ScratchFolder folder("editor");
+  Game.DataPath = folder / "";
+  LoadScript("When . . .\n");
+  Game.AutoBetActive = 1;
+  Game.ScriptChanged = Game.ScriptUnsaved = true;
+  Answers = {{2, false, "", ""}, {1, false, "", ""}};
+  EXPECT_FALSE(LeaveEditor());
+  EXPECT_EQ(Game.AutoBetActive, 1);
+  EXPECT_TRUE(LeaveEditor());
+  EXPECT_EQ(Game.AutoBetActive, 0);
+  EXPECT_NE(TakeShown().back().Text.find("Would you like to deactivate"), std::string::npos);
+  EXPECT_EQ(folder.Read("active.tmp").size(), 512U);
+  EXPECT_EQ(ScriptPageHeading("today").back(), "Auto-Bet File:   untitled");
+  EXPECT_EQ(EditorCaption(), "Auto-Bet *");
+
+  Answers = {{3, false, "", ""}, {1, false, "", ""}};
+  NewScriptCommand();
+  EXPECT_EQ(Game.ScrCount, 1) << "cancelled";
+  NewScriptCommand();
+  EXPECT_EQ(Game.ScrCount, 0);
+  EXPECT_EQ(folder.Read("default.bet").size(), 512U);
+  OpenScript(folder / "default.bet");
+  EXPECT_EQ(EditorCaption(), "Auto-Bet (default.bet)");
+
+  folder.Write("default.bet", "another program");
+  ApplyEdit(*InsertLines({LineOfStart(WhileLine)}, false));
+  TakeShown();
+  EXPECT_FALSE(SaveScriptCommand());
+  EXPECT_EQ(folder.Read("default.bet"), "another program");
+  Answers = {{1, false, "", ""}};
+  EXPECT_TRUE(SaveScriptCommand());
+  EXPECT_TRUE(SaveScriptCommand()) << "it is ours again";
+  EXPECT_EQ(TakeShown().size(), 2U);
+  EXPECT_FALSE(Game.ScriptUnsaved);
+}
+
+// --- Profile and breakpoints ---
+
+constexpr const char* kJumping =
+    "While . . .\n"  // 1
+    "Chip-Stack # 1 is equal to $ 0\n"
+    "Chip-Stack # 2 is equal to $ 1\n"
+    "or while . . .\n"
+    "Bankroll is greater than $ 0\n"  // 5
+    "then . . .\n"
+    "Gosub \"Sub\"\n"
+    "else . . .\n"
+    "Add $ 1 to Chip-Stack # 3\n"
+    "Do this . . .\n"  // 10
+    "Go to \"End\"\n"
+    "Add $ 1 to Chip-Stack # 3\n"
+    "Label \"Sub\"\n"
+    "Do this . . .\n"
+    "Add $ 0 to Chip-Stack # 4\n"  // 15
+    "Return\n"
+    "Label \"End\"\n"
+    "Do this . . .\n"
+    "Return\n";
+
+std::string Counts() {
+  std::string text;
+  for (const LineProfile& line : ScriptProfile())
+    text += std::to_string(line.Reached) + "/" + std::to_string(line.Fired) + " ";
+  return text;
+}
+
+TEST_F(Editor, TheProfileCountsWhatRunsWalkThrough) {
+  LoadScript(kJumping);
+  RunAutoBets();
+  EXPECT_EQ(Counts().find_first_of("123456789"), std::string::npos) << "it is off";
+  Game.Profile.On = true;
+  Game.AutoBetActive = 1;
+  Game.NumAutoRolls = Game.AutoRollsLeft = 1'000;
+  ToggleHyperDrive();
+  ASSERT_EQ(Game.RollCount[0], 1'000);
+  std::string expected;
+  for (const char* line : {"1/0", "1/1", "1/0", "1/1", "1/1", "1/1", "1/1", "1/0", "1/0", "1/1",
+                           "1/1", "0/0", "1/1", "1/1", "1/1", "1/1", "1/1", "1/1", "1/0"}) {
+    std::string counts = line;
+    for (std::size_t at = counts.find('1'); at != std::string::npos; at = counts.find('1', at + 1))
+      counts.insert(at + 1, "000");
+    expected += counts + " ";
+  }
+  EXPECT_EQ(Counts(), expected);
+
+  SelectLines(12, 12);
+  ApplyEdit(*DeleteSelected());
+  Game.ScriptInsertLine = 1;
+  ApplyEdit(*InsertLines({*LogLabel("' new")}, false));
+  EXPECT_EQ(
+      Counts(),
+      "0/0 " + expected.erase(expected.find("0/0 "), 0).replace(expected.find(" 0/0 "), 4, ""));
+  Game.ScriptChanged = true;
+  Answers = {{1, false, "", ""}};
+  InitAutoBets();
+  EXPECT_EQ(Counts().substr(0, 12), "1/0 1/0 1/1 ");
+  Game.Profile.On = false;
+}
+
+TEST_F(Editor, ABreakpointBeginsTracingAndStopsHyperDrive) {
+  std::vector<int> steps;
+  bool cancels = false;
+  TheHost.ShowStep = [&](int line, const std::string&, const std::string&) {
+    steps.push_back(line);
+    if (cancels) Game.ShowStepsMode = 0;
+  };
+  LoadScript(kJumping);
+  ToggleBreakpoint(12);  // never reached
+  ToggleBreakpoint(9);   // never taken
+  ToggleBreakpoint(15);
+  RunAutoBets();
+  EXPECT_EQ(steps, (std::vector<int>{15, 16, 7, 8, 10, 11, 17, 18, 19}));
+  steps.clear();
+  cancels = true;
+  Game.ShowStepsMode = 0;
+  RunAutoBets();
+  EXPECT_EQ(steps, std::vector<int>{15});
+  Game.AutoBetActive = 1;
+  Game.NumAutoRolls = Game.AutoRollsLeft = 1'000;
+  ToggleHyperDrive();
+  EXPECT_EQ(Game.RollCount[0], 1);
+  EXPECT_EQ(TakeShown().back().Text, "Stopped by the breakpoint at Auto-Bet line # 15.");
+  ClearBreakpoints();
+  Game.AutoRollsLeft = 10;
+  ToggleHyperDrive();
+  EXPECT_EQ(Game.RollCount[0], 11);
+  EXPECT_EQ(steps.size(), 1U);
+}
+
+}  // namespace
