@@ -216,6 +216,10 @@ std::vector<MenuRow> GeneratorRows() {
       {tr("RNG #&1"), tr("RNG #&2"), tr("RNG #&3"), tr("RNG #&4"), tr("RNG #&5"),
        tr("RNG #&6 (#1 and #5)"), tr("RNG #&7 (#2 and #4)"), tr("RNG #&8 (#1 single call)")},
       RecordField(Game.RngChoice).Then(CorrectRngChoice), Rng1Mt);
+  for (MenuRow& generator : rows)
+    generator.Tip =
+        tr("Judge a betting system with #1, #2, #4, #7 or #8.\n"
+           "#3 is too even, #5 is uneven by its formula, and #6 takes every other roll from #5.");
   rows.push_back(Separator());
   rows.push_back(Toggle("mnuUserSeed", tr("&User seed"), Game.UserSeed));
   rows.push_back(Toggle("mnuReSeed", tr("&Re-seed new games"), Game.ReSeed));
