@@ -42,96 +42,6 @@ std::string AmountText(Currency amount, bool grouped, std::size_t fewest) {
   return text + "." + decimals;
 }
 
-// --- Patterns ---
-
-/// One section of a pattern.
-struct Section {
-  std::string_view Before;
-  std::string_view After;
-  std::size_t FewestWhole = 0;
-  std::size_t FewestDecimals = 0;
-  std::size_t MostDecimals = 0;
-  bool Grouped = false;
-  bool Percent = false;
-
-  explicit Section(std::string_view text) : Percent(text.find('%') != text.npos) {
-    constexpr std::string_view kPlaces = "#0,.";
-    const std::size_t first = std::min(text.find_first_of(kPlaces), text.size());
-    const std::size_t end = text.find_last_of(kPlaces) + 1;
-    Before = text.substr(0, first);
-    After = text.substr(std::max(first, end));
-    bool behindPoint = false;
-    for (const char place : text.substr(first, std::max(first, end) - first)) {
-      if (place == '.') behindPoint = true;
-      if (place == ',') Grouped = true;
-      if (place == '0') ++(behindPoint ? FewestDecimals : FewestWhole);
-      if (behindPoint && (place == '0' || place == '#')) ++MostDecimals;
-    }
-    HasPoint = behindPoint;
-  }
-
-  bool HasPoint = false;
-};
-
-/// The digits of a number above 0, and how many of them stand before the point.
-struct Decimal {
-  static constexpr int kDigits = 15;
-
-  std::string Digits;
-  int Whole;
-
-  explicit Decimal(double value) {
-    std::array<char, 32> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                   std::chars_format::scientific, kDigits - 1)
-                         .ptr;
-    const std::string text(buffer.data(), end);
-    Digits = text.substr(0, 1) + text.substr(2, kDigits - 1);
-    Whole = std::stoi(text.substr(text.find('e') + 1)) + 1;
-  }
-
-  /// Leaves `places` decimals, all of them written out, and at least one digit before the point.
-  void Round(int places) {
-    if (Whole < 1) {
-      Digits.insert(0, static_cast<std::size_t>(1 - Whole), '0');
-      Whole = 1;
-    }
-    const auto kept = static_cast<std::size_t>(Whole + places);
-    const bool up = kept < Digits.size() && Digits[kept] >= '5';
-    Digits.resize(kept, '0');
-    if (up) AddOne();
-  }
-
- private:
-  void AddOne() {
-    auto digit = Digits.rbegin();
-    for (; digit != Digits.rend() && *digit == '9'; ++digit) *digit = '0';
-    if (digit != Digits.rend()) {
-      ++*digit;
-      return;
-    }
-    Digits.insert(0, 1, '1');
-    ++Whole;
-  }
-};
-
-std::string Filled(const Section& section, Decimal number) {
-  number.Round(static_cast<int>(section.MostDecimals));
-  std::string whole = number.Digits.substr(0, static_cast<std::size_t>(number.Whole));
-  std::string decimals = number.Digits.substr(static_cast<std::size_t>(number.Whole));
-  whole.erase(0, whole.find_first_not_of('0'));
-  if (whole.size() < section.FewestWhole) whole.insert(0, section.FewestWhole - whole.size(), '0');
-  while (decimals.size() > section.FewestDecimals && decimals.back() == '0') decimals.pop_back();
-  if (section.Grouped) whole = Grouped(whole);
-  if (section.HasPoint) whole += '.';
-  return std::string(section.Before) + whole + decimals + std::string(section.After);
-}
-
-bool IsZero(const Section& section, Decimal number) {
-  number.Round(static_cast<int>(section.MostDecimals));
-  return number.Digits.find_first_not_of('0') == std::string::npos;
-}
-
 bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
 /// A typed number, taken apart.
@@ -184,20 +94,6 @@ std::string PlainText(Currency amount) { return AmountText(amount, false, 0); }
 
 std::string CountText(long long count) {
   return (count < 0 ? "-" : "") + Grouped(Digits(Magnitude(count)));
-}
-
-std::string FormatNumber(double value, std::string_view pattern) {
-  const std::size_t second = std::min(pattern.find(';'), pattern.size());
-  const std::size_t third = std::min(pattern.find(';', second + 1), pattern.size());
-  const bool negative = value < 0 && second < pattern.size();
-  const Section section(negative ? pattern.substr(second + 1, third - second - 1)
-                                 : pattern.substr(0, second));
-  Decimal number(std::abs(value));
-  if (section.Percent && value != 0) number.Whole += 2;
-  const bool zero = IsZero(section, number);
-  if (zero && third < pattern.size()) return Filled(Section(pattern.substr(third + 1)), Decimal(0));
-  const bool needsSign = value < 0 && !negative && !zero;
-  return (needsSign ? "-" : "") + Filled(section, number);
 }
 
 Currency ParseAmount(const std::string& text) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "core/currency.h"
 
@@ -15,13 +14,6 @@ std::string CountText(long long count);
 
 /// An amount as a plain number without grouping: "12.5", "-3".
 std::string PlainText(Currency amount);
-
-/// A number by a pattern such as "#,#.00;-#,#.00;0": one section for numbers above 0, one for those
-/// below (which writes their sign itself), one for 0 and what rounds to it. In a section "0" is a
-/// digit that always shows, "#" one that shows when it must, "," groups thousands, "%" shows
-/// hundredths; other letters stand for themselves. Fifteen digits count, and halves go away from
-/// zero.
-std::string FormatNumber(double value, std::string_view pattern);
 
 /// The amount of a typed text; 0 when the text holds no number or its value is 0. Grouping commas
 /// are passed over.

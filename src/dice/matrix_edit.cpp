@@ -6,6 +6,7 @@
 #include <numeric>
 #include <optional>
 
+#include "core/number_format.h"
 #include "core/record_file.h"
 #include "core/text.h"
 
@@ -445,7 +446,9 @@ double ViewValue(MatrixPlace place, int share, int view, double rollsOutOf) {
 
 std::string ViewText(const ProbabilityMatrix& matrix, MatrixPlace place, int view,
                      double rollsOutOf) {
-  const double value = ViewValue(place, ShareAt(matrix, place), view, rollsOutOf);
+  // What shows as 0 has no sign.
+  const double value =
+      std::round(ViewValue(place, ShareAt(matrix, place), view, rollsOutOf) * 1000) / 1000;
   const bool lessFair = IsLessFair(view);
   if (IsRollsView(view))
     return FormatNumber(value, lessFair ? "+#,0.00#;-#,0.00#;0.00" : "#,0.00#;-#,0.00#;0.00");

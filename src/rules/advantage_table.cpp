@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "core/game_state.h"
+#include "core/number_format.h"
 #include "core/text.h"
 #include "rules/advantage.h"
 #include "rules/presets.h"
-#include "rules/validators.h"
 
 namespace {
 

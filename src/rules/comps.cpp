@@ -3,9 +3,10 @@
 #include <algorithm>
 
 #include "core/game_state.h"
+#include "core/number_format.h"
 #include "core/text.h"
 #include "rules/advantage.h"
-#include "rules/validators.h"
+#include "rules/comp_bets.h"
 
 namespace {
 

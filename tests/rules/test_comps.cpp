@@ -6,8 +6,8 @@
 
 #include "core/game_state.h"
 #include "rules/advantage.h"
+#include "rules/comp_bets.h"
 #include "rules/defaults.h"
-#include "rules/validators.h"
 
 namespace {
 

@@ -22,6 +22,7 @@
 #include "screens/frame/player_change.h"
 #include "screens/frame/report.h"
 #include "screens/statistics/graph_printer.h"
+#include "stats/bankroll_graph.h"
 
 namespace {
 
