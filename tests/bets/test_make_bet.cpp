@@ -3,8 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <source_location>
-
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "core/messages.h"
@@ -53,9 +51,9 @@ class MakeBetTest : public TableTest {
   }
 
   static void ExpectBets(const std::vector<std::pair<int, Currency>>& bets,
-                         std::source_location where = std::source_location::current()) {
+                         int line = __builtin_LINE()) {
     for (const auto& [id, amount] : bets)
-      EXPECT_EQ(Bet(id), amount) << BetName(id) << " in line " << where.line();
+      EXPECT_EQ(Bet(id), amount) << BetName(id) << " in line " << line;
     ExpectBooksBalance();
   }
 

@@ -14,6 +14,7 @@
 #include "core/text.h"
 #include "rules/defaults.h"
 #include "screens/play/frmMsg.h"
+#include "screens/screen_tests.h"
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/qt_host.h"
 

@@ -12,8 +12,8 @@
 #include "core/auto_play_settings.h"
 #include "core/host.h"
 #include "core/messages.h"
-#include "screen_driver.h"
 #include "screens/frame/report.h"
+#include "screens/screen_driver.h"
 #include "screens/scripts/frmFlags.h"
 #include "screens/scripts/script_commands.h"
 
@@ -357,5 +357,5 @@ class TestAutoBet : public QObject {
   std::unique_ptr<frmCrapTable> table_;
 };
 
-QTEST_MAIN(TestAutoBet)
+SCREEN_TEST(TestAutoBet)
 #include "test_auto_bet.moc"

@@ -8,8 +8,8 @@
 #include "autoplay/auto_play.h"
 #include "bets/make_bet.h"
 #include "core/host.h"
-#include "screen_driver.h"
 #include "screens/play/frmAutoPlay.h"
+#include "screens/screen_driver.h"
 
 namespace {
 
@@ -243,5 +243,5 @@ class TestAutoPlay : public QObject {
   QListView* stops_ = nullptr;
 };
 
-QTEST_MAIN(TestAutoPlay)
+SCREEN_TEST(TestAutoPlay)
 #include "test_auto_play.moc"

@@ -15,8 +15,8 @@
 #include "bets/chips.h"
 #include "bets/make_bet.h"
 #include "core/host.h"
-#include "screen_driver.h"
 #include "screens/frame/report.h"
+#include "screens/screen_driver.h"
 #include "screens/statistics/frmBankroll.h"
 #include "screens/statistics/graph_printer.h"
 #include "stats/bankroll_graph.h"
@@ -328,5 +328,5 @@ class TestBankroll : public QObject {
   picGraphBox* graph_ = nullptr;
 };
 
-QTEST_MAIN(TestBankroll)
+SCREEN_TEST(TestBankroll)
 #include "test_bankroll.moc"

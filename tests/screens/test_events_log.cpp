@@ -10,8 +10,8 @@
 #include <tuple>
 
 #include "core/game_state.h"
-#include "screen_driver.h"
 #include "screens/frame/report.h"
+#include "screens/screen_driver.h"
 #include "screens/statistics/frmEventsLog.h"
 #include "stats/events_log.h"
 #include "stats/log_files.h"
@@ -135,41 +135,6 @@ class TestEventsLog : public QObject {
     Put(Numbered(7));
     QTRY_COMPARE(bar_->maximum(), 7);
     Game.HyperDriveOn = false;
-  }
-
-  void switchesWriteTheFields() {
-    const std::pair<const char*, bool*> events[] = {
-        {"mnuRecordRolls", &Game.LogRolls},
-        {"mnuRecordBetChanges", &Game.LogBetChanges},
-        {"mnuRecordBetsWon", &Game.LogBetsWon},
-        {"mnuRecordBetsLost", &Game.LogBetsLost},
-        {"mnuRecordChipStackChanges", &Game.LogChipStackChanges},
-        {"mnuRecordPassesMisses", &Game.LogPassesMisses},
-        {"mnuRecordShooterChanges", &Game.LogShooterChanges},
-        {"mnuRecordBankrollChanges", &Game.LogBankrollChanges}};
-    const auto give = [&](const char* name) {
-      Game.GameChanged = false;
-      Command(*screen_, name);
-      QVERIFY(Game.GameChanged);
-      for (const auto& [event, field] : events)
-        QCOMPARE(Find<QAction>(screen_, event)->isChecked(), *field);
-    };
-    const auto count = [&] {
-      return std::count_if(std::begin(events), std::end(events), [](auto& e) { return *e.second; });
-    };
-    for (const auto& [name, field] : events) {
-      give(name);
-      QVERIFY(*field && count() == 1);
-      give(name);
-      QVERIFY(count() == 0);
-    }
-    give("mnuSelectAll");
-    QVERIFY(count() == 8 && !Game.EventsLogActive);
-    give("mnuRecordEventsActive");
-    give("mnuDeselectAll");
-    QVERIFY(count() == 0 && Game.EventsLogActive);
-    give("mnuClearLog");
-    QVERIFY(Game.ClearLogOnNew);
   }
 
   void lettersHaveTheirSizes() {
@@ -379,5 +344,5 @@ class TestEventsLog : public QObject {
   QScrollBar* bar_ = nullptr;
 };
 
-QTEST_MAIN(TestEventsLog)
+SCREEN_TEST(TestEventsLog)
 #include "test_events_log.moc"

@@ -15,9 +15,9 @@
 
 #include "autobet/script.h"
 #include "persistence/session.h"
-#include "screen_driver.h"
 #include "screens/files/folder_lock.h"
 #include "screens/frame/window_places.h"
+#include "screens/screen_driver.h"
 #include "screens/statistics/frmBankroll.h"
 #include "screens/table/game_commands.h"
 
@@ -352,5 +352,5 @@ class TestFileScreen : public QObject {
   std::unique_ptr<frmCrapTable> table_;
 };
 
-QTEST_MAIN(TestFileScreen)
+SCREEN_TEST(TestFileScreen)
 #include "test_file_screen.moc"

@@ -17,12 +17,12 @@
 #include "bets/consistency.h"
 #include "core/host.h"
 #include "persistence/game_file_table.h"
-#include "screen_driver.h"
 #include "screens/frame/bind.h"
 #include "screens/frame/frmPrint.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/screen.h"
 #include "screens/frame/screen_table.h"
+#include "screens/screen_driver.h"
 #include "screens/table/screens.h"
 
 namespace {
@@ -210,5 +210,5 @@ class TestFrame : public QObject {
   std::unique_ptr<frmCrapTable> table_;
 };
 
-QTEST_MAIN(TestFrame)
+SCREEN_TEST(TestFrame)
 #include "test_frame.moc"

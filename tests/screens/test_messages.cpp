@@ -11,8 +11,8 @@
 #include "core/host.h"
 #include "core/messages.h"
 #include "play/roll_cycle.h"
-#include "screen_driver.h"
 #include "screens/frame/asking_window.h"
+#include "screens/screen_driver.h"
 
 namespace {
 
@@ -370,5 +370,5 @@ class TestMessages : public QObject {
   std::unique_ptr<frmCrapTable> table_;
 };
 
-QTEST_MAIN(TestMessages)
+SCREEN_TEST(TestMessages)
 #include "test_messages.moc"

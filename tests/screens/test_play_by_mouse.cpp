@@ -9,9 +9,9 @@
 #include "bets/chips.h"
 #include "bets/make_bet.h"
 #include "core/text.h"
-#include "screen_driver.h"
 #include "screens/frame/report.h"
 #include "screens/play/frmStackValues.h"
+#include "screens/screen_driver.h"
 #include "screens/table/table_commands.h"
 
 namespace {
@@ -499,5 +499,5 @@ class TestPlayByMouse : public QObject {
   std::unique_ptr<frmCrapTable> table_;
 };
 
-QTEST_MAIN(TestPlayByMouse)
+SCREEN_TEST(TestPlayByMouse)
 #include "test_play_by_mouse.moc"

@@ -13,6 +13,7 @@
 #include "core/help_topics.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
+#include "screens/screen_tests.h"
 #include "screens/table/chip_art.h"
 #include "screens/table/pile_layout.h"
 #include "screens/table/table_painter.h"
@@ -391,5 +392,5 @@ class TestTableLayout : public QObject {
   }
 };
 
-QTEST_MAIN(TestTableLayout)
+SCREEN_TEST(TestTableLayout)
 #include "test_table_layout.moc"
