@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <climits>
-#include <random>
 #include <sstream>
 
 #include "autobet/language.h"
@@ -234,9 +233,12 @@ TEST_F(ActionsTest, ATargetCoversItsBets) {
   SetPoint(6);
   ExpectCovered("1800 0 0 3  1803 0 0 21  1804 0 0 27  1805 0 0 33  1806 0 0 39");
   // Place bets that the rules would take down are left out.
-  Establish(PassLine, 10);
   Establish(Come4, 10);
-  ExpectCovered("1006 0 0 31-36");
+  for (const bool remove : {true, false}) {
+    Game.AutoRemovePlace = remove;
+    ExpectCovered("1006 0 0 31-36");
+    Establish(PassLine, 10);
+  }
   Game.AutoRemovePlace = true;
   ExpectCovered("1006 0 0 32,34-36  1007 0 0 32,34-35  1008 0 0 32,35-36  33 0 0 33");
 }
@@ -542,73 +544,5 @@ TEST_F(ActionsTest, AFullDiskIsAFault) {
   EXPECT_EQ(Do("Close file"), 0) << "there is nothing left to write";
 }
 #endif
-
-/// Random action lines, rubbish among them, on a live table.
-class ActionLaw : public ActionsTest {
- protected:
-  int Below(int limit) { return static_cast<int>(source_() % static_cast<unsigned>(limit)); }
-  int Of(std::initializer_list<int> choices) {
-    return choices.begin()[Below(static_cast<int>(choices.size()))];
-  }
-  int Code() {
-    if (Below(50) == 0) return Of({998, 999, AtmWithdraw, AtmDepositPercent, 0, -7, 117, 86});
-    return Below(4) == 0 ? 70 + Below(50) : 10 + Below(50);
-  }
-  int Subject() {
-    return Of({Below(90), 1000 + Below(10), 1300 + Below(20), 1400 + Below(12), 1600 + Below(3),
-               1700 + Below(4), 1800 + Below(8), 2000 + Below(92), Of({-1, 0, INT_MIN, INT_MAX})});
-  }
-  int Stack() { return Below(50) == 0 ? Of({INT_MIN, INT_MAX}) : Below(104) - 2; }
-  Currency Amount() {
-    if (Below(40) == 0) return Currency::FromRaw(Of({-1, 1}) * (INT64_MAX / (1 + Below(99))));
-    if (Below(400) == 0) return Currency::FromRaw(INT64_MIN);
-    return Below(3) == 0 ? Cents(Below(20'000) - 5'000) : Currency(Below(120));
-  }
-  ScriptLine Line() {
-    const char* name = std::array{"", "out.txt", "no/such", "Up", "a;"}[Below(5)];
-    ScriptLine line = Act(Code(), Amount(), Below(2) ? Below(84) : Subject(), Stack(), name);
-    if (Below(2) == 0) line.OfSubject = Subject();
-    if (Below(2) == 0) line.OfStackNum = Stack();
-    return line;
-  }
-  std::mt19937 source_{20'240};
-};
-
-TEST_F(ActionLaw, NoLineUpsetsTheTable) {
-  Game.Flags = {{"Up", 0, 0}};
-  Game.Notify = NoticeActions | NoticeLimits | NoticeCharges | NoticeAutoBet;
-  ActionRun run;
-  int placed = 0;
-  for (int step = 0; step < 20'000; ++step) {
-    Game.AllowPutBets = Below(2) == 0;
-    Game.AutoAdjust = Below(3);
-    Load({Line(), Line(), Line()});
-    if (Below(2) == 0) Game.Script[1] = Game.Script[0];
-    Game.Bets[kSourceId] = Below(40);
-    const int number = 1 + Below(3);
-    const int code = Game.Script[static_cast<unsigned>(number - 1)].LineCode;
-    if (Bet(BankrollIndex) < 1000) AtmTransaction(AtmWithdrawal, 5000);
-    const Currency bankroll = Bet(BankrollIndex);
-    Game.HyperDriveOn = Below(2) == 0;
-    try {
-      PerformLine(number, run);
-    } catch (const RunTimeFault&) {
-    }
-    if (std::exchange(Game.HyperDriveOn, false)) ArrangeAllChips();
-    placed += Game.TotalOnTable > 0 ? 1 : 0;
-    ASSERT_EQ(Game.TotalOnTable, MoneyOnTable()) << step << ": action " << code;
-    const bool atm = code >= AtmWithdraw && code <= AtmDepositPercent;
-    const bool reset = code == ResetTable || code == ResetTableKeepStacks;
-    ASSERT_TRUE(atm || reset || Bet(BankrollIndex) == bankroll) << code;
-    if (Below(4) != 0) continue;
-    ASSERT_EQ(FirstInconsistency(), "") << step << ": action " << code;
-    Game.RngChoice = 0;
-    Game.HandleWinningBets = WinSameBet;
-    Roll(1 + Below(6), 1 + Below(6));
-    Shown.clear();
-  }
-  EXPECT_EQ(FirstInconsistency(), "");
-  EXPECT_GT(placed, 5'000);
-}
 
 }  // namespace

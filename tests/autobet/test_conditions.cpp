@@ -498,8 +498,7 @@ class PlayedConditions : public Conditions {
   static void Start() {
     LayDownDefaults();
     ClearScript();
-    Game.ChangeRequest = 4711;
-    SeedRng(SeedInChangeRequest);
+    SeedDice(4711);
     Game.NegBankroll = true;
     Game.HandleWinningBets = WinSameBet;
     Game.HandleLosingBets = LossSameBet;

@@ -34,6 +34,14 @@ class Engine : public TableTest {
     RunAutoBets();
   }
 
+  /// The steps that were traced: lines, 0 for the end of a block, and what is told of them.
+  void ExpectSteps(const std::vector<std::pair<int, std::string_view>>& steps) const {
+    std::vector<std::string> expected;
+    for (const auto& [line, told] : steps)
+      expected.push_back(std::to_string(line) + ": " + std::string(told));
+    EXPECT_EQ(Steps, expected);
+  }
+
   static int Count(int id) {
     return static_cast<int>(Game.Bets[static_cast<unsigned>(id)].ToDouble());
   }
@@ -106,6 +114,7 @@ TEST_F(Engine, CombinesBlocks) {
       {"While F xor while O and while O", true},
       {"While F xor while O and while F", false},
       {"While O xor while O and while F", true},
+      {"While O xor when N O and while F", false},  // the "xor" ends early, with its last line old
       {"While F xor when O and while O", false},
       {"While O xor when O and while O", true},
       {"While F xor while F or while O", true},
@@ -260,72 +269,51 @@ Label "end"
 Do this . . .
   Return
 )");
-  const std::string andNew = "at least one has just occurred.";
-  const std::vector<std::string> expected = {
-      "1: This block of conditions will be true if each line is true and " + andNew,
-      "2: Condition is true (just now occurred). ",
-      "3: This block of conditions will be true if each line is true.",
-      "4: Condition is true (not a new occurrence). ",
-      "0: All the conditions in the block were true. ",
-      "5: This block of conditions will be true if each line is true and " + andNew +
-          "  The xor condition will be then be evaluated with it and the previous block. ",
-      "6: Condition is true (not a new occurrence). ",
-  };
-  ASSERT_GE(Steps.size(), expected.size());
-  EXPECT_EQ(std::vector(Steps.begin(), Steps.begin() + 7), expected);
-  // The block isn't new, so the "xor" follows the block before it: the statement is settled, and
-  // the lines up to "then" are passed over unseen. The last "and when" still ends that block.
-  const std::vector<std::string> rest = {
-      "0: At least one condition was false, so the block is false. ",
-      "13: Since the overall conditions were true, the next actions will be taken. ",
-      "14: Action taken.",
-      "15: Since the previous actions were taken, the next actions will be skipped. ",
-      "17: This block of actions will be executed directly. ",
-      "18: Action taken.",
-      "22: A \"Go to\" or \"GoSub\" statement has caused a jump to this label.",
-      "23: This block of actions will be executed directly. ",
-      "24: This statement will be ignored since it was not encountered as a result of a \"GoSub\" "
-      "statement.  Processing will resume with the next line in order.",
-  };
-  EXPECT_EQ(std::vector(Steps.begin() + 7, Steps.end()), rest);
+  // The "xor when" isn't new, so that the block before it settles the statement: the lines up to
+  // "then" are passed over unseen. The last "and when" still ends that block.
+  using namespace status;
+  ExpectSteps({{1, kWhenBlock},
+               {2, kConditionNew},
+               {3, kWhileBlock},
+               {4, kConditionOld},
+               {0, kBlockTrue},
+               {5, kXorWhenBlock},
+               {6, kConditionOld},
+               {0, kBlockFalse},
+               {13, kThenTaken},
+               {14, kActionTaken},
+               {15, kElseSkipped},
+               {17, kDirectBlock},
+               {18, kActionTaken},
+               {22, kLabelReached},
+               {23, kDirectBlock},
+               {24, kReturnIgnored}});
 }
 
 TEST_F(Engine, TracesBlocksThatFail) {
   Game.ShowStepsMode = kTrue;
   Run(Spelled("When O and while O or while F and when N xor while F xor while O xor while O"));
-  const std::string allTrue = "All the conditions in the block were true";
-  const std::string aFalse = "At least one condition was false, so the block is false. ";
-  const std::string each = "This block of conditions will be true if each line is true.";
-  const std::string skip = "Since some conditions are already false, this block will be skipped. ";
-  const std::string thenXor =
-      " The xor condition will be then be evaluated with it and the previous block. ";
-  EXPECT_EQ(Steps,
-            (std::vector<std::string>{
-                "1: This block of conditions will be true if each line is true and at least "
-                "one has just occurred.",
-                "2: Condition is true (not a new occurrence). ",
-                "0: " + allTrue + ", but none have just now occurred - so the block is false. ",
-                "3: " + skip,
-                "0: " + aFalse,
-                "5: " + each,
-                "6: Condition is false. ",
-                "7: " + skip,
-                "0: " + aFalse,
-                "9: " + each + thenXor,
-                "10: Condition is false. ",
-                "0: " + aFalse +
-                    "And since the previous block was also false, the xor "
-                    "condition is false. ",
-                "11: " + each + thenXor,
-                "12: Condition is true (not a new occurrence). ",
-                // The third "xor" finds the statement settled.
-                "0: " + allTrue + ". ",
-                "15: Since the overall conditions were true, the next actions will be "
-                "taken. ",
-                "16: Action taken.",
-                "17: Since the previous actions were taken, the next actions will be "
-                "skipped. ",
-            }));
+  using namespace status;
+  const std::string xorFalse = std::string(kBlockFalse) + std::string(kXorBothFalse);
+  // The third "xor" finds the statement settled.
+  ExpectSteps({{1, kWhenBlock},
+               {2, kConditionOld},
+               {0, kNoneNew},
+               {3, kSkippedBlock},
+               {0, kBlockFalse},
+               {5, kWhileBlock},
+               {6, kConditionFalse},
+               {7, kSkippedBlock},
+               {0, kBlockFalse},
+               {9, kXorWhileBlock},
+               {10, kConditionFalse},
+               {0, xorFalse},
+               {11, kXorWhileBlock},
+               {12, kConditionOld},
+               {0, kBlockTrue},
+               {15, kThenTaken},
+               {16, kActionTaken},
+               {17, kElseSkipped}});
 }
 
 TEST_F(Engine, TracesFromTheLineAfterItIsInvoked) {

@@ -84,91 +84,6 @@ TEST(Language, ListsHoldTheirCodesOnceInOrder) {
   EXPECT_TRUE(startsWith(ActionList(), {10, 11, 12, 13, 14, 15, 16, 17, 18, 0, 20}));
 }
 
-TEST(Language, SubjectsOfferTheirOperators) {
-  using Ops = std::vector<int>;
-  const Ops values = {11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22};
-  const Ops streaks = {1, 2, 60, 61, 3, 4, 62, 63};
-  const Ops have = {1, 2, 3, 4};
-  const Ops numbers = {31, 34, 35, 36, 38, 39, 40, 41, 42, 43, 44, 45, 46, 47, 48};
-  const auto join = [](Ops first, const Ops& second) {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
-  };
-  const std::pair<std::vector<int>, Ops> cases[] = {
-      {{9999, 1300, 1301, 1302, 1307, 1308, 1309, 1310, 1313, 1316, 1500, 1501, 1502, 0, 84, 2001,
-        2090, 1801},
-       {}},
-      {{1303, 1304, 1305, 1306, 1322}, numbers},
-      {{1400, 1401, 1410, 1405, 1311, 1312, 1323, 1314, 1315, 1324, 1317, 1318, 1325}, values},
-      {{1503, 1504}, {23, 24, 25}},
-      {{1600, 1601, 1020}, join(values, {26, 27})},
-      {{1120}, join(join(have, values), {26, 27})},
-      {{1220, 1201, 1208}, join(join(have, values), {23, 24, 25})},
-      {{1101, 1108}, join(have, values)},
-      {{1, 83, 1001, 1008, 1800, 1803, 1806}, join(streaks, values)},
-      {{2002, 2089}, {5, 6, 7, 8, 9, 10}}};
-  for (const auto& [subjects, operators] : cases) {
-    for (const int subject : subjects) {
-      EXPECT_EQ(Codes(OperatorList(subject)), operators) << subject;
-    }
-  }
-  EXPECT_EQ(TextOf(OperatorList(1311), EqualTo), "are equal to ");
-  EXPECT_EQ(TextOf(OperatorList(1120), EqualTo), "are equal to $");
-}
-
-TEST(Language, CodesStandForTheirBetsAndNumbers) {
-  using Ids = std::pair<int, int>;
-  const std::pair<int, Ids> targets[] = {
-      {1000, {1, 83}},  {1001, {1, 6}},   {1002, {7, 12}},  {1003, {13, 18}},   {1004, {19, 24}},
-      {1005, {25, 30}}, {1006, {31, 36}}, {1007, {32, 35}}, {1008, {31, 36}},   {1009, {37, 42}},
-      {1, {1, 1}},      {83, {83, 83}},   {84, {0, -1}},    {1602, {100, 200}}, {1600, {0, -1}},
-      {999, {0, -1}},   {1010, {0, -1}},  {0, {0, -1}}};
-  for (const auto& [target, ids] : targets)
-    EXPECT_EQ(Ids(IdsOfTarget(target).First, IdsOfTarget(target).Last), ids) << target;
-  const std::pair<int, Ids> groups[] = {{1020, {100, 199}}, {1101, {1, 83}},  {1202, {1, 6}},
-                                        {1003, {7, 12}},    {1104, {13, 18}}, {1205, {19, 24}},
-                                        {1006, {25, 30}},   {1107, {31, 36}}, {1208, {37, 42}}};
-  for (const auto& [subject, ids] : groups) {
-    const BetGroup* group = FindBetGroup(subject);
-    ASSERT_NE(group, nullptr) << subject;
-    EXPECT_EQ(Ids(group->Ids.First, group->Ids.Last), ids) << subject;
-  }
-  for (const int other : {0, 1000, 1009, 1109, 1300}) EXPECT_EQ(FindBetGroup(other), nullptr);
-  const std::pair<int, int> families[] = {
-      {1800, 1}, {1803, 19}, {1804, 25}, {1805, 31}, {1806, 37}};
-  BetFamily family{};
-  for (const auto& [subject, first] : families) {
-    ASSERT_TRUE(FindPointFamily(subject, family));
-    EXPECT_EQ(BetOnNumber(family, 4), first);
-  }
-  EXPECT_FALSE(FindPointFamily(1801, family));
-
-  const std::set<int> choices[] = {{4, 5, 6, 8, 9, 10},
-                                   {},
-                                   {},
-                                   {4},
-                                   {5},
-                                   {6},
-                                   {},
-                                   {8},
-                                   {9},
-                                   {10},
-                                   {5, 6, 8, 9},
-                                   {4, 5, 9, 10},
-                                   {4, 6, 8, 10},
-                                   {4, 5, 6},
-                                   {8, 9, 10},
-                                   {4, 10},
-                                   {5, 9},
-                                   {6, 8}};
-  for (int choice = -9; choice < 60; ++choice) {
-    for (int point = -1; point <= 12; ++point) {
-      const bool known = choice >= 31 && choice <= 48;
-      EXPECT_EQ(IsInNumberChoice(choice, point), known && choices[choice - 31].contains(point));
-    }
-  }
-}
-
 TEST(Language, EventsAndGroupsReadAsTold) {
   const std::pair<int, std::pair<const char*, const char*>> events[] = {
       {2002, {"Number 2 (1-1)", "number 2 (1-1)"}},
@@ -197,47 +112,16 @@ TEST(Composition, LinesReadAsTheyAreKnown) {
   const std::pair<ScriptLine, std::string> cases[] = {
       {Of(1), " When . . ."},
       {Of(3), "          and when . . ."},
-      {Of(4), "          and while . . ."},
       {Of(5), "     or when . . ."},
-      {Of(8), "     xor while . . ."},
       {Of(11), " then . . ."},
       {Of(12), "     else . . ."},
       {Of(13), " Do this . . ."},
       {Of(90, 0, 0, 0, 0, "Loop"), " Label \"Loop\""},
       {Of(99, 0, 0, 0, 0, "'  why"), " '  why"},
-      {Of(20, 0, 1300), "On each roll"},
-      {Of(20, 31, 1322), "A point is decided \"for\" or \"against\" any number"},
-      {Of(20, 13, 1401, 0, 500, "", 50), "Bankroll ( 50 roll average ) is greater than $ 500"},
-      {Of(20, 21, 1400, 1401, 0, "", 0, 20), "Bankroll is less than bankroll average 20"},
       {Of(20, 16, 1405, 0, kTwelveAndAHalf), "Simulated hours are not less than 12.5"},
       {Of(20, 11, 1311), "The # of rolls in the game are equal to 0"},
-      {Of(20, 0, 1500, 0, kTrue, "Hot"), "Flag \"Hot\" is True"},
-      {Of(20, 0, 1501), "Any flag is False"},
-      {Of(20, 0, 1502, 0, kTrue), "All flags are True"},
-      {Of(20, 24, 1504, 0, 3), "Total # of false flags number more than 3"},
-      {Of(20, 27, 1600, 0, 0, "Bank;", 7), "Chip-Stack # 7 is not named \"Bank;\""},
       {Of(20, 1, PassLine), "Pass Line has won"},
-      {Of(20, 1, PassLine, 0, 3), "Pass Line has won 3 times in a row"},
-      {Of(20, 4, 1107), "All Place bets have lost more than 0 times in a row"},
-      {Of(20, 18, 1805, 1600, 0, "", 0, 12),
-       "Place (shooter's point) is not equal to Chip-Stack # 12"},
-      {Of(20, 10, 2020, 0, 5), "Number 2,3,or 12 has not rolled in the last 5 rolls"},
-      {Of(30, 10, 0, PassLine, 10), "Bet $ 10 on Pass Line"},
-      {Of(30, 11, 1601, 1600, kTwelveAndAHalf, "", 4, 5),
-       "Bet 12.5 % of Chip-Stack ref # 4 on Chip-Stack # 5"},
-      {Of(30, 22, 1410, 1006, 50), "Add 50 % of the last available bankroll to all Place bets"},
-      {Of(30, 36, 1401, Come, 0, "", 9),
-       "Subtract the lowest of the last: average bankroll 9 from Come"},
       {Of(30, 79, 0, 0, 0, "Hello;"), "Show message: \"Hello\";"},
-      {Of(30, 85, 1703), "Yes/No question: Value of total $ of current wagers"},
-      {Of(30, 74, 0, 2001), "Reset rolls of all the numbers"},
-      {Of(30, 117, 0, 0, 0, "Loop"), "Go to \"Loop\""},
-      {Of(30, 77, 0, 0, kFalse, "Hot"), "Set flag \"Hot\" to False"},
-      {Of(30, 109, RoundNearest, 1600, 5, "", 0, 3), "Round Chip-Stack # 3 to the nearest $ 5"},
-      {Of(30, 89, 0, 0, 0, "Bank", 5), "Name Chip-Stack ref # 5 \"Bank\""},
-      {Of(30, 110), "Set Auto-Handle Losing Bets to Manual"},
-      {Of(30, 96, 1400, 0, 10), "ATM - deposit 10 % of bankroll"},
-      {Of(30, 106, 0, 0, 99), "Seed RNG with # 99"},
       // What is no part of the language has no words.
       {Of(14), ""},
       {Of(30, 60), ""},

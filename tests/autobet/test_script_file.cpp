@@ -206,47 +206,6 @@ TEST_F(ScriptFile, EveryRefusalHasItsText) {
   }
 }
 
-TEST_F(ScriptFile, ADamagedFileIsRefusedOrReadWhole) {
-  Save("good.bet", kSmallScript);
-  const std::string good = Folder.Read("good.bet");
-  Save("mine.bet", "Label \"in force\"\nSet flag \"f\" to True");
-  const ScriptState before = Game;
-  int refused = 0;
-  for (std::size_t at = 0; at < good.size(); ++at) {
-    for (const int bits : {0x01, 0xFF}) {
-      std::string bytes = good;
-      bytes[at] = static_cast<char>(bytes[at] ^ bits);
-      OpenScript(Folder.Write("bad.bet", bytes));
-      if (Game.LastFileResult == 0) {
-        ++refused;
-        EXPECT_EQ(TakeOnlyMessage().Title, kOpenTitle);
-        EXPECT_EQ(Standing(), Standing(before));
-      }
-      for (const ScriptLine& line : Game.Script) {
-        ASSERT_EQ(ReadLine(MakeLineRecord(line), kLayout50), line) << "byte " << at;
-      }
-      static_cast<ScriptState&>(Game) = before;
-    }
-  }
-  EXPECT_GE(refused, 17 * 2) << "each letter of the mark";
-  EXPECT_TRUE(TakeShown().empty());
-}
-
-TEST_F(ScriptFile, AFileCutShortYieldsEmptyLines) {
-  Save("good.bet", kSmallScript);
-  const std::string good = Folder.Read("good.bet");
-  std::vector<ScriptLine> lines = Game.Script;
-  for (std::size_t length = good.size(); length >= 512; length -= 256) {
-    OpenScript(Folder.Write("cut.bet", good.substr(0, length)));
-    EXPECT_EQ(Game.LastFileResult, static_cast<int>(length));
-    EXPECT_EQ(Game.Script, lines);
-    lines[length / 256 - 2] = ScriptLine();
-  }
-  OpenScript(Write("none.bet", {Header50(0)}));
-  EXPECT_TRUE(Game.Script.empty() && Game.Flags.empty() && Game.ScriptLabels.empty());
-  EXPECT_EQ(std::pair(Game.ScrCount, Game.ScriptChanged), std::pair(0, true));
-}
-
 TEST_F(ScriptFile, NamesAreRegisteredOnce) {
   const auto expectNames = [] {
     EXPECT_THAT(Game.ScriptLabels, ElementsAre(" Loop", "\u00C4nd \u0160"));

@@ -14,6 +14,7 @@
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "stats/events_log.h"
+#include "support/random_rules.h"
 #include "support/same_game.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
@@ -170,27 +171,19 @@ class ScriptLaws : public TableTest {
     Game.EventsLogFile = folder_ / kLog;
   }
 
-  static void LogEverything() {
-    Game.EventsLogActive = Game.ClearLogOnNew = Game.KeepLatestRollOnTop = true;
-    Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = true;
-    Game.LogChipStackChanges = Game.LogPassesMisses = true;
-    Game.LogShooterChanges = Game.LogBankrollChanges = true;
-  }
-
   static void LayDownGame(unsigned seed) {
     LayDownDefaults();
     ClearScript();
     for (int rng = Rng5Ran1; rng >= Rng1Mt; --rng) {
       Game.RngChoice = rng;
-      Game.ChangeRequest = static_cast<int>(seed) + 1;
-      SeedRng(SeedInChangeRequest);
+      SeedDice(static_cast<int>(seed) + 1);
     }
-    // House rules that differ from game to game.
+    Chance chance(seed);
+    DrawRules(chance);
+    Game.HyperThrottle = 0;
+    // A broken bank stops only Hyper-Drive at once.
+    Game.MaxPlacard = std::min(Game.MaxPlacard, Unit() * 1000);
     Game.NegBankroll = seed % 3 == 0;
-    Game.AllowPutBets = seed % 4 == 0;
-    Game.BuyVigUpFront = seed % 2 == 0;
-    Game.LayVigUpFront = seed % 5 < 2;
-    Game.AutoRemovePlace = seed % 7 == 0;
   }
 
   static void TakeScript(const std::vector<ScriptLine>& lines) {
@@ -335,7 +328,10 @@ TEST_F(ScriptLaws, HyperDriveRunsScriptsTheSame) {
     for (const bool hyperDrive : {false, true}) {
       BeginGame(seed);
       ClearEventsLog();
-      if (seed % 10 < 3) LogEverything();
+      if (seed % 10 < 3) {
+        LogEverything();
+        Game.ClearLogOnNew = Game.KeepLatestRollOnTop = true;
+      }
       TakeScript(lines);
       games.push_back(Play(hyperDrive));
       logs.push_back(folder_.Read(kLog));

@@ -1,16 +1,14 @@
 // Hyper-Drive: what a run leaves out, what stops it, and that a game can be played again.
 #include "autoplay/hyper_drive.h"
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 
 #include "autobet/output_file.h"
+#include "autoplay/auto_play.h"
 #include "bets/make_bet.h"
-#include "bets/new_game.h"
 #include "dice/generators.h"
 #include "play/roll_cycle.h"
+#include "stats/bankroll_graph.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
@@ -22,8 +20,7 @@ class HyperDrive : public TableTest {
  protected:
   void SetUp() override {
     TableTest::SetUp();
-    Game.ChangeRequest = 4711;
-    SeedRng(SeedInChangeRequest);
+    SeedDice(4711);
     Game.NegBankroll = true;
     Game.HandleWinningBets = WinSameBet;
     Game.HandleLosingBets = LossSameBet;
@@ -46,6 +43,8 @@ TEST_F(HyperDrive, RunsWithoutDiceSoundsAndNoticesAndStopsAtTheCount) {
   Given(PassLine, 10);
   Given(Field, 5);
   SoundsPlayed.clear();
+  Game.HyperThrottle = 1;
+  TheHost.Yield = [] { SetAutoRollDice(false); };  // that is for rolls that are watched
   RunFor(500);
   EXPECT_EQ(Game.RollCount[0], 500);
   EXPECT_EQ(Game.AutoRollsLeft, 500) << "loaded again";
@@ -175,42 +174,6 @@ TEST_F(HyperDrive, ARunThatCannotBeginLeavesNothingRolling) {
   EXPECT_EQ(Game.RollCount[0], 0);
 }
 
-std::string Contents(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-TEST_F(HyperDrive, TheSameSeedGivesTheSameTalliesAndTheSameLogTwiceInAProcess) {
-  const auto folder = std::filesystem::temp_directory_path() / "kelvanor_same_game";
-  std::filesystem::create_directories(folder);
-  Game.DataPath = folder.string() + "/";
-  Game.EventsLogFile = Game.DataPath + "Events Log.txt";
-  Game.EventsLogActive = Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost =
-      Game.LogPassesMisses = Game.LogShooterChanges = Game.LogBankrollChanges = true;
-  Game.ClearLogOnNew = true;
-  Game.ReSeed = false;
-  const auto play = [] {
-    NewGame(false);
-    Game.ChangeRequest = 99;
-    SeedRng(SeedInChangeRequest);
-    for (const int bet : {+PassLine, +Field, +Place6, +Lay4, +Hard8}) Given(bet, 12);
-    RunFor(400);
-    return Contents(Game.EventsLogFile);
-  };
-  play();  // the log of the first game tells of the state of the generator before its seed
-  const std::string once = play();
-  const Tallies tallies = Game;
-  const std::string again = play();
-  EXPECT_EQ(once, again);
-  EXPECT_GT(once.size(), 20'000U);
-  EXPECT_EQ(tallies.RollGapTally, Game.RollGapTally);
-  EXPECT_EQ(tallies.ShooterSincePrev, Game.ShooterSincePrev);
-  EXPECT_EQ(tallies.BetWagers, Game.BetWagers);
-  EXPECT_EQ(tallies.BetWins, Game.BetWins);
-  EXPECT_EQ(tallies.BetLosses, Game.BetLosses);
-  std::filesystem::remove_all(folder);
-}
-
 TEST_F(HyperDrive, KnowsWhereARunEndsAndWhetherAnyoneCanBet) {
   for (const auto& [played, asked, atMost] :
        {std::tuple{0, 40, 40}, {kMaxRolls - 10, 40, 10}, {kMaxRolls - 10, 0, 10}}) {
@@ -234,6 +197,21 @@ TEST_F(HyperDrive, KnowsWhereARunEndsAndWhetherAnyoneCanBet) {
     EXPECT_EQ(HyperDriveProgress().RollsAtMost, atMost) << asked;
     EXPECT_EQ(left > 0, asked > 0) << "time is left to a count";
   }
+}
+
+TEST_F(HyperDrive, AFullPageIsPrintedWithItsAverages) {
+  Game.BankrollAutoPrint = true;
+  Game.BankrollAverageSpan = 30;
+  int pages = 0;
+  TheHost.PrintGraph = [&pages] {
+    ++pages;
+    const auto printed = Game.BankrollAverage;
+    RecomputeAverages();
+    EXPECT_EQ(printed, Game.BankrollAverage);
+  };
+  Given(Field, 5);
+  RunFor(2 * kGraphPoints);
+  EXPECT_EQ(pages, 2);
 }
 
 TEST_F(HyperDrive, LeavesTheOutputFileWrittenOut) {

@@ -349,6 +349,10 @@ TEST_F(ChangeBetTest, VigUpFrontMustBeCovered) {
       Establish(row.BetId, 0);
     }
   }
+  Game.BuyVigUpFront = true;
+  Game.Bets[BankrollIndex] = 42;
+  Establish(Buy4, 20);
+  Ask(Buy4, 20, 40);  // the vig that is held goes into the new one
 }
 
 TEST_F(ChangeBetTest, AnOverdrawnTableShrinksToNothingUnlessNegativeIsAllowed) {

@@ -23,96 +23,12 @@
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
+#include "support/random_rules.h"
 #include "support/same_game.h"
 #include "support/scratch_folder.h"
+#include "support/table_fixture.h"
 
 namespace {
-
-/// Random numbers that are the same on every machine.
-class Chance {
- public:
-  explicit Chance(unsigned seed) : source_(seed) {}
-
-  int Below(int limit) { return static_cast<int>(source_() % static_cast<unsigned>(limit)); }
-  int Between(int low, int high) { return low + Below(high - low + 1); }
-  bool OneIn(int times) { return Below(times) == 0; }
-  template <typename T>
-  T Of(std::initializer_list<T> choices) {
-    return choices.begin()[Below(static_cast<int>(choices.size()))];
-  }
-
- private:
-  std::mt19937 source_;
-};
-
-// --- Random house rules ---
-
-Currency Hundredths(int count) { return Currency::FromRaw(count * Currency::kScale / 100); }
-
-/// Chip values can only change while no money is out: a bet keeps its amount, whatever its Unit.
-void DrawChips(Chance& chance) {
-  const Currency unit = chance.Of({Hundredths(25), Hundredths(50), Currency(1), Currency(1),
-                                   Currency(1), Currency(2), Currency(5)});
-  const auto steps = chance.Of<std::array<int, 5>>(
-      {{1, 5, 25, 100, 500}, {1, 5, 25, 100, 500}, {1, 2, 10, 20, 100}, {1, 1, 1, 1, 1}});
-  for (unsigned i = 0; i < steps.size(); ++i) Game.Bets[SmallestChip + i] = unit * steps[i];
-}
-
-void DrawLimits(Chance& chance) {
-  const Currency unit = Unit();
-  Game.MinPlacard = unit * chance.Of({1, 1, 1, 3, 5, 10}) + Hundredths(chance.OneIn(5) ? 10 : 0);
-  Game.MaxPlacard = Game.MinPlacard + unit * chance.Of({0, 2, 20, 500, 1000, 9'000'000});
-  Game.MaxPropPayoff = unit * chance.Of({0, 1, 10, 100, 3000, 50'000});
-  Game.MaxOddsBet = unit * chance.Of({0, 7, 100, 2000, 2000}) + Hundredths(chance.Below(100));
-  for (Currency* multiple : {&Game.OddsAllowed410, &Game.OddsAllowed59, &Game.OddsAllowed68})
-    *multiple = Hundredths(chance.Of({100, 150, 200, 250, 300, 500, 1000, 50}));
-}
-
-void DrawPayoffs(Chance& chance) {
-  SetDefaultPayoffs();
-  SetFieldPreset(chance.Below(kFieldPresets));
-  for (int changes = chance.OneIn(3) ? chance.Below(20) : 0; changes > 0; --changes) {
-    PayoffRecord& payoff = Game.Payoff[chance.Between(Lay4, LastBet)];
-    payoff.Win = Hundredths(chance.Of({50, 100, 125, 333, 700, 3000}));
-    payoff.Per = chance.Between(1, 12);
-    payoff.ShownAsTo = chance.OneIn(2);
-  }
-  CopyPointOddsPayoffs();
-}
-
-void DrawAutoPlay(Chance& chance) {
-  for (unsigned slot = 0; slot < kModifySlots; ++slot) {
-    Game.ModifyAmount[slot] = Hundredths(chance.Of({0, 50, 100, 200, 300, 1500, 20'000, 999'999}));
-    Game.ModifyOperator[slot] = chance.Between(ModifyAdd, ModifyDivide);
-    Game.ModifyUnit[slot] = chance.Between(ModifyDollars, ModifyLastChip);
-  }
-  SetDefaultComeOutWorking();
-  for (int changes = chance.OneIn(4) ? 20 : 0; changes > 0; --changes)
-    Game.ComeOutWorking[chance.Between(Lay4, LastBet)] = chance.Of({+NotWorking, +Working});
-}
-
-/// Rules that may change in the middle of a game.
-void DrawRules(Chance& chance) {
-  DrawLimits(chance);
-  DrawPayoffs(chance);
-  DrawAutoPlay(chance);
-  for (Currency* rate : {&Game.BuyVigPct, &Game.LayVigPct})
-    *rate = Currency::FromRaw(chance.Of({0, 100, 475, 500, 500, 1000, 2000}));
-  for (bool* rule : {&Game.BuyVigUpFront, &Game.LayVigUpFront}) *rule = chance.OneIn(2);
-  for (bool* aid : {&Game.AutoTakeFullOdds, &Game.AutoLayFullOdds, &Game.AutoRemovePlace,
-                    &Game.AllowPutBets, &Game.AutoArrangeChips})
-    *aid = chance.OneIn(3);
-  const std::tuple<int&, int> choices[] = {
-      {Game.RoundBuyVig, RoundedUp},        {Game.RoundLayVig, RoundedUp},
-      {Game.HandleWinningBets, WinSetBet},  {Game.HandleLosingBets, LossSetBet},
-      {Game.AutoAdjust, AdjustColor},       {Game.LayBias, BiasDecrease},
-      {Game.PlaceBias, BiasDecrease},       {Game.DoBias, BiasDecrease},
-      {Game.DontBias, BiasDecrease},        {Game.OddsCalcMethod, OddsSingleOfFlat},
-      {Game.DiceAction, DiceRemainOnTable}, {Game.Notify, 31}};
-  for (const auto& [choice, highest] : choices) choice = chance.Between(0, highest);
-  Game.HyperThrottle = chance.OneIn(4) ? 1 : 0;
-  Game.BarDont = chance.Of({2, 12});
-}
 
 /// What closing the configuration screen does.
 void ApplyRules() {
@@ -120,11 +36,6 @@ void ApplyRules() {
   ReAdjustAllBets();
   if (Game.HyperDriveOn) return;
   ArrangeAllChips();
-}
-
-void SeedDice(int seed) {
-  Game.ChangeRequest = seed;
-  SeedRng(SeedInChangeRequest);
 }
 
 /// A new game under new rules, down to the chip values.
@@ -352,14 +263,6 @@ void ExpectSameGame(const GameRecord& a, const GameRecord& b) {
   ASSERT_EQ(a.Log, b.Log);
 }
 
-void LogEverything() {
-  Game.EventsLogActive = Game.ClearLogOnNew = true;
-  Game.ReSeed = false;
-  Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = true;
-  Game.LogChipStackChanges = Game.LogPassesMisses = true;
-  Game.LogShooterChanges = Game.LogBankrollChanges = true;
-}
-
 class Laws : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -465,6 +368,8 @@ TEST_F(Laws, HyperDrivePlaysTheSameGameAndANewGameRemembersNothing) {
     SCOPED_TRACE("game " + std::to_string(seed));
     Game.HyperDriveOn = false;
     LogEverything();
+    Game.ClearLogOnNew = true;
+    Game.ReSeed = false;
     Game.EventsLogActive = seed % 8 == 0;
     const GameRecord atTheTable = Play(seed);
     ASSERT_EQ(atTheTable.Log.empty(), !Game.EventsLogActive);

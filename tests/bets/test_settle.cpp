@@ -290,20 +290,6 @@ TEST_F(SettleTest, OddsThatWereOffAreReturned) {
   EXPECT_EQ(Bankroll(), Currency(490));
 }
 
-TEST_F(SettleTest, TheButtonsSayWhatTheyDo) {
-  ScreenOf(Place6, 12, 1, 5);
-  using Buttons = std::array<std::string, 7>;
-  EXPECT_EQ(Settled[0].Buttons,
-            (Buttons{"&Take Bet and Winnings", "&Same Bet - Take Winnings",
-                     "Press 1 &Unit - Add $6 to Bet", "Press - Add Winnings to &Double Bet",
-                     "Parlay - Add &All Winnings to Bet", "Sa&me Bet:", "&Bet:"}));
-  EXPECT_FALSE(Settled[0].OnlyTakeDown);
-  ScreenOf(Place6, 12, 3, 4);
-  EXPECT_EQ(Settled[0].Buttons,
-            (Buttons{"No Bet/Take Remainder", "Bet Remainder", "Same Bet",
-                     "Press 1 &Unit - Add $6 to Bet", "Double Bet", "Sa&me Bet:", "&Bet:"}));
-}
-
 TEST_F(SettleTest, EveryButtonOfTheSettleScreen) {
   Game.ModifyAmount = {1, 31, 2, 32, 90, 91, 92, 93};
   const std::array<int, 7> won = {0, 12, 18, 24, 26, 13, 31};

@@ -166,7 +166,7 @@ TEST_F(OddsTest, PushTheMultipleByTheirMethod) {
   ExpectLaid(OddsColorPush, {{2, 5, 7, 21}, {1, 6, 7, 12}});
 
   ExpectTaken(OddsSingleTimesFlat, {{2, 6, 7, 15}, {1, 6, 15, 25}, {1, 6, 60, 75}});
-  ExpectTaken(OddsSingleTimesFlat, {{1, 6, 2, 2}, {1, 6, 3, 5}, {2, 4, 7, 14}});
+  ExpectTaken(OddsSingleTimesFlat, {{1, 6, 2, 2}, {1, 6, 3, 5}, {2, 4, 7, 14}, {1, 5, 1, 1}});
   ExpectTaken(OddsSingleOfFlat, {{3, 6, 7, 30}, {3, 6, 15, 75}, {2, 6, 2, 4}});
 
   // By the multiple: single odds of it, colour push, single odds of the flat bet, or no push.

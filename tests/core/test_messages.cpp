@@ -54,23 +54,6 @@ TEST_F(Messages, HideBoxSilencesItsClassOnly) {
   }
 }
 
-TEST_F(Messages, NoticesCarryTheirHideBox) {
-  ShowNotice(NoticeActions, "title", 508);
-  EXPECT_EQ(Game.MsgFlags, 66049);
-  ShowNotice(NoticeCharges, "title", 508);
-  EXPECT_EQ(Game.MsgFlags, 257 + 0x40000);
-  EXPECT_EQ(shown_, 2);
-}
-
-TEST_F(Messages, NoticesAreNotWantedUnderHyperDrive) {
-  EXPECT_TRUE(NoticeWanted(NoticeLimits));
-  Game.Notify = 15 - NoticeLimits;
-  EXPECT_FALSE(NoticeWanted(NoticeLimits));
-  EXPECT_TRUE(NoticeWanted(NoticeLimits | NoticeActions));
-  Game.HyperDriveOn = true;
-  EXPECT_FALSE(NoticeWanted(NoticeActions));
-}
-
 TEST_F(Messages, YesToInterruptingStopsAutoBet) {
   const struct {
     const char* Title;

@@ -100,13 +100,4 @@ TEST(RecordFile, AFailedWriteLeavesTheOldFileWhole) {
   EXPECT_EQ(folder.Read("kelvanor0.tmp"), "of another program");
 }
 
-TEST(RecordFile, NamesAreUtf8) {
-  const ScratchFolder folder("records");
-  const std::string path = folder / "W\u00FCrfel \u65E5\u672C.bet";
-  WriteRecords(path, std::vector<Record>(1));
-  EXPECT_EQ(FileLength(path), kRecordSize);
-  EXPECT_EQ(BareName(path), "W\u00FCrfel \u65E5\u672C.bet");
-  EXPECT_EQ(FileLength(folder / "none"), 0U);
-}
-
 }  // namespace

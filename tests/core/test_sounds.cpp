@@ -1,45 +1,37 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <filesystem>
-#include <fstream>
 #include <utility>
 #include <vector>
 
 #include "bets/headless_host.h"
 #include "core/sounds.h"
 #include "rules/defaults.h"
+#include "support/scratch_folder.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 class Sounds : public ::testing::Test {
  protected:
   void SetUp() override {
-    folder_ = fs::path(::testing::TempDir()) / "kelvanor_sounds";
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
     LayDownDefaults();
-    Game.AppPath = folder_.string() + "/";
+    Game.AppPath = folder_ / "";
     TheHost = HeadlessHost();
     TheHost.PlaySound = [this](const std::string& path, SoundMode mode) {
-      played_.emplace_back(fs::path(path).filename().string(), mode);
+      played_.emplace_back(std::filesystem::path(path).filename().string(), mode);
     };
   }
   void TearDown() override {
-    fs::remove_all(folder_);
-    ScanSounds(Game.AppPath);
     Game.AppPath.clear();
     TheHost = HeadlessHost();
   }
 
   void Add(const std::vector<std::string>& names) {
-    for (const std::string& name : names) std::ofstream(folder_ / name) << "x";
+    for (const std::string& name : names) folder_.Write(name, "x");
     ScanSounds(Game.AppPath);
   }
 
-  fs::path folder_;
+  const ScratchFolder folder_{"sounds"};
   using Played = std::vector<std::pair<std::string, SoundMode>>;
   Played played_;
 };

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "core/text.h"
-#include "rules/defaults.h"
 
 namespace {
 
@@ -47,26 +46,6 @@ TEST(Texts, TypedAmountIsReadBack) {
     EXPECT_EQ(ParseAmount(PlainText(Raw(count))), Raw(count));
     EXPECT_EQ(ParseAmount(MoneyText(Raw(count))), Raw(count));
   }
-}
-
-TEST(Texts, BetsAndStacksHaveTheirNames) {
-  LayDownDefaults();
-  const std::pair<int, const char*> cases[] = {{1, "Lay 4"},
-                                               {18, "Don't Come 10 Odds"},
-                                               {62, "C and E"},
-                                               {83, "Hop 5-5"},
-                                               {93, "Rail"},
-                                               {104, "Chip-Stack # 4"},
-                                               {105, "Chip-Stack #5"},
-                                               {200, "Chip-Stack #100"},
-                                               {-1, ""},
-                                               {0, ""},
-                                               {84, ""},
-                                               {92, ""},
-                                               {95, ""},
-                                               {100, ""},
-                                               {201, ""}};
-  for (const auto& [id, name] : cases) EXPECT_EQ(BetName(id), name) << id;
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "bets/headless_host.h"
 #include "dice/generators.h"
 #include "rules/defaults.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -26,8 +27,7 @@ class Generators : public ::testing::Test {
 
   static void Seed(int choice, int seed) {
     Game.RngChoice = choice;
-    Game.ChangeRequest = seed;
-    SeedRng(SeedInChangeRequest);
+    SeedDice(seed);
   }
 
   static std::array<int, 2> Roll() {

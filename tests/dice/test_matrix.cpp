@@ -11,6 +11,7 @@
 #include "dice/probability_file.h"
 #include "rules/defaults.h"
 #include "support/scratch_folder.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -80,8 +81,7 @@ TEST_F(Matrix, SkewedDiceComeFromTheChosenGenerator) {
   Game.UseSkewedProbability = true;
   for (int choice = 0; choice < kGenerators; ++choice) {
     Game.RngChoice = choice;
-    Game.ChangeRequest = 99;
-    SeedRng(SeedInChangeRequest);
+    SeedDice(99);
     RollWithGenerator();
     ASSERT_EQ(Game.Die1 * 10 + Game.Die2, 33);
   }
@@ -138,8 +138,7 @@ TEST_F(Matrix, ThrowsMatchTheSharesOfASavedMatrix) {
   Game.UseSkewedProbability = true;
   for (int choice = 0; choice < kGenerators; ++choice) {
     Game.RngChoice = choice;
-    Game.ChangeRequest = 12345;
-    SeedRng(SeedInChangeRequest);
+    SeedDice(12345);
     std::array<std::array<int, 7>, 7> seen{};
     for (int roll = 0; roll < kRolls; ++roll) {
       Game.RollCount[0] = roll;

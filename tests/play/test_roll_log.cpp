@@ -29,12 +29,6 @@ class RollLogTest : public TableTest {
     TableTest::TearDown();
   }
 
-  static void LogAll(bool on) {
-    Game.LogRolls = Game.LogBetChanges = Game.LogBetsWon = Game.LogBetsLost = on;
-    Game.LogChipStackChanges = Game.LogPassesMisses = on;
-    Game.LogShooterChanges = Game.LogBankrollChanges = on;
-  }
-
   static void PutAll(std::initializer_list<std::pair<int, int>> changes) {
     for (const auto& [betId, change] : changes) Put(betId, change);
   }
@@ -57,19 +51,6 @@ class RollLogTest : public TableTest {
   std::size_t taken_ = 0;
 };
 
-TEST_F(RollLogTest, WinsAndLossesStandInTheOrderOfTheDecisions) {
-  Game.LogBetsWon = Game.LogBetsLost = Game.LogPassesMisses = true;
-  for (const int id : {+Two, +DontPass, +PassLine, +Eleven, +Field}) Given(id, 10);
-  Roll(5, 6);
-  EXPECT_EQ(TakeLog(),
-            "      Pass (natural)\n"
-            "      Pass Line bet won $10\n"
-            "      Don't Pass bet lost $10\n"
-            "      Eleven bet won $150\n"
-            "      Field bet won $10\n"
-            "      Two bet lost $10\n");
-}
-
 TEST_F(RollLogTest, EachClassHasItsSwitch) {
   const struct {
     bool EventsLogSettings::*Switch;
@@ -85,8 +66,7 @@ TEST_F(RollLogTest, EachClassHasItsSwitch) {
   };
   for (const auto& c : cases) {
     for (const bool active : {true, false}) {
-      LogAll(false);
-      Game.EventsLogActive = false;
+      static_cast<EventsLogSettings&>(Game) = EventsLogSettings();
       NewGame(false);
       Game.EventsLogActive = active;
       Game.*c.Switch = true;
@@ -95,63 +75,6 @@ TEST_F(RollLogTest, EachClassHasItsSwitch) {
       EXPECT_EQ(TakeLog(), active ? c.Lines : "");
     }
   }
-}
-
-TEST_F(RollLogTest, ARollTellsWhereItsDiceCameFrom) {
-  Game.LogRolls = true;
-  const auto source = [this](const std::string& from) {
-    RollDice();
-    EXPECT_EQ(TakeLog(), " Roll #" + std::to_string(Game.RollCount[0]) + ":  " +
-                             std::to_string(Game.RollTotal) + " (" + std::to_string(Game.Die1) +
-                             "." + std::to_string(Game.Die2) + ")" + from + "\n");
-  };
-  source(" from RNG #1");
-  Game.RngChoice = Rng3Congruence;
-  Game.RngState = 12'345;
-  source(" from RNG #3");
-  Game.UseSkewedProbability = true;
-  source(" from RNG #3 using untitled probability matrix");
-  Game.PrbFileName = "loaded.prb";
-  source(" from RNG #3 using probability matrix: loaded.prb");
-  Game.DiceRollFile = folder_.Write("tape.rol", {static_cast<char>(DiceByte(2, 5))});
-  Game.RecorderStatus = Playback;
-  source(" from " + Game.DiceRollFile);
-  Game.RollCount[0] = 1'233;
-  Roll(1, 1);
-  EXPECT_EQ(TakeLog(), " Roll #1,234:  2 (1.1) from manual roll pad\n");
-}
-
-TEST_F(RollLogTest, AutoBetIsToldWhenItComesAndGoes) {
-  const struct {
-    int Active;
-    const char* File;
-    const char* Told;
-  } rolls[] = {{1, "", "activated (untitled)"},
-               {1, "", ""},
-               {1, "/scripts/grind.bet", "activated (grind.bet)"},
-               {0, "/scripts/grind.bet", "deactivated"},
-               {0, "", "deactivated"}};
-  Game.Script.resize(3);  // lines that do nothing
-  Game.ScrCount = 3;
-  for (const auto& roll : rolls) {
-    Game.AutoBetActive = roll.Active;
-    Game.AutoBetFile = roll.File;
-    if (roll.Active + Game.AutoBetFile.size() == 0) Game.ScrCount = 0;
-    Roll(1, 1);
-    EXPECT_EQ(TakeLog(), *roll.Told ? std::string("      Auto-Bets ") + roll.Told + "\n" : "");
-  }
-}
-
-TEST_F(RollLogTest, AWonBetThatCameDownIsRemovedButComeAndLostBetsAreNot) {
-  Game.LogBetChanges = true;
-  SetPoint(4);
-  Establish(Come, 10);
-  Establish(Field, 10);
-  Establish(Two, 10);
-  Roll(5, 6);
-  TakeLog();
-  Roll(1, 3);
-  EXPECT_EQ(TakeLog(), "      Field bet removed\n");
 }
 
 TEST_F(RollLogTest, ANewGameOpensTheLog) {
@@ -209,7 +132,7 @@ TEST_F(RollLogTest, ALogThatCannotBeWrittenLeavesTheGameGoing) {
 }
 
 TEST_F(RollLogTest, ABetMovedOntoANumberThatWasDecidedIsTheNewOne) {
-  LogAll(true);
+  LogEverything();
   for (const int line : {+Come, +DontCome}) {
     SetPoint(6);
     for (const int amount : {10, 20}) {

@@ -6,6 +6,7 @@
 #include "core/sounds.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
+#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -19,27 +20,17 @@ class StartUpTest : public TableTest {
  protected:
   void SetUp() override {
     TableTest::SetUp();
-    folder_ = fs::path(::testing::TempDir()) /
-              (std::string("kelvanor_start_") +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(folder_);
-    fs::create_directories(folder_ / "program");
-    fs::create_directories(folder_ / "data");
-    Program = (folder_ / "program").string() + "/";
-    Data = (folder_ / "data").string() + "/";
+    for (const std::string& folder : {Program, Data}) fs::create_directory(folder);
   }
   void TearDown() override {
     Game.AppPath.clear();
     Game.DataPath.clear();
-    fs::remove_all(folder_);
     TableTest::TearDown();
   }
 
-  std::string Program;
-  std::string Data;
-
- private:
-  fs::path folder_;
+  const ScratchFolder folder_{"start_up"};
+  const std::string Program = folder_ / "program/";
+  const std::string Data = folder_ / "data/";
 };
 
 TEST_F(StartUpTest, AFreshProgramStandsAtItsDefaults) {

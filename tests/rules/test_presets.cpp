@@ -59,21 +59,6 @@ class FieldPresets : public ::testing::Test {
   void SetUp() override { LayDownDefaults(); }
 };
 
-TEST_F(FieldPresets, LabelsNameAll36Throws) {
-  int ways = 0;
-  std::set<std::string_view> labels;
-  for (int combination = 1; combination <= kFieldCombinations; ++combination) {
-    const Throw dice = ThrowOf(combination);
-    const auto label = kFieldLabels[static_cast<unsigned>(combination - 1)];
-    EXPECT_EQ(std::stoi(std::string(label)), dice.Total());
-    EXPECT_EQ(label.size(), dice.IsPair() ? 10U : 16U);
-    ways += dice.IsPair() ? 1 : 2;
-    labels.insert(label);
-  }
-  EXPECT_EQ(ways, 36);
-  EXPECT_EQ(labels.size(), 21U);
-}
-
 TEST_F(FieldPresets, PayWhatTheirBetsAreWorth) {
   const Net passLine = [](const Throw& dice) {
     return IsIn({7, 11}, dice) ? 1 : IsIn({2, 3, 12}, dice) ? -1 : WorthOfLine(dice.Total());
@@ -132,26 +117,6 @@ TEST(ColorPresets, SetColoursAndFelt) {
   SetColorPreset(0);
   EXPECT_EQ(Game.TableColor, traditional);
   EXPECT_EQ(Game.TableFeltPattern, 8);
-}
-
-TEST(PayoffGrid, RowsStandInBetOrderWithTheirLabels) {
-  std::map<int, std::string> labels;
-  int last = 0;
-  for (const PayoffRow& row : PayoffRows()) {
-    EXPECT_GT(row.BetId, std::exchange(last, row.BetId));
-    labels[row.BetId] = row.Label;
-  }
-  EXPECT_EQ(labels.size(), 75U);
-  for (const int id : {43, 44, 46, 47, 49, 62, 63, 64, 84}) EXPECT_EQ(labels.count(id), 0U) << id;
-  const std::pair<int, const char*> expected[] = {{1, "Lay 4"},
-                                                  {7, "DP/DC 4"},
-                                                  {18, "DP/DC 10 Odds"},
-                                                  {21, "Pass/Come 6"},
-                                                  {28, "Pass/Come 8 Odds"},
-                                                  {45, "Passline/Come (c.o.)"},
-                                                  {83, "Hop 5-5"},
-                                                  {48, "Don't Pass/Come (c.o.)"}};
-  for (const auto& [id, label] : expected) EXPECT_EQ(labels[id], label);
 }
 
 }  // namespace

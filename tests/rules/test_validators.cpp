@@ -154,26 +154,6 @@ TEST_F(RollRate, IsNeverZero) {
   EXPECT_FALSE(SetRollsPerHour("", 0).Ok);
 }
 
-TEST(EntryFilter, TypesNumbersOnly) {
-  const std::tuple<const char*, int, bool, std::string> cases[] = {
-      {"1a2,3$ 4", 2, false, "1234"},
-      {"12.345", 2, false, "12.34"},
-      {"12.345", 0, false, "12345"},
-      {"1.2.3", 2, false, "1.23"},
-      {"-5", 2, false, "5"},
-      {"-5-", 2, true, "-5"},
-      {"1234567890123456", 2, false, "12345678901234"},
-      {"-123456789012345.67", 2, true, "-12345678901234.67"}};
-  for (const auto& [keys, decimals, minus, text] : cases) {
-    std::string typed;
-    for (const char key : std::string(keys)) {
-      const NumericBox box{typed, static_cast<int>(typed.size()), 0, 0};
-      if (EntryKeyPasses(box, key, decimals, minus)) typed += key;
-    }
-    EXPECT_EQ(typed, text);
-  }
-}
-
 TEST(EntryFilter, LooksAtCaretSelectionAndLimit) {
   // text, caret, selection, limit
   const std::tuple<NumericBox, int, bool> cases[] = {
@@ -192,23 +172,6 @@ TEST(EntryFilter, LooksAtCaretSelectionAndLimit) {
   };
   for (const auto& [box, key, passes] : cases)
     EXPECT_EQ(EntryKeyPasses(box, key, 2, true), passes) << box.Text << ' ' << key;
-}
-
-TEST(Choices, ColoursFractionsStylesAndNotices) {
-  LayDownDefaults();
-  EXPECT_EQ(ValueColor(0), 0);
-  EXPECT_EQ(ValueColor(Currency::FromRaw(1)), 9);
-  EXPECT_EQ(ValueColor(-3), 12);
-  EXPECT_EQ(FractionOfPercent(Currency::FromRaw(55'000)), Currency::FromRaw(550));
-  EXPECT_EQ(PercentOfFraction(Currency::FromRaw(550)), Currency::FromRaw(55'000));
-  EXPECT_EQ(StepStyle(7, 1, kChipStyles), 1);
-  EXPECT_EQ(StepStyle(1, -1, kChipStyles), 7);
-  Game.DiceStyle = 6;
-  CorrectDiceStyle();
-  EXPECT_EQ(Game.DiceStyle, 1);
-  EXPECT_EQ(NoticeBoxes(), (std::array{true, true, true, true, false}));
-  StoreNoticeBoxes({false, true, false, false, true});
-  EXPECT_EQ(Game.Notify, 18);
 }
 
 class PayoffCells : public ::testing::Test {
@@ -254,14 +217,6 @@ TEST_F(PayoffCells, ForShowsTheStakeInTheLeftNumberWhichStaysWithOtherChanges) {
   EXPECT_EQ(Record().Win, Currency::FromRaw(105'000));
 }
 
-TEST_F(PayoffCells, OnlyFieldWinsTakeAMinus) {
-  EXPECT_TRUE(PayoffCellTakesMinus({PayoffGrid::Field, 3, PayoffColumn::Win}));
-  EXPECT_FALSE(PayoffCellTakesMinus({PayoffGrid::Field, 3, PayoffColumn::Per}));
-  EXPECT_FALSE(PayoffCellTakesMinus({PayoffGrid::Bets, 3, PayoffColumn::Win}));
-  EXPECT_EQ(PayoffCellDecimals({PayoffGrid::Bets, 3, PayoffColumn::Win}), 2);
-  EXPECT_EQ(PayoffCellDecimals({PayoffGrid::Bets, 3, PayoffColumn::Per}), 0);
-}
-
 TEST_F(PayoffCells, FieldTakesThePerThatItsRecordsShare) {
   DeriveFieldPer();  // Horn: 4 and 1
   EXPECT_EQ(Game.Payoff[Field].Per, Currency(1));
@@ -273,12 +228,6 @@ TEST_F(PayoffCells, FieldTakesThePerThatItsRecordsShare) {
   for (PayoffRecord& record : Game.FieldPayoff) record.Win = 0;
   DeriveFieldPer();
   EXPECT_EQ(Game.Payoff[Field].Per, Currency(1));
-}
-
-TEST(CompBetMask, DefaultCountsAllButOdds) {
-  LayDownDefaults();
-  for (int bet = 1; bet <= LastBet; ++bet) EXPECT_EQ(BetCountsForComps(bet), CompBetDefault(bet));
-  EXPECT_FALSE(BetCountsForComps(0) || BetCountsForComps(84));
 }
 
 TEST(CompBetMask, StoredListLiesOneBitAwayFromCAndEOn) {

@@ -5,6 +5,7 @@
 
 #include "rules/defaults.h"
 #include "stats/bankroll_graph.h"
+#include "stats/graph_view.h"
 
 namespace {
 
@@ -119,6 +120,13 @@ TEST_F(Graph, ANewSpanFindsTheHighAndLowOfThePageAgain) {
   EXPECT_EQ(Game.BankrollAverageSpan, kGraphPoints);
   EXPECT_EQ(Game.GraphPeriodHigh, *std::max_element(all_.begin(), all_.end()));
   EXPECT_EQ(Game.GraphPeriodLow, *std::min_element(all_.begin(), all_.end()));
+}
+
+TEST_F(Graph, ScalesGoUpAndDownOneLadder) {
+  Currency scale = NextGraphScale(0);
+  for (; NextGraphScale(scale) > scale; scale = NextGraphScale(scale))
+    EXPECT_EQ(PreviousGraphScale(NextGraphScale(scale)), scale);
+  EXPECT_GT(scale, Currency(1'000'000));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "bets/vig.h"
 #include "core/messages.h"
 #include "core/text.h"
+#include "dice/generators.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
 #include "rules/defaults.h"
@@ -25,6 +26,17 @@ ShownMessage Notice(int classes, const std::string& title, int helpTopic, const 
 }
 
 std::ostream& operator<<(std::ostream& out, Currency amount) { return out << MoneyText(amount); }
+
+void SeedDice(int seed) {
+  Game.ChangeRequest = seed;
+  SeedRng(SeedInChangeRequest);
+}
+
+void LogEverything() {
+  Game.EventsLogActive = Game.LogRolls = Game.LogBetChanges = true;
+  Game.LogBetsWon = Game.LogBetsLost = Game.LogChipStackChanges = true;
+  Game.LogPassesMisses = Game.LogShooterChanges = Game.LogBankrollChanges = true;
+}
 
 void TableTest::SetUp() {
   StartAfresh();

@@ -27,6 +27,12 @@ ShownMessage Notice(int classes, const std::string& title, int helpTopic, const 
 /// How GoogleTest prints money.
 std::ostream& operator<<(std::ostream& out, Currency amount);
 
+/// Seeds the chosen generator.
+void SeedDice(int seed);
+
+/// Switches on every kind of line of the Events Log, and the log.
+void LogEverything();
+
 /// What the player does with the next message: the button (0 OK, 1 Yes, 2 No, 3 Cancel), the hide
 /// box and what the input boxes hold.
 struct PlannedAnswer {
