@@ -120,9 +120,14 @@ std::string Written(Decimal number, const Section& section) {
 
 std::string Format(const Decimal& number, std::string_view pattern) {
   const std::string_view text = SectionFor(number.Sign, pattern);
-  if (text == "0" && number.Sign < 0) return "0";
+  const bool ownSection = text.data() != pattern.data();
+  if (text == "0" && number.Sign < 0 && ownSection) return "0";
   const Section section = Parse(text);
-  return std::string(section.Before) + Written(number, section) + std::string(section.Behind);
+  const std::string digits = Written(number, section);
+  if (number.Sign != 0 && digits.find_first_not_of("0.,") == std::string::npos)
+    return Format(Decimal(), pattern);
+  const char* sign = number.Sign < 0 && !ownSection ? "-" : "";
+  return sign + std::string(section.Before) + digits + std::string(section.Behind);
 }
 
 }  // namespace

@@ -11,7 +11,8 @@
 __extension__ using WideCount = __int128;
 
 /// A number by a pattern of up to three sections divided by ";": for values above 0 (or all that
-/// have no section of their own), below 0, and 0. In a section each "0" is a digit that is always
+/// have no section of their own), below 0, which writes their sign itself, and 0 with what rounds
+/// to it. In a section each "0" is a digit that is always
 /// there, each "#" one that shows when it's needed, a "," groups thousands, "%" shows hundredfold,
 /// and whatever stands before and behind the digits is taken as it is. Digits that the pattern has
 /// no place for are rounded away, halves away from 0. A section "0" below 0 shows all such values

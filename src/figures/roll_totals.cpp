@@ -11,9 +11,6 @@
 
 namespace {
 
-/// The faces of the first die, then those of the second.
-constexpr int kFirstFaceEvent = 78;
-
 enum Display : int { StandardNumbers = 0, DistinctCombos = 1, UniqueCombos = 2, DiceFaces = 3 };
 
 constexpr std::array<FigureChoice, 4> kDisplays = {{{"11 Standard Numbers", StandardNumbers},
@@ -92,7 +89,7 @@ void AddFaces(RollTotals& totals) {
   constexpr int kFaces = 6;
   totals.Headings = {{"DIE1", 0}, {"DIE2", kFaces}};
   for (int bar = 0; bar < 2 * kFaces; ++bar)
-    AddBar(totals, std::to_string(bar % kFaces + 1), kFirstFaceEvent + bar);
+    AddBar(totals, std::to_string(bar % kFaces + 1), FirstDie1 + bar);
 }
 
 void AddBars(RollTotals& totals) {

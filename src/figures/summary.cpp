@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "figures/bet_sums.h"
 #include "figures/sim_time.h"
+#include "rules/comps.h"
 
 namespace {
 
@@ -40,7 +41,8 @@ SummaryGroup Time() {
   return {"",
           {{"lblTotalRolls", "Total rolls:", Count(Game.RollCount[0])},
            {"lblRollsPerHour", "Rolls / hr:", RollsPerHourText()},
-           {"lblHours", "Sim hrs:", SimHoursText(Game.RollCount[0])}}};
+           {"lblHours", "Sim hrs:", SimHoursText(Game.RollCount[0])},
+           {"lblCompValue", "Total comp value:", CompValueText(FigureComps(CompsForSummary))}}};
 }
 
 SummaryGroup BankrollGroup() {

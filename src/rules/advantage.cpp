@@ -305,9 +305,13 @@ bool HasAdvantage(int betId) {
 }
 
 Advantage FigureAdvantage(int betId, bool skewed) {
+  return FigureAdvantage(betId, skewed, Game.IncludeZeroOutcomes);
+}
+
+Advantage FigureAdvantage(int betId, bool skewed, bool countZeros) {
   if (!HasAdvantage(betId)) return {};
   try {
-    return OutcomesOf(betId, ChancesOf(skewed)).Figures(Game.IncludeZeroOutcomes);
+    return OutcomesOf(betId, ChancesOf(skewed)).Figures(countZeros);
   } catch (const std::exception&) {
     ReportError("Figure Advantage");
     return {};

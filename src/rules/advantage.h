@@ -31,6 +31,9 @@ bool HasAdvantage(int betId);
 /// `LastErrorText`, and gives 0.
 Advantage FigureAdvantage(int betId, bool skewed);
 
+/// With or without zero outcomes, whatever `IncludeZeroOutcomes` says.
+Advantage FigureAdvantage(int betId, bool skewed, bool countZeros);
+
 /// With the dice in force.
 inline Advantage FigureAdvantage(int betId) {
   return FigureAdvantage(betId, Game.UseSkewedProbability);

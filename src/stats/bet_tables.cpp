@@ -123,6 +123,7 @@ void SumBetStats(int first, int last, bool clear) {
   for (BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses}) {
     BetStats& totals = (*table)[Actual][0];
     if (clear) totals = {};
+    // Required: highest and lowest are added too.
     for (int betId = std::max(first, +Lay4); betId <= std::min(last, +LastBet); ++betId)
       for (unsigned stat = StatCount; stat < kBetStats; ++stat)
         AddUpTo(totals[stat], (*table)[Actual][static_cast<unsigned>(betId)][stat]);

@@ -2,6 +2,7 @@
 #include <map>
 
 #include "bets/new_game.h"
+#include "figures/bet_results.h"
 #include "figures/bet_sums.h"
 #include "figures/bet_trends.h"
 #include "figures/summary.h"
@@ -122,6 +123,76 @@ TEST_F(BetFigures, TheSummaryTellsTheWholeGame) {
   Game.ShooterStats[ShootersFinished] = 3;
   Game.ShooterStats[FinishedRollsSum] = 100'000'000;
   EXPECT_EQ(Summary()["lblHandAverageRolls"].Text, "33,333,333.33");
+}
+
+TEST_F(BetFigures, ElevenRowsOfAnySelectionAndItsLuck) {
+  Decide();
+  Game.RollCount[0] = 60;
+  Game.Bets[Place6] = 18;
+  Game.BetsAtRoll[Place6] = 12;
+  const auto cells = [](const BetResults& results) {
+    std::vector<std::string> text;
+    for (const BetResultsRow& row : results.Rows)
+      text.push_back(row.Label + "|" + row.Wagers + "|" + row.Wins + "|" + row.Losses + "|" +
+                     row.Net + "|" + row.NetPct);
+    return text;
+  };
+  BetSelection selection;
+  selection.Selected[Field] = selection.Selected[Place6] = selection.Selected[Lay4] = true;
+  Game.FieldPayoff[1].Win = Game.FieldPayoff[21].Win = 2;
+  BetResults results = FigureBetResults(selection);
+  EXPECT_EQ(
+      cells(results),
+      (std::vector<std::string>{
+          "Total #|4|1|3|-2|-50.00 %", "Total $|42|20|32|-12|-28.57 %", "High $|15|20|15|5|33.33 %",
+          "Low $|5|20|5|15|300.00 %", "Average $|10.5|20|10.6667|9.333|88.89 %",
+          "Last $|27|20|27|-7|-25.93 %", "Last roll #|2|1|2|-1|-50.00 %",
+          "Last roll $|27|20|27|-7|-25.93 %", "Avg. # / hour|8|2|6|-4|-50.00 %",
+          "Avg. $ / hour|84|40|64|-24|-28.57 %", "Expctd value $||||-1.849|-4.4 %"}));
+  EXPECT_EQ(results.Rows[TotalAmountRow].NetColor, PaletteRed);
+  EXPECT_EQ(results.Rows[HighRow].NetColor, PaletteDarkBlue);
+  EXPECT_EQ(results.OnBets + " " + results.OnBetsLastRoll, "18 12");
+  EXPECT_EQ(results.SimHours, ".5");
+  EXPECT_TRUE(results.Luck.starts_with("about -0.")) << results.Luck;
+  EXPECT_NE(results.LuckTip.find("several bets"), std::string::npos);
+  selection.Selected[Field] = false;
+  results = FigureBetResults(selection);
+  // One lost bet of 12: (-12 + 12 x 0.015152) / (12 x 1.0797).
+  EXPECT_EQ(results.Luck, "-0.91 (18.07 % do worse)");
+  Game.IncludeZeroOutcomes = true;
+  EXPECT_EQ(FigureBetResults(selection).Luck, results.Luck);
+  EXPECT_EQ(TabSeparated(TableOf(results, selection)).substr(0, 43),
+            "\tWagers\tWins\tLosses\tNet\tNet %\nBets:\tLay 4, ");
+}
+
+TEST_F(BetFigures, NothingDividesByNothingAndTheLargestFitIn) {
+  for (const BetData data : {BetData::ActualWagers, BetData::PhantomWagers, BetData::AllGames}) {
+    for (const bool any : {false, true}) {
+      BetSelection selection;
+      selection.Selected.fill(any);
+      selection.Data = data;
+      Game.RollCount[0] = 0;
+      const BetResults results = FigureBetResults(selection);
+      EXPECT_FALSE(results.Empty.empty());
+      EXPECT_EQ(results.Luck, "-");
+      for (const BetResultsRow& row : results.Rows) EXPECT_EQ(row.Net + row.NetPct, "00 %");
+    }
+  }
+  BetSelection all;
+  all.Selected.fill(true);
+  Game.RollCount[0] = kMaxRolls;
+  for (unsigned bet = Lay4; bet <= LastBet; ++bet) {
+    Game.BetWagers[Actual][bet].fill(Currency::FromRaw(INT64_MAX));
+    Game.BetLosses[Actual][bet] = Game.BetWagers[Actual][bet];
+    Game.WagerSquares[bet] = 1e30;
+  }
+  const BetResults results = FigureBetResults(all);
+  EXPECT_EQ(results.Rows[TotalAmountRow].Wagers, "76,553,987,905,894,639.1981");
+  EXPECT_EQ(results.Rows[TotalAmountRow].NetPct, "-100.00 %");
+  EXPECT_EQ(results.TotalRolls, "100,000,000");
+  for (const auto& row : TableOf(results, all).Rows)
+    for (const std::string& cell : row)
+      EXPECT_TRUE(cell.find("nan") == std::string::npos && cell.find("inf") == std::string::npos);
 }
 
 }  // namespace

@@ -1,0 +1,305 @@
+// Long play against theory: shares of events, wins and expected values, luck, and hands.
+#include <array>
+#include <cmath>
+#include <numeric>
+
+#include "autoplay/hyper_drive.h"
+#include "bets/make_bet.h"
+#include "bets/new_game.h"
+#include "core/number_format.h"
+#include "dice/generators.h"
+#include "dice/matrix.h"
+#include "dice/tape_file.h"
+#include "figures/luck.h"
+#include "figures/summary.h"
+#include "play/roll_cycle.h"
+#include "stats/roll_counters.h"
+#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+// A build that isn't made for speed throws fewer dice; the bounds narrow by themselves.
+#if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__)
+constexpr int kRolls = 10'000'000;
+#else
+constexpr int kRolls = 400'000;
+#endif
+constexpr double kMostErrors = 4.5;  // standard errors
+
+class Theory : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    Game.Notify = 0;
+    Game.ReSeed = false;
+    Game.RngChoice = Rng1Mt;
+  }
+
+  static void Seed(int seed) {
+    Game.ChangeRequest = seed;
+    SeedRng(SeedInChangeRequest);
+  }
+
+  static void RollOn(int rolls) {
+    Game.NumAutoRolls = Game.AutoRollsLeft = rolls;
+    ToggleHyperDrive();
+  }
+
+  /// Two dice, each with its own taste for the high faces: cells that sum to 100,000.
+  static void LoadDice() {
+    SetFairMatrix();
+    int rest = 100'000;
+    for (int die1 = 1; die1 <= 6; ++die1)
+      for (int die2 = 1; die2 <= 6; ++die2) {
+        int& cell = Cell(die1, die2);
+        cell = die1 + die2 == 12 ? rest : 1700 + 130 * die1 + 110 * die2 + 40 * (die1 * die2 % 5);
+        rest -= cell;
+      }
+    Game.UseSkewedProbability = true;
+  }
+
+  static int& Cell(int die1, int die2) {
+    const int row = die1 + die2 - 1;
+    const int column = row >= 7 ? 8 - die2 : die1 + 1;
+    return Game.ProbMatrix[1][static_cast<unsigned>(column)][static_cast<unsigned>(row)];
+  }
+};
+
+// --- Shares and expected values ---
+
+/// The chances of throws, and from them of winning a decision, by default payoffs.
+class Chances {
+ public:
+  explicit Chances(bool skewed) : skewed_(skewed) {}
+
+  double Of(std::initializer_list<int> totals) const {
+    return std::accumulate(totals.begin(), totals.end(), 0.0,
+                           [this](double sum, int total) { return sum + Total(total); });
+  }
+  double Total(int total) const { return EventProbability(total, skewed_) / 100; }
+
+  double Win(int bet) const {
+    if (bet <= DontCome10Odds) return Total(7) / Of({7, NumberOfBet(bet)});
+    if (bet <= Buy10) return MakesIt(NumberOfBet(bet));
+    if (bet >= Hop13) return Hop(bet);
+    switch (bet) {
+      case PassLine: return Of({7, 11}) + OfPoints(true);
+      case DontPass: return (Of({2, 3}) + OfPoints(false)) / (1 - Total(12));
+      case PassLineOdds: return OfPoints(true) / (OfPoints(true) + OfPoints(false));
+      case DontPassOdds: return OfPoints(false) / (OfPoints(true) + OfPoints(false));
+      case Come: return Of({7, 11}) / Of({7, 11, 2, 3, 12});
+      case DontCome: return Of({2, 3}) / Of({2, 3, 7, 11});
+      case Field: return Of({2, 3, 4, 9, 10, 11, 12});
+      case Big6: return MakesIt(6);
+      case Big8: return MakesIt(8);
+      case Two: return Total(2);
+      case Three: return Total(3);
+      case Seven: return Total(7);
+      case Eleven: return Total(11);
+      case Twelve: return Total(12);
+      case Craps: return Of({2, 3, 12});
+      case CAndE:
+      case Horn: return Of({2, 3, 11, 12});
+      case World: return Of({2, 3, 11, 12}) / (1 - Total(7));  // a 7 is a push
+      case Over7: return Of({8, 9, 10, 11, 12});
+      case Under7: return Of({2, 3, 4, 5, 6});
+      default: {
+        const int number = 4 + 2 * (bet - Hard4);
+        return EventProbability(13 + bet - Hard4, skewed_) / 100 / Of({7, number});
+      }
+    }
+  }
+
+ private:
+  double MakesIt(int number) const { return Total(number) / Of({7, number}); }
+  double OfPoints(bool made) const {
+    double chance = 0;
+    for (const int point : kPointNumbers)
+      chance += Total(point) * (made ? MakesIt(point) : 1 - MakesIt(point));
+    return chance;
+  }
+  double Hop(int bet) const {
+    const std::string& name = Game.BetNames[static_cast<unsigned>(bet)];
+    const int die1 = name[4] - '0';
+    const int die2 = name[6] - '0';
+    const auto throwOf = [this](int a, int b) {
+      return EventProbability(EventOfDice(a, b), skewed_) / 100;
+    };
+    return die1 == die2 ? throwOf(die1, die2) : throwOf(die1, die2) + throwOf(die2, die1);
+  }
+
+  bool skewed_;
+};
+
+void ExpectShare(double hits, double tries, double chance, const std::string& what) {
+  const double error = std::sqrt(chance * (1 - chance) * tries);
+  EXPECT_LE(std::abs(hits - chance * tries), kMostErrors * error) << what;
+}
+
+TEST_F(Theory, EventsWinsAndExpectedValuesComeOutAtTheirExactValues) {
+  for (const bool skewed : {false, true}) {
+    for (const int seed : {20'250'101, 20'250'202}) {
+      NewGame(false);
+      if (skewed) LoadDice();
+      Seed(seed);
+      RollOn(kRolls);
+      ASSERT_EQ(Game.RollCount[0], kRolls);
+      for (int event = 2; event <= 89; ++event)
+        ExpectShare(Game.RollCount[static_cast<unsigned>(event)], kRolls,
+                    EventProbability(event, skewed) / 100, "event " + std::to_string(event));
+      const Chances chances(skewed);
+      for (int bet = Lay4; bet <= LastBet; ++bet) {
+        const BetSums sums = SumsOfBet(bet, BetData::PhantomWagers);
+        const auto count = [](WideCount raw) { return static_cast<double>(raw) / 10'000; };
+        ASSERT_GT(sums.Wagers[StatCount], 0) << Game.BetNames[static_cast<unsigned>(bet)];
+        ExpectShare(count(sums.Wins[StatCount]), count(sums.Wagers[StatCount]), chances.Win(bet),
+                    Game.BetNames[static_cast<unsigned>(bet)]);
+        BetSelection alone;
+        alone.Data = BetData::PhantomWagers;
+        alone.Selected[static_cast<unsigned>(bet)] = true;
+        const Luck luck = FigureLuck(alone);
+        EXPECT_TRUE(luck.Known && !luck.About);
+        EXPECT_LE(std::abs(luck.Deviations), kMostErrors)
+            << Game.BetNames[static_cast<unsigned>(bet)];
+      }
+    }
+  }
+}
+
+// --- Luck ---
+
+/// Plays one game of a bet with stakes that change on the way.
+void PlayForLuck(int bet, int seed) {
+  NewGame(false);
+  Game.ChangeRequest = seed;
+  SeedRng(SeedInChangeRequest);
+  for (const int stake : {30, 120}) {
+    // A line bet is raised and lowered between two decisions only.
+    while (Game.Point != 0) RollDice();
+    Game.ChangeRequest = stake - Game.Bets[static_cast<unsigned>(bet)];
+    MakeBet(bet);
+    ASSERT_EQ(Game.Bets[static_cast<unsigned>(bet)], Currency(stake));
+    Game.NumAutoRolls = Game.AutoRollsLeft = 60;
+    ToggleHyperDrive();
+  }
+}
+
+TEST_F(Theory, LuckSpreadsAsAStandardNormal) {
+  constexpr int kGames = 2'000;
+  Game.BankrollInitAmt = 500'000;
+  Game.BankrollAverageSpan = 1;
+  Game.HandleWinningBets = WinSameBet;
+  Game.HandleLosingBets = LossSameBet;
+  for (const int bet : {+Place6, +PassLine}) {
+    BetSelection alone;
+    alone.Selected[static_cast<unsigned>(bet)] = true;
+    double sum = 0;
+    double squares = 0;
+    int worse = 0;
+    for (int game = 1; game <= kGames; ++game) {
+      PlayForLuck(bet, game);
+      const Luck luck = FigureLuck(alone);
+      ASSERT_TRUE(luck.Known);
+      sum += luck.Deviations;
+      squares += luck.Deviations * luck.Deviations;
+      if (luck.Worse < 0.25) ++worse;
+    }
+    const double mean = sum / kGames;
+    const double spread = std::sqrt(squares / kGames - mean * mean);
+    EXPECT_NEAR(mean, 0, 4 / std::sqrt(kGames)) << bet;
+    EXPECT_NEAR(spread, 1, 4 / std::sqrt(2.0 * kGames)) << bet;
+    EXPECT_NEAR(worse, kGames * 0.25, 4 * std::sqrt(kGames * 0.25 * 0.75)) << bet;
+  }
+}
+
+// --- Hands ---
+
+/// Hands, passes and points counted from the throws of a tape alone.
+struct SecondCount {
+  int Hands = 0, Longest = 0, RollsOfHands = 0, MostPasses = 0, PassesOfHands = 0;
+  int Rolls = 0, Passes = 0;  // of the open hand
+  int ComeOuts = 0, Naturals = 0, Craps = 0, Points = 0, Made = 0;
+  int Point = 0;
+
+  void Throw(int total) {
+    ++Rolls;
+    if (Point == 0) return ComeOut(total);
+    if (total == Point) {
+      ++Made;
+      ++Passes;
+      Point = 0;
+    } else if (total == 7) {
+      EndHand();
+    }
+  }
+
+  void ComeOut(int total) {
+    ++ComeOuts;
+    if (total == 7 || total == 11) {
+      ++Naturals;
+      ++Passes;
+    } else if (total < 4 || total == 12) {
+      ++Craps;
+    } else {
+      ++Points;
+      Point = total;
+    }
+  }
+
+  void EndHand() {
+    ++Hands;
+    Longest = std::max(Longest, Rolls);
+    MostPasses = std::max(MostPasses, Passes);
+    RollsOfHands += Rolls;
+    PassesOfHands += Passes;
+    Rolls = Passes = Point = 0;
+  }
+};
+
+TEST_F(Theory, HandsPassesAndPointsEqualASecondCountOfTheTape) {
+  constexpr int kTapeRolls = 100'000;
+  const ScratchFolder folder("theory");
+  Game.DataPath = folder / "";
+  OpenDiceRollFile(folder / "tape.rol");
+  Game.RecorderStatus = Recording;
+  Seed(31);
+  RollOn(kTapeRolls);
+  SecondCount count;
+  for (const char byte : folder.Read("tape.rol")) {
+    const auto bits = static_cast<unsigned char>(byte);
+    count.Throw((bits >> 5) + (bits >> 2 & 7));
+  }
+  ASSERT_EQ(count.RollsOfHands + count.Rolls, kTapeRolls);
+  const auto whole = [](int number) { return FormatNumber(number, kWholePattern); };
+  const auto perHand = [&count](int sum) {
+    return FormatNumber(double(sum) / count.Hands, kStandardPattern);
+  };
+  const std::pair<const char*, std::string> expected[] = {
+      {"lblHandTotal", whole(count.Hands)},
+      {"lblHandLongestRolls", whole(count.Longest)},
+      {"lblHandAverageRolls", perHand(count.RollsOfHands)},
+      {"lblHandLongestPasses", whole(count.MostPasses)},
+      {"lblHandAveragePasses", perHand(count.PassesOfHands)},
+      {"lblHandCurrentRolls", whole(count.Rolls)},
+      {"lblHandCurrentPasses", whole(count.Passes)},
+      {"lblNumComeoutRolls", whole(count.ComeOuts)},
+      {"lblPassesComeout", whole(count.Naturals)},
+      {"lblDontPassesComeout", whole(count.Craps)},
+      {"lblNumPointsEstablished", whole(count.Points)},
+      {"lblPassesPoints", whole(count.Made)},
+      {"lblDontPassesPoints", whole(count.Hands)},
+      {"lblTotalPasses", whole(count.Naturals + count.Made)},
+      {"lblTotalDontPasses", whole(count.Craps + count.Hands)}};
+  std::size_t seen = 0;
+  for (const SummaryGroup& group : FigureSummary())
+    for (const SummaryRow& row : group.Rows)
+      for (const auto& [control, text] : expected)
+        if (row.Control == control) {
+          EXPECT_EQ(row.Text, text) << control;
+          ++seen;
+        }
+  EXPECT_EQ(seen, std::size(expected));
+}
+
+}  // namespace
