@@ -5,11 +5,13 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "allocations.h"
+#include "autobet/engine.h"
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "bets/headless_host.h"
@@ -124,6 +126,17 @@ void Thousand() {
 
 // --- Measuring ---
 
+/// The processor's time of this program: what else the machine does stays out of it.
+struct CpuClock {
+  using duration = std::chrono::duration<double>;
+  using rep = duration::rep;
+  using period = duration::period;
+  using time_point = std::chrono::time_point<CpuClock>;
+  static time_point now() {
+    return time_point(duration(static_cast<double>(std::clock()) / CLOCKS_PER_SEC));
+  }
+};
+
 struct Measured {
   double Nanoseconds = 0;  // a roll
   long Allocations = 0;    // in all rolls but the first
@@ -137,7 +150,7 @@ void RunHyperDrive(int rolls) {
   Game.HyperDriveOn = false;
 }
 
-Measured Play(void (*script)(), bool profiled = false) {
+Measured Play(void (*script)()) {
   LayDownDefaults();
   TheHost = HeadlessHost();
   ClearScript();
@@ -145,26 +158,49 @@ Measured Play(void (*script)(), bool profiled = false) {
   if (script != nullptr) script();
   Game.AutoBetActive = script != nullptr ? 1 : 0;
   Game.ScriptChanged = false;
-  Game.Profile.On = profiled;
   init_genrand(kSeed);
   RunHyperDrive(1);
   const long before = Allocations();
-  const auto start = std::chrono::steady_clock::now();
+  const auto start = CpuClock::now();
   RunHyperDrive(kRolls);
-  const std::chrono::duration<double, std::nano> passed = std::chrono::steady_clock::now() - start;
+  const std::chrono::duration<double, std::nano> passed = CpuClock::now() - start;
   if (Game.RollCount[0] != kRolls + 1) std::puts("the run stopped early");
   return {passed.count() / kRolls, Allocations() - before};
+}
+
+/// The least time that runs of the script on the table as it stands have taken.
+double LeastTimeOfRuns(bool profiled) {
+  constexpr int kTries = 100;
+  constexpr int kLinesATry = 200'000;
+  Game.Profile.On = profiled;
+  double least = 1e9;
+  for (int i = 0; i < kTries; ++i) {
+    const auto start = CpuClock::now();
+    for (int lines = 0; lines < kLinesATry; lines += Game.ScrCount) RunAutoBets();
+    least = std::min(least, (CpuClock::now() - start).count());
+  }
+  Game.Profile.On = false;
+  return least;
+}
+
+/// What the profile adds to a line, in hundredths of its time.
+double CostOfProfile() {
+  Game.HyperDriveOn = true;
+  const double without = LeastTimeOfRuns(false);
+  const double with = LeastTimeOfRuns(true);
+  Game.HyperDriveOn = false;
+  return 100 * (with - without) / without;
 }
 
 double BareThrow() {
   init_genrand(kSeed);
   int total = 0;
-  const auto start = std::chrono::steady_clock::now();
+  const auto start = CpuClock::now();
   for (int roll = 0; roll < kRolls; ++roll) {
     total += static_cast<int>(genrand_real2() * 6) + 1;
     total += static_cast<int>(genrand_real2() * 6) + 1;
   }
-  const std::chrono::duration<double, std::nano> passed = std::chrono::steady_clock::now() - start;
+  const std::chrono::duration<double, std::nano> passed = CpuClock::now() - start;
   if (total == 0) std::puts("no dice");
   return passed.count() / kRolls;
 }
@@ -177,7 +213,6 @@ double Median(std::vector<double> values) {
 void Measure(const char* name, void (*script)()) {
   std::vector<double> perLine;
   std::vector<double> multiples;
-  std::vector<double> profile;  // hundredths of a line's time
   long allocated = 0;
   for (int round = 0; round < kRounds; ++round) {
     const double bare = BareThrow();
@@ -185,13 +220,10 @@ void Measure(const char* name, void (*script)()) {
     const Measured with = Play(script);
     perLine.push_back((with.Nanoseconds - without) / Game.ScrCount);
     multiples.push_back(perLine.back() / bare);
-    const Measured profiled = Play(script, true);
-    profile.push_back(100 * (profiled.Nanoseconds - with.Nanoseconds) /
-                      (with.Nanoseconds - without));
-    allocated += with.Allocations + profiled.Allocations;
+    allocated += with.Allocations;
   }
   std::printf("%-14s %6d %14.2f %16.2f %12ld %10.1f %%\n", name, Game.ScrCount, Median(perLine),
-              Median(multiples), allocated, Median(profile));
+              Median(multiples), allocated, CostOfProfile());
 }
 
 }  // namespace
