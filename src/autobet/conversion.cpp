@@ -6,7 +6,7 @@
 
 #include "autobet/script.h"
 #include "autobet/script_records.h"
-#include "core/error_report.h"
+#include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
 
@@ -122,8 +122,6 @@ void ConvertForeignScript(std::string& path) {
   try {
     Game.LastFileResult = ConvertFile(path);
   } catch (const std::exception&) {
-    ReportError("Convert Auto-Bet File");
-    Game.LastFileResult = kSystemFailed;
-    ShowMessage(BareName(path) + "\ncan't be converted.", kTitle, kTopicScripts, OkStop);
+    FileFailed(path, "converted", "Convert Auto-Bet File", kTitle, kTopicScripts);
   }
 }

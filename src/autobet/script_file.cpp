@@ -12,7 +12,7 @@
 #include "autobet/script.h"
 #include "autobet/script_records.h"
 #include "core/ansi.h"
-#include "core/error_report.h"
+#include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
@@ -187,9 +187,7 @@ void Open(const std::string& path, ReadInto use) {
   try {
     ReadIntoScript(path, use);
   } catch (const std::exception&) {
-    ReportError("Open Auto-Bet File");
-    Game.LastFileResult = kSystemFailed;
-    Tell(kUnableToOpenTitle, path, "can't be read.");
+    FileFailed(path, "read", "Open Auto-Bet File", std::string(kUnableToOpenTitle), kTopicScripts);
   }
 }
 
@@ -211,9 +209,7 @@ bool WriteLines(const std::string& path, bool selectedOnly) {
     Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
     return true;
   } catch (const std::exception&) {
-    ReportError("Save Auto-Bet File");
-    Game.LastFileResult = kSystemFailed;
-    Tell(kUnableToSaveTitle, path, "can't be written.");
+    FileFailed(path, "written", "Save Auto-Bet File", kUnableToSaveTitle, kTopicScripts);
     return false;
   }
 }

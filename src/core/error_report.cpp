@@ -1,6 +1,7 @@
 #include "core/error_report.h"
 
 #include <new>
+#include <system_error>
 
 #include "core/faults.h"
 #include "core/game_state.h"
@@ -18,12 +19,16 @@ void StoreError(const std::string& description, int number, const std::string& p
 }  // namespace
 
 void ReportError(const std::string& place) {
+  Game.LastSystemError = 0;
   try {
     throw;
   } catch (const RunTimeFault& fault) {
     StoreError(fault.Text, fault.Number, place);
   } catch (const std::bad_alloc&) {
     StoreError("Out of memory", kOutOfMemoryNumber, place);
+  } catch (const std::system_error& failure) {
+    StoreError(failure.what(), kOtherFailureNumber, place);
+    Game.LastSystemError = failure.code().default_error_condition().value();
   } catch (const std::exception& failure) {
     StoreError(failure.what(), kOtherFailureNumber, place);
   } catch (...) {

@@ -62,5 +62,6 @@ struct MessageSlots {
   int MsgAnswer = 0;
   std::array<std::string, 2> MsgInput;  // what the input boxes open with, then what was typed
   std::string LastErrorText;
+  int LastSystemError = 0;  // the system's number of the failure told there, 0 for another fault
   int LastFileResult = 0;
 };

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/error_report.h"
+#include "core/file_failure.h"
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
@@ -83,8 +84,7 @@ std::vector<Record> MakeRecords(const Matrix& matrix) {
   return records;
 }
 
-void Tell(const char* title, const std::string& path, const std::string& sentence) {
-  const std::string text = BareName(path) + "\n" + sentence;
+void Tell(const char* title, const std::string& text) {
   if (!Game.HyperDriveOn) {
     ShowMessage(text, title, kTopicProbability, OkStop);
     return;
@@ -100,9 +100,10 @@ void LoadProbabilityFile(const std::string& path) {
     const std::optional<Matrix> matrix = ReadFile(path);
     Game.LastFileResult = matrix ? kLoaded : kRefused;
     if (!matrix) {
-      Tell(kUnableToOpenTitle, path,
-           "is either from an older version, has been corrupted, or is not a true Kelvanor "
-           "Probability File.");
+      Tell(kUnableToOpenTitle,
+           BareName(path) +
+               "\nis either from an older version, has been corrupted, or is not a true Kelvanor "
+               "Probability File.");
       return;
     }
     Game.ProbMatrix = *matrix;
@@ -111,7 +112,7 @@ void LoadProbabilityFile(const std::string& path) {
   } catch (const std::exception&) {
     ReportError("Open Probability File");
     Game.LastFileResult = kSystemFailed;
-    Tell(kUnableToOpenTitle, path, "can't be read.");
+    Tell(kUnableToOpenTitle, FileFailureText(path, "read"));
   }
 }
 
@@ -124,7 +125,7 @@ bool WriteProbabilityFile(const std::string& path) {
   } catch (const std::exception&) {
     ReportError("Save Probability File");
     Game.LastFileResult = kSystemFailed;
-    Tell(kUnableToSaveTitle, path, "can't be written.");
+    Tell(kUnableToSaveTitle, FileFailureText(path, "written"));
     return false;
   }
 }

@@ -30,7 +30,8 @@ void CheckSpace(const fs::path& path, std::int64_t wanted) {
 RawFile::RawFile(const std::string& path, Use use) : path_(PathOf(path)) {
   const fs::file_status status = fs::status(path_);
   if (fs::exists(status) && !fs::is_regular_file(status))
-    throw std::system_error(std::make_error_code(std::errc::not_supported));
+    throw std::system_error(std::make_error_code(
+        fs::is_directory(status) ? std::errc::is_a_directory : std::errc::not_supported));
   if (use == Use::Change && fs::exists(status) && IsReadOnly(path_))
     throw std::system_error(std::make_error_code(std::errc::permission_denied));
   std::ios::openmode mode = std::ios::binary | std::ios::in;

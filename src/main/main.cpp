@@ -1,10 +1,7 @@
 // The program's entry: lays the game down, shows the table and runs until it is closed.
 #include <QApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QScreen>
-#include <QStandardPaths>
 #include <exception>
 
 #include "core/error_report.h"
@@ -12,6 +9,7 @@
 #include "core/host.h"
 #include "persistence/session.h"
 #include "play/start_up.h"
+#include "screens/files/data_folder.h"
 #include "screens/files/folder_lock.h"
 #include "screens/frame/guard.h"
 #include "screens/table/frmCrapTable.h"
@@ -35,14 +33,6 @@ class GameApplication : public QApplication {
 };
 
 std::string WithSeparator(const QString& folder) { return (folder + "/").toStdString(); }
-
-/// Saved state lies beside the program where it may be written, else in the user's data folder.
-QString DataFolder(const QString& programFolder) {
-  if (QFileInfo(programFolder).isWritable()) return programFolder;
-  const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-  QDir().mkpath(folder);
-  return folder;
-}
 
 }  // namespace
 

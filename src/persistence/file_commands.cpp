@@ -12,6 +12,7 @@
 #include "autobet/script_file.h"
 #include "core/ansi.h"
 #include "core/error_report.h"
+#include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
@@ -87,21 +88,15 @@ bool IsSameFile(const std::string& one, const std::string& other) {
   return plain(one) == plain(other) || fs::equivalent(PathOf(one), PathOf(other), ignored);
 }
 
-void Tell(FileCommand command, const std::string& path, const std::string& words) {
-  ShowMessage(BareName(path) + "\n\n" + words, std::string(RowOf(command).Title), kTopicFiles,
-              OkStop);
-}
-
-/// The reason that `ReportError` left, without its number and place.
-std::string ReasonOfFailure() {
-  return Game.LastErrorText.substr(0, Game.LastErrorText.find(", Error #"));
-}
-
 /// Refuses for a reason of the game's own.
 bool Refuse(FileCommand command, const std::string& path, const std::string& words) {
   Game.LastFileResult = kRefused;
-  Tell(command, path, words);
+  ShowMessage(FileText(path, words), std::string(RowOf(command).Title), kTopicFiles, OkStop);
   return false;
+}
+
+[[noreturn]] void FailForWant(std::errc reason) {
+  throw std::system_error(std::make_error_code(reason));
 }
 
 // ---- The routines of the commands ----
@@ -182,12 +177,16 @@ bool RunCopyDiceRollsToText(const std::string& path) {
   return Succeeded();
 }
 
+constexpr const char* kNoTape = "can't be pasted: there's no Dice Roll file open.";
+
 bool RunPasteDiceRolls(const std::string& path) {
+  if (Game.DiceRollFile.empty()) return Refuse(FileCommand::PasteDiceRolls, path, kNoTape);
   PasteRollsFromFile(path, Game.DiceFilePos);
   return SucceededWithChange();
 }
 
 bool RunPasteDiceRollsFromText(const std::string& path) {
+  if (Game.DiceRollFile.empty()) return Refuse(FileCommand::PasteDiceRollsFromText, path, kNoTape);
   PasteRollsFromText(path, Game.DiceFilePos);
   return SucceededWithChange();
 }
@@ -279,7 +278,8 @@ bool RunSaveGamesLog(const std::string& path) {
 }
 
 bool RunOpenEventsLog(const std::string& path) {
-  FlushEventsLog();  // what is gathered belongs to the log in force
+  static_cast<void>(ReadRecords(path, 1));  // fails where there's nothing to read
+  FlushEventsLog();                         // what is gathered belongs to the log in force
   Game.EventsLogFile = path;
   Game.LogTopLine = 1;
   EnsureLogIndex();
@@ -313,34 +313,35 @@ bool RunSaveProbability(const std::string& path) {
 enum class Needs { Nothing, File, Permission, PermissionToCopyOver };
 
 struct Routine {
+  const char* Done;  // of the file, in "can't be ..."
   Needs Before;
   bool (*Run)(const std::string& path);
   std::string_view QuestionTitle;  // where it isn't the title of the command
 };
 
 constexpr std::array<Routine, kFileCommands> kRoutines = {{
-    {Needs::File, RunOpenGame, {}},
-    {Needs::Permission, RunSaveGame, {}},
-    {Needs::Nothing, RunOpenDiceRolls, {}},
-    {Needs::PermissionToCopyOver, RunCopyToDiceRolls, "Copy to Dice Roll File"},
-    {Needs::Permission, RunCopyDiceRollsToText, {}},
-    {Needs::File, RunPasteDiceRolls, {}},
-    {Needs::File, RunPasteDiceRollsFromText, {}},
-    {Needs::File, RunOpenScript, {}},
-    {Needs::File, RunPasteScript, {}},
-    {Needs::Permission, RunSaveScript, {}},
-    {Needs::Permission, RunCopyToScript, "Copy to Auto-Bet File"},
-    {Needs::Permission, RunCopyScriptToText, {}},
-    {Needs::Nothing, SelectOnly, {}},
-    {Needs::Nothing, SelectOnly, {}},
-    {Needs::Nothing, SelectOnly, {}},
-    {Needs::File, SelectOnly, {}},
-    {Needs::File, RunOpenGamesLog, {}},
-    {Needs::Permission, RunSaveGamesLog, {}},
-    {Needs::File, RunOpenEventsLog, {}},
-    {Needs::Permission, RunSaveEventsLog, {}},
-    {Needs::File, RunOpenProbability, {}},
-    {Needs::Permission, RunSaveProbability, {}},
+    {"read", Needs::File, RunOpenGame, {}},
+    {"written", Needs::Permission, RunSaveGame, {}},
+    {"opened", Needs::Nothing, RunOpenDiceRolls, {}},
+    {"written", Needs::PermissionToCopyOver, RunCopyToDiceRolls, "Copy to Dice Roll File"},
+    {"written", Needs::Permission, RunCopyDiceRollsToText, {}},
+    {"pasted", Needs::File, RunPasteDiceRolls, {}},
+    {"pasted", Needs::File, RunPasteDiceRollsFromText, {}},
+    {"read", Needs::File, RunOpenScript, {}},
+    {"pasted", Needs::File, RunPasteScript, {}},
+    {"written", Needs::Permission, RunSaveScript, {}},
+    {"written", Needs::Permission, RunCopyToScript, "Copy to Auto-Bet File"},
+    {"written", Needs::Permission, RunCopyScriptToText, {}},
+    {"chosen", Needs::Nothing, SelectOnly, {}},
+    {"chosen", Needs::Nothing, SelectOnly, {}},
+    {"chosen", Needs::Nothing, SelectOnly, {}},
+    {"chosen", Needs::File, SelectOnly, {}},
+    {"read", Needs::File, RunOpenGamesLog, {}},
+    {"written", Needs::Permission, RunSaveGamesLog, {}},
+    {"read", Needs::File, RunOpenEventsLog, {}},
+    {"written", Needs::Permission, RunSaveEventsLog, {}},
+    {"read", Needs::File, RunOpenProbability, {}},
+    {"written", Needs::Permission, RunSaveProbability, {}},
 }};
 
 bool MayWriteOver(const std::string& path, const Routine& routine, std::string_view title) {
@@ -356,7 +357,9 @@ bool MayWriteOver(const std::string& path, const Routine& routine, std::string_v
 bool MayRun(FileCommand command, const Routine& routine, const std::string& path) {
   switch (routine.Before) {
     case Needs::Nothing: return true;
-    case Needs::File: return Exists(path) || Refuse(command, path, "was not found.");
+    case Needs::File:
+      if (!Exists(path)) FailForWant(std::errc::no_such_file_or_directory);
+      return true;
     default: return MayWriteOver(path, routine, RowOf(command).Title);
   }
 }
@@ -364,12 +367,11 @@ bool MayRun(FileCommand command, const Routine& routine, const std::string& path
 /// What went wrong, unless the routine has told it itself.
 void TellFailure(FileCommand command, const std::string& path) {
   if (!Game.MsgText.empty()) return;
-  if (Game.LastFileResult == kRefused) {
-    Tell(command, path, "holds nothing that could be used here.");
-    return;
-  }
-  const std::string reason = ReasonOfFailure();
-  Tell(command, path, reason.empty() ? "can't be read or written." : reason);
+  const char* done = kRoutines[static_cast<std::size_t>(command)].Done;
+  ShowMessage(Game.LastFileResult == kRefused
+                  ? FileText(path, "holds nothing that could be used here.")
+                  : FileFailureText(path, done),
+              std::string(RowOf(command).Title), kTopicFiles, OkStop);
 }
 
 // ---- Files in use ----
@@ -398,8 +400,7 @@ const FileInUse* FindFileInUse(const std::string& path) {
 constexpr const char* kDeleteTitle = "Delete File";
 
 void DeleteFile(const std::string& path) {
-  if (!fs::remove(PathOf(path)))
-    throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory));
+  if (!fs::remove(PathOf(path))) FailForWant(std::errc::no_such_file_or_directory);
 }
 
 }  // namespace
@@ -412,10 +413,7 @@ std::string CompletePath(std::string_view typed, const std::string& folder,
                          std::string_view pattern) {
   const std::string name = Trimmed(std::string(typed));
   if (name.empty()) return {};
-  const fs::path typedPath = PathOf(name);
-  // A name with a folder in it is taken as typed: the folder of the lists isn't put before it.
-  std::string path = TextOfPath(
-      fs::absolute(typedPath.has_parent_path() ? typedPath : PathOf(folder) / typedPath));
+  std::string path = TextOfPath(fs::absolute(PathOf(folder) / PathOf(name)).lexically_normal());
   const std::string_view extension = LastOf(pattern, kExtensionLength);
   if (extension == kAnyExtension) return path;
   if (path.ends_with('.')) path += LastOf(extension, kExtensionLength - 1);
@@ -426,12 +424,13 @@ std::string CompletePath(std::string_view typed, const std::string& folder,
 
 bool RunFileCommand(FileCommand command, const std::string& path) {
   const Routine& routine = kRoutines[static_cast<std::size_t>(command)];
-  if (!MayRun(command, routine, path)) return false;
-  Game.MsgText.clear();
   bool succeeded = false;
   try {
+    if (!MayRun(command, routine, path)) return false;
+    Game.MsgText.clear();
     succeeded = routine.Run(path);
   } catch (const std::exception&) {
+    Game.MsgText.clear();
     ReportError(std::string(RowOf(command).Title));
     Game.LastFileResult = kSystemFailed;
   }
@@ -456,8 +455,7 @@ bool DeleteFileByKey(const std::string& path) {
   try {
     DeleteFile(path);
   } catch (const std::exception&) {
-    ReportError(kDeleteTitle);
-    ShowMessage(BareName(path) + "\n\ncan't be deleted.", kDeleteTitle, kTopicFiles, OkStop);
+    FileFailed(path, "deleted", kDeleteTitle, kDeleteTitle, kTopicFiles);
     return false;
   }
   TheHost.RefreshViews();  // a view of the deleted log begins anew

@@ -39,8 +39,7 @@ struct FileCommandRow {
 const FileCommandRow& RowOf(FileCommand command);
 
 /// The full path of a typed name: trimmed, completed by the pattern's extension, in `folder` (with
-/// or without a trailing separator) unless the name has a folder of its own; empty for an empty
-/// name.
+/// or without a trailing separator), where a relative name begins; empty for an empty name.
 std::string CompletePath(std::string_view typed, const std::string& folder,
                          std::string_view pattern);
 

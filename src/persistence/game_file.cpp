@@ -8,6 +8,7 @@
 #include "bets/ledger.h"
 #include "core/error_report.h"
 #include "core/faults.h"
+#include "core/file_failure.h"
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "core/host.h"
@@ -222,9 +223,7 @@ void SaveGame(const std::string& path) {
     WriteGame(path, IsDefaultGame(path), Durability::Disk);
     NameGame(path);
   } catch (const std::exception&) {
-    ReportError("Save Game");
-    Game.LastFileResult = kSystemFailed;
-    Tell(path, "\ncan't be written.", kUnableToSave);
+    FileFailed(path, "written", "Save Game", kUnableToSave, kTopicFiles);
   }
 }
 
@@ -247,9 +246,7 @@ void OpenGame(const std::string& path, bool tellRefusal) {
            kUnableToOpen);
   } catch (const std::exception&) {
     if (former) PutBack(*former);
-    ReportError("Open Game");
-    Game.LastFileResult = kSystemFailed;
-    Tell(path, "\ncan't be read.", kUnableToOpen);
+    FileFailed(path, "read", "Open Game", kUnableToOpen, kTopicFiles);
   }
 }
 

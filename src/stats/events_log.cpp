@@ -1,10 +1,14 @@
 #include "stats/events_log.h"
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
+#include <fstream>
+#include <string_view>
 
 #include "core/ansi.h"
 #include "core/error_report.h"
+#include "core/file_failure.h"
 #include "core/record_file.h"
 #include "stats/log_files.h"
 
@@ -13,11 +17,21 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kMostPending = 1'000'000;  // bytes
+constexpr std::int64_t kTail = 1 << 16;          // bytes that tell how a log grows
+constexpr double kMillion = 1e6;
+constexpr std::string_view kDefaultName = "Events Log.txt";
 
 struct PendingLines : LogLines {
   std::size_t TopRoll = 0;  // from 1, the line that goes to the top of the view; 0 is none
 };
 PendingLines pending;
+
+/// The log that couldn't be written, and why.
+struct FailedLog {
+  std::string File;
+  std::string Reason;
+};
+FailedLog failed;
 
 bool IsRollLine(const std::string& text) {
   const std::size_t start = text.find_first_not_of(' ');
@@ -40,6 +54,11 @@ void AddLine(const std::string& text) {
   pending.Text += "\r\n";
   pending.Starts.push_back(static_cast<std::uint32_t>(start));
   if (Game.KeepLatestRollOnTop && IsRollLine(text)) pending.TopRoll = pending.Starts.size();
+}
+
+std::size_t NextLine(const std::string& text, std::size_t from) {
+  const std::size_t end = text.find('\n', from);
+  return end == std::string::npos ? text.size() : end + 1;
 }
 
 /// Keeps the memory for the next lines.
@@ -66,8 +85,10 @@ void FlushEventsLog() {
   try {
     const auto before = static_cast<std::size_t>(AppendToLogFiles(pending));
     if (pending.TopRoll > 0) Game.LogTopLine = static_cast<int>(before + pending.TopRoll);
+    failed = {};
   } catch (...) {
     ReportError("Write Log Line");
+    failed = {Game.EventsLogFile, FailureReason(Game.EventsLogFile)};
   }
   ForgetPending();
 }
@@ -80,8 +101,47 @@ void ClearEventsLog() {
   Game.LogTopLine = 1;
 }
 
+std::string LogWriteFailure() {
+  return failed.File == Game.EventsLogFile ? failed.Reason : std::string();
+}
+
+void BeginNewEventsLog() {
+  FlushEventsLog();
+  Game.EventsLogFile = Game.DataPath + std::string(kDefaultName);
+  ClearEventsLog();
+}
+
+bool IsDefaultLogName(const std::string& path) {
+  const std::string name = BareName(path);
+  return path.empty() || std::equal(name.begin(), name.end(), kDefaultName.begin(),
+                                    kDefaultName.end(), [](char one, char other) {
+                                      return std::tolower(static_cast<unsigned char>(one)) ==
+                                             std::tolower(static_cast<unsigned char>(other));
+                                    });
+}
+
 bool EventsLogExists() {
   FlushEventsLog();
   std::error_code ignored;
   return fs::exists(PathOf(Game.EventsLogFile), ignored);
+}
+
+std::int64_t EventsLogLength() {
+  return EventsLogExists() ? static_cast<std::int64_t>(FileLength(Game.EventsLogFile)) : 0;
+}
+
+double LogGrowthOfMillionRolls() {
+  const std::int64_t length = EventsLogLength();
+  if (!Game.EventsLogActive || length == 0) return 0;
+  std::ifstream log(PathOf(Game.EventsLogFile), std::ios::binary);
+  const std::string tail = ReadLogText(log, std::max<std::int64_t>(length - kTail, 0) + 1, kTail);
+  int rolls = 0;
+  std::size_t first = tail.size();
+  for (std::size_t at = 0; at < tail.size(); at = NextLine(tail, at)) {
+    if (!IsRollLine(tail.substr(at, tail.find('\n', at) - at))) continue;
+    first = std::min(first, at);
+    ++rolls;
+  }
+  if (rolls > 0) return static_cast<double>(tail.size() - first) / rolls * kMillion;
+  return Game.RollCount[0] > 0 ? static_cast<double>(length) / Game.RollCount[0] * kMillion : 0;
 }

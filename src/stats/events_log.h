@@ -1,6 +1,7 @@
 // The Events Log: a text file of what happened, with an index of line positions.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "core/game_state.h"
@@ -20,7 +21,26 @@ void FlushEventsLog();
 /// True when the log records now, and `classSwitch` with it.
 inline bool LogWants(bool classSwitch) { return Game.EventsLogActive && classSwitch; }
 
+/// Why the log in use couldn't be written the last time, such as "the disk is full"; empty when it
+/// could.
+std::string LogWriteFailure();
+
 /// Removes the log and its index, if they exist; `LogTopLine` is 1 then.
 void ClearEventsLog();
 
+/// Goes back to the log of the default name, "Events Log.txt" in `DataPath`, and empties it; the
+/// log that was in use stays as a file of its own.
+void BeginNewEventsLog();
+
+/// True when `path` bears the default name, or none.
+bool IsDefaultLogName(const std::string& path);
+
 bool EventsLogExists();
+
+/// The length of the log in bytes; 0 without one.
+std::int64_t EventsLogLength();
+
+/// How many bytes a million rolls would add to the log: what a roll has taken among its last lines,
+/// or, where rolls aren't told, in the game so far. 0 while nothing tells it, or nothing is
+/// recorded.
+double LogGrowthOfMillionRolls();

@@ -43,9 +43,10 @@ void MakeLower(std::string& ansi) {
 /// A search through the log. Lines are taken by the index in blocks, and their text in pieces.
 class LogSearch {
  public:
-  LogSearch(std::string words, bool forward)
+  LogSearch(std::string words, bool forward, const std::function<bool(double)>& goOn)
       : words_(std::move(words)),
         forward_(forward),
+        goOn_(goOn),
         log_(PathOf(Game.EventsLogFile), std::ios::binary),
         index_(PathOf(EventsLogIndexPath()), std::ios::binary),
         logEnd_(LengthOf(log_) + 1) {
@@ -57,6 +58,8 @@ class LogSearch {
     for (std::int64_t left = std::int64_t{to} - from + 1; left > 0;) {
       const int count = static_cast<int>(std::min<std::int64_t>(left, kLinesAtOnce));
       left -= count;
+      if (goOn_ && !goOn_(static_cast<double>(searched_) / std::max(lines_, 1))) return 0;
+      searched_ += count;
       const int hit = FindInBlock(
           forward_ ? static_cast<int>(to - left - count + 1) : static_cast<int>(from + left),
           count);
@@ -128,17 +131,20 @@ class LogSearch {
 
   std::string words_;
   bool forward_;
+  const std::function<bool(double)>& goOn_;
+  int lines_ = LogLineCount();
+  int searched_ = 0;
   std::ifstream log_;
   std::ifstream index_;
   std::int64_t logEnd_;
   std::vector<std::int64_t> starts_;  // of the lines of the block, and of the one behind them
 };
 
-int FindLine(const std::string& words, bool forward) {
+int FindLine(const std::string& words, bool forward, const std::function<bool(double)>& goOn) {
   const int lines = LogLineCount();
   if (lines == 0) return 0;
   const int top = std::clamp(Game.LogTopLine, 1, lines);
-  LogSearch search(words, forward);
+  LogSearch search(words, forward, goOn);
   const std::array<std::pair<int, int>, 2> ways = {{{top + 1, lines}, {1, top - 1}}};
   for (const auto& [from, to] : {ways[forward ? 0 : 1], ways[forward ? 1 : 0], {top, top}})
     if (const int hit = search.FindAmong(from, to); hit != 0) return hit;
@@ -183,7 +189,7 @@ int WithinLog(double line, int lines) {
 /// Throws when the move would put the log in the place of its index.
 void RefuseIndex(const std::string& path) {
   if (PathOf(path) != PathOf(EventsLogIndexPath())) return;
-  throw std::runtime_error("Unable to move the Events Log over its index");
+  throw std::runtime_error("it's the index of the Events Log");
 }
 
 /// A rename, or between disks a copy that takes its place when it is whole.
@@ -223,6 +229,13 @@ int LogLineCount() {
   return static_cast<int>(std::min<std::uintmax_t>(lines, INT32_MAX - 1));
 }
 
+int FollowEventsLog() {
+  EnsureLogIndex();
+  const int lines = LogLineCount();
+  Game.LogTopLine = WithinLog(Game.LogTopLine, lines);
+  return lines;
+}
+
 std::vector<std::string> ReadLogLines(int first, int count) {
   std::vector<std::string> lines;
   const int all = LogLineCount();
@@ -247,14 +260,16 @@ std::vector<std::string> ReadLogLines(int first, int count) {
   return lines;
 }
 
-bool FindInLog(const std::string& text, bool forward) {
+bool FindInLog(const std::string& text, bool forward, const std::function<bool(double)>& goOn) {
   const std::string words = ToAnsi(text);
   if (words.empty() || words.find_first_of("\r\n") != std::string::npos) return false;
   EnsureLogIndex();
   try {
-    const int hit = FindLine(words, forward);
-    if (hit != 0) Game.LogTopLine = hit;
-    return hit != 0;
+    const int hit = FindLine(words, forward, goOn);
+    if (hit == 0) return false;
+    Game.LogTopLine = hit;
+    Game.GameChanged = true;
+    return true;
   } catch (...) {
     ReportError("Find In Events Log");
     return false;

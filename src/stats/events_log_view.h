@@ -1,6 +1,7 @@
 // Looking at the Events Log: any stretch of it, without loading it.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,9 +23,15 @@ int LogLineCount();
 std::vector<std::string> ReadLogLines(int first, int count);
 inline constexpr int kLongestLine = 4096;
 
+/// Brings the index up to date and `LogTopLine` within the log; returns the number of lines.
+int FollowEventsLog();
+
 /// Looks for `text` (any case) from the line after `LogTopLine`, or before it, round both ends; the
-/// line at the top is looked at last. True when it was found: `LogTopLine` is that line then.
-bool FindInLog(const std::string& text, bool forward);
+/// line at the top is looked at last. True when it was found: `LogTopLine` is that line then, and
+/// the game has changed. Now and then `goOn` is asked, with the share of the log that has been
+/// searched (0 to 1); false gives the search up.
+bool FindInLog(const std::string& text, bool forward,
+               const std::function<bool(double share)>& goOn = {});
 
 /// How a line is coloured.
 enum class LogLineLook { Plain, NewGame, Roll };

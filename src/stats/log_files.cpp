@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <system_error>
 
 #include "core/error_report.h"
 #include "core/faults.h"
@@ -24,15 +26,24 @@ constexpr std::int64_t kBlock = 1 << 18;  // bytes read or written at a time
 fs::path LogPath() { return PathOf(Game.EventsLogFile); }
 fs::path IndexPath() { return PathOf(EventsLogIndexPath()); }
 
+/// With the reason that the system left behind; some of its failures leave none.
 [[noreturn]] void Fail(const char* what, const fs::path& path) {
-  throw std::runtime_error(what + TextOfPath(path));
+  const int reason = errno == 0 ? EIO : errno;
+  throw fs::filesystem_error(what, path, {reason, std::generic_category()});
+}
+
+[[noreturn]] void Refuse(std::errc reason) {
+  throw std::system_error(std::make_error_code(reason));
 }
 
 /// A device or a pipe could be read without end, and a log that is its own index would be lost.
 void RefuseAllButFiles() {
-  for (const fs::path& path : {LogPath(), IndexPath()})
-    if (fs::exists(path) && !fs::is_regular_file(path)) Fail("Not a file: ", path);
-  if (LogPath() == IndexPath()) Fail("Not a log: ", LogPath());
+  for (const fs::path& path : {LogPath(), IndexPath()}) {
+    if (fs::is_directory(path)) Refuse(std::errc::is_a_directory);
+    if (fs::exists(path) && !fs::is_regular_file(path)) Refuse(std::errc::not_supported);
+  }
+  if (LogPath() == IndexPath()) throw std::runtime_error("it's the index of the Events Log");
+  errno = 0;
 }
 
 std::fstream OpenForAppending(const fs::path& path) {
@@ -110,7 +121,7 @@ void AppendText(std::fstream& log, const std::string& text, bool agreed) {
   std::error_code ignored;
   fs::resize_file(LogPath(), static_cast<std::uintmax_t>(length), ignored);
   if (agreed && length > 0) MakeDatesEqual();
-  Fail("Unable to write ", LogPath());
+  Fail("Unable to write", LogPath());
 }
 
 /// Appends the positions of lines behind a log of `length` bytes.
@@ -128,7 +139,7 @@ void AppendEntries(std::fstream& index, const LogLines& lines, std::int64_t leng
   index.seekp(0, std::ios::end);
   WriteTo(index, entries);
   index.close();
-  if (!index) Fail("Unable to write ", IndexPath());
+  if (!index) Fail("Unable to write", IndexPath());
 }
 
 /// Writes an entry for each line of the log.
@@ -154,7 +165,7 @@ void IndexLines(std::istream& log, std::ostream& index) {
     WriteTo(index, entries);
     entries.clear();
   }
-  if (log.bad()) Fail("Unable to read ", LogPath());
+  if (log.bad()) Fail("Unable to read", LogPath());
 }
 
 }  // namespace
@@ -196,7 +207,7 @@ std::string ReadLogText(std::istream& log, std::int64_t position, std::int64_t l
 std::int64_t AppendToLogFiles(const LogLines& lines) {
   RefuseAllButFiles();
   std::fstream log = OpenForAppending(LogPath());
-  if (!log) Fail("Unable to write ", LogPath());
+  if (!log) Fail("Unable to write", LogPath());
   std::fstream index = OpenForAppending(IndexPath());
   const bool agreed = index.is_open() && FilesAgree(log, index);
   // A line that another program left open isn't gone on with.
@@ -218,7 +229,7 @@ std::int64_t AppendToLogFiles(const LogLines& lines) {
 bool LogIndexIsValid() {
   RefuseAllButFiles();
   std::ifstream log(LogPath(), std::ios::binary);
-  if (!log) Fail("Unable to read ", LogPath());
+  if (!log) Fail("Unable to read", LogPath());
   std::ifstream index(IndexPath(), std::ios::binary);
   return index.is_open() && FilesAgree(log, index);
 }
@@ -227,13 +238,13 @@ void BuildLogIndex() {
   RefuseAllButFiles();
   fs::remove(IndexPath());
   std::ifstream log(LogPath(), std::ios::binary);
-  if (!log) Fail("Unable to read ", LogPath());
+  if (!log) Fail("Unable to read", LogPath());
   try {
     std::ofstream index(IndexPath(), std::ios::binary);
-    if (!index) Fail("Unable to write ", IndexPath());
+    if (!index) Fail("Unable to write", IndexPath());
     IndexLines(log, index);
     index.close();
-    if (!index) Fail("Unable to write ", IndexPath());
+    if (!index) Fail("Unable to write", IndexPath());
     MakeDatesEqual();
   } catch (...) {
     std::error_code ignored;

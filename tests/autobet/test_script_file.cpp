@@ -11,6 +11,7 @@
 #include "autobet/script.h"
 #include "autobet/script_reader.h"
 #include "autobet/script_records.h"
+#include "core/file_failure.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
@@ -195,7 +196,8 @@ TEST_F(ScriptFile, EveryRefusalHasItsText) {
   ExpectRefused("", kCorrupted);
   EXPECT_FALSE(std::filesystem::exists(Folder / "none.bet"));
   std::filesystem::create_directory(Folder / "sub");
-  ExpectRefused(Folder / "sub", "\ncan't be read.", -1);
+  ExpectRefused(Folder / "sub",
+                "\ncan't be read: it's a folder.\n\nFolder:  " + PathOf(Folder / "sub").parent_path().string(), -1);
   EXPECT_THAT(Game.LastErrorText, EndsWith("occurred, at: Open Auto-Bet File\n"));
   for (const float bad : {std::nanf(""), 2147483648.0F, -3e9F}) {
     Record of, to;
@@ -295,7 +297,7 @@ TEST_F(ScriptFile, AFailedSaveTellsAndLeavesTheOldFile) {
     SaveScript(path);
     EXPECT_EQ(Game.LastFileResult, -1);
     EXPECT_THAT(Game.LastErrorText, EndsWith("occurred, at: Save Auto-Bet File\n"));
-    EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{BareName(path) + "\ncan't be written.",
+    EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{FileFailureText(path, "written"),
                                                "Unable to Save Auto-Bet File", 640, OkStop}));
     EXPECT_EQ(Game.AutoBetFile, Folder / "a.bet");
   }
@@ -392,7 +394,7 @@ TEST_F(ForeignScript, QuestionsAndRefusals) {
   std::filesystem::remove(Folder / "old[kv].bet");
   std::filesystem::create_directory(Folder / "old[kv].bet");
   EXPECT_EQ(LastWord(path, {kYes}),
-            (ShownMessage{"old.bet\ncan't be converted.", kConvertTitle, 640, OkStop}));
+            (ShownMessage{FileFailureText(path, "converted"), kConvertTitle, 640, OkStop}));
   EXPECT_EQ(Game.LastFileResult, -1);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "core/file_failure.h"
 #include "core/record_file.h"
 #include "dice/matrix.h"
 #include "support/scratch_folder.h"
@@ -93,7 +94,7 @@ TEST_F(ProbabilityFile, AFileIsWrittenAsItIsRead) {
   EXPECT_EQ(Game.LastFileResult, -1);
   EXPECT_TRUE(Game.ProbabilityChanged);
   EXPECT_EQ(Game.PrbFileName, Folder / "W\u00FCrfel \u65E5.prb");
-  EXPECT_EQ(TakeOnlyMessage().Text, "a.prb\ncan't be written.");
+  EXPECT_EQ(TakeOnlyMessage().Text, FileFailureText(Folder / "gone/a.prb", "written"));
   EXPECT_EQ(Game.MsgTitle, "Unable to Save Kelvanor Probability File");
 }
 
@@ -103,7 +104,7 @@ TEST_F(ProbabilityFile, ASystemFailureTells) {
   LoadProbabilityFile(Folder / "dir.prb");
   EXPECT_EQ(Game.LastFileResult, -1);
   EXPECT_THAT(Game.LastErrorText, ::testing::EndsWith("occurred, at: Open Probability File\n"));
-  EXPECT_EQ(TakeOnlyMessage().Text, "dir.prb\ncan't be read.");
+  EXPECT_EQ(TakeOnlyMessage().Text, FileFailureText(Folder / "dir.prb", "read"));
   EXPECT_EQ(Game.ProbMatrix, before);
 
   // Under Hyper-Drive the run ends and tells why.

@@ -1,12 +1,14 @@
 // What the file screen does, command by command.
 #include "persistence/file_commands.h"
 
+#include <filesystem>
 #include <functional>
 #include <map>
 
 #include "autobet/compose.h"
 #include "autobet/language.h"
 #include "autobet/script.h"
+#include "core/record_file.h"
 #include "dice/tape_file.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
@@ -67,6 +69,8 @@ TEST_F(FileCommands, NamesAreCompletedByThePattern) {
   }
   EXPECT_EQ(CompletePath("  ", "/a", "*.crp"), "");
   EXPECT_EQ(CompletePath("/b/x", "/a", "*.crp"), "/b/x.crp");
+  EXPECT_EQ(CompletePath("b/x", "/a", "*.crp"), "/a/b/x.crp");
+  EXPECT_EQ(CompletePath("../x", "/a b/c/", "*.crp"), "/a b/x.crp");
   for (int command = 0; command < kFileCommands; ++command)
     EXPECT_EQ(static_cast<int>(RowOf(static_cast<FileCommand>(command)).Command), command);
 }
@@ -128,6 +132,7 @@ TEST_F(FileCommands, NothingIsWrittenOverUnasked) {
 TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
   PutScript(3);
   folder.Write("rubbish.x", std::string(700, 'x'));
+  std::filesystem::create_directory(folder / "folder.x");
   const GameState before = Game;
   const auto untouched = [&] {
     return Game.GameFileName == before.GameFileName && Game.AutoBetFile == before.AutoBetFile &&
@@ -147,19 +152,33 @@ TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
       {SaveGameAs, "gone/x.crp"},     {SaveScriptAs, "gone/x.bet"},
       {CopyToScript, "gone/x.bet"},   {CopyScriptToText, "gone/x.txt"},
       {OpenDiceRolls, "gone/x.rol"},  {SaveProbabilityAs, "gone/x.prb"},
+      {OpenGame, "gone/x.crp"},       {OpenProbability, "folder.x"},
+      {SaveGameAs, "folder.x"},       {SaveScriptAs, "folder.x"},
+      {OpenDiceRolls, "folder.x"},    {CopyScriptToText, "folder.x"},
+      {OpenEventsLog, "folder.x"},    {OpenGamesLog, "folder.x"},
       {SaveGamesLogAs, "x.glg"},      {SaveEventsLogAs, "x.txt"},
       {CopyToDiceRolls, "x.rol"},     {CopyDiceRollsToText, "x.txt"},
   };
+  const std::vector<std::pair<const char*, const char*>> reasons = {
+      {"missing", ": there's no such file."},
+      {"gone/", ": there's no such folder."},
+      {"folder", ": it's a folder."}};
   for (const auto& [command, name] : cases) {
-    EXPECT_FALSE(Run(command, name)) << RowOf(command).Title << name;
-    EXPECT_TRUE(TakeOnlyMessage().Text.starts_with(
-        std::string(name).substr(std::string(name).starts_with("gone/") ? 5 : 0)))
-        << RowOf(command).Title;
-    EXPECT_TRUE(untouched()) << RowOf(command).Title << name;
+    SCOPED_TRACE(std::string(RowOf(command).Title) + " " + name);
+    EXPECT_FALSE(Run(command, name));
+    const std::string text = TakeOnlyMessage().Text;
+    EXPECT_TRUE(text.starts_with(BareName(name))) << text;
+    for (const auto& [begins, reason] : reasons) {
+      if (!std::string(name).starts_with(begins)) continue;
+      EXPECT_TRUE(text.find("can't be ") < text.find(reason)) << text;
+      EXPECT_TRUE(text.ends_with("\n\nFolder:  " + TextOfPath(PathOf(folder / name).parent_path())))
+          << text;
+    }
+    EXPECT_TRUE(untouched());
   }
   for (ScriptLine& line : Game.Script) line.LineSelected = false;
   EXPECT_FALSE(Run(CopyToScript, "x.bet") || Run(CopyScriptToText, "x.txt"));
-  EXPECT_EQ(folder.Count(), 1U);
+  EXPECT_EQ(folder.Count(), 2U);
 }
 
 TEST_F(FileCommands, CompanionsAreOpenedAndNamed) {

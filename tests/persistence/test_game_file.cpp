@@ -15,6 +15,7 @@
 #include "bets/chips.h"
 #include "bets/consistency.h"
 #include "bets/new_game.h"
+#include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "dice/generators.h"
 #include "dice/probability_file.h"
@@ -419,7 +420,7 @@ TEST_F(GameFile, WhatIsNoFileIsRefusedWithoutWaitingForIt) {
   const std::string pipe = folder_ / "default.crp";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   OpenLastSession();
-  EXPECT_EQ(TakeOnlyMessage().Text, "default.crp\ncan't be read.");
+  EXPECT_EQ(TakeOnlyMessage().Text, FileText(pipe, "can't be read: it isn't a file."));
   EXPECT_FALSE(CloseSession());
   EXPECT_TRUE(fs::is_fifo(pipe));
   // The output file of a script, too.
@@ -535,8 +536,8 @@ TEST_F(GameFile, AFailedSaveTellsAndLeavesTheOldFileWhole) {
     SaveGame(target);
     EXPECT_EQ(Game.LastFileResult, -1) << target;
     EXPECT_EQ(TakeOnlyMessage(),
-              (ShownMessage{BareName(target) + "\ncan't be written.",
-                            "Unable to Save Kelvanor Game File", kTopicFiles, OkStop}));
+              (ShownMessage{FileFailureText(target, "written"), "Unable to Save Kelvanor Game File",
+                            kTopicFiles, OkStop}));
     EXPECT_TRUE(Game.GameChanged);
     EXPECT_EQ(Game.GameFileName, "before");
     EXPECT_TRUE(folder_.Read("a.crp") == bytes);

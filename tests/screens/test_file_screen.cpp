@@ -2,20 +2,22 @@
 #include "screens/files/frmFile.h"
 
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QCompleter>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <utility>
 
 #include "autobet/script.h"
 #include "persistence/session.h"
+#include "screens/files/data_folder.h"
 #include "screens/files/folder_lock.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/window_places.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmBankroll.h"
@@ -58,20 +60,55 @@ class TestFileScreen : public QObject {
 
     ClickRow(screen, "filFiles", "A ñ.BET");
     QCOMPARE(Find<QLineEdit>(&screen, "txtFileName")->text(), "A ñ.BET");
-    ClickRow(screen, "dirDirectory", "Unter ordner", true);
-    QCOMPARE(Rows(screen, "filFiles"), "x.bet");
+    ClickRow(screen, "dirDirectory", "Unter ordner", true);  // twice, and goes in once
+    QCOMPARE(Rows(screen, "dirDirectory"), "..");
+    QVERIFY(Find<QLabel>(&screen, "lblNoFiles")->isVisible());
+    ClickRow(screen, "dirDirectory", "..");
+    ClickRow(screen, "dirDirectory", "Unter ordner");
     QVERIFY(QDir(folder_->path()).removeRecursively());
-    ClickRow(screen, "dirDirectory", "tief", true);  // gone meanwhile
-    QVERIFY(PlannedMessages.Shown.back().Text.find("can't be opened:  ") != std::string::npos);
+    ClickRow(screen, "dirDirectory", "..");  // gone meanwhile
+    ExpectMessage(QDir::toNativeSeparators(folder_->path()).toStdString() +
+                      "\ncan't be opened: there's no such folder.",
+                  "Open Auto-Bet File");
     QVERIFY(Game.LastErrorText.find("File Screen") != std::string::npos);
 
-    auto* places = Find<QComboBox>(&screen, "drvDrive");
-    const int root = places->findData("/");
-    places->setCurrentIndex(root);
-    emit places->activated(root);
-    QCOMPARE(places->currentData().toString(), "/");
-    QCOMPARE(Find<QLabel>(&screen, "lblFolder")->text(), "/");
+    ClickRow(screen, "drvDrive", "/");
+    QCOMPARE(Find<QLineEdit>(&screen, "txtFolder")->text(), "/");
     QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));
+  }
+
+  void examplesAreTwoClicksAway() {
+    QTemporaryDir program;
+    QVERIFY(QDir(program.path()).mkpath("examples"));
+    QFile example(program.filePath("examples/first.bet"));
+    QVERIFY(example.open(QIODevice::WriteOnly));
+    const std::string appPath = std::exchange(Game.AppPath, program.path().toStdString() + "/");
+    frmFile screen(FileCommand::SelectHotKeyScript, nullptr);
+    screen.show();
+    ClickRow(screen, "drvDrive", "Examples");
+    ClickRow(screen, "filFiles", "first.bet");
+    ClickButton(&screen, "cmdOK");
+    QCOMPARE(Text(Game.SelectedFileName), program.filePath("examples/first.bet"));
+    Game.AppPath = appPath;
+  }
+
+  void everyTitleFitsItsScreen() {
+    Game.WindowPlaces[FileWindow] = {0, 0, 0, 200, 200};
+    for (int command = 0; command < kFileCommands; ++command) {
+      const frmFile screen(static_cast<FileCommand>(command), nullptr);
+      QVERIFY(screen.width() > QFontMetrics(screen.font()).horizontalAdvance(screen.windowTitle()));
+    }
+  }
+
+  void builtProgramsKeepTheirStateElsewhere() {
+    QStandardPaths::setTestModeEnabled(true);
+    QVERIFY(QDir(folder_->path()).mkpath("build/bin"));
+    QCOMPARE(DataFolder(Path("build/bin")), Path("build/bin"));  // installed where it may write
+    Write("build/CMakeCache.txt");
+    const QString folder = DataFolder(Path("build/bin"));
+    QCOMPARE(folder, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    QVERIFY(QFileInfo(folder).isWritable());
+    QStandardPaths::setTestModeEnabled(false);
   }
 
   void screenStaysUntilTheCommandIsDone() {
@@ -88,8 +125,11 @@ class TestFileScreen : public QObject {
                     "Save Game File As");
       QVERIFY(screen->isVisible());
       name->clear();
-      QTest::keyClicks(name, "gone/new");
-      ClickButton(screen, "cmdOK");  // a folder that isn't there
+      QTest::keyClicks(name, "gone/new");  // a folder that isn't there, in the one that is shown
+      ClickButton(screen, "cmdOK");
+      ExpectMessage("new.crp\ncan't be written: there's no such folder.\n\nFolder:  " +
+                        Path("gone").toStdString(),
+                    "Unable to Save Kelvanor Game File");
       QVERIFY(screen->isVisible());
       name->setText("new game");
       ClickButton(screen, "cmdOK");
@@ -116,7 +156,7 @@ class TestFileScreen : public QObject {
     Write("b.bet");
     Game.AutoBetFile = Path("a.bet").toStdString();
     OnNextScreen([&](QDialog* screen) {
-      auto* files = Find<QListWidget>(screen, "filFiles");
+      auto* files = Find<QListView>(screen, "filFiles");
       const auto press = [&](const char* file, int answer) {
         ClickRow(*screen, "filFiles", file);
         PlannedMessages.Answers = {{answer}};
@@ -290,7 +330,8 @@ class TestFileScreen : public QObject {
     Game.GameChanged = false;
     PlannedMessages.Answers = {{AnswerOk}, {AnswerNo}, {AnswerOk}, {AnswerYes}};
     QVERIFY(!table_->close());
-    QCOMPARE(PlannedMessages.Shown.front().Text, "default.crp\ncan't be written.");
+    QCOMPARE(PlannedMessages.Shown.front().Text.substr(0, 54),
+             "default.crp\ncan't be written: there's no such folder.");
     ExpectMessage("The game can't be kept for the next session.\n\nDo you want to end anyway?",
                   "Kelvanor");
     QVERIFY(table_->isVisible() && !QGuiApplication::overrideCursor());
@@ -328,24 +369,19 @@ class TestFileScreen : public QObject {
   }
 
   static QString Rows(const QWidget& screen, const QString& name) {
-    const auto* list = Find<QListWidget>(&screen, name);
-    QStringList rows;
-    for (int row = 0; row < list->count(); ++row) rows << list->item(row)->text().trimmed();
-    return rows.join(", ");
+    return RowsOf(Find<QListView>(&screen, name));
   }
 
   static void ClickRow(const QWidget& screen, const QString& name, const QString& text,
                        bool twice = false) {
-    auto* list = Find<QListWidget>(&screen, name);
-    QListWidgetItem* found = nullptr;
-    for (int row = 0; row < list->count(); ++row) {
-      if (list->item(row)->text().trimmed() == text) found = list->item(row);
+    auto* list = Find<QListView>(&screen, name);
+    for (int row = 0; row < list->model()->rowCount(); ++row) {
+      if (RowText(list, row) != text) continue;
+      const QPoint place = ::ClickRow(list, row);
+      if (twice) QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+      return;
     }
-    QVERIFY2(found, qPrintable(text));
-    list->scrollToItem(found);
-    const QPoint place = list->visualItemRect(found).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
-    if (twice) QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+    QFAIL(qPrintable(text));
   }
 
   std::unique_ptr<QTemporaryDir> folder_;

@@ -1,59 +1,53 @@
 // The file screen: the one chooser of files, which also does what the file is chosen for.
 #pragma once
 
-#include <QComboBox>
-#include <QCompleter>
-#include <QDialog>
-#include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QVBoxLayout>
-#include <string>
-
 #include "persistence/file_commands.h"
+#include "screens/frame/dialog.h"
 
-class frmFile : public QDialog {
+class QLabel;
+class QLineEdit;
+class QListView;
+
+class frmFile : public Dialog {
   Q_OBJECT
 
  public:
   frmFile(FileCommand command, QWidget* parent);
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void MakeLists(QGridLayout* grid);
-  void MakeNameBox(QGridLayout* grid);
-  void MakeButtons(QVBoxLayout* column);
-  QListWidget* MakeList(const char* name, const QString& caption);
+  struct Entry {
+    QString Caption;
+    QString Path;
+  };
+  using Entries = QList<Entry>;
+
+  void MakeNameBox();
+  QListView* MakeList(const char* name, const QString& caption, Entries& entries);
 
   /// Shows a folder. One that can't be read is told of, and the folder in force stays.
   bool GoTo(const QString& folder);
   void ShowFolder();
-  void ShowPath();
   void ShowPlaces();
-  void ShowFiles();
-  void ChoosePlace(int index);
-  void EnterFolder(const QListWidgetItem* item);
-  void DeleteChosenFile();
+  void Choose(const QListView* list);
   void StartWithOpenFile();
+  void DeleteChosenFile();
   bool EnteredFolder();
   void Accept();
 
   FileCommand command_;
   QString folder_;
+  Entries places_;
+  Entries folders_;
+  Entries files_;
   QLineEdit* txtFileName_ = nullptr;
-  QCompleter* completer_ = nullptr;
-  QListWidget* filFiles_ = nullptr;
-  QListWidget* dirDirectory_ = nullptr;
-  QComboBox* drvDrive_ = nullptr;
-  QLabel* lblFolder_ = nullptr;
+  QLineEdit* txtFolder_ = nullptr;
+  QListView* drvDrive_ = nullptr;
+  QListView* dirDirectory_ = nullptr;
+  QListView* filFiles_ = nullptr;
   QLabel* lblNoFiles_ = nullptr;
-  QPushButton* cmdOK_ = nullptr;
 };
 
 /// Shows the file screen of a command over `parent` until the command has been done, or the player

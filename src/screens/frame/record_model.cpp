@@ -65,6 +65,7 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
       return ink.isValid() ? QVariant(ink) : QVariant();
     }
     case Qt::ToolTipRole: return column.ToolTip ? column.ToolTip(row) : QVariant();
+    case Qt::DecorationRole: return column.Icon ? column.Icon(row) : QVariant();
     case Qt::CheckStateRole:
       return column.Checked ? QVariant(column.Checked(row) ? Qt::Checked : Qt::Unchecked)
                             : QVariant();

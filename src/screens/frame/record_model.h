@@ -3,6 +3,7 @@
 
 #include <QAbstractTableModel>
 #include <QColor>
+#include <QIcon>
 #include <QStringList>
 #include <functional>
 #include <vector>
@@ -16,6 +17,7 @@ struct ListColumn {
   bool Idle = false;                     // can't be chosen
   std::function<QColor(int row)> Ink{};  // an invalid colour is the list's own
   std::function<QString(int row)> ToolTip{};
+  std::function<QIcon(int row)> Icon{};
   std::function<bool(int row)> Checked{};                    // with a box to tick
   std::function<void(int row, bool on)> Check{};             // the player has ticked it
   std::function<QString(int row)> EditText{};                // what an editor starts with

@@ -3,12 +3,12 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/help.h"
 #include "screens/frame/player_change.h"
@@ -48,12 +48,7 @@ void Screen::Do(const std::function<void()>& act) { Guarded(place_.constData(), 
 
 QPushButton* Screen::AddButton(QBoxLayout* row, const QString& name, const QString& caption,
                                const QString& tip, std::function<void()> act) {
-  QPushButton* button = new QPushButton(caption, this);
-  button->setObjectName(name);
-  button->setToolTip(tip);
-  connect(button, &QPushButton::clicked, this, [this, act = std::move(act)] { Do(act); });
-  row->addWidget(button);
-  return button;
+  return ::AddButton(row, name, caption, tip, place_.constData(), std::move(act));
 }
 
 void Screen::showEvent(QShowEvent* event) {
