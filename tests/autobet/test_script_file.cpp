@@ -197,7 +197,9 @@ TEST_F(ScriptFile, EveryRefusalHasItsText) {
   EXPECT_FALSE(std::filesystem::exists(Folder / "none.bet"));
   std::filesystem::create_directory(Folder / "sub");
   ExpectRefused(Folder / "sub",
-                "\ncan't be read: it's a folder.\n\nFolder:  " + PathOf(Folder / "sub").parent_path().string(), -1);
+                "\ncan't be read: it's a folder.\n\nFolder:  " +
+                    PathOf(Folder / "sub").parent_path().string(),
+                -1);
   EXPECT_THAT(Game.LastErrorText, EndsWith("occurred, at: Open Auto-Bet File\n"));
   for (const float bad : {std::nanf(""), 2147483648.0F, -3e9F}) {
     Record of, to;
