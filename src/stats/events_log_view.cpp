@@ -58,7 +58,8 @@ class LogSearch {
     for (std::int64_t left = std::int64_t{to} - from + 1; left > 0;) {
       const int count = static_cast<int>(std::min<std::int64_t>(left, kLinesAtOnce));
       left -= count;
-      if (goOn_ && !goOn_(static_cast<double>(searched_) / std::max(lines_, 1))) return 0;
+      givenUp_ = givenUp_ || (goOn_ && !goOn_(static_cast<double>(searched_) / lines_));
+      if (givenUp_) return 0;
       searched_ += count;
       const int hit = FindInBlock(
           forward_ ? static_cast<int>(to - left - count + 1) : static_cast<int>(from + left),
@@ -134,6 +135,7 @@ class LogSearch {
   const std::function<bool(double)>& goOn_;
   int lines_ = LogLineCount();
   int searched_ = 0;
+  bool givenUp_ = false;
   std::ifstream log_;
   std::ifstream index_;
   std::int64_t logEnd_;

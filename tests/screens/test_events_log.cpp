@@ -14,6 +14,7 @@
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmEventsLog.h"
 #include "stats/events_log.h"
+#include "stats/events_log_view.h"
 #include "stats/log_files.h"
 #include "support/scratch_folder.h"
 
@@ -135,6 +136,47 @@ class TestEventsLog : public QObject {
     Put(Numbered(7));
     QTRY_COMPARE(bar_->maximum(), 7);
     Game.HyperDriveOn = false;
+  }
+
+  void emptyAndGrowingLogsTellOfThemselves() {
+    const auto* empty = Find<QLabel>(screen_, "lblEmpty");
+    const auto recording = [this] { return Find<QLabel>(screen_, "lblRecording")->text(); };
+    Look();
+    QVERIFY(empty->isVisible() && empty->text().contains("Switch on Record Events"));
+    Command(*screen_, "mnuRecordEventsActive");
+    QVERIFY(empty->text().contains("Choose in the Record menu") && recording() == "Recording");
+    Command(*screen_, "mnuSelectAll");
+    QVERIFY(empty->text().contains("will stand here"));
+    Put("Roll # 1: 4 (1-3)\r\n  Field won\r\nRoll # 2: 9 (5-4)\r\n  Field won\r\n");
+    QVERIFY(!empty->isVisible());
+    QCOMPARE(Find<QLabel>(screen_, "lblLength")->text(),
+             QString("64 bytes, and 30.5 MB more with a million rolls"));
+    Game.EventsLogFile = *folder_ / "gone/Log.txt";
+    WriteLogLine("lost");
+    Look();
+    QCOMPARE(recording(), QString("The log can't be written: there's no such folder"));
+    Game.EventsLogFile = *folder_ / "Events Log.txt";
+    WriteLogLine("kept");
+    Look();
+    QCOMPARE(recording(), QString("Recording"));
+  }
+
+  void aLongSearchCanBeStopped() {
+    Put(Numbered(kLong));
+    for (const bool forward : {true, false}) {
+      double last = 0;
+      int asked = 0;
+      const auto goOn = [&](double share) {
+        const bool further = share >= last && share <= 1;
+        last = share;
+        return further && ++asked < 3;
+      };
+      Game.LogTopLine = kLong / 2;
+      QVERIFY(!FindInLog("nowhere", forward, goOn));
+      QVERIFY(asked == 3 && last > 0.3);
+    }
+    QVERIFY(!FindInLog("event 7.", true, [](double) { return false; }));
+    QCOMPARE(Game.LogTopLine, kLong / 2);
   }
 
   void lettersHaveTheirSizes() {

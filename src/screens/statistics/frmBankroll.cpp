@@ -18,6 +18,7 @@
 #include "core/text.h"
 #include "screens/frame/at_table.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/report.h"
@@ -38,10 +39,9 @@ enum Figure : int { TotalRolls, SimHours, RollsPerHour, HighFigure, LowFigure, C
 const std::array<const char*, 6> kFigureNames = {"lblTotalRolls", "lblSimHours", "lblRollsPerHour",
                                                  "lblHigh",       "lblLow",      "lblCurrent"};
 const std::array<const char*, 6> kFigureCaptions = {
-    "Total Rolls:", "Sim hrs:", "Rolls / hr:", "High:", "Low:", "Current:"};
-
-QString Money(Currency amount) { return QString::fromStdString(MoneyText(amount)); }
-QString Count(long long count) { return QString::fromStdString(CountText(count)); }
+    QT_TRANSLATE_NOOP("frmBankroll", "Total Rolls:"), QT_TRANSLATE_NOOP("frmBankroll", "Sim hrs:"),
+    QT_TRANSLATE_NOOP("frmBankroll", "Rolls / hr:"),  QT_TRANSLATE_NOOP("frmBankroll", "High:"),
+    QT_TRANSLATE_NOOP("frmBankroll", "Low:"),         QT_TRANSLATE_NOOP("frmBankroll", "Current:")};
 
 /// Writes a text where it has changed: labels that move nothing else cost a run nothing.
 void Show(QLabel* label, const QString& text) {
@@ -206,13 +206,11 @@ void frmBankroll::MakeGraph(QBoxLayout* column) {
   QWidget* parent = centralWidget();
   QHBoxLayout* head = new QHBoxLayout;
   head->setSpacing(8);
-  lblMovingAverage_ = new QLabel(parent);
-  lblMovingAverage_->setObjectName("lblMovingAverage");
-  lblAutoPrint_ = new QLabel(tr("Auto-Print ON"), parent);
-  lblAutoPrint_->setObjectName("lblAutoPrint");
+  lblMovingAverage_ = New<QLabel>("lblMovingAverage");
+  lblAutoPrint_ = New<QLabel>("lblAutoPrint", tr("Auto-Print ON"));
   picLegend_ = new Sample(parent, &GraphPalette::Average);
   head->addWidget(new Sample(parent, &GraphPalette::Line));
-  head->addWidget(new QLabel(kPlace, parent));
+  head->addWidget(new QLabel(tr("Bankroll")));
   head->addSpacing(12);
   head->addWidget(picLegend_);
   head->addWidget(lblMovingAverage_);
@@ -229,12 +227,9 @@ void frmBankroll::MakeGraph(QBoxLayout* column) {
     lblScale_[static_cast<unsigned>(i)] =
         NewFigure(picScale_, QString("lblScale_%1").arg(i).toUtf8().constData(), "-10,000,000.00");
   }
-  lblRollsLeft_ = new QLabel(parent);
-  lblRollsLeft_->setObjectName("lblRollsLeft");
-  lblRollsRight_ = new QLabel(parent);
-  lblRollsRight_->setObjectName("lblRollsRight");
-  lblPointer_ = new QLabel(parent);
-  lblPointer_->setObjectName("lblPointer");
+  lblRollsLeft_ = New<QLabel>("lblRollsLeft");
+  lblRollsRight_ = New<QLabel>("lblRollsRight");
+  lblPointer_ = New<QLabel>("lblPointer");
   lblPointer_->setTextFormat(Qt::PlainText);
   lblPointer_->setAlignment(Qt::AlignCenter);
   lblPointer_->setMinimumWidth(1);
@@ -301,7 +296,7 @@ void frmBankroll::MakeFigures(QBoxLayout* column) {
     QFont bold = font();
     bold.setBold(i == CurrentFigure);
     lblFigure_[at]->setFont(bold);
-    grid->addWidget(new QLabel(kFigureCaptions[at], parent), i / kColumns, left);
+    grid->addWidget(new QLabel(tr(kFigureCaptions[at])), i / kColumns, left);
     grid->addWidget(lblFigure_[at], i / kColumns, left + 1);
     if (i % kColumns + 1 < kColumns) grid->setColumnStretch(left + 2, 1);
   }
@@ -312,30 +307,25 @@ void frmBankroll::MakeHyperDrive(QBoxLayout* column) {
   QGroupBox* group = new QGroupBox(tr("Hyper-Drive"), centralWidget());
   QGridLayout* grid = new QGridLayout(group);
   grid->setHorizontalSpacing(12);
-  cmdHyperDrive_ = new QPushButton("Start Hyper-&Drive", group);
-  cmdHyperDrive_->setObjectName("cmdHyperDrive");
+  cmdHyperDrive_ = New<QPushButton>("cmdHyperDrive", tr("Start Hyper-&Drive"));
   cmdHyperDrive_->setMinimumWidth(cmdHyperDrive_->sizeHint().width() + 24);
   connect(cmdHyperDrive_, &QPushButton::clicked, this, [this] { Do(AtTable.RunHyperDrive); });
-  cmdHyperDriveActive_ = new QPushButton(tr("S&top"), group);
-  cmdHyperDriveActive_->setObjectName("cmdHyperDriveActive");
+  cmdHyperDriveActive_ = New<QPushButton>("cmdHyperDriveActive", tr("S&top"));
   cmdHyperDriveActive_->setToolTip(tr("Stop the run after its current roll"));
   connect(cmdHyperDriveActive_, &QPushButton::clicked, this, [this] {
     if (Game.HyperDriveOn) Do(AtTable.RunHyperDrive);
   });
 
-  hscrThrottle_ = new QSlider(Qt::Horizontal, group);
-  hscrThrottle_->setObjectName("hscrThrottle");
+  hscrThrottle_ = New<QSlider>("hscrThrottle", Qt::Horizontal);
   hscrThrottle_->setAccessibleName(tr("Throttle"));
   hscrThrottle_->setPageStep(1);
   hscrThrottle_->setTickPosition(QSlider::TicksBelow);
   Bind(hscrThrottle_, RecordField(Game.HyperThrottle).Within(0, kSlowest));
-  QLabel* caption = new QLabel(tr("T&hrottle:"), group);
-  caption->setBuddy(hscrThrottle_);
+  QLabel* caption = Caption(tr("T&hrottle:"), hscrThrottle_);
   lblThrottle_ = NewFigure(group, "lblThrottle", ThrottleText(1) + "  ");
   lblThrottle_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
-  prgRun_ = new QProgressBar(group);
-  prgRun_->setObjectName("prgRun");
+  prgRun_ = New<QProgressBar>("prgRun");
   prgRun_->setAccessibleName(tr("Progress of the run"));
   prgRun_->setRange(0, kProgressSteps);
   prgRun_->setTextVisible(false);
@@ -476,8 +466,8 @@ void frmBankroll::ShowScale() {
   Show(lblRollsLeft_, Count(RollAtPoint(1)));
   Show(lblRollsRight_, Count(RollAtPoint(kGraphPoints)));
   Show(lblMovingAverage_, Game.BankrollAverageSpan == 0
-                              ? QString("All rolls moving average")
-                              : QString("%1 roll moving average").arg(Game.BankrollAverageSpan));
+                              ? tr("All rolls moving average")
+                              : tr("%1 roll moving average").arg(Game.BankrollAverageSpan));
 }
 
 void frmBankroll::ShowFigures() {
@@ -497,7 +487,7 @@ void frmBankroll::ShowPointed() {
   const GraphView& view = picGraph_->View();
   QString text;
   if (IsDrawnPoint(view.Pointed)) {
-    text = QString("Rolls:  %1    Bankroll:  %2")
+    text = tr("Rolls:  %1    Bankroll:  %2")
                .arg(Count(RollAtPoint(view.Pointed)), Money(BankrollAtPoint(view.Pointed)));
   } else if (Game.BankrollRefLines && IsDrawnPoint(view.Lines.First) &&
              IsDrawnPoint(view.Lines.Second)) {
@@ -514,7 +504,7 @@ void frmBankroll::ShowRun() {
   const double done = run.RollsDone;
   const double all = std::max(run.RollsAtMost, 1);
   prgRun_->setValue(Game.HyperDriveOn ? static_cast<int>(done / all * kProgressSteps) : 0);
-  const QString caption = Game.HyperDriveOn ? "Stop Hyper-&Drive" : "Start Hyper-&Drive";
+  const QString caption = Game.HyperDriveOn ? tr("Stop Hyper-&Drive") : tr("Start Hyper-&Drive");
   if (cmdHyperDrive_->text() != caption) cmdHyperDrive_->setText(caption);
   cmdHyperDriveActive_->setEnabled(Game.HyperDriveOn);
   Show(lblThrottle_, ThrottleText(Game.HyperThrottle));

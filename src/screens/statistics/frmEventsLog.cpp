@@ -1,13 +1,14 @@
 #include "screens/statistics/frmEventsLog.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPainter>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -19,11 +20,12 @@
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/record_file.h"
-#include "core/text.h"
 #include "screens/files/frmFile.h"
+#include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
+#include "screens/frame/dialog.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/player_change.h"
-#include "screens/frame/pointer.h"
 #include "screens/frame/report.h"
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
@@ -31,7 +33,6 @@
 namespace {
 
 constexpr const char* kPlace = "Events Log";
-constexpr const char* kDefaultName = "Events Log.txt";
 
 constexpr QRgb kPaper = 0xFFFFFFFF;
 constexpr QRgb kInk = 0xFF000000;
@@ -47,21 +48,25 @@ constexpr int kLargestFont = 199;
 constexpr int kFontStep = 2;
 constexpr int kSideStep = 4;  // blanks
 constexpr int kLinesPerRead = 500;
+constexpr int kProgressSteps = 1000;  // of a search
+constexpr int kPatience = 500;        // milliseconds, before its progress is shown
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
-QString Count(int count) { return Text(CountText(count)); }
+/// All that the log can record.
+constexpr bool EventsLogSettings::*kEvents[] = {&EventsLogSettings::LogRolls,
+                                                &EventsLogSettings::LogBetChanges,
+                                                &EventsLogSettings::LogBetsWon,
+                                                &EventsLogSettings::LogBetsLost,
+                                                &EventsLogSettings::LogChipStackChanges,
+                                                &EventsLogSettings::LogPassesMisses,
+                                                &EventsLogSettings::LogShooterChanges,
+                                                &EventsLogSettings::LogBankrollChanges};
 
 QString LogName() { return Text(BareName(Game.EventsLogFile)); }
 
-bool HasDefaultName() {
-  return Game.EventsLogFile.empty() || LogName().toLower() == QString(kDefaultName).toLower();
-}
-
 /// The letters of the view. A size that no game could have made is drawn as the nearest one.
 QFont LogFont() {
-  if (Game.LogFontSize < 1) Game.LogFontSize = kNormalFont;
   QFont font = QApplication::font();
-  font.setPointSize(std::min(Game.LogFontSize, kLargestFont));
+  font.setPointSize(Game.LogFontSize < 1 ? kNormalFont : std::min(Game.LogFontSize, kLargestFont));
   font.setBold(Game.LogFontBold);
   font.setItalic(Game.LogFontItalic);
   return font;
@@ -88,14 +93,11 @@ void DrawLogLine(QPainter& painter, QPointF corner, const std::string& line) {
   painter.drawText(corner + QPointF(0, metrics.ascent()), Shown(line));
 }
 
-/// All that the log can record, switched at once.
+/// All of them, switched at once.
 MenuRow SetAll(const char* name, const QString& caption, bool on) {
   return Command(name, caption, [on] {
     ChangeByPlayer([on] {
-      for (bool* event : {&Game.LogRolls, &Game.LogBetChanges, &Game.LogBetsWon, &Game.LogBetsLost,
-                          &Game.LogChipStackChanges, &Game.LogPassesMisses, &Game.LogShooterChanges,
-                          &Game.LogBankrollChanges})
-        *event = on;
+      for (bool EventsLogSettings::*event : kEvents) Game.*event = on;
     });
   });
 }
@@ -145,34 +147,56 @@ std::vector<MenuRow> FontRows() {
           Toggle("mnuFontItalic", tr("&Italic"), Game.LogFontItalic)};
 }
 
-int CurrentLines() {
-  EnsureLogIndex();
-  return LogLineCount();
+/// What would fill an empty log.
+QString WhyEmpty() {
+  const auto tr = [](const char* text) { return frmEventsLog::tr(text); };
+  if (!Game.EventsLogActive)
+    return tr("Nothing has been logged.\n\nSwitch on Record Events in the Record menu.");
+  const bool some = std::any_of(std::begin(kEvents), std::end(kEvents),
+                                [](bool EventsLogSettings::*event) { return Game.*event; });
+  return some ? tr("Nothing has been logged.\n\nWhat happens from now on will stand here.")
+              : tr("Nothing has been logged.\n\nChoose in the Record menu what is recorded.");
+}
+
+QString SizeText(double bytes) {
+  return QLocale::c().formattedDataSize(static_cast<qint64>(bytes), 1,
+                                        QLocale::DataSizeTraditionalFormat);
+}
+
+/// How long the log is, and how it grows.
+QString LengthText() {
+  const double growth = LogGrowthOfMillionRolls();
+  const QString length = SizeText(static_cast<double>(EventsLogLength()));
+  return growth > 0 ? frmEventsLog::tr("%1, and %2 more with a million rolls")
+                          .arg(length, SizeText(growth))
+                    : length;
+}
+
+QString RecordingText() {
+  if (!Game.EventsLogActive) return frmEventsLog::tr("Not recording");
+  const std::string failure = LogWriteFailure();
+  if (failure.empty()) return frmEventsLog::tr("Recording");
+  return frmEventsLog::tr("The log can't be written: %1").arg(Text(failure));
 }
 
 /// Asks what to look for; empty when the player doesn't say.
 QString AskForText(QWidget* parent, const QString& start) {
-  QDialog screen(parent);
-  screen.setObjectName("frmFind");
-  screen.setWindowTitle(screen.tr("Find"));
+  Dialog screen(parent, "frmFind", frmEventsLog::tr("Find"), kTopicEventsLog);
   QVBoxLayout* column = new QVBoxLayout(&screen);
-  QLabel* words = new QLabel(
-      "Enter the text you'd like to find:\n\n"
-      "If found, the line will appear at the top of the events log.");
-  QLineEdit* txtFind = new QLineEdit(start);
-  txtFind->setObjectName("txtFind");
-  txtFind->setAccessibleName(screen.tr("Text to find"));
+  auto* txtFind = New<QLineEdit>("txtFind", start);
   txtFind->selectAll();
+  QLabel* words = Caption(frmEventsLog::tr("Enter the text you'd like to find:\n\n"
+                                           "If found, the line will appear at the top of the "
+                                           "events log."),
+                          txtFind);
   QDialogButtonBox* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
   buttons->button(QDialogButtonBox::Ok)->setObjectName("cmdOK");
   buttons->button(QDialogButtonBox::Cancel)->setObjectName("cmdCancel");
   QObject::connect(buttons, &QDialogButtonBox::accepted, &screen, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &screen, &QDialog::reject);
   column->setSpacing(12);
-  column->addWidget(words);
-  column->addWidget(txtFind);
-  column->addWidget(buttons);
-  column->setSizeConstraint(QLayout::SetFixedSize);
+  for (QWidget* part : std::initializer_list<QWidget*>{words, txtFind, buttons})
+    column->addWidget(part);
   return screen.exec() == QDialog::Accepted ? txtFind->text() : QString();
 }
 
@@ -211,10 +235,8 @@ int picEventsLogBox::BlanksBeyond() const {
 }
 
 void picEventsLogBox::Read() {
-  const int lines = CurrentLines();
-  Game.LogTopLine = std::clamp(Game.LogTopLine, 1, std::max(1, lines));
-  inView_.clear();
-  if (lines > 0) inView_ = ReadLogLines(Game.LogTopLine, WholeLines() + 1);
+  FollowEventsLog();
+  inView_ = ReadLogLines(Game.LogTopLine, WholeLines() + 1);
   Measure();
   emit WasRead();
 }
@@ -263,6 +285,9 @@ void frmEventsLog::MakeView(QVBoxLayout* column) {
   picEventsLog_ = new picEventsLogBox(parent);
   picEventsLog_->installEventFilter(this);
   connect(picEventsLog_, &picEventsLogBox::WasRead, this, [this] { ShowBars(); });
+  lblEmpty_ = EmptyLabel(picEventsLog_, "lblEmpty", {});
+  lblEmpty_->setStyleSheet("color: dimgray");  // on the paper, whatever the desktop's colors
+  BindText(lblEmpty_, WhyEmpty);
 
   vscrEventsLog_ = new QScrollBar(Qt::Vertical, parent);
   vscrEventsLog_->setObjectName("vscrEventsLog");
@@ -289,14 +314,17 @@ void frmEventsLog::MakeView(QVBoxLayout* column) {
 
 void frmEventsLog::MakeStatusRow(QVBoxLayout* column) {
   QHBoxLayout* row = new QHBoxLayout;
-  lblPosition_ = new QLabel;
-  lblPosition_->setObjectName("lblPosition");
-  lblPosition_->setMinimumWidth(1);
-  lblRecording_ = new QLabel;
-  lblRecording_->setObjectName("lblRecording");
-  for (QLabel* label : {lblPosition_, lblRecording_}) label->setMargin(4);
-  row->addWidget(lblPosition_, 1);
-  row->addWidget(lblRecording_);
+  lblPosition_ = New<QLabel>("lblPosition");
+  auto* length = New<QLabel>("lblLength");
+  auto* recording = New<QLabel>("lblRecording");
+  for (QLabel* label : {lblPosition_, length, recording}) {
+    label->setMargin(4);
+    label->setMinimumWidth(1);
+    row->addWidget(label, label == length ? 1 : 0);
+  }
+  length->setAlignment(Qt::AlignCenter);
+  BindText(length, LengthText);
+  BindText(recording, RecordingText);
   column->addLayout(row);
 }
 
@@ -332,7 +360,7 @@ void frmEventsLog::MakeMenus() {
 // ---- Commands ----
 
 void frmEventsLog::NewLog() {
-  if (HasDefaultName()) {
+  if (IsDefaultLogName(Game.EventsLogFile)) {
     ShowMessage(
         "This log needs to be re-named \nif you want to save it.\n\n"
         "Do you want to re-name it now?",
@@ -341,12 +369,11 @@ void frmEventsLog::NewLog() {
     // A log that was to be kept and wasn't stays.
     if (Game.MsgAnswer == AnswerYes && !RunFileScreen(this, FileCommand::SaveEventsLogAs)) return;
   }
-  Game.EventsLogFile = Game.DataPath + kDefaultName;
-  ClearEventsLog();
+  ChangeByPlayer(BeginNewEventsLog);
 }
 
 void frmEventsLog::PrintLog() {
-  const int lines = CurrentLines();
+  const int lines = FollowEventsLog();
   if (lines == 0) {
     ShowMessage("There are no logged events to print.", "Print Events Log", kTopicEventsLog,
                 OkStop);
@@ -357,7 +384,8 @@ void frmEventsLog::PrintLog() {
   auto read = std::make_shared<std::vector<std::string>>();
   Report report;
   report.Title = tr("Kelvanor Events Log");
-  report.Heading = GameHeading(tr("Events Log:  %1").arg(LogName()));
+  report.Heading = GameHeading(tr("Kelvanor Events Log"));
+  report.Heading << tr("Events Log File:  %1").arg(LogName());
   report.TextSize = 9;
   report.Rows = lines;
   report.Row = [first, read, lines](int row) {
@@ -381,16 +409,19 @@ void frmEventsLog::AskAndFind() {
 
 void frmEventsLog::FindAgain(bool forward) {
   if (findText_.isEmpty()) return;
-  const bool found = [&] {
-    const PointerLook busy(Qt::WaitCursor);  // a long log is read from end to end
-    EnsureLogIndex();
-    return FindInLog(findText_.toStdString(), forward);
-  }();
-  if (found) {
-    Game.GameChanged = true;
-    return;
-  }
-  ShowMessage("Text not found.", "Search Results", kTopicEventsLog, OkStop);
+  QProgressDialog progress(tr("Looking for \"%1\" ...").arg(findText_), tr("Stop"), 0,
+                           kProgressSteps, this);
+  progress.setWindowTitle(tr("Find"));
+  progress.setWindowModality(Qt::ApplicationModal);
+  progress.setMinimumDuration(kPatience);
+  EnsureLogIndex();
+  const bool found = FindInLog(findText_.toStdString(), forward, [&progress](double share) {
+    progress.setValue(static_cast<int>(share * kProgressSteps));
+    return !progress.wasCanceled();
+  });
+  progress.reset();
+  if (!found && !progress.wasCanceled())
+    ShowMessage("Text not found.", "Search Results", kTopicEventsLog, OkStop);
 }
 
 // ---- Scrolling ----
@@ -400,12 +431,12 @@ void frmEventsLog::GoTo(int line) {
 }
 
 void frmEventsLog::GoBy(int lines) {
-  GoTo(TopLineAfterClick(Game.LogTopLine, CurrentLines(), lines));
+  GoTo(TopLineAfterClick(Game.LogTopLine, FollowEventsLog(), lines));
 }
 
 /// The bar has been clicked or dragged: it follows the line at the top, not the other way round.
 void frmEventsLog::BarActed(int action) {
-  const int lines = CurrentLines();
+  const int lines = FollowEventsLog();
   const int page = picEventsLog_->PageStep();
   switch (action) {
     case QScrollBar::SliderSingleStepAdd: GoBy(1); break;
@@ -449,7 +480,7 @@ bool frmEventsLog::TakeKey(QKeyEvent& event) {
     case Qt::Key_PageUp: GoBy(-picEventsLog_->PageStep()); break;
     case Qt::Key_PageDown: GoBy(picEventsLog_->PageStep()); break;
     case Qt::Key_Home: GoTo(1); break;
-    case Qt::Key_End: GoTo(std::max(1, CurrentLines() - picEventsLog_->PageStep())); break;
+    case Qt::Key_End: GoTo(std::max(1, FollowEventsLog() - picEventsLog_->PageStep())); break;
     case Qt::Key_Left: sideways(-kSideStep); break;
     case Qt::Key_Right: sideways(kSideStep); break;
     default: return false;
@@ -460,14 +491,15 @@ bool frmEventsLog::TakeKey(QKeyEvent& event) {
 // ---- What is shown ----
 
 void frmEventsLog::ShowRecord() {
-  setWindowTitle(HasDefaultName() ? tr("Events Log") : tr("Events Log (%1)").arg(LogName()));
-  lblRecording_->setText(Game.EventsLogActive ? tr("Recording") : tr("Not recording"));
+  setWindowTitle(IsDefaultLogName(Game.EventsLogFile) ? tr("Events Log")
+                                                      : tr("Events Log (%1)").arg(LogName()));
   picEventsLog_->update();
 }
 
 /// The bars and the position stand by what the view has just read.
 void frmEventsLog::ShowBars() {
   const int lines = LogLineCount();
+  lblEmpty_->setVisible(lines == 0);
   vscrEventsLog_->setRange(1, LogBarMaximum(lines));
   vscrEventsLog_->setPageStep(picEventsLog_->PageStep());
   if (!vscrEventsLog_->isSliderDown())

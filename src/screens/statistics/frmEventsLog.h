@@ -78,7 +78,7 @@ class frmEventsLog : public Screen {
   QScrollBar* vscrEventsLog_ = nullptr;
   QScrollBar* hscrEventsLog_ = nullptr;
   QLabel* lblPosition_ = nullptr;
-  QLabel* lblRecording_ = nullptr;
+  QLabel* lblEmpty_ = nullptr;
   QString findText_;
   int turned_ = 0;  // of the wheel, not yet worth a line
 };

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/text.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/report.h"
 #include "screens/statistics/graph_painter.h"
 
@@ -36,7 +37,6 @@ class GraphOnView {
   GraphState& graph_;
 };
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 QString Count(int count) { return Text(CountText(count)); }
 
 void PrintScale(QPainter& painter, const QRectF& panel) {
@@ -54,7 +54,7 @@ void PrintOneGraph(QPainter& painter, const QRectF& cell) {
   SetPrintFont(painter, kSmallFont, false);
   painter.drawText(
       QRectF(panel.left(), cell.top(), panel.width(), kCaption), Qt::AlignLeft,
-      QString("Rolls %1 to %2    High: %3    Low: %4")
+      QObject::tr("Rolls %1 to %2    High: %3    Low: %4")
           .arg(Count(RollAtPoint(1)), Count(RollAtPoint(kGraphPoints)),
                Text(MoneyText(Game.GraphPeriodHigh)), Text(MoneyText(Game.GraphPeriodLow))));
   PrintScale(painter, panel);
