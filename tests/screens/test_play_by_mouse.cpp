@@ -308,6 +308,21 @@ class TestPlayByMouse : public QObject {
   void editsTheChipStacksByMenu() {
     auto* stacks = ChipStacks();
     auto* list = stacks->findChild<QTableView*>("picChipStacks");
+    list->setCurrentIndex(list->model()->index(2, 1));
+    const auto type = [list](const char* text, Qt::Key key) {
+      auto* box = list->viewport()->findChild<QLineEdit*>("txtChipStackInput");
+      QVERIFY(box);
+      box->selectAll();
+      QTest::keyClicks(box, text);
+      QTest::keyClick(box, key);
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    type("Third", Qt::Key_Tab);  // from a name to its value, and to the next stack
+    type("33", Qt::Key_Tab);
+    type("Fourth", Qt::Key_Backtab);
+    type("34", Qt::Key_Escape);
+    QCOMPARE(Game.ChipStackName[2] + Game.ChipStackName[3], std::string("ThirdFourth"));
+    ExpectBet(FirstChipStack + 2, 33);
     EnterCell(stacks, 4, 2, "-12");
     EnterCell(stacks, 4, 1, "Debt");
     list->setCurrentIndex(list->model()->index(4, 2));

@@ -9,7 +9,9 @@
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
+#include "core/help_topics.h"
 #include "core/messages.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/report_pages.h"
 
@@ -20,9 +22,8 @@ constexpr QSize kAtStart(640, 720);
 
 }  // namespace
 
-frmPrint::frmPrint(const Report& report, QWidget* parent) : QDialog(parent), report_(report) {
-  setObjectName("frmPrint");
-  setWindowTitle(tr("Print %1").arg(report.Title));
+frmPrint::frmPrint(const Report& report, QWidget* parent)
+    : Dialog(parent, "frmPrint", tr("Print %1").arg(report.Title), kTopicFiles), report_(report) {
   QVBoxLayout* column = new QVBoxLayout(this);
   QPrinter* paper = new QPrinter;
   // Looking doesn't need a printer.
@@ -35,28 +36,20 @@ frmPrint::frmPrint(const Report& report, QWidget* parent) : QDialog(parent), rep
   column->addWidget(picPages_, 1);
 
   QHBoxLayout* row = new QHBoxLayout;
-  const auto add = [&](const char* name, const QString& caption, auto act) {
-    QPushButton* button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, act);
-    row->addWidget(button);
-    return button;
-  };
-  add("cmdPrevious", tr("P&revious"),
-      [this] { picPages_->setCurrentPage(picPages_->currentPage() - 1); });
-  add("cmdNext", tr("&Next"), [this] { picPages_->setCurrentPage(picPages_->currentPage() + 1); });
-  lblPage_ = new QLabel(this);
-  lblPage_->setObjectName("lblPage");
+  AddButton(row, "cmdPrevious", tr("P&revious"),
+            [this] { picPages_->setCurrentPage(picPages_->currentPage() - 1); });
+  AddButton(row, "cmdNext", tr("&Next"),
+            [this] { picPages_->setCurrentPage(picPages_->currentPage() + 1); });
+  lblPage_ = New<QLabel>("lblPage");
   row->addWidget(lblPage_, 1);
-  QPushButton* print = add("cmdPrint", tr("&Print"), [this] { Write({}); });
+  QPushButton* print = AddButton(row, "cmdPrint", tr("&Print"), [this] { Write({}); });
   if (!CanPrint()) {
     print->setEnabled(false);
     print->setToolTip(tr("There is no printer."));
   }
-  QPushButton* pdf = add("cmdPrintToPdf", tr("Print to P&DF ..."), [this] { ToPdf(); });
+  QPushButton* pdf = AddButton(row, "cmdPrintToPdf", tr("Print to P&DF ..."), [this] { ToPdf(); });
   (CanPrint() ? print : pdf)->setDefault(true);
-  add("cmdCancel", tr("Cancel"), [this] { reject(); });
+  AddButton(row, "cmdCancel", tr("Cancel"), [this] { reject(); });
   column->addLayout(row);
   resize(kAtStart);
   picPages_->updatePreview();

@@ -1,15 +1,14 @@
 // A report as it will be printed, and the ways to print it.
 #pragma once
 
-#include <QDialog>
-
+#include "screens/frame/dialog.h"
 #include "screens/frame/report.h"
 
 class QLabel;
 class QPrinter;
 class QPrintPreviewWidget;
 
-class frmPrint : public QDialog {
+class frmPrint : public Dialog {
   Q_OBJECT
 
  public:

@@ -54,9 +54,23 @@ QRect ScreenFor(const QRect& wanted) {
   return best;
 }
 
+/// Beside the table, as far as the screen has room for both.
+void PutBeside(QWidget* window, const QWidget& table) {
+  const QRect screen = table.screen()->availableGeometry();
+  const QSize size = window->size().boundedTo(screen.size());
+  window->resize(size);
+  window->move(std::max(screen.left(), std::min(table.frameGeometry().right() + 1,
+                                                screen.right() + 1 - size.width())),
+               std::clamp(table.y(), screen.top(), screen.bottom() + 1 - size.height()));
+}
+
 void TakePlace(QWidget* window, WindowId id) {
   const WindowPlace& place = PlaceOf(id);
-  if (place.Width <= 0 || place.Height <= 0) return;
+  if (place.Width <= 0 || place.Height <= 0) {
+    if (window->parentWidget() && !window->isModal() && id != FileWindow)
+      PutBeside(window, *window->parentWidget());
+    return;
+  }
   const auto bounded = [](int value) { return std::clamp(value, -kFarthest, kFarthest); };
   const QRect screen = ScreenFor(
       {bounded(place.Left), bounded(place.Top), bounded(place.Width), bounded(place.Height)});

@@ -15,8 +15,8 @@
 
 #include "autoplay/auto_play.h"
 #include "core/help_topics.h"
-#include "core/text.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
 #include "screens/play/modify_amounts.h"
 
@@ -25,25 +25,8 @@ namespace {
 constexpr int kAmountDecimals = 2;
 constexpr int kAmountLength = 12;
 constexpr int kCountLength = 9;
-constexpr QSize kAtStart(960, 520);
+constexpr QSize kAtStart(740, 430);  // leaves much of a table in sight; the rest is scrolled to
 const Currency kLargestAmount = Currency::FromRaw(9'999'999'999'900);
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-template <class Control, class... With>
-Control* New(const QString& name, With&&... with) {
-  auto* control = new Control(std::forward<With>(with)...);
-  control->setObjectName(name);
-  return control;
-}
-
-QLabel* Caption(const QString& text, QWidget* buddy) {
-  QLabel* label = new QLabel(text);
-  label->setBuddy(buddy);
-  return label;
-}
 
 QRadioButton* Option(const QString& name, std::string_view caption, const RecordField<int>& field,
                      int value) {
@@ -199,7 +182,7 @@ QGroupBox* frmAutoPlay::MakeComeOut() {
   auto* group = New<QGroupBox>("picWorkOnComeout", tr("&Working on the Come-out Roll:"));
   comeOut_ = new RecordModel(
       this, [] { return LastBet; },
-      {{.Text = [](int row) { return QString::fromStdString(ComeOutLine(row + Lay4)); },
+      {{.Text = [](int row) { return Text(ComeOutLine(row + Lay4)); },
         .Ink =
             [this](int row) {
               const bool works =
@@ -258,7 +241,7 @@ QGroupBox* frmAutoPlay::MakeRolling() {
   remaining->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   BindText(remaining, [] {
     const bool noLimit = Game.NumAutoRolls == 0 && Game.AutoRollsLeft == 0;
-    return noLimit ? tr("no limit") : QString::fromStdString(CountText(Game.AutoRollsLeft));
+    return noLimit ? tr("no limit") : Count(Game.AutoRollsLeft);
   });
   grid->addWidget(Caption(tr("N&umber of rolls:"), count), 1, 0);
   grid->addWidget(count, 1, 1);

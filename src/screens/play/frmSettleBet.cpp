@@ -8,6 +8,7 @@
 
 #include "bets/settle.h"
 #include "core/text.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/help.h"
 #include "screens/frame/numeric_entry.h"
 #include "screens/play/modify_amounts.h"
@@ -31,8 +32,6 @@ constexpr int kAmountDecimals = 2;
 
 constexpr int kFirstModifyChoice = 5;  // " Same Bet:", and after it " Bet:"
 enum ModifyRow : int { SameBetRow = 0, BetRow = 1 };
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 }  // namespace
 

@@ -19,6 +19,7 @@
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/numeric_entry.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/report.h"
@@ -35,16 +36,14 @@ enum Column : int { StackColumn = 0, NameColumn = 1, ValueColumn = 2 };
 int StackOfRow(int row) { return FirstChipStack + row; }
 Currency ValueOfRow(int row) { return Game.Bets[static_cast<unsigned>(StackOfRow(row))]; }
 std::string& NameOfRow(int row) { return Game.ChipStackName[static_cast<unsigned>(row)]; }
-QString NameText(int row) { return QString::fromStdString(NameOfRow(row)); }
+QString NameText(int row) { return Text(NameOfRow(row)); }
 
 /// Values of 0 are shown, unless the player would rather have the others stand out.
 bool ZeroIsShown() { return Game.StackValuesView[0] == 0; }
 
 bool IsShown(int row) { return ValueOfRow(row) != 0 || ZeroIsShown(); }
 
-QString ValueText(int row) {
-  return IsShown(row) ? QString::fromStdString(MoneyText(ValueOfRow(row))) : QString();
-}
+QString ValueText(int row) { return IsShown(row) ? Money(ValueOfRow(row)) : QString(); }
 
 bool TakeName(int row, const QString& text) {
   if (text != NameText(row))
@@ -75,6 +74,24 @@ class CellEditor : public QStyledItemDelegate {
       box->setMaxLength(kLongestName);
     }
     return box;
+  }
+};
+
+/// Keys go from the name of a stack to its value, and on to the name of the next.
+class StackTable : public QTableView {
+ public:
+  using QTableView::QTableView;
+
+ protected:
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers keys) override {
+    const QModelIndex from = currentIndex();
+    const int step = action == MoveNext ? 1 : action == MovePrevious ? -1 : 0;
+    const QModelIndex to = QTableView::moveCursor(action, keys);
+    if (!from.isValid()) return to;
+    if (step == 0) return to.column() == StackColumn ? to.siblingAtColumn(NameColumn) : to;
+    constexpr int kCells = 2;  // of a row that can be typed in
+    const int cell = from.row() * kCells + from.column() - NameColumn + step;
+    return model()->index(std::clamp(cell / kCells, 0, kStacks - 1), NameColumn + (cell & 1));
   }
 };
 
@@ -118,10 +135,9 @@ void frmStackValues::MakeList() {
         .Text = ValueText,
         .Alignment = Qt::AlignRight,
         .Ink = [](int row) { return ValueOfRow(row) < 0 ? QColor(Qt::red) : QColor(); },
-        .EditText = [](int row) { return QString::fromStdString(PlainText(ValueOfRow(row))); },
+        .EditText = [](int row) { return Text(PlainText(ValueOfRow(row))); },
         .Take = TakeValue}});
-  picChipStacks_ = new QTableView(this);
-  picChipStacks_->setObjectName("picChipStacks");
+  picChipStacks_ = New<StackTable>("picChipStacks");
   picChipStacks_->setAccessibleName(tr("Chip-Stacks"));
   picChipStacks_->verticalScrollBar()->setObjectName("VScroll1");
   picChipStacks_->setModel(stacks_);
@@ -222,8 +238,7 @@ void frmStackValues::PrintList() {
   report.Rows = static_cast<int>(rows.size());
   report.Row = [rows](int at) {
     const int row = rows[static_cast<unsigned>(at)];
-    return QStringList{QString("#%1").arg(row + 1),
-                       QString::fromStdString(MoneyText(ValueOfRow(row))), NameText(row)};
+    return QStringList{QString("#%1").arg(row + 1), Money(ValueOfRow(row)), NameText(row)};
   };
   PrintReport(this, report);
 }

@@ -10,8 +10,8 @@
 
 #include "autobet/script.h"
 #include "core/help_topics.h"
-#include "core/text.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
 #include "screens/scripts/script_commands.h"
 
@@ -24,8 +24,7 @@ const Flag& FlagAt(int row) { return Game.Flags[static_cast<unsigned>(row)]; }
 
 QString RowOf(int row) {
   const Flag& flag = FlagAt(row);
-  return QString::fromStdString(flag.FlagName) +
-         (flag.FlagValue != kFalse ? " - True" : " - False");
+  return Text(flag.FlagName) + (flag.FlagValue != kFalse ? " - True" : " - False");
 }
 
 void SetFlags(const std::vector<std::string>& names, int truth) {
@@ -39,12 +38,11 @@ void SetFlags(const std::vector<std::string>& names, int truth) {
 }  // namespace
 
 frmFlags::frmFlags(QWidget* table) : Screen(table, "frmFlags", tr("Flag Values"), kTopicFlags) {
-  const auto name = [](int row) { return QString::fromStdString(FlagAt(row).FlagName); };
+  const auto name = [](int row) { return Text(FlagAt(row).FlagName); };
   flags_ = new RecordModel(
       this, [] { return static_cast<int>(Game.Flags.size()); }, {{.Text = RowOf, .ToolTip = name}},
       name);
-  lstShowflags_ = new QListView(this);
-  lstShowflags_->setObjectName("lstShowflags");
+  lstShowflags_ = New<QListView>("lstShowflags");
   lstShowflags_->setAccessibleName(tr("Flags"));
   lstShowflags_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   lstShowflags_->setUniformItemSizes(true);
@@ -105,7 +103,7 @@ void frmFlags::SetSelected(int truth) {
 
 Report frmFlags::FlagsReport() {
   QStringList heading = GameHeading(tr("Flag values for Auto-Bet file:   %1").arg(ScriptName()));
-  heading << tr("Rolls:  %1").arg(QString::fromStdString(CountText(Game.RollCount[0])));
+  heading << tr("Rolls:  %1").arg(Count(Game.RollCount[0]));
   return {.Title = tr("Kelvanor Flag Values"),
           .Heading = heading,
           .Rows = static_cast<int>(Game.Flags.size()),

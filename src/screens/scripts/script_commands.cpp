@@ -91,5 +91,7 @@ QString ScriptName() {
 
 QString ScriptCaption() {
   if (Game.ScrCount == 0 && Game.AutoBetFile.empty()) return {};
-  return QString("Auto-Bet %1:  %2").arg(Game.AutoBetActive != 0 ? "on" : "off", ScriptName());
+  return (Game.AutoBetActive != 0 ? QObject::tr("Auto-Bet on:  %1")
+                                  : QObject::tr("Auto-Bet off:  %1"))
+      .arg(ScriptName());
 }

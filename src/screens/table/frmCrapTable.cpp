@@ -221,15 +221,15 @@ void frmCrapTable::RefreshViews() {
 
 void frmCrapTable::ShowCaption() {
   if (Game.HyperDriveOn && Game.TableMinimised) {
-    setWindowTitle("Kelvanor Hyper-Drive Active");
+    setWindowTitle(tr("Kelvanor Hyper-Drive Active"));
     return;
   }
   if (Game.HyperDriveStopped && Game.TableMinimised) {
-    setWindowTitle("Kelvanor Hyper-Drive Stopped");
+    setWindowTitle(tr("Kelvanor Hyper-Drive Stopped"));
     return;
   }
   const QString name = QFileInfo(QString::fromStdString(Game.GameFileName)).fileName();
-  setWindowTitle(name.isEmpty() ? QString("Kelvanor") : QString("Kelvanor (%1)").arg(name));
+  setWindowTitle(name.isEmpty() ? QString("Kelvanor") : tr("Kelvanor (%1)").arg(name));
 }
 
 void frmCrapTable::Roll() {

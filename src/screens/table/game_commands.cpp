@@ -13,6 +13,7 @@
 #include "persistence/file_commands.h"
 #include "persistence/game_file.h"
 #include "screens/files/frmFile.h"
+#include "screens/frame/player_change.h"
 #include "screens/scripts/script_commands.h"
 #include "screens/table/table_commands.h"
 
@@ -112,13 +113,13 @@ void SetRecorderCommand(int status) {
 }
 
 void RewindDiceRollsCommand() {
-  Game.DiceFilePos = 1;
-  ShowAll();
+  ChangeByPlayer([] { Game.DiceFilePos = 1; });
 }
 
 void ToEndOfDiceRollsCommand() {
-  Game.DiceFilePos = static_cast<int>(std::min<std::int64_t>(DiceRollCount(), INT_MAX - 1)) + 1;
-  ShowAll();
+  ChangeByPlayer([] {
+    Game.DiceFilePos = static_cast<int>(std::min<std::int64_t>(DiceRollCount(), INT_MAX - 1)) + 1;
+  });
 }
 
 void OpenProbabilityCommand(QWidget* parent) {

@@ -73,9 +73,10 @@ void ClickStickPerson(double y) {
     PlayStickCall(StickNextThrow, false);
     return;
   }
-  Game.DisplayHopBets = !Game.DisplayHopBets;
-  TheHost.RedrawLayout();
-  TheHost.RedrawBets();
+  ChangeByPlayer([] {
+    Game.DisplayHopBets = !Game.DisplayHopBets;
+    TheHost.RedrawLayout();
+  });
 }
 
 void ActWithMarker(int marker, int betId) {

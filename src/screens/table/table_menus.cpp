@@ -15,6 +15,7 @@
 #include "play/roll_cycle.h"
 #include "rules/payoff_cells.h"
 #include "rules/presets.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/menus.h"
 #include "screens/frame/player_change.h"
 #include "screens/scripts/script_commands.h"
@@ -33,10 +34,6 @@ struct Menu {
 };
 
 QString tr(const char* text) { return Menu::tr(text); }
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QStringList Numbered(const QString& caption, int count) {
   QStringList captions;
