@@ -395,8 +395,8 @@ TEST_F(ForeignScript, QuestionsAndRefusals) {
   EXPECT_EQ(Game.ScrCount, 1);
   std::filesystem::remove(Folder / "old[kv].bet");
   std::filesystem::create_directory(Folder / "old[kv].bet");
-  EXPECT_EQ(LastWord(path, {kYes}),
-            (ShownMessage{FileFailureText(path, "converted"), kConvertTitle, 640, OkStop}));
+  const ShownMessage word = LastWord(path, {kYes});
+  EXPECT_EQ(word, (ShownMessage{FileFailureText(path, "converted"), kConvertTitle, 640, OkStop}));
   EXPECT_EQ(Game.LastFileResult, -1);
 }
 
