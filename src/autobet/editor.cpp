@@ -33,14 +33,6 @@ bool MayOverwriteScriptFile() {
                   "Save Auto-Bets?", kTopicScriptEditor);
 }
 
-/// A script under another name than its own, which stays.
-void SaveCopy(const std::string& path) {
-  const bool wasRunning = Game.HotKeyRunning;
-  Game.HotKeyRunning = true;
-  SaveScript(path);
-  Game.HotKeyRunning = wasRunning;
-}
-
 }  // namespace
 
 // --- Finding ---
@@ -165,6 +157,6 @@ bool LeaveEditor() {
       Game.AutoBetActive = 0;
     }
   }
-  if (Game.ScriptChanged) SaveCopy(Game.DataPath + "active.tmp");
+  if (Game.ScriptChanged) WriteScript(Game.DataPath + "active.tmp");
   return true;
 }

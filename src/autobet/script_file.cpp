@@ -9,6 +9,7 @@
 
 #include "autobet/conversion.h"
 #include "autobet/language.h"
+#include "autobet/profile.h"
 #include "autobet/script.h"
 #include "autobet/script_records.h"
 #include "core/ansi.h"
@@ -154,7 +155,9 @@ void Paste(const ReadScript& script) {
                                          script.Lines.end());
   std::for_each(pasted, pasted + static_cast<std::ptrdiff_t>(script.Lines.size()),
                 [](ScriptLine& line) { line.LineSelected = true; });
-  Game.ScrCount += static_cast<int>(script.Lines.size());
+  const int count = static_cast<int>(script.Lines.size());
+  Game.ScrCount += count;
+  SpliceProfile(place, 0, count);
 }
 
 /// Offers to convert a file of the older program and puts the converted one in its place; false
@@ -179,7 +182,7 @@ void ReadIntoScript(std::string path, ReadInto use) {
   if (use != ReadInto::HotKey) Game.ScriptChanged = true;
   if (use == ReadInto::Whole) return ScriptReplaced();
   if (use == ReadInto::HotKey) ++Game.ScriptLoads;
-  Game.ScriptUnsaved = path != Game.AutoBetFile;
+  Game.ScriptUnsaved = use == ReadInto::Insertion || path != Game.AutoBetFile;
   ScriptEdited();
 }
 

@@ -280,6 +280,7 @@ TEST_F(Editor, MovesDeletesAndPastes) {
   load();
   SaveScript(folder / "five.bet");
   LoadScript("When . . .\n");
+  Game.AutoBetFile = folder / "five.bet";
   Game.ScriptInsertLine = 2;
   const std::optional<ScriptEdit> pasted = RecordEdit([&folder] {
     Game.ScriptCopyMode = true;
@@ -287,6 +288,7 @@ TEST_F(Editor, MovesDeletesAndPastes) {
     Game.ScriptCopyMode = false;
   });
   EXPECT_EQ(Game.ScrCount, 6);
+  EXPECT_TRUE(Game.ScriptUnsaved);
   EXPECT_TRUE(RevertEdit(*pasted));
   EXPECT_EQ(Script(), "When . . .\n");
 }
