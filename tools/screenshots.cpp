@@ -383,7 +383,7 @@ void ShootFileScreen(const QString& size) {
 void ShootMenus() {
   Fresh();
   frmCrapTable table;
-  for (const char* name : {"mnuGame", "mnuOptions", "mnuDiceRollFiles", "mnuProbability"})
+  for (const char* name : {"mnuGame", "mnuOptions", "mnuDiceRollFiles"})
     SaveScreen(*table.findChild<QMenu*>(name), QStringLiteral("menu_") + name);
 }
 

@@ -9,6 +9,7 @@
 #include "bets/vig.h"
 #include "core/sounds.h"
 #include "core/text.h"
+#include "rules/config_checks.h"
 #include "rules/payoff_cells.h"
 
 namespace {
@@ -89,6 +90,20 @@ CheckResult SetLayVigUpFront(bool upFront) { return ChangeLayTerms({upFront, Gam
 CheckResult SetRoundBuyVig(int rounding) { return ChangeBuyTerms({Game.BuyVigUpFront, rounding}); }
 
 CheckResult SetRoundLayVig(int rounding) { return ChangeLayTerms({Game.LayVigUpFront, rounding}); }
+
+CheckResult SetChipValues(const std::array<Currency, 5>& values) {
+  CheckResult result = CheckDenominations(values);
+  if (!result.Ok) return result;
+  std::copy(values.begin(), values.end(), Game.Bets.begin() + SmallestChip);
+  ArrangeAllChips();
+  return result;
+}
+
+void FitBetsToRules() {
+  RefigureHeldVig();
+  ReAdjustAllBets();
+  ArrangeAllChips();
+}
 
 CheckResult SetNegBankroll(bool allowed) {
   const std::string title = "Bankroll";

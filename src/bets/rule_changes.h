@@ -15,6 +15,13 @@ CheckResult SetLayVigUpFront(bool upFront);
 CheckResult SetRoundBuyVig(int rounding);
 CheckResult SetRoundLayVig(int rounding);
 
+/// Sets the five chip values and lays all chips anew. Values that can't stand together change
+/// nothing, and the result tells why.
+CheckResult SetChipValues(const std::array<Currency, 5>& values);
+
+/// Passes every bet through the rules in force, and lays all chips anew.
+void FitBetsToRules();
+
 /// Allows negative bankrolls or not. They stay allowed while the bankroll is negative or doesn't
 /// cover the bets.
 CheckResult SetNegBankroll(bool allowed);

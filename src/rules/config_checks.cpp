@@ -17,36 +17,6 @@ CheckResult CheckFault(int index, std::string text) {
   return Fault(ChecksTab, ConfigBox::Denomination, index, "Check Values", std::move(text));
 }
 
-CheckResult CheckDenominations(const std::array<Currency, 5>& checks) {
-  for (int index = 0; index < 5; ++index) {
-    const Currency value = checks[static_cast<unsigned>(index)];
-    if (value == Currency()) return CheckFault(index, "Check values must be greater than zero.");
-    if (index > 0 && value < checks[static_cast<unsigned>(index - 1)]) {
-      return CheckFault(index,
-                        "Checks must be listed in ascending order with the \nsmallest valued "
-                        "check in the leftmost position.");
-    }
-    if (!IsWhole(value / checks[0])) {
-      return CheckFault(index, "All checks must be wholly divisible by the smallest check.");
-    }
-  }
-  return {};
-}
-
-CheckResult CheckPlacard(const ConfigEntries& entries) {
-  const std::string title = "Configuration Limits";
-  if (entries.MinPlacard < entries.Checks[0]) {
-    return Fault(BetsTab, ConfigBox::MinPlacard, 0, title,
-                 "The minimum bet cannot be less than\nthe smallest check denomination of " +
-                     MoneyText(entries.Checks[0]));
-  }
-  if (entries.MaxPlacard < entries.MinPlacard) {
-    return Fault(BetsTab, ConfigBox::MaxPlacard, 0, title,
-                 "The maximum bet must be greater than\nor equal to the minimum bet.");
-  }
-  return {};
-}
-
 /// The label of a row as its message names it: odds by their bet names.
 std::string RowNameInMessage(const PayoffRow& row) {
   return IsOddsBet(row.BetId) ? std::string(kBetNames[static_cast<unsigned>(row.BetId)])
@@ -78,6 +48,7 @@ CheckResult CheckFieldPayoffs() {
   return Fault(PayoffsTab, ConfigBox::FieldPayoff, 0, "Payoff error",
                "At least one of the Field payoffs must be postiive.");
 }
+
 }  // namespace
 
 ConfigEntries EntriesInForce() {
@@ -85,7 +56,38 @@ ConfigEntries EntriesInForce() {
   std::copy_n(Game.Bets.begin() + SmallestChip, entries.Checks.size(), entries.Checks.begin());
   entries.MinPlacard = Game.MinPlacard;
   entries.MaxPlacard = Game.MaxPlacard;
+  entries.Notices = NoticeBoxes();
   return entries;
+}
+
+CheckResult CheckDenominations(const std::array<Currency, 5>& checks) {
+  for (int index = 0; index < 5; ++index) {
+    const Currency value = checks[static_cast<unsigned>(index)];
+    if (value == Currency()) return CheckFault(index, "Check values must be greater than zero.");
+    if (index > 0 && value < checks[static_cast<unsigned>(index - 1)]) {
+      return CheckFault(index,
+                        "Checks must be listed in ascending order with the \nsmallest valued "
+                        "check in the leftmost position.");
+    }
+    if (!IsWhole(value / checks[0])) {
+      return CheckFault(index, "All checks must be wholly divisible by the smallest check.");
+    }
+  }
+  return {};
+}
+
+CheckResult CheckPlacard(const ConfigEntries& entries) {
+  const std::string title = "Configuration Limits";
+  if (entries.MinPlacard < entries.Checks[0]) {
+    return Fault(BetsTab, ConfigBox::MinPlacard, 0, title,
+                 "The minimum bet cannot be less than\nthe smallest check denomination of " +
+                     MoneyText(entries.Checks[0]));
+  }
+  if (entries.MaxPlacard < entries.MinPlacard) {
+    return Fault(BetsTab, ConfigBox::MaxPlacard, 0, title,
+                 "The maximum bet must be greater than\nor equal to the minimum bet.");
+  }
+  return {};
 }
 
 CheckResult CheckLimitsOK(const ConfigEntries& entries) {

@@ -66,7 +66,7 @@ class TestFrame : public QObject {
       PlannedMessages.Shown.clear();
       if (before == Kept()) QCOMPARE(action->isChecked(), checked);  // was refused
     }
-    QVERIFY2(flipped > 60, qPrintable(QString::number(flipped)));
+    QVERIFY2(flipped > 45, qPrintable(QString::number(flipped)));
     QCOMPARE(FirstInconsistency(), std::string());
   }
 
@@ -90,7 +90,7 @@ class TestFrame : public QObject {
       }
       ++walked;
     }
-    QVERIFY2(walked > 35, qPrintable(QString::number(walked)));
+    QVERIFY2(walked > 90, qPrintable(QString::number(walked)));
   }
 
   /// What is done while the dice fly waits for them, on every screen alike.
@@ -139,7 +139,7 @@ class TestFrame : public QObject {
       std::map<QChar, QString> taken;
       for (const QAction* action : menu->actions()) {
         const qsizetype at = action->text().indexOf('&');
-        if (at < 0) continue;
+        if (at < 0 || !action->isVisible()) continue;
         const QChar letter = action->text()[at + 1].toLower();
         QVERIFY2(!taken.contains(letter),
                  qPrintable(menu->title() + ": " + taken[letter] + ", " + action->text()));

@@ -13,8 +13,8 @@
 #include "core/help_topics.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
+#include "screens/art/chip_art.h"
 #include "screens/screen_tests.h"
-#include "screens/table/chip_art.h"
 #include "screens/table/pile_layout.h"
 #include "screens/table/table_painter.h"
 

@@ -28,24 +28,10 @@ constexpr int kCountLength = 9;
 constexpr QSize kAtStart(740, 430);  // leaves much of a table in sight; the rest is scrolled to
 const Currency kLargestAmount = Currency::FromRaw(9'999'999'999'900);
 
-QRadioButton* Option(const QString& name, std::string_view caption, const RecordField<int>& field,
-                     int value) {
-  auto* option = New<QRadioButton>(name, Text(caption));
-  Bind(option, field, value);
-  return option;
-}
-
-QCheckBox* Box(const char* name, const QString& caption, const RecordField<bool>& field) {
-  auto* box = New<QCheckBox>(name, caption);
-  Bind(box, field);
-  return box;
-}
-
 QComboBox* BiasList(const char* name, std::span<const std::string_view> items, int& field) {
-  auto* list = New<QComboBox>(name);
-  for (const std::string_view item : items) list->addItem(Text(item));
-  Bind(list, field);
-  return list;
+  QStringList captions;
+  for (const std::string_view item : items) captions << Text(item);
+  return ChoiceList(name, captions, field);
 }
 
 /// A button whose caption is what it stands at; each click goes on to the next.
@@ -81,11 +67,7 @@ frmAutoPlay::frmAutoPlay(QWidget* table)
   grid->setRowStretch(0, 1);
   grid->setRowStretch(1, 1);
   // A small screen shows a part and scrolls.
-  QScrollArea* area = new QScrollArea(this);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setWidget(content);
-  setCentralWidget(area);
+  setCentralWidget(Scrolling(content));
   resize(kAtStart);
 }
 
@@ -99,8 +81,9 @@ QGroupBox* frmAutoPlay::MakeHandling(const QString& title, const char* name,
   constexpr int kSlotsApart = AutoWinBet - AutoWinSameBet;
   for (int i = 0; i < static_cast<int>(captions.size()); ++i) {
     QHBoxLayout* row = new QHBoxLayout;
-    row->addWidget(
-        Option(QString("%1_%2").arg(name).arg(i), captions[static_cast<unsigned>(i)], field, i), 1);
+    row->addWidget(Option(QString("%1_%2").arg(name).arg(i),
+                          Text(captions[static_cast<unsigned>(i)]), field, i),
+                   1);
     if (i == WinSameBetModified) row->addWidget(MakeModifyRow(firstSlot));
     if (i > WinSameBetModified) row->addWidget(MakeModifyRow(firstSlot + kSlotsApart));
     column->addLayout(row);
@@ -122,7 +105,7 @@ QWidget* frmAutoPlay::MakeModifyRow(int slot) {
         [at] { return OperatorCaption(Game.ModifyOperator[at]); },
         [at] { Game.ModifyOperator[at] = NextOperator(Game.ModifyOperator[at]); }));
   }
-  QLineEdit* amount = Box(QString("txtModifyAmount_%1").arg(slot), kAmountLength);
+  QLineEdit* amount = TextBox(QString("txtModifyAmount_%1").arg(slot), kAmountLength);
   amount->setAccessibleName(tr("Amount"));
   Bind(amount, RecordField(Game.ModifyAmount[at]).Within(0, kLargestAmount),
        {.Decimals = kAmountDecimals});
@@ -135,13 +118,6 @@ QWidget* frmAutoPlay::MakeModifyRow(int slot) {
   return panel;
 }
 
-QLineEdit* frmAutoPlay::Box(const QString& name, int length) {
-  auto* box = New<QLineEdit>(name);
-  box->setMaxLength(length);
-  box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QString(length, '0')) + 16);
-  return box;
-}
-
 // ---- Amounts and odds ----
 
 QGroupBox* frmAutoPlay::MakeAmounts() {
@@ -149,7 +125,7 @@ QGroupBox* frmAutoPlay::MakeAmounts() {
   QVBoxLayout* column = new QVBoxLayout(group);
   for (int i = 0; i < static_cast<int>(kAdjustModeNames.size()); ++i) {
     column->addWidget(Option(QString("optAutoAdjustBetAmounts_%1").arg(i),
-                             kAdjustModeNames[static_cast<unsigned>(i)],
+                             Text(kAdjustModeNames[static_cast<unsigned>(i)]),
                              RecordField(Game.AutoAdjust).Through(SetAutoAdjust), i));
   }
   column->addSpacing(6);
@@ -164,14 +140,14 @@ QGroupBox* frmAutoPlay::MakeAmounts() {
 QGroupBox* frmAutoPlay::MakeOdds() {
   QGroupBox* group = new QGroupBox(tr("Odds, Place Bets and Chips"));
   QVBoxLayout* column = new QVBoxLayout(group);
-  column->addWidget(::Box("chkAutoTakeFullOdds", tr(" Auto-&Take Full Odds"),
-                          RecordField(Game.AutoTakeFullOdds).Through(SetAutoTakeFullOdds)));
-  column->addWidget(::Box("chkAutoLayFullOdds", tr(" Auto-&Lay Full Odds"),
-                          RecordField(Game.AutoLayFullOdds).Through(SetAutoLayFullOdds)));
+  column->addWidget(CheckBox("chkAutoTakeFullOdds", tr(" Auto-&Take Full Odds"),
+                             RecordField(Game.AutoTakeFullOdds).Through(SetAutoTakeFullOdds)));
+  column->addWidget(CheckBox("chkAutoLayFullOdds", tr(" Auto-&Lay Full Odds"),
+                             RecordField(Game.AutoLayFullOdds).Through(SetAutoLayFullOdds)));
   column->addWidget(
-      ::Box("chkAutoRemovePlaceBets", tr(" Auto-Remove &Place Bets"), Game.AutoRemovePlace));
-  column->addWidget(::Box("chkAutoArrangeChips", tr(" Auto-A&rrange Chips"),
-                          RecordField(Game.AutoArrangeChips).Through(SetAutoArrangeChips)));
+      CheckBox("chkAutoRemovePlaceBets", tr(" Auto-Remove &Place Bets"), Game.AutoRemovePlace));
+  column->addWidget(CheckBox("chkAutoArrangeChips", tr(" Auto-A&rrange Chips"),
+                             RecordField(Game.AutoArrangeChips).Through(SetAutoArrangeChips)));
   column->addStretch(1);
   return group;
 }
@@ -229,13 +205,13 @@ QGroupBox* frmAutoPlay::MakeRolling() {
   QHBoxLayout* halves = new QHBoxLayout(group);
   halves->setSpacing(14);
   QGridLayout* grid = new QGridLayout;
-  grid->addWidget(::Box("chkAutoRollDice", tr(" Auto-Roll &Dice"),
-                        RecordField(Game.AutoRollDice).Through(SetAutoRollDice)),
+  grid->addWidget(CheckBox("chkAutoRollDice", tr(" Auto-Roll &Dice"),
+                           RecordField(Game.AutoRollDice).Through(SetAutoRollDice)),
                   0, 0, 1, 2);
-  QLineEdit* count = Box("txtNumAutoRolls", kCountLength);
+  QLineEdit* count = TextBox("txtNumAutoRolls", kCountLength);
   count->setToolTip(tr("0 puts no limit on the rolls"));
   Bind(count, RecordField(Game.NumAutoRolls).Through(SetNumAutoRolls));
-  QLineEdit* delay = Box("txtDelayRoll", kCountLength);
+  QLineEdit* delay = TextBox("txtDelayRoll", kCountLength);
   Bind(delay, RecordField(Game.AutoRollDelay).Through(SetAutoRollDelay));
   auto* remaining = New<QLabel>("lblAutoRollsRemaining");
   remaining->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -9,7 +9,6 @@
 #include "screens/frame/screen.h"
 
 class QGroupBox;
-class QLineEdit;
 class QListView;
 
 class frmAutoPlay : public Screen {
@@ -30,7 +29,6 @@ class frmAutoPlay : public Screen {
   QGroupBox* MakeComeOut();
   QGroupBox* MakeRolling();
   QListView* MakeStopList();
-  QLineEdit* Box(const QString& name, int length);
   void SetSelectedWorking(bool works);
 
   RecordModel* comeOut_ = nullptr;

@@ -8,12 +8,12 @@
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
-#include "dice/probability_file.h"
 #include "dice/tape_file.h"
 #include "persistence/file_commands.h"
 #include "persistence/game_file.h"
 #include "screens/files/frmFile.h"
 #include "screens/frame/player_change.h"
+#include "screens/rules/probability_commands.h"
 #include "screens/scripts/script_commands.h"
 #include "screens/table/table_commands.h"
 
@@ -25,24 +25,6 @@ Offer OfferToSave(const char* question, const char* title) {
   ShowMessage(question, title, kTopicFiles, YesNoCancel);
   if (Game.MsgAnswer == AnswerYes) return Offer::Save;
   return Game.MsgAnswer == AnswerNo ? Offer::LetGo : Offer::GoBack;
-}
-
-bool SaveProbability(QWidget* parent) {
-  if (Game.PrbFileName.empty()) return RunFileScreen(parent, FileCommand::SaveProbabilityAs);
-  SaveProbabilityFile(Game.PrbFileName);
-  return Game.LastFileResult > 0;
-}
-
-bool MayLeaveProbability(QWidget* parent) {
-  if (!Game.ProbabilityChanged) return true;
-  switch (
-      OfferToSave("Your current probabilities have not been saved.\n"
-                  "Do you want to save them now?",
-                  "Save Probabilities?")) {
-    case Offer::Save: return SaveProbability(parent);
-    case Offer::LetGo: return true;
-    default: return false;
-  }
 }
 
 bool MayLeaveTable(QWidget* parent) {
@@ -120,13 +102,4 @@ void ToEndOfDiceRollsCommand() {
   ChangeByPlayer([] {
     Game.DiceFilePos = static_cast<int>(std::min<std::int64_t>(DiceRollCount(), INT_MAX - 1)) + 1;
   });
-}
-
-void OpenProbabilityCommand(QWidget* parent) {
-  RunFileScreen(parent, FileCommand::OpenProbability);
-  ShowAll();
-}
-
-void SaveProbabilityAsCommand(QWidget* parent) {
-  RunFileScreen(parent, FileCommand::SaveProbabilityAs);
 }

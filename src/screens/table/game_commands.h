@@ -1,4 +1,4 @@
-// What the player's commands do with files of the game: open, save, record, skew the dice.
+// What the player's commands do with files of the game: open, save, record.
 #pragma once
 
 class QWidget;
@@ -24,6 +24,3 @@ void SetRecorderCommand(int status);
 /// The next roll is the tape's first, or comes behind its last.
 void RewindDiceRollsCommand();
 void ToEndOfDiceRollsCommand();
-
-void OpenProbabilityCommand(QWidget* parent);
-void SaveProbabilityAsCommand(QWidget* parent);

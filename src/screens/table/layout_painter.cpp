@@ -9,8 +9,8 @@
 #include "bets/decide_bet.h"
 #include "core/game_state.h"
 #include "core/text.h"
-#include "screens/table/chip_art.h"
-#include "screens/table/felt_art.h"
+#include "screens/art/chip_art.h"
+#include "screens/art/felt_art.h"
 #include "screens/table/rail_art.h"
 #include "screens/table/table_painter.h"
 

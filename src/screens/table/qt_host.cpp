@@ -18,11 +18,11 @@
 #include "screens/frame/guard.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/pointer.h"
+#include "screens/frame/sound_player.h"
 #include "screens/play/frmMsg.h"
 #include "screens/play/frmSettleBet.h"
 #include "screens/statistics/graph_printer.h"
 #include "screens/table/frmCrapTable.h"
-#include "screens/table/sound_player.h"
 #include "screens/table/table_layout.h"
 
 bool HurryHost = false;

@@ -9,7 +9,7 @@
 
 #include "core/game_state.h"
 #include "core/text.h"
-#include "screens/table/chip_art.h"
+#include "screens/art/chip_art.h"
 #include "screens/table/table_layout.h"
 
 namespace {

@@ -4,6 +4,7 @@
 
 #include "screens/play/frmAutoPlay.h"
 #include "screens/play/frmStackValues.h"
+#include "screens/rules/frmConfigure.h"
 #include "screens/scripts/frmFlags.h"
 #include "screens/statistics/frmBankroll.h"
 #include "screens/statistics/frmEventsLog.h"
@@ -29,6 +30,8 @@ std::span<const ScreenRow> AllScreens() {
        Make<frmFlags>},
       {AutoPlayWindow, "mnuAutoPlay", QT_TRANSLATE_NOOP("Screens", "&Auto-Play"), 0,
        Make<frmAutoPlay>},
+      {ConfigureWindow, "mnuConfigure", QT_TRANSLATE_NOOP("Screens", "&Configuration..."), 0,
+       Make<frmConfigure>},
   };
   return rows;
 }

@@ -1,20 +1,14 @@
 #include "screens/table/table_menus.h"
 
 #include <QCoreApplication>
-#include <array>
 
 #include "autobet/checker.h"
 #include "bets/bankroll.h"
 #include "bets/make_bet.h"
-#include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
-#include "core/sounds.h"
 #include "core/text.h"
-#include "dice/generators.h"
 #include "play/roll_cycle.h"
-#include "rules/payoff_cells.h"
-#include "rules/presets.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/menus.h"
 #include "screens/frame/player_change.h"
@@ -26,20 +20,12 @@
 
 namespace {
 
-constexpr int kFelts = 9;
-
 /// The texts of this menu bar.
 struct Menu {
   Q_DECLARE_TR_FUNCTIONS(TableMenus)
 };
 
 QString tr(const char* text) { return Menu::tr(text); }
-
-QStringList Numbered(const QString& caption, int count) {
-  QStringList captions;
-  for (int i = 1; i <= count; ++i) captions << caption.arg(i);
-  return captions;
-}
 
 /// The entry that shows a screen.
 MenuRow ShowRow(WindowId id) {
@@ -52,18 +38,7 @@ MenuRow ShowRow(WindowId id) {
   return {};
 }
 
-void SeedNow() {
-  if (!SeedRng(FindSeed)) return;
-  ShowMessage("The random number generator has now been seeded.", "RNG Seeded", kTopicGenerators,
-              OkTick);
-}
-
 void RedrawTable() { TheHost.RedrawLayout(); }
-
-/// A sound set as a list shows it: the file name up to its first point.
-QString SoundName(const std::string& file) {
-  return file.empty() ? tr("none") : Text(file).section('.', 0, 0);
-}
 
 // ---- The menus ----
 
@@ -164,77 +139,6 @@ std::vector<MenuRow> ViewRows() {
           ShowRow(EventsLogWindow)};
 }
 
-std::vector<MenuRow> ColorRows() {
-  std::vector<MenuRow> rows;
-  for (int i = 0; i < kColorPresets; ++i) {
-    const ColorPreset& preset = kColorPresetTable[static_cast<unsigned>(i)];
-    MenuRow row = Check(
-        QString("mnuSetColor_%1").arg(i), Text(preset.Name),
-        [&preset] {
-          return Game.TableColor == preset.Colors && Game.TableFeltPattern == preset.Pattern;
-        },
-        [i] {
-          ChangeByPlayer([i] {
-            SetColorPreset(i);
-            RedrawTable();
-          });
-        });
-    row.OneOfSeveral = true;
-    rows.push_back(std::move(row));
-  }
-  return rows;
-}
-
-/// The felt as the whole number that it is.
-RecordField<int> Felt() {
-  return RecordField<int>([] { return static_cast<int>(Game.TableFeltPattern); },
-                          [](int pattern) { Game.TableFeltPattern = static_cast<float>(pattern); })
-      .Then(RedrawTable);
-}
-
-std::vector<MenuRow> FieldPayoffRows() {
-  std::vector<MenuRow> rows;
-  for (int i = 0; i < kFieldPresets; ++i) {
-    rows.push_back(Command(QString("mnuSetField_%1").arg(i),
-                           Text(kFieldPresetNames[static_cast<unsigned>(i)]), [i] {
-                             ChangeByPlayer([i] {
-                               SetFieldPreset(i);
-                               DeriveFieldPer();
-                               RedrawTable();
-                             });
-                           }));
-  }
-  return rows;
-}
-
-std::vector<MenuRow> GeneratorRows() {
-  std::vector<MenuRow> rows = Choices(
-      "mnuRngChoice",
-      {tr("RNG #&1"), tr("RNG #&2"), tr("RNG #&3"), tr("RNG #&4"), tr("RNG #&5"),
-       tr("RNG #&6 (#1 and #5)"), tr("RNG #&7 (#2 and #4)"), tr("RNG #&8 (#1 single call)")},
-      RecordField(Game.RngChoice).Then(CorrectRngChoice), Rng1Mt);
-  for (MenuRow& generator : rows)
-    generator.Tip =
-        tr("Judge a betting system with #1, #2, #4, #7 or #8.\n"
-           "#3 is too even, #5 is uneven by its formula, and #6 takes every other roll from #5.");
-  rows.push_back(Separator());
-  rows.push_back(Toggle("mnuUserSeed", tr("&User seed"), Game.UserSeed));
-  rows.push_back(Toggle("mnuReSeed", tr("&Re-seed new games"), Game.ReSeed));
-  rows.push_back(Command("mnuSeedRng", tr("&Seed RNG now"), SeedNow).AtRest());
-  return rows;
-}
-
-std::vector<MenuRow> ProbabilityRows(frmCrapTable* table) {
-  return {Command("mnuOpenProbability", tr("&Open Probability File..."),
-                  [table] { OpenProbabilityCommand(table); })
-              .AtRest(),
-          Command("mnuSaveProbabilityAs", tr("&Save Probability File As..."),
-                  [table] { SaveProbabilityAsCommand(table); })
-              .AtRest(),
-          Separator(),
-          Toggle("mnuUseSkewedProbability", tr("&Use Skewed Dice"), Game.UseSkewedProbability)};
-}
-
 std::vector<MenuRow> TapeRows(frmCrapTable* table) {
   std::vector<MenuRow> rows = {
       Command("mnuNewOpen", tr("&New or Open..."), [table] { OpenDiceRollsCommand(table); })
@@ -252,69 +156,9 @@ std::vector<MenuRow> TapeRows(frmCrapTable* table) {
   return rows;
 }
 
-MenuRow SoundChoices(const QString& name, const QString& caption,
-                     const std::vector<std::string>& list, RecordField<int> field) {
-  QStringList captions;
-  for (const std::string& file : list) captions << SoundName(file);
-  return Submenu(name, caption, Choices(name, captions, field));
-}
-
-std::vector<MenuRow> SoundRows() {
-  return {SoundChoices("mnuStickPerson", tr("&Stick Person"), Game.StickPersons,
-                       RecordField(Game.StickPerson).Then([] {
-                         LoadStickPerson();
-                         PlayStickCall(StickPass, false);
-                       })),
-          SoundChoices("mnuDiceSound", tr("&Dice"), Game.DiceSounds,
-                       RecordField(Game.DiceSound).Then(PlayDiceSound)),
-          SoundChoices("mnuChipSound", tr("&Chips"), Game.ChipSounds,
-                       RecordField(Game.ChipSound).Then(PlayChipSound)),
-          SoundChoices("mnuWinSound", tr("&Wins"), Game.WinSounds,
-                       RecordField(Game.WinSound).Then([] { PlayWinSound(false); })),
-          Separator(),
-          Toggle("mnuDisableAllSound", tr("Disable &all game sounds"),
-                 RecordField(Game.DisableAllSound).Then([] { TheHost.StopSound(); }))};
-}
-
-std::vector<MenuRow> NoticeRows() {
-  const QStringList captions = {tr("&Actions not allowed"), tr("&Betting limits reached"),
-                                tr("&Charges and/or change"), tr("Auto-Bet messages &normal play"),
-                                tr("Auto-Bet messages &Hyper-Drive")};
-  std::vector<MenuRow> rows;
-  for (int i = 0; i < captions.size(); ++i)
-    rows.push_back(Toggle(QString("mnuNotify_%1").arg(i), captions[i], BitOf(Game.Notify, 1 << i)));
-  rows.push_back(Separator());
-  rows.push_back(Toggle("mnuSnapMouse", tr("&Snap mouse-pointer"), Game.SnapMouse));
-  return rows;
-}
-
 std::vector<MenuRow> OptionRows(frmCrapTable* table) {
-  const auto sendHome = [] {
-    if (Game.DiceAction != DiceRemainOnTable) TheHost.SendDiceHome();
-  };
-  return {Submenu("mnuOptionsColors", tr("Table &Colors"), ColorRows()),
-          Submenu("mnuFeltPattern", tr("&Felt Pattern"),
-                  Choices("mnuFeltPattern", Numbered(tr("Felt &%1"), kFelts), Felt())),
-          Submenu("mnuChipStyle", tr("C&hip Set"),
-                  Choices("mnuChipStyle", Numbered(tr("Chip set &%1"), kChipStyles),
-                          RecordField(Game.ChipStyle).Then(RedrawTable), 1)),
-          Submenu("mnuDiceStyle", tr("&Dice Set"),
-                  Choices("mnuDiceStyle", Numbered(tr("Dice set &%1"), kDiceStyles),
-                          RecordField(Game.DiceStyle).Then(RedrawTable), 1)),
-          Submenu("mnuDiceAction", tr("D&ice Action"),
-                  Choices("mnuDiceAction",
-                          {tr("&Stationary"), tr("&Return after thrown"), tr("Return on &decision"),
-                           tr("Remain on &table")},
-                          RecordField(Game.DiceAction).Then(sendHome), DiceStationary)),
-          Submenu("mnuOptionsPayoffs", tr("&Set Field payoffs to"), FieldPayoffRows()),
-          Separator(),
-          ShowRow(AutoPlayWindow),
-          Separator(),
-          Submenu("mnuRng", tr("&Random Numbers"), GeneratorRows()),
-          Submenu("mnuProbability", tr("&Probabilities"), ProbabilityRows(table)),
-          Submenu("mnuDiceRollFiles", tr("Dice Ro&ll Files"), TapeRows(table)),
-          Submenu("mnuSound", tr("S&ound"), SoundRows()),
-          Submenu("mnuNotices", tr("&Notices"), NoticeRows())};
+  return {ShowRow(ConfigureWindow), ShowRow(AutoPlayWindow), Separator(),
+          Submenu("mnuDiceRollFiles", tr("Dice Ro&ll Files"), TapeRows(table))};
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include "bets/chips.h"
 #include "core/game_state.h"
 #include "core/text.h"
-#include "screens/table/chip_art.h"
+#include "screens/art/chip_art.h"
 #include "screens/table/pile_layout.h"
 
 namespace {

@@ -11,3 +11,10 @@
 void PlayWave(const std::string& path, SoundMode mode);
 
 void StopWave();
+
+/// True when there is something to hear sounds by; asked once.
+bool SoundDeviceFound();
+
+/// How loud the program plays, from 0 to 1, for as long as it runs.
+double SoundVolume();
+void SetSoundVolume(double volume);

@@ -1,4 +1,4 @@
-#include "screens/table/felt_art.h"
+#include "screens/art/felt_art.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,4 +1,4 @@
-#include "screens/table/chip_art.h"
+#include "screens/art/chip_art.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "screens/table/sound_player.h"
+#include "screens/frame/sound_player.h"
 
 #include <QAudioDevice>
 #include <QCoreApplication>
@@ -17,18 +17,7 @@ constexpr int kLongestSound = 8000;
 
 QHash<QString, QSoundEffect*> LoadedSounds;
 QSoundEffect* Playing = nullptr;
-
-/// Asked once. Sound systems that aren't there complain at length, which nobody needs to read.
-bool SoundDeviceFound() {
-  static const bool found = [] {
-    const QtMessageHandler before =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    const bool any = !QMediaDevices::defaultAudioOutput().isNull();
-    qInstallMessageHandler(before);
-    return any;
-  }();
-  return found;
-}
+double Volume = 1;
 
 QSoundEffect* SoundOf(const QString& path) {
   QSoundEffect*& sound = LoadedSounds[path];
@@ -53,12 +42,25 @@ void WaitForEnd(QSoundEffect* sound) {
 
 }  // namespace
 
+// Sound systems that aren't there complain at length, which nobody needs to read.
+bool SoundDeviceFound() {
+  static const bool found = [] {
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    const bool any = !QMediaDevices::defaultAudioOutput().isNull();
+    qInstallMessageHandler(before);
+    return any;
+  }();
+  return found;
+}
+
 void PlayWave(const std::string& path, SoundMode mode) {
   StopWave();
   const QString file = QString::fromStdString(path);
   if (file.isEmpty() || !QFileInfo::exists(file) || !SoundDeviceFound()) return;
   Playing = SoundOf(file);
   Playing->setLoopCount(mode == SoundMode::Loop ? QSoundEffect::Infinite : 1);
+  Playing->setVolume(static_cast<float>(Volume));
   Playing->play();
   if (mode == SoundMode::PlayToEnd) WaitForEnd(Playing);
 }
@@ -66,4 +68,11 @@ void PlayWave(const std::string& path, SoundMode mode) {
 void StopWave() {
   if (Playing) Playing->stop();
   Playing = nullptr;
+}
+
+double SoundVolume() { return Volume; }
+
+void SetSoundVolume(double volume) {
+  Volume = volume;
+  if (Playing) Playing->setVolume(static_cast<float>(volume));
 }
