@@ -116,8 +116,7 @@ class TestConfigure : public QObject {
 
   /// Whatever is typed and clicked, what a visit leaves behind is sound.
   void aThousandVisitsLeaveTheGameSound() {
-    const int Visits =
-        qEnvironmentVariableIntValue("VISITS") ? qEnvironmentVariableIntValue("VISITS") : 1000;
+    constexpr int kVisits = 1'000;
     std::mt19937 chance(7);
     const auto below = [&](std::size_t count) { return chance() % count; };
     const QStringList texts = {
