@@ -7,9 +7,16 @@
 #include "screens/rules/frmConfigure.h"
 #include "screens/scripts/frmFlags.h"
 #include "screens/statistics/frmBankroll.h"
+#include "screens/statistics/frmBetResults.h"
+#include "screens/statistics/frmBetTrends.h"
 #include "screens/statistics/frmEventsLog.h"
+#include "screens/statistics/frmRollFreqs.h"
+#include "screens/statistics/frmRollTotals.h"
+#include "screens/statistics/frmSummary.h"
 
 namespace {
+
+constexpr int kShift = static_cast<int>(Qt::SHIFT);
 
 template <class Window>
 Screen* Make(QWidget* table) {
@@ -26,6 +33,16 @@ std::span<const ScreenRow> AllScreens() {
        Qt::Key_F11, Make<frmStackValues>},
       {EventsLogWindow, "mnuEventsLog", QT_TRANSLATE_NOOP("Screens", "&Events Log"), 0,
        Make<frmEventsLog>},
+      {SummaryWindow, "mnuSummary", QT_TRANSLATE_NOOP("Screens", "&Summary"), kShift + Qt::Key_F9,
+       Make<frmSummary>},
+      {RollTotalsWindow, "mnuRollTotals", QT_TRANSLATE_NOOP("Screens", "Roll &Totals"),
+       kShift + Qt::Key_F3, Make<frmRollTotals>},
+      {RollFreqsWindow, "mnuRollFreqs", QT_TRANSLATE_NOOP("Screens", "Roll &Frequencies"),
+       kShift + Qt::Key_F4, Make<frmRollFreqs>},
+      {BetResultsWindow, "mnuBetResults", QT_TRANSLATE_NOOP("Screens", "Bet Res&ults"),
+       kShift + Qt::Key_F5, Make<frmBetResults>},
+      {BetTrendsWindow, "mnuBetTrends", QT_TRANSLATE_NOOP("Screens", "Bet Tre&nds"),
+       kShift + Qt::Key_F6, Make<frmBetTrends>},
       {FlagsWindow, "mnuFlagValues", QT_TRANSLATE_NOOP("Screens", "&Flag Values..."), 0,
        Make<frmFlags>},
       {AutoPlayWindow, "mnuAutoPlay", QT_TRANSLATE_NOOP("Screens", "&Auto-Play"), 0,

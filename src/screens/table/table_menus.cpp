@@ -135,6 +135,12 @@ std::vector<MenuRow> ViewRows() {
               .Everywhere(),
           Separator(),
           ShowRow(BankrollWindow),
+          ShowRow(SummaryWindow),
+          ShowRow(RollTotalsWindow),
+          ShowRow(RollFreqsWindow),
+          ShowRow(BetResultsWindow),
+          ShowRow(BetTrendsWindow),
+          Separator(),
           ShowRow(StackValuesWindow),
           ShowRow(EventsLogWindow)};
 }

@@ -1,0 +1,80 @@
+#include "screens/statistics/figure_view.h"
+
+#include <QFontMetrics>
+#include <QLabel>
+#include <array>
+
+namespace {
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+QStringList Texts(const std::vector<std::string>& texts) {
+  QStringList all;
+  for (const std::string& text : texts) all << Text(text);
+  return all;
+}
+
+}  // namespace
+
+QColor PaletteInk(int color) {
+  static constexpr std::array<QRgb, 16> kColors = {0xFF000000, 0xFF000080, 0xFF008000, 0xFF008080,
+                                                   0xFF800000, 0xFF800080, 0xFF808000, 0xFFC0C0C0,
+                                                   0xFF808080, 0xFF0000FF, 0xFF00FF00, 0xFF00FFFF,
+                                                   0xFFFF0000, 0xFFFF00FF, 0xFFFFFF00, 0xFFFFFFFF};
+  return QColor::fromRgb(kColors[static_cast<unsigned>(color) % kColors.size()]);
+}
+
+void PutOnPaper(QWidget* panel) {
+  QPalette palette = panel->palette();
+  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+    palette.setColor(group, QPalette::Window, Qt::white);
+    palette.setColor(group, QPalette::Base, Qt::white);
+    palette.setColor(group, QPalette::AlternateBase, QColor(0xF4, 0xF6, 0xF8));
+    palette.setColor(group, QPalette::WindowText, Qt::black);
+    palette.setColor(group, QPalette::Text, Qt::black);
+    palette.setColor(group, QPalette::ButtonText, Qt::black);
+  }
+  panel->setPalette(palette);
+  panel->setAutoFillBackground(true);
+}
+
+void ShowFigure(QLabel* label, const std::string& text, int color) {
+  if (const QString shown = Text(text); label->text() != shown) label->setText(shown);
+  const QColor ink = PaletteInk(color);
+  if (label->palette().color(QPalette::WindowText) == ink) return;
+  QPalette palette = label->palette();
+  palette.setColor(QPalette::WindowText, ink);
+  label->setPalette(palette);
+}
+
+QLabel* NewFigureLabel(const QString& name, const QString& widest) {
+  QLabel* label = new QLabel;
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  label->setMinimumWidth(label->fontMetrics().horizontalAdvance(widest));
+  return label;
+}
+
+Report ReportOf(const FigureTable& table) {
+  Report report;
+  report.Title = QObject::tr("Kelvanor %1").arg(Text(table.Title).section(':', 0, 0));
+  report.Heading = GameHeading(Text(table.Title));
+  report.Columns = Texts(table.Headings);
+  report.Align = [](int column) {
+    return Qt::Alignment(column > 0 ? Qt::AlignRight : Qt::AlignLeft);
+  };
+  report.Rows = static_cast<int>(table.Rows.size());
+  report.Row = [rows = table.Rows](int row) { return Texts(rows[static_cast<unsigned>(row)]); };
+  return report;
+}
+
+std::vector<MenuRow> ReportRows(QWidget* window, std::function<Report()> report) {
+  return {Command("mnuPrint", QObject::tr("&Print"),
+                  [window, report] { PrintReport(window, report()); })
+              .On(QKeySequence::Print),
+          Command("mnuCopy", QObject::tr("&Copy as Text"), [report] { CopyReport(report()); })
+              .On(QKeySequence::Copy)
+              .Told(QObject::tr("Copies all figures, with tabs between the columns"))};
+}
