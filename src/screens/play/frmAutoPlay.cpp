@@ -11,7 +11,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "autoplay/auto_play.h"
 #include "core/help_topics.h"
@@ -25,7 +27,7 @@ namespace {
 constexpr int kAmountDecimals = 2;
 constexpr int kAmountLength = 12;
 constexpr int kCountLength = 9;
-constexpr QSize kAtStart(740, 430);  // leaves much of a table in sight; the rest is scrolled to
+constexpr int kTallest = 540;  // at first, so that much of a table stays in sight
 const Currency kLargestAmount = Currency::FromRaw(9'999'999'999'900);
 
 QComboBox* BiasList(const char* name, std::span<const std::string_view> items, int& field) {
@@ -59,16 +61,17 @@ frmAutoPlay::frmAutoPlay(QWidget* table)
                   1, 0);
   grid->addWidget(MakeAmounts(), 0, 1);
   grid->addWidget(MakeOdds(), 1, 1);
-  grid->addWidget(MakeComeOut(), 0, 2);
-  grid->addWidget(MakeRolling(), 1, 2);
-  grid->setColumnStretch(0, 3);
-  grid->setColumnStretch(1, 2);
-  grid->setColumnStretch(2, 4);
-  grid->setRowStretch(0, 1);
-  grid->setRowStretch(1, 1);
+  grid->addWidget(MakeRolling(), 2, 0);
+  grid->addWidget(MakeComeOut(), 2, 1);
+  grid->setColumnStretch(0, 1);
+  grid->setColumnStretch(1, 1);
+  grid->setRowStretch(2, 1);
   // A small screen shows a part and scrolls.
-  setCentralWidget(Scrolling(content));
-  resize(kAtStart);
+  QScrollArea* area = Scrolling(content);
+  setCentralWidget(area);
+  // As wide as it needs, and no taller than leaves the dice in sight.
+  resize(content->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent),
+         std::min(content->sizeHint().height(), kTallest));
 }
 
 // ---- Won and lost bets ----

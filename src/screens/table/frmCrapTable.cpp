@@ -162,6 +162,11 @@ frmCrapTable::frmCrapTable() {
   PlaceOnScreen();
 }
 
+/// What is still typed on a screen is taken as it goes, and may redraw the table.
+frmCrapTable::~frmCrapTable() {
+  qDeleteAll(findChildren<Screen*>(QString(), Qt::FindDirectChildrenOnly));
+}
+
 /// A window in the middle of the screen, with a table as large as fits well.
 void frmCrapTable::PlaceOnScreen() {
   const QRect available = screen()->availableGeometry();

@@ -52,6 +52,7 @@ class frmCrapTable : public QMainWindow {
 
  public:
   frmCrapTable();
+  ~frmCrapTable() override;
 
   /// Draws the chips, the dice, the markers, the box and the quick status anew.
   void RedrawBets();
