@@ -32,33 +32,6 @@ class TestAutoPlay : public QObject {
   }
   void cleanup() { table_.reset(); }
 
-  void takesAmountsOperatorsAndUnits() {
-    const QStringList units =
-        QString("%|$1 Units|$5 Units|$25 Units|$100 Units|$500 Units|$").split('|');
-    for (const int slot : {AutoWinSameBet, AutoLossSameBet, AutoWinBet, AutoLossBet}) {
-      const unsigned at = static_cast<unsigned>(slot);
-      const QString box = QString("txtModifyAmount_%1").arg(slot);
-      for (const auto& [typed, held] :
-           {std::pair{"1x2.5b0", "12.5"}, {"", "0"}, {"999999999999", "999999999.99"}}) {
-        Type(box, typed);
-        QCOMPARE(PlainText(Game.ModifyAmount[at]), held);
-      }
-      auto* unit = Find<QPushButton>(screen_, QString("cmdUnits_%1").arg(slot));
-      for (int step = 1; step <= units.size(); ++step) {
-        unit->click();
-        QCOMPARE(unit->text(), units[step - 1]);
-        QCOMPARE(Game.ModifyUnit[at], Currency(step % 7));
-      }
-      if (slot != AutoWinSameBet && slot != AutoLossSameBet) continue;
-      auto* sign = Find<QPushButton>(screen_, QString("cmdMathOperator_%1").arg(slot));
-      for (const char* next : {"-", "x", "/", "+", "-"}) {
-        sign->click();
-        QCOMPARE(sign->text(), next);
-      }
-      QCOMPARE(Game.ModifyOperator[at], int(ModifySubtract));
-    }
-  }
-
   void modesActAtOnceOnWhatStands() {
     Press("optAutoAdjustBetAmounts_0");
     LayBet(Place6, 7);
@@ -139,21 +112,6 @@ class TestAutoPlay : public QObject {
     RollByClick();
     QCOMPARE(Game.RollTotal, 7);
     QVERIFY(!Game.RollInProgress);
-  }
-
-  void bringsNumbersIntoTheirLimits() {
-    const std::tuple<const char*, const char*, int&, int, const char*> entries[] = {
-        {"txtNumAutoRolls", "999999999", Game.NumAutoRolls, kMaxRolls, "100,000,000"},
-        {"txtNumAutoRolls", "-1.5", Game.NumAutoRolls, 15, "15"},  // only digits pass
-        {"txtNumAutoRolls", "", Game.NumAutoRolls, 0, "no limit"},
-        {"txtDelayRoll", "99999", Game.AutoRollDelay, kMaxAutoRollDelay, "no limit"},
-        {"txtDelayRoll", "", Game.AutoRollDelay, 0, "no limit"}};
-    for (const auto& [box, typed, field, value, remaining] : entries) {
-      Type(box, typed);
-      QCOMPARE(field, value);
-      QCOMPARE(Find<QLineEdit>(screen_, box)->text(), QString::number(value));
-      QCOMPARE(Remaining(), remaining);
-    }
   }
 
   void resumesOrRestartsTheCount() {

@@ -174,7 +174,7 @@ class TestConfigure : public QObject {
     row(0, "txtDenomination_0", "-1", "1");
     row(0, "txtDenomination_1", "1e0", "10");
     row(0, "txtDenomination_2", "7.50", "7.5", checks);
-    row(0, "txtDenomination_4", "123456789012345", "12345678901234", checks);
+    row(0, "txtDenomination_4", "123456789012345", "12345678901234");
     row(0, "txtDenomination_4", "25", "25", checks);
     row(0, "txtDenomination_3", "25", "25");
     row(0, "txtRollsPerHour", "36000000", "36000000");
@@ -184,7 +184,6 @@ class TestConfigure : public QObject {
     row(0, "txtRollsPerHour", ".00001", ".0000", rate);
     row(0, "txtRollsPerHour", "0.0001", "0.0001");
     row(6, "txtMinPlacardBet", "0.5", "0.5", limits);
-    row(6, "txtMinPlacardBet", "1001", "1001", limits);
     row(6, "txtMaxPlacardBet", "0", "0", limits);
     row(6, "txtMaxPlacardBet", "1", "1");
     row(6, "txtLayVigPct", "4.25", "4.2");
@@ -214,24 +213,6 @@ class TestConfigure : public QObject {
     }
     QCOMPARE(Find<QLineEdit>(screen_, box)->text(), stands);
     QCOMPARE(FirstInconsistency(), std::string());
-  }
-
-  void theRateIsShownInItsUnit() {
-    auto* units = Find<QComboBox>(screen_, "cmbRollsPerTime");
-    auto* box = Find<QLineEdit>(screen_, "txtRollsPerHour");
-    const QStringList shown = {"120", "2", "0.0333", "0.0083", "0.5", "30"};
-    for (int unit = 1; unit < shown.size(); ++unit) {
-      QTest::keyClick(units, Qt::Key_Down);
-      QCOMPARE(box->text(), shown[unit]);
-    }
-    TypeInto("txtRollsPerHour", "36000000");
-    QTest::keyClick(units, Qt::Key_Home);
-    QCOMPARE(Game.SimRollsPerHour, Currency::FromRaw(1));
-    TypeInto("txtRollsPerHour", "0");
-    QTest::keyClick(units, Qt::Key_Down);
-    ExpectMessage("The simulated Rolls / hr must be greater than zero.",
-                  "Sim Roll Rate Out Of Limits");
-    QCOMPARE(units->currentIndex(), 0);
   }
 
   void whatTheBankrollCannotBearIsRefused() {

@@ -179,37 +179,6 @@ class TestEventsLog : public QObject {
     QCOMPARE(Game.LogTopLine, kLong / 2);
   }
 
-  void lettersHaveTheirSizes() {
-    Put(Numbered(100));
-    const std::pair<int, std::vector<int>> sizes[] = {{0, {7, 5, 3, 3}}, {1, {9}}, {2, {11, 13}}};
-    int last = 1'000;
-    for (const auto& [command, after] : sizes) {
-      for (const int size : after) {
-        Command(*screen_, QString("mnuFontSize_%1").arg(command));
-        QCOMPARE(Game.LogFontSize, size);
-        Look();
-        QCOMPARE(bar_->pageStep(), view_->PageStep());
-        for (const int choice : {0, 1, 2})
-          QCOMPARE(Find<QAction>(screen_, QString("mnuFontSize_%1").arg(choice))->isChecked(),
-                   choice == (size < 9    ? 0
-                              : size == 9 ? 1
-                                          : 2));
-      }
-      QVERIFY(view_->PageStep() < last);
-      last = view_->PageStep();
-    }
-    const QImage plain = Look();
-    Command(*screen_, "mnuFontBold");
-    const QImage bold = Look();
-    Command(*screen_, "mnuFontItalic");
-    QVERIFY(Game.LogFontBold && Game.LogFontItalic && plain != bold && bold != Look());
-    for (const int damaged : {-5, 2'000'000'000}) {
-      Game.LogFontSize = damaged;
-      Look();
-      QCOMPARE(view_->PageStep() > 1, damaged < 1);  // a size below 1 is the normal one
-    }
-  }
-
   void findsBothWaysRoundTheEnds() {
     Put("Wurf: größer\r\n" + Numbered(500) + "The WINNER is here\r\n");
     const auto ask = [this](const QString& text, const char* button) {

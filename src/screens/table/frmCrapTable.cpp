@@ -162,9 +162,11 @@ frmCrapTable::frmCrapTable() {
   PlaceOnScreen();
 }
 
-/// What is still typed on a screen is taken as it goes, and may redraw the table.
+/// What is still typed on a screen is taken as it goes out of sight, and may redraw all of them.
 frmCrapTable::~frmCrapTable() {
-  qDeleteAll(findChildren<Screen*>(QString(), Qt::FindDirectChildrenOnly));
+  const auto screens = findChildren<Screen*>(QString(), Qt::FindDirectChildrenOnly);
+  for (Screen* screen : screens) screen->hide();
+  qDeleteAll(screens);
 }
 
 /// A window in the middle of the screen, with a table as large as fits well.
