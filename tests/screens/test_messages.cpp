@@ -77,26 +77,6 @@ class TestMessages : public QObject {
     }
   }
 
-  void laysTheButtonsOutInACentredRowAndWrapsLongText() {
-    const std::string text(std::string(40, 'W') + " " + std::string(30, 'i') + " and so on");
-    Drive(text, YesNoCancel, [](QDialog* screen) {
-      const auto centre = [&](int button) {
-        const QRect place = screen->findChild<QPushButton*>(kButtonNames[button])->geometry();
-        return place.left() + place.width() / 2.0;
-      };
-      const double step = centre(2) - centre(1);
-      const double unit = step / 65;
-      QVERIFY(unit >= 1);
-      QVERIFY(std::abs(centre(3) - centre(2) - step) <= 1);
-      QVERIFY(std::abs(centre(2) - screen->width() / 2.0) <= 2);
-      const auto* label = screen->findChild<QLabel*>("lblMsg");
-      QVERIFY(label->wordWrap());
-      QCOMPARE(label->width(), qRound(329 * unit));
-      QVERIFY(label->height() >= label->heightForWidth(label->width()));
-      ClickButton(screen, "cmdButton_3");
-    });
-  }
-
   void answersByTheButtonPressedAndByEsc() {
     // or a key, or the frame's cross
     const std::tuple<int, QString, int> cases[] = {{YesNoCancel, "cmdButton_1", AnswerYes},

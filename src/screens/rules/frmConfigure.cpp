@@ -25,7 +25,7 @@
 namespace {
 
 constexpr int kTabsInRow = 5;
-constexpr QSize kSmallest(420, 320);
+constexpr int kSmallestHeight = 320;
 constexpr QSize kAtStart(800, 640);
 
 int TopicOf(int tab) { return kTopicConfigureChecks + tab; }
@@ -77,7 +77,7 @@ frmConfigure::frmConfigure(QWidget* table)
   column->addWidget(stack_, 1);
   setCentralWidget(content);
   MakeMenus();
-  setMinimumSize(kSmallest);
+  setMinimumHeight(kSmallestHeight);  // as wide as the tabs ask for
   resize(kAtStart);
 }
 

@@ -97,10 +97,10 @@ class ProbabilityPage : public ConfigPage {
         {"mnuOptions",
          tr("&Options"),
          {ProbabilityTab},
-         {Command("mnuUndo", tr("&Undo"), [this] { Walk(&QUndoStack::undo); })
+         {Command("mnuUndo", tr("&Undo"), [this] { Walk(true); })
               .When(possible(&QUndoStack::canUndo), nothing)
               .On(QKeySequence::Undo),
-          Command("mnuRedo", tr("&Redo"), [this] { Walk(&QUndoStack::redo); })
+          Command("mnuRedo", tr("&Redo"), [this] { Walk(false); })
               .When(possible(&QUndoStack::canRedo), nothing)
               .On(QKeySequence::Redo),
           Separator(), Command("mnuAxis", tr("Set &axis..."), [this] { OpenAxis(); })}}};
@@ -194,9 +194,9 @@ class ProbabilityPage : public ConfigPage {
     });
   }
 
-  void Walk(void (QUndoStack::*walk)()) {
-    ChangeByPlayer([this, walk] {
-      (undo_->*walk)();
+  void Walk(bool back) {
+    ChangeByPlayer([this, back] {
+      back ? undo_->undo() : undo_->redo();
       known_ = Game.ProbMatrix;
     });
   }

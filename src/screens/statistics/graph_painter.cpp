@@ -57,8 +57,8 @@ void DrawUpright(QPainter& painter, const QColor& color, const QRectF& panel, do
 
 QPolygonF LineOf(const GraphFrame& frame, std::span<const Currency> amounts) {
   QPolygonF line;
-  line.reserve(Game.BankrollHistoryCount + 2);
-  for (int point = 1; point <= Game.BankrollHistoryCount; ++point)
+  line.reserve(frame.Graph().BankrollHistoryCount + 2);
+  for (int point = 1; point <= frame.Graph().BankrollHistoryCount; ++point)
     line << QPointF(frame.X(point), frame.Y(amounts[static_cast<unsigned>(point)]));
   return line;
 }
@@ -81,10 +81,10 @@ void FillDown(QPainter& painter, std::span<const QPointF> piece, double base, co
 
 /// Fills between the line and the zero line (or the edge of the panel next to it).
 void FillUnder(QPainter& painter, const GraphFrame& frame, std::span<const QPointF> line) {
-  const GraphPalette& colors = PaletteOfGraph();
+  const GraphPalette& colors = PaletteOfGraph(frame.Graph());
   const QRectF& panel = frame.Panel();
   const double base = std::clamp(frame.Y(0), panel.top(), panel.bottom());
-  const bool striped = Game.BankrollGraphType == StripedGraph;
+  const bool striped = frame.Graph().BankrollGraphType == StripedGraph;
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setPen(Qt::NoPen);
   FillDown(painter, line, base, Mixed(colors.Background, colors.Line, striped ? 0.14 : 0.38));
@@ -97,7 +97,7 @@ void FillUnder(QPainter& painter, const GraphFrame& frame, std::span<const QPoin
 
 void DrawGrid(QPainter& painter, const GraphFrame& frame) {
   const QRectF& panel = frame.Panel();
-  const QColor& color = PaletteOfGraph().Grid;
+  const QColor& color = PaletteOfGraph(frame.Graph()).Grid;
   for (int below = kGraphLine; below < kGraphPanel; below += kGraphLine) {
     const double y = panel.top() + panel.height() * below / kGraphPanel;
     DrawAcross(painter, color, panel, y);
@@ -112,7 +112,10 @@ void DrawZeroLine(QPainter& painter, const GraphFrame& frame) {
   const QRectF& panel = frame.Panel();
   const double y = frame.Y(0);
   if (y < panel.top() || y > panel.bottom()) return;
-  DrawAcross(painter, Mixed(PaletteOfGraph().Background, PaletteOfGraph().Text, 0.6), panel, y);
+  DrawAcross(
+      painter,
+      Mixed(PaletteOfGraph(frame.Graph()).Background, PaletteOfGraph(frame.Graph()).Text, 0.6),
+      panel, y);
 }
 
 /// A text beside an upright line, on whichever side there is room.
@@ -123,7 +126,7 @@ void DrawBeside(QPainter& painter, const GraphFrame& frame, double x, double top
   const double width = metrics.horizontalAdvance(text);
   const bool left = x + kTextGap + width > panel.right();
   const QRectF place(left ? x - kTextGap - width : x + kTextGap, top, width + 1, metrics.height());
-  painter.fillRect(place.adjusted(-2, 0, 2, 0), PaletteOfGraph().Background);
+  painter.fillRect(place.adjusted(-2, 0, 2, 0), PaletteOfGraph(frame.Graph()).Background);
   painter.setPen(color);
   painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, text);
 }
@@ -137,13 +140,13 @@ void DrawDot(QPainter& painter, QPointF place, const QColor& color) {
 
 void DrawReferenceLine(QPainter& painter, const GraphFrame& frame, int point, int row) {
   if (point < 1 || point > kGraphPoints) return;
-  const QColor& color = PaletteOfGraph().Reference;
+  const QColor& color = PaletteOfGraph(frame.Graph()).Reference;
   const QRectF& panel = frame.Panel();
   const double x = frame.X(point);
   DrawUpright(painter, color, panel, x, Qt::DashLine);
-  QString text = QString::fromStdString(CountText(RollAtPoint(point)));
-  if (IsDrawnPoint(point)) {
-    const Currency amount = BankrollAtPoint(point);
+  QString text = QString::fromStdString(CountText(RollAtPoint(point, frame.Graph())));
+  if (IsDrawnPoint(point, frame.Graph())) {
+    const Currency amount = BankrollAtPoint(point, frame.Graph());
     const double y = frame.Y(amount);
     DrawAcross(painter, color, panel, y, Qt::DashLine);
     DrawDot(painter, {x, y}, color);
@@ -154,25 +157,26 @@ void DrawReferenceLine(QPainter& painter, const GraphFrame& frame, int point, in
 }
 
 void DrawPointed(QPainter& painter, const GraphFrame& frame, int point) {
-  if (!IsDrawnPoint(point)) return;
+  if (!IsDrawnPoint(point, frame.Graph())) return;
   const QRectF& panel = frame.Panel();
-  const GraphPalette& colors = PaletteOfGraph();
-  const QPointF place(frame.X(point), frame.Y(BankrollAtPoint(point)));
+  const GraphPalette& colors = PaletteOfGraph(frame.Graph());
+  const QPointF place(frame.X(point), frame.Y(BankrollAtPoint(point, frame.Graph())));
   DrawUpright(painter, Mixed(colors.Background, colors.Text, 0.5), panel, place.x());
   DrawDot(painter, place, colors.Text);
 }
 
-void DrawInvitation(QPainter& painter, const QRectF& panel) {
-  painter.setPen(PaletteOfGraph().Text);
-  painter.drawText(panel, Qt::AlignCenter | Qt::TextWordWrap,
+void DrawInvitation(QPainter& painter, const GraphFrame& frame) {
+  painter.setPen(PaletteOfGraph(frame.Graph()).Text);
+  painter.drawText(frame.Panel(), Qt::AlignCenter | Qt::TextWordWrap,
                    "Nothing has been rolled yet.\n\nEach roll of the dice adds the bankroll to "
                    "this graph; Hyper-Drive fills it fast.");
 }
 
 }  // namespace
 
-const GraphPalette& PaletteOfGraph() {
-  return kPalettes[static_cast<unsigned>(std::clamp(Game.BankrollGraphColor, 0, kGraphColors - 1))];
+const GraphPalette& PaletteOfGraph(const GraphState& graph) {
+  return kPalettes[static_cast<unsigned>(
+      std::clamp(graph.BankrollGraphColor, 0, kGraphColors - 1))];
 }
 
 double GraphFrame::X(int point) const {
@@ -180,7 +184,7 @@ double GraphFrame::X(int point) const {
 }
 
 double GraphFrame::Y(Currency amount) const {
-  const double units = (Game.GraphTop - amount) / Game.GraphScale;
+  const double units = (graph_.GraphTop - amount) / graph_.GraphScale;
   const double panels = std::clamp(units / kGraphPanel, -kFarOff, kFarOff);
   return panel_.top() + panel_.height() * panels;
 }
@@ -190,33 +194,35 @@ int GraphFrame::PointAt(double x) const {
   return std::clamp(static_cast<int>(std::floor(share * kGraphPoints)) + 1, 1, kGraphPoints);
 }
 
-int RollAtPoint(int point) {
-  return static_cast<int>(Game.BankrollHistory[0].ToDouble()) + point - 1;
+int RollAtPoint(int point, const GraphState& graph) {
+  return static_cast<int>(graph.BankrollHistory[0].ToDouble()) + point - 1;
 }
 
-Currency BankrollAtPoint(int point) { return Game.BankrollHistory[static_cast<unsigned>(point)]; }
+Currency BankrollAtPoint(int point, const GraphState& graph) {
+  return graph.BankrollHistory[static_cast<unsigned>(point)];
+}
 
-void PaintGraph(QPainter& painter, QRectF panel, const GraphView& view) {
-  const GraphPalette& colors = PaletteOfGraph();
-  const GraphFrame frame(panel);
-  const bool empty = Game.BankrollHistoryCount == 0;
+void PaintGraph(QPainter& painter, QRectF panel, const GraphView& view, const GraphState& graph) {
+  const GraphPalette& colors = PaletteOfGraph(graph);
+  const GraphFrame frame(panel, graph);
+  const bool empty = graph.BankrollHistoryCount == 0;
   painter.save();
   painter.setClipRect(panel);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.fillRect(panel, colors.Background);
-  const QPolygonF line = LineOf(frame, Game.BankrollHistory);
-  if (!empty && Game.BankrollGraphType != PlainGraph) FillUnder(painter, frame, line);
-  if (Game.BankrollGridLines) DrawGrid(painter, frame);
+  const QPolygonF line = LineOf(frame, graph.BankrollHistory);
+  if (!empty && graph.BankrollGraphType != PlainGraph) FillUnder(painter, frame, line);
+  if (graph.BankrollGridLines) DrawGrid(painter, frame);
   DrawZeroLine(painter, frame);
   if (empty) {
-    DrawInvitation(painter, panel);
+    DrawInvitation(painter, frame);
   } else {
     DrawLine(painter, line, colors.Line);
-    if (Game.BankrollShowAverage)
-      DrawLine(painter, LineOf(frame, Game.BankrollAverage), colors.Average);
+    if (graph.BankrollShowAverage)
+      DrawLine(painter, LineOf(frame, graph.BankrollAverage), colors.Average);
     DrawDot(painter, line.last(), colors.Line);
   }
-  if (Game.BankrollRefLines) {
+  if (graph.BankrollRefLines) {
     DrawReferenceLine(painter, frame, view.Lines.First, 0);
     DrawReferenceLine(painter, frame, view.Lines.Second, 1);
   }

@@ -23,14 +23,16 @@ struct GraphPalette {
 };
 
 /// The palette of the background in force.
-const GraphPalette& PaletteOfGraph();
+const GraphPalette& PaletteOfGraph(const GraphState& graph = Game);
 
 /// Where points of the page and amounts lie on a panel.
 class GraphFrame {
  public:
-  explicit GraphFrame(QRectF panel) : panel_(panel) {}
+  explicit GraphFrame(QRectF panel, const GraphState& graph = Game)
+      : panel_(panel), graph_(graph) {}
 
   const QRectF& Panel() const { return panel_; }
+  const GraphState& Graph() const { return graph_; }
   double X(int point) const;
   double Y(Currency amount) const;
 
@@ -39,6 +41,7 @@ class GraphFrame {
 
  private:
   QRectF panel_;
+  const GraphState& graph_;
 };
 
 /// What is drawn beside the game record: reference lines, and the point that is pointed at (0 for
@@ -49,10 +52,14 @@ struct GraphView {
 };
 
 /// The number of the roll at a point of the page, and the bankroll after it.
-int RollAtPoint(int point);
-Currency BankrollAtPoint(int point);
+int RollAtPoint(int point, const GraphState& graph = Game);
+Currency BankrollAtPoint(int point, const GraphState& graph = Game);
 
 /// True for a point that has been rolled.
-inline bool IsDrawnPoint(int point) { return point > 0 && point <= Game.BankrollHistoryCount; }
+inline bool IsDrawnPoint(int point, const GraphState& graph = Game) {
+  return point > 0 && point <= graph.BankrollHistoryCount;
+}
 
-void PaintGraph(QPainter& painter, QRectF panel, const GraphView& view);
+/// Paints the graph being played, or another one.
+void PaintGraph(QPainter& painter, QRectF panel, const GraphView& view,
+                const GraphState& graph = Game);

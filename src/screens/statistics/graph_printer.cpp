@@ -2,7 +2,6 @@
 
 #include <QObject>
 #include <QPainter>
-#include <utility>
 #include <vector>
 
 #include "core/text.h"
@@ -24,52 +23,38 @@ constexpr int kSmallFont = 8;
 
 std::vector<GraphState> Due;
 
-/// Puts a collected graph in the place of the one being played, for as long as it is drawn.
-class GraphOnView {
- public:
-  explicit GraphOnView(GraphState& graph) : graph_(graph) { Exchange(); }
-  ~GraphOnView() { Exchange(); }
-  GraphOnView(const GraphOnView&) = delete;
-  GraphOnView& operator=(const GraphOnView&) = delete;
-
- private:
-  void Exchange() { std::swap(static_cast<GraphState&>(Game), graph_); }
-  GraphState& graph_;
-};
-
 QString Count(int count) { return Text(CountText(count)); }
 
-void PrintScale(QPainter& painter, const QRectF& panel) {
+void PrintScale(QPainter& painter, const QRectF& panel, const GraphState& graph) {
   for (int below = 0; below <= kGraphPanel; below += kGraphLine) {
     const double y = panel.top() + panel.height() * below / kGraphPanel;
     painter.drawText(
         QRectF(panel.left() - kScaleWidth, y - kCaption / 2, kScaleWidth - 4, kCaption),
         Qt::AlignRight | Qt::AlignVCenter,
-        Text(MoneyText(Game.GraphTop - Game.GraphScale * below)));
+        Text(MoneyText(graph.GraphTop - graph.GraphScale * below)));
   }
 }
 
-void PrintOneGraph(QPainter& painter, const QRectF& cell) {
+void PrintOneGraph(QPainter& painter, const QRectF& cell, const GraphState& graph) {
   const QRectF panel = cell.adjusted(kScaleWidth, kCaption, 0, -kCaption);
   SetPrintFont(painter, kSmallFont, false);
   painter.drawText(
       QRectF(panel.left(), cell.top(), panel.width(), kCaption), Qt::AlignLeft,
       QObject::tr("Rolls %1 to %2    High: %3    Low: %4")
-          .arg(Count(RollAtPoint(1)), Count(RollAtPoint(kGraphPoints)),
-               Text(MoneyText(Game.GraphPeriodHigh)), Text(MoneyText(Game.GraphPeriodLow))));
-  PrintScale(painter, panel);
-  PaintGraph(painter, panel, {});
+          .arg(Count(RollAtPoint(1, graph)), Count(RollAtPoint(kGraphPoints, graph)),
+               Text(MoneyText(graph.GraphPeriodHigh)), Text(MoneyText(graph.GraphPeriodLow))));
+  PrintScale(painter, panel, graph);
+  PaintGraph(painter, panel, {}, graph);
 }
 
 void PaintGraphs(QPainter& painter, QSizeF rest) {
   const QSizeF cell((rest.width() - kGap * (kColumns - 1)) / kColumns,
                     (rest.height() - kGap * (kRows - 1)) / kRows);
   for (std::size_t i = 0; i < Due.size(); ++i) {
-    const GraphOnView shown(Due[i]);
     const int at = static_cast<int>(i);
     const QPointF corner(at % kColumns * (cell.width() + kGap),
                          at / kColumns * (cell.height() + kGap));
-    PrintOneGraph(painter, QRectF(corner, cell));
+    PrintOneGraph(painter, QRectF(corner, cell), Due[i]);
   }
 }
 
