@@ -387,7 +387,6 @@ void EndRun() {
   if (Game.HyperDriveOn) return;
   FlushOutputFile();
   WaitOutRun();
-  Game.BetsChangedByScript = true;
   ShowStatus("");
 }
 

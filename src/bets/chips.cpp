@@ -99,7 +99,6 @@ void LayPile(int betId) {
 }  // namespace
 
 void AddChip(int betId, int x, int y) {
-  Game.ChipsChanged = true;
   if (Game.ChipCount > kArrangeAbove) Game.AutoArrangeChips = true;
   if (Game.ChipCount >= kMaxChips) CompactChips();
   if (Game.ChipCount >= kMaxChips) return;
@@ -108,7 +107,6 @@ void AddChip(int betId, int x, int y) {
 
 void ArrangeChips(int betId) {
   if (Game.HyperDriveOn) return;
-  Game.ChipRedraw = false;
   Game.NeedRepaint = true;
   if (!IsShown(betId)) return;
   FreeChipsOf(betId);

@@ -120,7 +120,6 @@ struct ScriptState {
   int ScrLine = 0;              // the current line, for whoever tells of it
   int ShowStepsMode = 0;
   std::uint32_t AutoBetStartTime = 0;  // milliseconds
-  bool BetsChangedByScript = false;
-  std::vector<HotKey> HotKeys;  // in their order on the screen
-  std::string AutoBetStatus;    // what the table's status line says of the run; empty for nothing
+  std::vector<HotKey> HotKeys;         // in their order on the screen
+  std::string AutoBetStatus;  // what the table's status line says of the run; empty for nothing
 };

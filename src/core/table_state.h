@@ -128,8 +128,6 @@ struct TableState {
   std::array<float, kSlots> BetChipY{};
   std::array<Chip, kMaxChips> ChipList{};
   int ChipCount = 0;
-  bool ChipsChanged = false;
-  bool ChipRedraw = false;
   int ChipColor = 1;  // what a left click lays: 1-5 chips, 7-10 shown stacks, 89-91 the markers
   std::array<int, 4> VisibleStacks = {101, 102, 103, 104};
 
