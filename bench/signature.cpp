@@ -136,8 +136,11 @@ void LayBets(Picks& picks) {
     const int bet = 1 + picks.Below(LastBet);
     Game.ChangeRequest = Unit() * (picks.Below(60) - 15);
     MakeBet(bet);
-    if (picks.OneIn(6))
-      CallBet(1 + picks.Below(LastBet), picks.OneIn(2) ? CallCodeOn : CallCodeOff);
+    if (picks.OneIn(6)) {
+      // Compilers draw for arguments in orders of their own.
+      const auto call = picks.OneIn(2) ? CallCodeOn : CallCodeOff;
+      CallBet(1 + picks.Below(LastBet), call);
+    }
   }
   if (Bankroll() < 500) AtmTransaction(AtmWithdrawal, 4000);
 }
