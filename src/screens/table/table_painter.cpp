@@ -1,6 +1,7 @@
 // What lies on the table: puck, chips, markers, amounts, dice and the rack.
 #include "screens/table/table_painter.h"
 
+#include <QObject>
 #include <QPaintDevice>
 #include <QPainter>
 #include <algorithm>
@@ -257,10 +258,10 @@ QPointF TablePoint(QPointF widgetPoint, QSizeF size) {
 QString TableCaption() {
   if (!Game.AutoBetStatus.empty()) return QString::fromStdString(Game.AutoBetStatus);
   switch (Game.ClickMode) {
-    case CallOnMode: return QStringLiteral("Click on bet to call ON");
-    case CallOffMode: return QStringLiteral("Click on bet to call OFF");
-    case BuyMode: return QStringLiteral("Click on bet to buy");
-    case RemoveMode: return QStringLiteral("Click on bet to remove");
+    case CallOnMode: return QObject::tr("Click on bet to call ON");
+    case CallOffMode: return QObject::tr("Click on bet to call OFF");
+    case BuyMode: return QObject::tr("Click on bet to buy");
+    case RemoveMode: return QObject::tr("Click on bet to remove");
     default: return {};
   }
 }
