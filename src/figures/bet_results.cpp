@@ -147,12 +147,12 @@ BetResults FigureBetResults(const BetSelection& selection) {
   return results;
 }
 
-FigureTable TableOf(const BetResults& results, const BetSelection& selection) {
+TextTable TableOf(const BetResults& results, const BetSelection& selection) {
   std::string names;
   for (int betId = Lay4; betId <= LastBet; ++betId)
     if (selection.Selected[static_cast<unsigned>(betId)])
       names += (names.empty() ? "" : ", ") + BetName(betId);
-  FigureTable table{"Bet Results", {"", "Wagers", "Wins", "Losses", "Net", "Net %"}, {}};
+  TextTable table{"Bet Results", {"", "Wagers", "Wins", "Losses", "Net", "Net %"}, {}};
   table.Rows = {{"Bets:", names, "", "", "", ""},
                 {"Total rolls:", results.TotalRolls, "", "", "", ""},
                 {"Rolls / hr:", results.RollsPerHour, "", "", "", ""},

@@ -5,8 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/text_table.h"
 #include "figures/bet_sums.h"
-#include "figures/figure_table.h"
+#include "figures/palette_color.h"
 
 /// `optDataType` 0 to 2, and what its third choice means.
 inline constexpr std::array<std::string_view, 3> kBetDataCaptions = {
@@ -60,4 +61,4 @@ enum BetResultsRowIndex : int {
 /// All figures of the panel. Without a decided bet they are 0.
 BetResults FigureBetResults(const BetSelection& selection);
 
-FigureTable TableOf(const BetResults& results, const BetSelection& selection);
+TextTable TableOf(const BetResults& results, const BetSelection& selection);

@@ -17,8 +17,8 @@ std::vector<BetTrend> FigureBetTrends() {
   return trends;
 }
 
-FigureTable TableOf(const std::vector<BetTrend>& trends) {
-  FigureTable table{std::string(kBetTrendsHeading), {"Bet", "Trend"}, {}};
+TextTable TableOf(const std::vector<BetTrend>& trends) {
+  TextTable table{std::string(kBetTrendsHeading), {"Bet", "Trend"}, {}};
   for (const BetTrend& trend : trends) table.Rows.push_back({trend.Name, trend.Streak});
   return table;
 }

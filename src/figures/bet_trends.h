@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "figures/figure_table.h"
+#include "core/text_table.h"
+#include "figures/palette_color.h"
 
 inline constexpr std::string_view kBetTrendsHeading =
     "Recent Won / Lost trend for bets actually made (losses shown as negative numbers).";
@@ -20,4 +21,4 @@ struct BetTrend {
 /// Bets 1 to 83 in order.
 std::vector<BetTrend> FigureBetTrends();
 
-FigureTable TableOf(const std::vector<BetTrend>& trends);
+TextTable TableOf(const std::vector<BetTrend>& trends);

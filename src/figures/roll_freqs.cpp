@@ -177,12 +177,12 @@ RollFreqs FigureRollFreqs(bool skewed) {
   return freqs;
 }
 
-FigureTable TableOf(const RollFreqs& freqs) {
+TextTable TableOf(const RollFreqs& freqs) {
   const std::string chosen(
       std::find_if(kItems.begin(), kItems.end(), [event = ChosenEvent()](const FreqItem& item) {
         return item.Event == event;
       })->Text);
-  FigureTable table{"Roll Frequencies: " + chosen, {"Gap", "Times", "Expected"}, {}};
+  TextTable table{"Roll Frequencies: " + chosen, {"Gap", "Times", "Expected"}, {}};
   table.Rows = {{"Total game rolls:", freqs.TotalRollsAll, ""},
                 {"Total rolls this selection:", freqs.TotalRolls, ""},
                 {"Actual % rolled:", freqs.ActualPercent, ""},

@@ -6,7 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "figures/figure_table.h"
+#include "core/text_table.h"
+#include "figures/palette_color.h"
 
 /// An item of `cmbFreqNum`; the list stands in the order of the numbers thrown.
 struct FreqItem {
@@ -46,4 +47,4 @@ inline constexpr int kGapRows = 25;
 /// skewed dice, which stands only while they are in use.
 RollFreqs FigureRollFreqs(bool skewed);
 
-FigureTable TableOf(const RollFreqs& freqs);
+TextTable TableOf(const RollFreqs& freqs);

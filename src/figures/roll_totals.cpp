@@ -171,8 +171,8 @@ RollTotals FigureRollTotals() {
   return totals;
 }
 
-FigureTable TableOf(const RollTotals& totals) {
-  FigureTable table{"Roll Totals", {totals.Headings[0].Text}, {}};
+TextTable TableOf(const RollTotals& totals) {
+  TextTable table{"Roll Totals", {totals.Headings[0].Text}, {}};
   if (totals.Headings.size() > 1) table.Headings = {"DIE"};
   table.Headings.insert(table.Headings.end(), kRollTotalsRows.begin(), kRollTotalsRows.end());
   std::size_t heading = 0;

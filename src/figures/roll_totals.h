@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "figures/figure_table.h"
+#include "core/text_table.h"
+#include "figures/palette_color.h"
 
 /// A choice of a menu and what it stands for.
 struct FigureChoice {
@@ -69,4 +70,4 @@ RollTotals FigureRollTotals();
 /// The top of a scale for percents up to `highest`: a multiple of 5 from 8 on, else of 4. Never 0.
 double TopOfScale(double highest);
 
-FigureTable TableOf(const RollTotals& totals);
+TextTable TableOf(const RollTotals& totals);

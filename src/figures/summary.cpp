@@ -125,8 +125,8 @@ std::vector<SummaryGroup> FigureSummary() {
           Passes()};
 }
 
-FigureTable TableOf(const std::vector<SummaryGroup>& summary) {
-  FigureTable table{"Summary", {}, {}};
+TextTable TableOf(const std::vector<SummaryGroup>& summary) {
+  TextTable table{"Summary", {}, {}};
   for (const SummaryGroup& group : summary) {
     if (!group.Heading.empty()) table.Rows.push_back({std::string(group.Heading), ""});
     for (const SummaryRow& row : group.Rows) table.Rows.push_back({row.Label, row.Text});

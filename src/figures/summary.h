@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "figures/figure_table.h"
+#include "core/text_table.h"
+#include "figures/palette_color.h"
 
 struct SummaryRow {
   std::string_view Control;  // the name of the label that shows the text
@@ -24,4 +25,4 @@ struct SummaryGroup {
 /// All figures, in the order of the screen.
 std::vector<SummaryGroup> FigureSummary();
 
-FigureTable TableOf(const std::vector<SummaryGroup>& summary);
+TextTable TableOf(const std::vector<SummaryGroup>& summary);

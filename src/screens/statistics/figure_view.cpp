@@ -4,17 +4,7 @@
 #include <QLabel>
 #include <array>
 
-namespace {
-
-QString Text(const std::string& text) { return QString::fromStdString(text); }
-
-QStringList Texts(const std::vector<std::string>& texts) {
-  QStringList all;
-  for (const std::string& text : texts) all << Text(text);
-  return all;
-}
-
-}  // namespace
+#include "screens/frame/controls.h"
 
 QColor PaletteInk(int color) {
   static constexpr std::array<QRgb, 16> kColors = {0xFF000000, 0xFF000080, 0xFF008000, 0xFF008080,
@@ -55,19 +45,6 @@ QLabel* NewFigureLabel(const QString& name, const QString& widest) {
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   label->setMinimumWidth(label->fontMetrics().horizontalAdvance(widest));
   return label;
-}
-
-Report ReportOf(const FigureTable& table) {
-  Report report;
-  report.Title = QObject::tr("Kelvanor %1").arg(Text(table.Title).section(':', 0, 0));
-  report.Heading = GameHeading(Text(table.Title));
-  report.Columns = Texts(table.Headings);
-  report.Align = [](int column) {
-    return Qt::Alignment(column > 0 ? Qt::AlignRight : Qt::AlignLeft);
-  };
-  report.Rows = static_cast<int>(table.Rows.size());
-  report.Row = [rows = table.Rows](int row) { return Texts(rows[static_cast<unsigned>(row)]); };
-  return report;
 }
 
 std::vector<MenuRow> ReportRows(QWidget* window, std::function<Report()> report) {

@@ -4,7 +4,7 @@
 #include <QColor>
 #include <QWidget>
 
-#include "figures/figure_table.h"
+#include "figures/palette_color.h"
 #include "screens/frame/menus.h"
 #include "screens/frame/report.h"
 
@@ -22,9 +22,6 @@ void ShowFigure(QLabel* label, const std::string& text, int color = PaletteBlack
 
 /// A label for a figure, as wide as `widest`; it can be selected and copied.
 QLabel* NewFigureLabel(const QString& name, const QString& widest);
-
-/// The rows of a screen as a report.
-Report ReportOf(const FigureTable& table);
 
 /// The commands that print and copy what a screen shows.
 std::vector<MenuRow> ReportRows(QWidget* window, std::function<Report()> report);

@@ -12,6 +12,7 @@
 #include "core/help_topics.h"
 #include "core/text.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
 #include "screens/statistics/figure_view.h"
 
@@ -21,10 +22,6 @@ constexpr QSize kSmallest(520, 360);
 constexpr QSize kAtStart(860, 480);
 constexpr int kLargestHeadFont = 9;
 constexpr int kSmallestHeadFont = 6;
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 /// Writes a figure in the largest letters that let it fit.
 void ShowFitting(QLabel* label, const std::string& text) {

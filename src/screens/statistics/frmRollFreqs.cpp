@@ -15,6 +15,7 @@
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
 #include "screens/statistics/figure_view.h"
 
 namespace {
@@ -26,10 +27,6 @@ constexpr double kMargin = 8;
 const QColor kRule(0xC8, 0xC8, 0xC8);
 const QColor kBar(0x9C, 0xC4, 0xE8);
 const QColor kCurve(0xE0, 0x70, 0x20);
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 /// The place of a gap among eight columns of 25, from the top down.
 QRectF CellOf(QRectF area, int gap) {

@@ -12,6 +12,7 @@
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/controls.h"
 #include "screens/statistics/figure_view.h"
 #include "screens/statistics/roll_totals_painter.h"
 
@@ -20,10 +21,6 @@ namespace {
 constexpr QSize kSmallest(360, 280);
 constexpr QSize kAtStart(880, 460);
 constexpr QSizeF kPrinted(540, 300);  // points
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 /// Choices of a menu, each by the value that it stands for.
 std::vector<MenuRow> Rows(const QString& name, std::span<const FigureChoice> choices, int& field) {

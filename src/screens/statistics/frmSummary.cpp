@@ -6,16 +6,13 @@
 #include <QScrollArea>
 
 #include "core/help_topics.h"
+#include "screens/frame/controls.h"
 #include "screens/statistics/figure_view.h"
 
 namespace {
 
 constexpr int kColumns = 3;
 constexpr QSize kSmallest(420, 300);
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 }  // namespace
 

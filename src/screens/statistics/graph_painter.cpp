@@ -1,6 +1,7 @@
 #include "screens/statistics/graph_painter.h"
 
 #include <QFontMetricsF>
+#include <QObject>
 #include <QPolygonF>
 #include <algorithm>
 #include <array>
@@ -168,8 +169,8 @@ void DrawPointed(QPainter& painter, const GraphFrame& frame, int point) {
 void DrawInvitation(QPainter& painter, const GraphFrame& frame) {
   painter.setPen(PaletteOfGraph(frame.Graph()).Text);
   painter.drawText(frame.Panel(), Qt::AlignCenter | Qt::TextWordWrap,
-                   "Nothing has been rolled yet.\n\nEach roll of the dice adds the bankroll to "
-                   "this graph; Hyper-Drive fills it fast.");
+                   QObject::tr("Nothing has been rolled yet.\n\nEach roll of the dice adds the "
+                               "bankroll to this graph; Hyper-Drive fills it fast."));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <algorithm>
 
+#include "screens/frame/controls.h"
 #include "screens/statistics/figure_view.h"
 
 namespace {
@@ -12,10 +13,6 @@ constexpr double kGap = 6;
 constexpr double kRows = kRollTotalsRows.size() + 1.0;  // and the labels
 constexpr double kProbableWidth = 0.78;                 // of a column
 constexpr double kActualWidth = 0.48;
-
-QString Text(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QColor Ink(int color, bool gray) {
   const QColor ink = PaletteInk(color);
