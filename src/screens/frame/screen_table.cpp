@@ -19,7 +19,7 @@ namespace {
 // In milliseconds.
 constexpr int kFastestTick = 100;
 constexpr int kSlowestTick = 1000;
-constexpr int kRestForWork = 80;  // a tick comes this many times later than the last one took
+constexpr int kRestForWork = 20;  // a tick comes this many times later than the last one took
 
 QPointer<QWidget> Table;
 std::span<const ScreenRow> Rows;
