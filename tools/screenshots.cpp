@@ -1,4 +1,4 @@
-// Paints the table in all its looks, and screens of scripts, into PNG files, to be looked at.
+// Paints the table and the screens in all their looks into PNG files, to be looked at.
 #include <QApplication>
 #include <QDir>
 #include <QFont>
@@ -6,18 +6,26 @@
 #include <QListView>
 #include <QMenu>
 #include <QPainter>
+#include <QPalette>
 #include <QTextStream>
 #include <functional>
 
+#include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "core/game_state.h"
+#include "dice/generators.h"
+#include "figures/bet_sums.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
 #include "screens/files/frmFile.h"
+#include "screens/frame/screen.h"
+#include "screens/frame/screen_table.h"
 #include "screens/play/frmMsg.h"
 #include "screens/scripts/frmFlags.h"
 #include "screens/statistics/frmEventsLog.h"
 #include "screens/table/frmCrapTable.h"
+#include "screens/table/screens.h"
 #include "screens/table/table_painter.h"
 #include "stats/events_log.h"
 
@@ -26,6 +34,8 @@ namespace {
 constexpr QSize kSmall(640, 480);
 constexpr QSize kMiddle(1280, 960);
 constexpr QSize kLarge(1920, 1440);
+constexpr std::uint32_t kSeed = 20'240'601;
+constexpr int kRollsForScreens = 20'000;
 
 QDir outputFolder;
 int failures = 0;
@@ -387,6 +397,78 @@ void ShootMenus() {
     SaveScreen(*table.findChild<QMenu*>(name), QStringLiteral("menu_") + name);
 }
 
+/// A game with some rolls behind it, so that every screen has something to show.
+void PlayForScreens() {
+  Fresh();
+  Game.NegBankroll = true;
+  Game.HandleWinningBets = WinSameBet;
+  Game.HandleLosingBets = LossSameBet;
+  Game.AutoTakeFullOdds = true;
+  for (const BetId bet : {PassLine, Place6, Place8, Field, Hard8}) RequestChange(bet, 12);
+  init_genrand(kSeed);
+  Game.NumAutoRolls = Game.AutoRollsLeft = kRollsForScreens;
+  Game.HyperDriveOn = Game.KeepRolling = true;
+  RollDice();
+  Game.HyperDriveOn = false;
+  BetSelection selection;
+  for (const BetId bet : {PassLine, PassLineOdds, Place6}) selection.Selected[bet] = true;
+  KeepSelection(selection);
+  Game.Flags = {{"Point is up", kTrue, kFalse}, {"Größer gewettet", kFalse, kFalse}};
+}
+
+QPalette DarkPalette() {
+  QPalette dark;
+  for (const auto role : {QPalette::Window, QPalette::Button}) dark.setColor(role, 0x31363b);
+  for (const auto role : {QPalette::Base, QPalette::ToolTipBase}) dark.setColor(role, 0x1b1e20);
+  dark.setColor(QPalette::AlternateBase, 0x232629);
+  for (const auto role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+    dark.setColor(role, 0xfcfcfc);
+  dark.setColor(QPalette::Highlight, 0x3daee9);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    dark.setColor(QPalette::Disabled, role, 0x7f8487);
+  return dark;
+}
+
+/// Every modeless screen beside a game, in the smallest window and a large one.
+void ShootScreens(const QString& look) {
+  frmCrapTable table;
+  for (const bool played : {false, true}) {
+    if (played)
+      PlayForScreens();
+    else
+      Fresh();
+    for (const ScreenRow& row : AllScreens()) {
+      Screen* screen = ShowScreen(row.Id);
+      const QSize atStart = screen->size();
+      const QString name = screen->objectName() + (played ? "" : "_empty");
+      if (played) {
+        screen->resize(screen->minimumSizeHint().expandedTo(screen->minimumSize()));
+        SaveScreen(*screen, name + "_small_" + look);
+      }
+      screen->resize(atStart);
+      SaveScreen(*screen, name + '_' + look);
+      screen->close();
+    }
+  }
+}
+
+void ShootScreensInAllLooks() {
+  const QFont letters = QApplication::font();
+  const QPalette light = QApplication::palette();
+  for (const double scale : {1.0, 1.5}) {
+    QFont scaled = letters;
+    scaled.setPointSizeF(letters.pointSizeF() * scale);
+    QApplication::setFont(scaled);
+    for (const bool dark : {false, true}) {
+      QApplication::setPalette(dark ? DarkPalette() : light);
+      ShootScreens(QStringLiteral("%1%2").arg(qRound(scale * 100)).arg(dark ? "_dark" : ""));
+    }
+  }
+  QApplication::setFont(letters);
+  QApplication::setPalette(light);
+}
+
 /// The screens of scripts, in the letters of the system and in larger ones.
 void ShootScreensOfScripts() {
   const QFont letters = QApplication::font();
@@ -405,13 +487,7 @@ void ShootScreensOfScripts() {
   ShootMenus();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const QApplication application(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  outputFolder.setPath(arguments.size() > 1 ? arguments.at(1) : QStringLiteral("screenshots"));
-  if (!outputFolder.mkpath(QStringLiteral("."))) return 1;
+void ShootTable() {
   ShootGame();
   ShootSizesAndPanels();
   ShootColours();
@@ -420,7 +496,20 @@ int main(int argc, char** argv) {
   ShootPiles();
   ShootFlight();
   ShootHouseRules();
-  ShootScreensOfScripts();
+}
+
+}  // namespace
+
+// kelvanor_screenshots [FOLDER [table|screens|scripts]]
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
+  outputFolder.setPath(arguments.size() > 1 ? arguments.at(1) : QStringLiteral("screenshots"));
+  if (!outputFolder.mkpath(QStringLiteral("."))) return 1;
+  const QString part = arguments.value(2);
+  if (part.isEmpty() || part == "table") ShootTable();
+  if (part.isEmpty() || part == "screens") ShootScreensInAllLooks();
+  if (part.isEmpty() || part == "scripts") ShootScreensOfScripts();
   QTextStream(stdout) << outputFolder.entryList({QStringLiteral("*.png")}).size() << " pictures in "
                       << outputFolder.path() << '\n';
   return failures == 0 ? 0 : 1;

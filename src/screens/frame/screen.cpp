@@ -3,7 +3,9 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/help_topics.h"
 #include "core/messages.h"
@@ -21,6 +23,8 @@ void ShowLastError() {
     ShowMessage(Game.LastErrorText, "Last Error", kTopicLastError, OkStop);
 }
 
+constexpr double kUsualLetterHeight = 16;  // of letters of 9 points at 96 dots an inch
+
 }  // namespace
 
 Screen::Screen(QWidget* table, const char* name, const QString& caption, int helpTopic)
@@ -28,6 +32,12 @@ Screen::Screen(QWidget* table, const char* name, const QString& caption, int hel
   setObjectName(name);
   setWindowTitle(caption);
   menus_ = new Menus(this, place_.constData());
+}
+
+void Screen::SetSizes(QSize smallest, QSize atStart) {
+  const double letters = std::max(1.0, fontMetrics().height() / kUsualLetterHeight);
+  setMinimumSize((smallest * letters).expandedTo(minimumSizeHint()));
+  resize((atStart * letters).expandedTo(sizeHint()).boundedTo(screen()->availableSize()));
 }
 
 void Screen::Refresh() {

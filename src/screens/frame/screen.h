@@ -49,6 +49,10 @@ class Screen : public QMainWindow {
   /// the record see `ChangeByPlayer`.
   void Do(const std::function<void()>& act);
 
+  /// The smallest size of the window and its first one, told for letters of the usual height;
+  /// larger letters ask for more of both.
+  void SetSizes(QSize smallest, QSize atStart);
+
   Menus& MenuBar() { return *menus_; }
 
   /// A button at the end of a row or column that does `act`.

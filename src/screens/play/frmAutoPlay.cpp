@@ -24,6 +24,8 @@
 
 namespace {
 
+constexpr QSize kSmallest(320, 220);
+
 constexpr int kAmountDecimals = 2;
 constexpr int kAmountLength = 12;
 constexpr int kCountLength = 9;
@@ -70,6 +72,7 @@ frmAutoPlay::frmAutoPlay(QWidget* table)
   QScrollArea* area = Scrolling(content);
   setCentralWidget(area);
   // As wide as it needs, and no taller than leaves the dice in sight.
+  setMinimumSize(kSmallest);
   resize(content->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent),
          std::min(content->sizeHint().height(), kTallest));
 }

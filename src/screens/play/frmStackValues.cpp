@@ -28,6 +28,7 @@ namespace {
 
 constexpr int kStacks = LastSlot - ChipStackBase;
 constexpr QSize kSmallest(360, 240);  // names stay readable
+constexpr QSize kAtStart(460, 480);
 constexpr int kLongestName = 80;
 constexpr int kValueDecimals = 4;
 
@@ -118,8 +119,7 @@ frmStackValues::frmStackValues(QWidget* table)
   column->addWidget(picChipStacks_, 1);
   column->addWidget(picSetStacks_);
   MakeMenus();
-  setMinimumSize(kSmallest);
-  resize(460, 480);
+  SetSizes(kSmallest, kAtStart);
 }
 
 void frmStackValues::MakeList() {

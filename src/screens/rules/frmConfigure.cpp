@@ -25,7 +25,7 @@
 namespace {
 
 constexpr int kTabsInRow = 5;
-constexpr int kSmallestHeight = 320;
+constexpr QSize kSmallest(0, 320);  // as wide as the tabs ask for
 constexpr QSize kAtStart(800, 640);
 
 int TopicOf(int tab) { return kTopicConfigureChecks + tab; }
@@ -77,8 +77,7 @@ frmConfigure::frmConfigure(QWidget* table)
   column->addWidget(stack_, 1);
   setCentralWidget(content);
   MakeMenus();
-  setMinimumHeight(kSmallestHeight);  // as wide as the tabs ask for
-  resize(kAtStart);
+  SetSizes(kSmallest, kAtStart);
 }
 
 // ---- Tabs ----

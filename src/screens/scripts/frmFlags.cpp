@@ -60,8 +60,7 @@ frmFlags::frmFlags(QWidget* table) : Screen(table, "frmFlags", tr("Flag Values")
   MenuBar().Add("mnuEdit", tr("&Edit"), {Command("mnuPrint", tr("&Print"), [this] {
                                            PrintReport(this, FlagsReport());
                                          }).On(QKeySequence::Print)});
-  setMinimumSize(kSmallest.expandedTo(minimumSizeHint()));
-  resize(kAtStart.expandedTo(sizeHint()));
+  SetSizes(kSmallest, kAtStart);
 }
 
 QWidget* frmFlags::MakeButtons() {

@@ -1,6 +1,8 @@
 #include "screens/statistics/figure_view.h"
 
+#include <QApplication>
 #include <QFontMetrics>
+#include <QHeaderView>
 #include <QLabel>
 #include <array>
 
@@ -15,6 +17,8 @@ QColor PaletteInk(int color) {
 }
 
 void PutOnPaper(QWidget* panel) {
+  for (QHeaderView* header : panel->findChildren<QHeaderView*>())
+    header->setPalette(QApplication::palette());
   QPalette palette = panel->palette();
   for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
     palette.setColor(group, QPalette::Window, Qt::white);

@@ -20,16 +20,17 @@ namespace {
 
 constexpr QSize kSmallest(520, 360);
 constexpr QSize kAtStart(860, 480);
-constexpr int kLargestHeadFont = 9;
-constexpr int kSmallestHeadFont = 6;
+constexpr int kBetweenFigures = 16;
+constexpr int kListEdges = 28;           // the scroll bar and the frame of a list
+constexpr double kLeastHeadFont = 0.66;  // of the usual letters
 
 /// Writes a figure in the largest letters that let it fit.
 void ShowFitting(QLabel* label, const std::string& text) {
-  QFont font = label->font();
-  for (int size = kLargestHeadFont; size >= kSmallestHeadFont; --size) {
-    font.setPointSize(size);
-    if (QFontMetrics(font).horizontalAdvance(Text(text)) <= label->width()) break;
-  }
+  QFont font = label->parentWidget()->font();
+  const double least = font.pointSizeF() * kLeastHeadFont;
+  while (font.pointSizeF() - 1 >= least &&
+         QFontMetrics(font).horizontalAdvance(Text(text)) > label->width())
+    font.setPointSizeF(font.pointSizeF() - 1);
   if (label->font() != font) label->setFont(font);
   ShowFigure(label, text);
 }
@@ -57,8 +58,7 @@ frmBetResults::frmBetResults(QWidget* table)
                   const BetSelection selection = KeptSelection();
                   return ReportOf(TableOf(FigureBetResults(selection), selection));
                 }));
-  setMinimumSize(kSmallest);
-  resize(kAtStart);
+  SetSizes(kSmallest, kAtStart);
 }
 
 QWidget* frmBetResults::MakeChoice() {
@@ -70,6 +70,7 @@ QWidget* frmBetResults::MakeChoice() {
   lstBets_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   lstBets_->setUniformItemSizes(true);
   lstBets_->setModel(bets_);
+  lstBets_->setMinimumWidth(lstBets_->sizeHintForColumn(0) + kListEdges);
   connect(lstBets_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this] { TakeSelection(); });
   QWidget* panel = new QWidget;
@@ -107,6 +108,7 @@ QWidget* frmBetResults::MakePanel() {
   column->addWidget(paper, 1);
   QVBoxLayout* lines = new QVBoxLayout(paper);
   QGridLayout* head = new QGridLayout;
+  head->setHorizontalSpacing(kBetweenFigures);
   lblNumRolls_ = AddHeadFigure(head, 0, tr("Total rolls:"), "lblNumRolls");
   lblRollsPerHour_ = AddHeadFigure(head, 1, tr("Rolls / hr:"), "lblRollsPerHour");
   lblHours_ = AddHeadFigure(head, 2, tr("Sim hrs:"), "lblHours");
@@ -135,13 +137,15 @@ QWidget* frmBetResults::MakePanel() {
   }
   lines->addLayout(grid);
   QGridLayout* foot = new QGridLayout;
+  foot->setHorizontalSpacing(kBetweenFigures);
   lblOnBets_ = AddHeadFigure(foot, 0, tr("On these bets now:"), "lblOnBets");
   lblOnBetsLastRoll_ = AddHeadFigure(foot, 1, tr("At the last roll:"), "lblOnBetsLastRoll");
   lines->addLayout(foot);
   lblLuck_ = NewFigureLabel("lblLuck", {});
   lblLuck_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   lblLuck_->setWordWrap(true);
-  lines->addWidget(lblLuck_);
+  foot->addWidget(new QLabel(tr("Luck:")), 1, 0, Qt::AlignTop);
+  foot->addWidget(lblLuck_, 1, 1, 1, 3);
   lblEmpty_ = NewFigureLabel("lblEmpty", {});
   lblEmpty_->setAlignment(Qt::AlignCenter);
   lblEmpty_->setWordWrap(true);

@@ -52,8 +52,7 @@ frmBetTrends::frmBetTrends(QWidget* table)
   setCentralWidget(content);
   MenuBar().Add("mnuFile", tr("&File"),
                 ReportRows(this, [] { return ReportOf(TableOf(FigureBetTrends())); }));
-  setMinimumSize(kSmallest);
-  resize(kAtStart);
+  SetSizes(kSmallest, kAtStart);
 }
 
 void frmBetTrends::ShowRecord() {

@@ -46,7 +46,8 @@ picGapsBox::picGapsBox(QWidget* parent) : QWidget(parent) {
   setAccessibleName(tr("Gaps between occurrences"));
   setAttribute(Qt::WA_OpaquePaintEvent);
   const QFontMetrics metrics(font());
-  setMinimumSize(kGapColumns * metrics.horizontalAdvance("200+ 10,000"), kGapRows * 9);
+  setMinimumSize(kGapColumns * metrics.horizontalAdvance("200+ 10,000"),
+                 kGapRows * metrics.height() * 5 / 9);
 }
 
 void picGapsBox::Show(const RollFreqs& freqs) {
@@ -132,8 +133,7 @@ frmRollFreqs::frmRollFreqs(QWidget* table)
   column->addWidget(picGaps_, 1);
   setCentralWidget(content);
   MenuBar().Add("mnuFile", tr("&File"), ReportRows(this, [this] { return Print(); }));
-  setMinimumSize(kSmallest);
-  resize(kAtStart);
+  SetSizes(kSmallest, kAtStart);
 }
 
 /// The list is found in by typing: any part of an item will do.

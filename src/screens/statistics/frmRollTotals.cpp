@@ -99,6 +99,7 @@ frmRollTotals::frmRollTotals(QWidget* table)
   column->setSpacing(0);
   picTotals_ = new picTotalsBox(content);
   lblEmpty_ = EmptyLabel(picTotals_, "lblEmpty", {});
+  lblEmpty_->setAlignment(Qt::AlignTop | Qt::AlignRight);  // above the low bars
   hscr_ = new QScrollBar(Qt::Horizontal);
   hscr_->setObjectName("hscr");
   connect(hscr_, &QScrollBar::valueChanged, picTotals_, &picTotalsBox::ScrollTo);
@@ -131,8 +132,7 @@ frmRollTotals::frmRollTotals(QWidget* table)
   column->addLayout(foot);
   setCentralWidget(content);
   MakeMenus();
-  setMinimumSize(kSmallest);
-  resize(kAtStart);
+  SetSizes(kSmallest, kAtStart);
 }
 
 void frmRollTotals::MakeMenus() {
@@ -161,6 +161,9 @@ void frmRollTotals::ShowRecord() {
              palette().color(QPalette::Window).lightness() < 128 ? PaletteWhite : PaletteBlack);
   picComparison_->setVisible(totals.OffersComparison);
   lblEmpty_->setText(Text(totals.Empty));
+  QPalette paper = lblEmpty_->palette();
+  paper.setColor(QPalette::Disabled, QPalette::WindowText, PaletteInk(totals.TextColor));
+  lblEmpty_->setPalette(paper);
   lblEmpty_->setVisible(!totals.Empty.empty());
   picTotals_->Show(std::move(totals));
   ShowBar();

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kColumns = 3;
 constexpr QSize kSmallest(420, 300);
+constexpr QSize kAtStart(930, 330);
 
 }  // namespace
 
@@ -37,8 +38,7 @@ frmSummary::frmSummary(QWidget* table) : Screen(table, "frmSummary", tr("Summary
   setCentralWidget(area);
   MenuBar().Add("mnuFile", tr("&File"),
                 ReportRows(this, [] { return ReportOf(TableOf(FigureSummary())); }));
-  setMinimumSize(kSmallest);
-  resize(content->sizeHint() + QSize(4, menuBar()->sizeHint().height() + 4));
+  SetSizes(kSmallest, kAtStart);
 }
 
 QWidget* frmSummary::MakeGroup(const SummaryGroup& group) {
