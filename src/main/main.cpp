@@ -1,18 +1,24 @@
 // The program's entry: lays the game down, shows the table and runs until it is closed.
 #include <QApplication>
+#include <QDir>
 #include <QMessageBox>
 #include <QScreen>
+#include <algorithm>
 #include <exception>
+#include <string_view>
 
 #include "core/error_report.h"
 #include "core/game_state.h"
 #include "core/host.h"
+#include "main/command_line.h"
 #include "persistence/session.h"
 #include "play/start_up.h"
 #include "screens/files/data_folder.h"
 #include "screens/files/folder_lock.h"
 #include "screens/frame/guard.h"
+#include "screens/frame/help.h"
 #include "screens/table/frmCrapTable.h"
+#include "screens/table/game_commands.h"
 #include "screens/table/qt_host.h"
 
 namespace {
@@ -34,18 +40,35 @@ class GameApplication : public QApplication {
 
 std::string WithSeparator(const QString& folder) { return (folder + "/").toStdString(); }
 
+/// Words are printed where there is no display, too.
+bool AsksForWords(int argc, char* argv[]) {
+  static constexpr std::string_view kWords[] = {"-h", "--help", "-v", "--version"};
+  return std::any_of(argv + 1, argv + argc, [](const char* argument) {
+    return std::find(std::begin(kWords), std::end(kWords), argument) != std::end(kWords);
+  });
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  int exitCode = 0;
+  if (AsksForWords(argc, argv)) {
+    const QCoreApplication words(argc, argv);
+    ReadCommandLine(QCoreApplication::arguments(), exitCode);
+    return exitCode;
+  }
   GameApplication application(argc, argv);
   QApplication::setApplicationName("kelvanor");
-  const QString programFolder = QApplication::applicationDirPath();
+  const auto named = ReadCommandLine(QApplication::arguments(), exitCode);
+  if (!named) return exitCode;
+  const QString programFolder = ProgramFolder();
   const QString dataFolder = DataFolder(programFolder);
   FolderLock folder(dataFolder);
   if (!folder.Take()) {
     QMessageBox::information(nullptr, "Kelvanor", folder.Refusal());
     return 0;
   }
+  const bool firstRun = QDir(dataFolder).entryList({"*.crp"}, QDir::Files).isEmpty();
   // The first game is seeded by the clock, before there is a table.
   TheHost.Milliseconds = SystemMilliseconds;
   StartUp(WithSeparator(programFolder), WithSeparator(dataFolder));
@@ -59,5 +82,7 @@ int main(int argc, char* argv[]) {
   table.ShowAsLeft();
   QApplication::processEvents();
   Guarded("Sub Main", AfterTableShown);
+  if (!named->isEmpty()) Guarded("Sub Main", [&] { OpenNamedFile(&table, named->toStdString()); });
+  if (firstRun && named->isEmpty()) ShowHandbookPage(kFirstPage);
   return QApplication::exec();
 }

@@ -409,6 +409,13 @@ const FileCommandRow& RowOf(FileCommand command) {
   return kRows[static_cast<std::size_t>(command)];
 }
 
+std::optional<FileCommand> OpenCommandOf(std::string_view path) {
+  for (const FileCommand command : {FileCommand::OpenGame, FileCommand::OpenScript,
+                                    FileCommand::OpenDiceRolls, FileCommand::OpenProbability})
+    if (Lower(path).ends_with(LastOf(RowOf(command).Pattern, kExtensionLength))) return command;
+  return std::nullopt;
+}
+
 std::string CompletePath(std::string_view typed, const std::string& folder,
                          std::string_view pattern) {
   const std::string name = Trimmed(std::string(typed));

@@ -1,6 +1,7 @@
 // What the file screen does: one command for each of its titles.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,10 @@ struct FileCommandRow {
   std::string_view Pattern;
 };
 const FileCommandRow& RowOf(FileCommand command);
+
+/// The command that opens a file of this name ("x.crp" a game, "x.bet" a script, "x.rol" a tape,
+/// "x.prb" skewed dice, whatever the case); nothing for other files.
+std::optional<FileCommand> OpenCommandOf(std::string_view path);
 
 /// The full path of a typed name: trimmed, completed by the pattern's extension, in `folder` (with
 /// or without a trailing separator), where a relative name begins; empty for an empty name.

@@ -53,18 +53,6 @@ std::string RatioText(const PayoffRecord& payoff) {
          (payoff.ShownAsTo ? " to " : " for ") + PlainText(payoff.Per);
 }
 
-/// The ratio at which a bet is paid; none where it has several.
-std::string PayoffText(int betId) {
-  const bool several = betId == Field || betId == CAndE || betId == Horn || betId == World;
-  if (several || !HasAdvantage(betId)) return {};
-  switch (betId) {
-    case PassLine: betId = Come; break;
-    case DontPass: betId = DontCome; break;
-    default: break;
-  }
-  return RatioText(Game.Payoff[static_cast<unsigned>(betId)]);
-}
-
 template <std::size_t Count>
 void Append(std::vector<std::string>& cells, const std::array<std::string, Count>& texts) {
   cells.insert(cells.end(), texts.begin(), texts.end());
@@ -78,6 +66,17 @@ TextTable EmptySheet(std::string title, std::vector<std::string> heads) {
 }
 
 }  // namespace
+
+std::string PayoffText(int betId) {
+  const bool several = betId == Field || betId == CAndE || betId == Horn || betId == World;
+  if (several || !HasAdvantage(betId)) return {};
+  switch (betId) {
+    case PassLine: betId = Come; break;
+    case DontPass: betId = DontCome; break;
+    default: break;
+  }
+  return RatioText(Game.Payoff[static_cast<unsigned>(betId)]);
+}
 
 const std::array<std::string_view, kAdvantageColumns>& AdvantageHeads() {
   return Game.ShowMiscData ? kMiscHeads : kFigureHeads;

@@ -37,5 +37,8 @@ std::string TimeText(double hours);
 /// The advantages as they are shown, in the order given.
 TextTable AdvantageSheet(const std::vector<AdvantageRow>& rows);
 
+/// The ratio at which a bet is paid, as "9 to 5"; empty where it has several.
+std::string PayoffText(int betId);
+
 /// All payoffs with the advantages of their bets, the Field's throw by throw.
 TextTable PayoffSheet();

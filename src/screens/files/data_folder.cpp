@@ -1,10 +1,13 @@
 #include "screens/files/data_folder.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 namespace {
+
+constexpr const char* kSharedFolder = "../share/kelvanor";  // of an installed program
 
 /// A build leaves its cache in the folder that it was begun in.
 bool IsBuildTree(QDir folder) {
@@ -16,8 +19,16 @@ bool IsBuildTree(QDir folder) {
 
 }  // namespace
 
+QString ProgramFolder() {
+  const QDir binaries(QCoreApplication::applicationDirPath());
+  const QDir shared(binaries.filePath(kSharedFolder));
+  return shared.exists() ? shared.canonicalPath() : binaries.path();
+}
+
 QString DataFolder(const QString& programFolder) {
-  if (QFileInfo(programFolder).isWritable() && !IsBuildTree(programFolder)) return programFolder;
+  const bool installed = programFolder != QCoreApplication::applicationDirPath();
+  if (!installed && QFileInfo(programFolder).isWritable() && !IsBuildTree(programFolder))
+    return programFolder;
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
   QDir().mkpath(folder);
   return folder;

@@ -56,6 +56,13 @@ void OpenGameCommand(QWidget* parent) {
   ShowAll();
 }
 
+void OpenNamedFile(QWidget* parent, const std::string& path) {
+  const auto command = OpenCommandOf(path);
+  if (!command || (*command == FileCommand::OpenGame && !MayLeaveGame(parent))) return;
+  RunFileCommand(*command, path);
+  ShowAll();
+}
+
 bool SaveGameCommand(QWidget* parent) {
   if (Game.GameFileName.empty()) return SaveGameAsCommand(parent);
   SaveGame(Game.GameFileName);

@@ -1,6 +1,8 @@
 // What the player's commands do with files of the game: open, save, record.
 #pragma once
 
+#include <string>
+
 class QWidget;
 
 /// Offers to save the script, the probabilities and the game, each that isn't saved. False as soon
@@ -13,6 +15,9 @@ void OpenGameCommand(QWidget* parent);
 /// Saves the game in its file; one without a file asks for a name. True when it was saved.
 bool SaveGameCommand(QWidget* parent);
 bool SaveGameAsCommand(QWidget* parent);
+
+/// Opens a file named at the start of the program, by the Open command of its kind.
+void OpenNamedFile(QWidget* parent, const std::string& path);
 
 /// Opens a tape or makes a new one; closes it.
 void OpenDiceRollsCommand(QWidget* parent);

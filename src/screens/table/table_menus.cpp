@@ -10,9 +10,12 @@
 #include "core/text.h"
 #include "play/roll_cycle.h"
 #include "screens/frame/controls.h"
+#include "screens/frame/handbook.h"
+#include "screens/frame/help.h"
 #include "screens/frame/menus.h"
 #include "screens/frame/player_change.h"
 #include "screens/scripts/script_commands.h"
+#include "screens/table/about.h"
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/game_commands.h"
 #include "screens/table/screens.h"
@@ -167,6 +170,12 @@ std::vector<MenuRow> OptionRows(frmCrapTable* table) {
           Submenu("mnuDiceRollFiles", tr("Dice Ro&ll Files"), TapeRows(table))};
 }
 
+std::vector<MenuRow> HelpRows() {
+  return {Command("mnuHandbook", tr("&Handbook"), [] { ShowHandbookPage(kContentsPage); }),
+          Command("mnuFirstSteps", tr("&First Steps"), [] { ShowHandbookPage(kFirstPage); }),
+          Separator(), Command("mnuAbout", tr("&About Kelvanor"), ShowAbout)};
+}
+
 }  // namespace
 
 void MakeTableMenus(frmCrapTable* table, Menus& menus) {
@@ -175,4 +184,5 @@ void MakeTableMenus(frmCrapTable* table, Menus& menus) {
   menus.Add("mnuAutoBet", tr("Auto-&Bet"), AutoBetRows(table));
   menus.Add("mnuView", tr("&View"), ViewRows());
   menus.Add("mnuOptions", tr("&Options"), OptionRows(table));
+  menus.Add("mnuHelp", tr("&Help"), HelpRows());
 }
