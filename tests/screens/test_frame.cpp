@@ -1,5 +1,6 @@
 // What all screens have in common: walks over every bound control and every menu.
 #include <QAbstractSlider>
+#include <QAccessible>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
@@ -9,6 +10,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPrintPreviewWidget>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QWheelEvent>
 #include <map>
@@ -148,6 +151,18 @@ class TestFrame : public QObject {
     }
   }
 
+  void everyControlIsReachedByTabAndNamed() {
+    for (const ScreenRow& row : AllScreens()) {
+      Screen* screen = FindScreen(row.Id);
+      ReachByTab(screen);
+      static const QRegularExpression tabs("^cmdAltKeys_");
+      for (QAbstractButton* tab : screen->findChildren<QAbstractButton*>(tabs)) {
+        tab->click();
+        ReachByTab(screen);
+      }
+    }
+  }
+
   void aReportIsShownAndBecomesAPdf() {
     Report report;
     report.Title = "Numbers";
@@ -172,6 +187,29 @@ class TestFrame : public QObject {
   }
 
  private:
+  /// Tab leads through all controls of a screen, and each has a name for a reader of the screen.
+  static void ReachByTab(Screen* screen) {
+    QApplication::setActiveWindow(screen);
+    std::set<QWidget*> reached;
+    const auto controls = screen->findChildren<QWidget*>();
+    for (int i = 0; i <= controls.size(); ++i) {
+      QWidget* focus = QApplication::focusWidget();
+      QTest::keyClick(focus ? focus : screen, Qt::Key_Tab);
+      reached.insert(QApplication::focusWidget());
+    }
+    for (QWidget* control : controls) {
+      if (!(control->focusPolicy() & Qt::TabFocus) || !control->isVisible() ||
+          !control->isEnabled() || control->focusProxy())
+        continue;
+      const auto* option = qobject_cast<QRadioButton*>(control);  // arrows lead to the others
+      const QString name = screen->objectName() + ": " + control->objectName() + " (" +
+                           control->metaObject()->className() + ")";
+      QVERIFY2(reached.contains(control) || (option && !option->isChecked()), qPrintable(name));
+      const auto* reader = QAccessible::queryAccessibleInterface(control);
+      QVERIFY2(reader && !reader->text(QAccessible::Name).isEmpty(), qPrintable(name));
+    }
+  }
+
   static QString ShownBy(const QWidget* control) {
     if (auto* box = qobject_cast<const QLineEdit*>(control)) return box->text();
     if (auto* list = qobject_cast<const QComboBox*>(control)) return list->currentText();

@@ -81,6 +81,7 @@ QScrollArea* Scrolling(QWidget* content) {
   QScrollArea* area = new QScrollArea;
   area->setFrameShape(QFrame::NoFrame);
   area->setWidgetResizable(true);
+  area->setAccessibleName(QObject::tr("Page"));
   area->setWidget(content);
   return area;
 }

@@ -173,6 +173,7 @@ QGroupBox* frmAutoPlay::MakeComeOut() {
             }}});
   lstWorkOnComeOut_ = New<QListView>("lstWorkOnComeOut");
   lstWorkOnComeOut_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  lstWorkOnComeOut_->setAccessibleName(tr("Bets that work on the come-out roll"));
   lstWorkOnComeOut_->setUniformItemSizes(true);
   lstWorkOnComeOut_->setSpacing(1);
   lstWorkOnComeOut_->setModel(comeOut_);
@@ -251,6 +252,7 @@ QListView* frmAutoPlay::MakeStopList() {
               ChangeByPlayer([row, on] { Game.AutoStopOn[static_cast<unsigned>(row)] = on; });
             }}});
   auto* list = New<QListView>("listAutoStop");
+  list->setAccessibleName(tr("What stops the roll"));
   list->setMinimumWidth(150);
   list->setSpacing(1);
   list->setModel(stops_);

@@ -108,6 +108,7 @@ class CompsPage : public ConfigPage {
                                        QPalette::Text);
               }}});
     lstCompBets_ = New<QListView>("lstCompBets");
+    lstCompBets_->setAccessibleName(tr("Bets that earn comps"));
     lstCompBets_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     lstCompBets_->setUniformItemSizes(true);
     lstCompBets_->setModel(bets_);

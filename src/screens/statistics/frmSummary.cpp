@@ -31,11 +31,7 @@ frmSummary::frmSummary(QWidget* table) : Screen(table, "frmSummary", tr("Summary
   }
   grid->setRowStretch(grid->rowCount(), 1);
   for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
-  QScrollArea* area = new QScrollArea(this);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  area->setWidget(content);
-  setCentralWidget(area);
+  setCentralWidget(Scrolling(content));
   MenuBar().Add("mnuFile", tr("&File"),
                 ReportRows(this, [] { return ReportOf(TableOf(FigureSummary())); }));
   SetSizes(kSmallest, kAtStart);
