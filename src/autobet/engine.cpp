@@ -314,7 +314,9 @@ class Run {
 
   // --- Tracing ---
 
-  bool Tracing() const { return Game.ShowStepsMode != 0 && !Game.HyperDriveOn && !cancelled_; }
+  bool Tracing() const {
+    return Game.ShowStepsMode != 0 && Game.AutoBetRunning && !Game.HyperDriveOn && !cancelled_;
+  }
 
   void Say(std::string_view text) {
     if (Tracing()) said_ += text;
@@ -322,9 +324,12 @@ class Run {
 
   void ShowStep(int line, const std::string& text, const std::string& what) {
     const KeptMessage kept;
+    BeforeScreen();
     TheHost.ShowStep(line, text, what);
+    AfterScreen();
     // A player who cancels doesn't want the next "Show Steps" of this run either.
     cancelled_ = Game.ShowStepsMode == 0;
+    if (!Game.AutoBetRunning) yieldCount_ = kLinesPerYield;  // interrupted: no line comes after
   }
 
   void Trace(std::string_view text) {

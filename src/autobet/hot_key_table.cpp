@@ -121,13 +121,9 @@ std::string FaultOfHotKey(std::size_t place) {
   const HotKey& row = Game.HotKeys.at(place);
   const auto first = FindHotKey(row.Key);
   if (first != place) return "Another row with this key stands before this one.";
+  if (row.File.empty()) return "It has no file.";
   if (FileLength(HotKeyPath(row)) == 0) return BareName(row.File) + " isn't there.";
   return {};
 }
 
-std::vector<std::string> HotKeyPage(const std::string& date) {
-  std::vector<std::string> page = {"Kelvanor Hot-Keys     " + date, ""};
-  for (const HotKey& row : Game.HotKeys)
-    page.push_back(HotKeyCaption(row) + "     " + row.File + "     " + row.Description);
-  return page;
-}
+std::string HotKeyHeading(const std::string& date) { return "Kelvanor Hot-Keys     " + date; }

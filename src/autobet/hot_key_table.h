@@ -31,5 +31,5 @@ void DeleteHotKeys(const std::vector<std::size_t>& places);
 /// is gone; empty for nothing.
 std::string FaultOfHotKey(std::size_t place);
 
-/// The table on paper: a heading with `date`, and a line for each row.
-std::vector<std::string> HotKeyPage(const std::string& date);
+/// What stands above the table on paper.
+std::string HotKeyHeading(const std::string& date);

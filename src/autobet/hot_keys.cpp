@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
+#include <optional>
 #include <vector>
 
 #include "autobet/engine.h"
@@ -9,6 +11,7 @@
 #include "autobet/script.h"
 #include "autobet/script_file.h"
 #include "core/error_report.h"
+#include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/record_file.h"
@@ -16,6 +19,7 @@
 namespace {
 
 constexpr const char* kFileName = "HotKeys.dta";
+constexpr const char* kDamagedFileName = "HotKeys.bad";
 constexpr std::string_view kHeaderText = "Kelvanor Hot-Key File";
 
 constexpr std::size_t kKeyOffset = 0;
@@ -27,21 +31,26 @@ constexpr std::size_t kReservedWidth = 54;
 
 constexpr std::size_t kMostHotKeys = 100'000;
 
-std::string FilePath() { return Game.AppPath + kFileName; }
+std::string FilePath() { return Game.DataPath + kFileName; }
+
+/// The file that is read: the player's own, else the one that came with the program.
+std::string FileToRead() {
+  return FileLength(FilePath()) > 0 ? FilePath() : Game.AppPath + kFileName;
+}
 
 char Lower(char key) { return key >= 'A' && key <= 'Z' ? static_cast<char>(key - 'A' + 'a') : key; }
 
-/// The rows that the header tells, but no more than the file has; all it has when the header's
-/// number is none.
-std::size_t RowCount(const RecordFile& file) {
-  const std::size_t whole = std::min<std::size_t>(file.Length / kRecordSize, file.Records.size());
-  const std::size_t rows = whole == 0 ? 0 : whole - 1;
+std::size_t WholeRecords(const RecordFile& file) {
+  return std::min<std::size_t>(file.Length / kRecordSize, file.Records.size());
+}
+
+/// The number in the header.
+std::optional<std::size_t> RowsTold(const RecordFile& file) {
   const std::string number = Trimmed(file.At(1).Text(kDescriptionOffset, kTextWidth));
   std::size_t told = 0;
   const char* end = number.data() + number.size();
   const auto [stop, failure] = std::from_chars(number.data(), end, told);
-  const bool isNumber = failure == std::errc() && stop == end;
-  return isNumber ? std::min(told, rows) : rows;
+  return failure == std::errc() && stop == end ? std::optional(told) : std::nullopt;
 }
 
 HotKey ReadRow(const Record& record) {
@@ -52,16 +61,26 @@ HotKey ReadRow(const Record& record) {
   return row;
 }
 
-std::vector<HotKey> ReadRows() {
+/// The rows that the header tells, but no more than the file has; all it has when the header's
+/// number is none.
+std::vector<HotKey> ReadRows(const RecordFile& file) {
   std::vector<HotKey> rows;
-  const RecordFile file = ReadRecords(FilePath(), kMostHotKeys + 1);
-  if (file.At(1).Text(kFileOffset, kTextWidth) != kHeaderText) return rows;
-  const std::size_t count = RowCount(file);
+  const std::size_t whole = WholeRecords(file);
+  if (whole == 0 || file.At(1).Text(kFileOffset, kTextWidth) != kHeaderText) return rows;
+  const std::size_t count = std::min(RowsTold(file).value_or(whole - 1), whole - 1);
   for (std::size_t number = 1; number <= count; ++number) {
     const HotKey row = ReadRow(file.At(number + 1));
     if (IsHotKey(row.Key)) rows.push_back(row);
   }
   return rows;
+}
+
+/// Beside the damaged file, so that nothing in it is lost.
+void KeepDamagedFile() {
+  const std::filesystem::path file = PathOf(FileToRead());
+  std::filesystem::copy_file(file, PathOf(Game.DataPath + kDamagedFileName),
+                             std::filesystem::copy_options::overwrite_existing);
+  Game.HotKeysDamaged = false;
 }
 
 Record MakeRow(char key, std::string_view file, std::string_view description) {
@@ -75,9 +94,11 @@ Record MakeRow(char key, std::string_view file, std::string_view description) {
 
 void RunFile(const HotKey& row) {
   const std::string path = HotKeyPath(row);
-  if (FileLength(path) == 0) {
-    ShowMessage("The Auto-Bet file of this Hot-Key isn't there:\n\n" + path, "Hot-Key",
-                kTopicHotKeys, OkStop);
+  if (row.File.empty() || FileLength(path) == 0) {
+    const std::string fault = row.File.empty()
+                                  ? "This Hot-Key has no Auto-Bet file."
+                                  : "The Auto-Bet file of this Hot-Key isn't there:\n\n" + path;
+    ShowMessage(fault, "Hot-Key", kTopicHotKeys, OkStop);
     return;
   }
   Game.HotKeyRunning = true;
@@ -102,25 +123,32 @@ std::size_t FindHotKey(char key) {
 
 std::string HotKeyPath(const HotKey& row) { return PathIn(Game.AppPath, row.File); }
 
+std::string HotKeyFileName(const std::string& path) {
+  return path.starts_with(Game.AppPath) ? path.substr(Game.AppPath.size()) : path;
+}
+
 void LoadHotKeys() {
   try {
-    Game.HotKeys = ReadRows();
+    const RecordFile file = ReadRecords(FileToRead(), kMostHotKeys + 1);
+    Game.HotKeys = ReadRows(file);
+    Game.HotKeysDamaged = file.Length > 0 && RowsTold(file) != Game.HotKeys.size();
   } catch (const std::exception&) {
     ReportError("Load Hot-Keys");
+    Game.HotKeysDamaged = true;
     Game.LastFileResult = kSystemFailed;
   }
 }
 
 void SaveHotKeys() {
   try {
+    if (Game.HotKeysDamaged) KeepDamagedFile();
     std::vector<Record> records = {MakeRow(' ', kHeaderText, std::to_string(Game.HotKeys.size()))};
     for (const HotKey& row : Game.HotKeys)
       records.push_back(MakeRow(row.Key, row.File, row.Description));
     WriteRecords(FilePath(), records);
     Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
   } catch (const std::exception&) {
-    ReportError("Save Hot-Keys");
-    Game.LastFileResult = kSystemFailed;
+    FileFailed(FilePath(), "saved", "Save Hot-Keys", "Hot-Key", kTopicHotKeys);
   }
 }
 

@@ -18,11 +18,17 @@ std::size_t FindHotKey(char key);
 /// The full path of a row's file: names without a folder are in `AppPath`.
 std::string HotKeyPath(const HotKey& row);
 
-/// Reads `HotKeys.dta` in `AppPath` into `Game.HotKeys`. A missing file means no Hot-Keys; a
-/// damaged one is read as far as it can be told from rubbish.
+/// A file's path as a row keeps it: without the folder for what lies in or below `AppPath`.
+std::string HotKeyFileName(const std::string& path);
+
+/// Reads `HotKeys.dta` in `DataPath`, or the one in `AppPath` where there is none yet, into
+/// `Game.HotKeys`. A missing file means no Hot-Keys; a damaged one is read as far as it can be told
+/// from rubbish, and `HotKeysDamaged` is set.
 void LoadHotKeys();
 
-/// Writes `HotKeys.dta` in table order. `LastFileResult` is its length, -1 when the system failed.
+/// Writes `HotKeys.dta` in `DataPath` in table order. What couldn't be read of a damaged one is
+/// first kept as "HotKeys.bad". `LastFileResult` is its length; -1 when the system failed, which is
+/// told under "Hot-Key": the file then stays as it was.
 void SaveHotKeys();
 
 /// Runs the file of the first Hot-Key with this key, and reads the script in force back from its

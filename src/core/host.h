@@ -35,7 +35,7 @@ struct Host {
 
   /// A traced line of a script with what became of it; line 0, without a text, is the end of a
   /// block. Waits until the player goes on, or has cleared `ShowStepsMode`: tracing then ends for
-  /// the rest of the run.
+  /// the rest of the run. With `AutoBetRunning` cleared the run ends behind this line.
   std::function<void(int line, const std::string& text, const std::string& status)> ShowStep;
   std::function<void(int line)> ShowScriptLine;  // the editor brings a line to its top
 

@@ -121,5 +121,6 @@ struct ScriptState {
   int ShowStepsMode = 0;
   std::uint32_t AutoBetStartTime = 0;  // milliseconds
   std::vector<HotKey> HotKeys;         // in their order on the screen
+  bool HotKeysDamaged = false;         // their file held what couldn't be read
   std::string AutoBetStatus;  // what the table's status line says of the run; empty for nothing
 };

@@ -437,8 +437,10 @@ TEST_F(Editor, TheProfileCountsWhatRunsWalkThrough) {
 TEST_F(Editor, ABreakpointBeginsTracingAndStopsHyperDrive) {
   std::vector<int> steps;
   bool cancels = false;
+  bool interrupts = false;
   TheHost.ShowStep = [&](int line, const std::string&, const std::string&) {
     steps.push_back(line);
+    if (interrupts) Game.AutoBetRunning = false;
     if (cancels) Game.ShowStepsMode = 0;
   };
   LoadScript(kJumping);
@@ -452,6 +454,11 @@ TEST_F(Editor, ABreakpointBeginsTracingAndStopsHyperDrive) {
   Game.ShowStepsMode = 0;
   RunAutoBets();
   EXPECT_EQ(steps, std::vector<int>{15});
+  cancels = false;
+  interrupts = true;
+  RunAutoBets();
+  EXPECT_EQ(Game.ScrLine, 16);  // looked at, and no more
+  steps.pop_back();
   Game.AutoBetActive = 1;
   Game.NumAutoRolls = Game.AutoRollsLeft = 1'000;
   ToggleHyperDrive();

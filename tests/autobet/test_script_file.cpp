@@ -61,11 +61,12 @@ class ScriptFile : public TableTest {
   void SetUp() override {
     TableTest::SetUp();
     ClearScript();
-    Game.AppPath = Folder / "";
+    Game.AppPath = Game.DataPath = Folder / "";
   }
   void TearDown() override {
     static_cast<ScriptState&>(Game) = ScriptState();
     Game.AppPath.clear();
+    Game.DataPath.clear();
     TableTest::TearDown();
   }
 
@@ -433,12 +434,29 @@ TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
   expectRows(1, {with(102, "1"), bytes.substr(0, 600), with(256, "\x03")});
   expectRows(0, {with(102, "0"), bytes.substr(0, 100), "", with(3, "x")});
 
-  Game.HotKeys = rows;
-  Game.AppPath = Folder / "gone/";
+  // Cut anywhere, the rest is there, and what couldn't be read is kept when the table is saved.
+  for (std::size_t cut = 1; cut <= bytes.size(); ++cut) {
+    Folder.Write("HotKeys.dta", bytes.substr(0, cut));
+    std::filesystem::remove(Folder / "HotKeys.bad");
+    LoadHotKeys();
+    const std::size_t whole = cut / 256;
+    ASSERT_EQ(Game.HotKeys.size(), whole == 0 ? 0 : whole - 1) << cut;
+    ASSERT_EQ(Game.HotKeysDamaged, cut < bytes.size()) << cut;
+    SaveHotKeys();
+    ASSERT_EQ(Folder.Read("HotKeys.bad"), cut < bytes.size() ? bytes.substr(0, cut) : "") << cut;
+    LoadHotKeys();
+    ASSERT_FALSE(Game.HotKeysDamaged) << cut;
+  }
+
+  // The program's own table is read until the player has one, and saving that fails is told.
+  EXPECT_EQ(HotKeyFileName(Folder / "a/b.bet"), "a/b.bet");
+  Game.DataPath = Folder / "gone/";
+  LoadHotKeys();
+  EXPECT_EQ(Game.HotKeys, rows);
   SaveHotKeys();
   EXPECT_EQ(Game.LastFileResult, -1);
-  LoadHotKeys();
-  EXPECT_TRUE(Game.HotKeys.empty());
+  EXPECT_EQ(TakeOnlyMessage().Title, "Hot-Key");
+  EXPECT_EQ(Folder.Read("HotKeys.dta"), bytes);
 }
 
 TEST_F(HotKeyFile, RowsAreEditedAndKept) {
@@ -459,10 +477,8 @@ TEST_F(HotKeyFile, RowsAreEditedAndKept) {
   DeleteHotKeys({3});
   Game.HotKeys.clear();
   LoadHotKeys();
-  EXPECT_EQ(
-      HotKeyPage("today"),
-      (std::vector<std::string>{"Kelvanor Hot-Keys     today", "", " Ctrl A     a.bet     Press",
-                                " Ctrl C     a.bet     Sea", " Ctrl B     b.bet     "}));
+  EXPECT_EQ(TextOfHotKeys(Game.HotKeys),
+            " Ctrl A\ta.bet\tPress\n Ctrl C\ta.bet\tSea\n Ctrl B\tb.bet\t\n");
   EXPECT_EQ(FaultOfHotKey(0), "");
   EXPECT_EQ(FaultOfHotKey(2), "b.bet isn't there.");
   ReplaceHotKey(1, {'a', "a.bet", ""});

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <functional>
 
+#include "core/game_state.h"
 #include "core/text.h"
 #include "rules/defaults.h"
 #include "screens/play/frmMsg.h"

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QTimer>
+#include <QWindow>
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -24,6 +25,19 @@ constexpr int kRestForWork = 20;  // a tick comes this many times later than the
 QPointer<QWidget> Table;
 std::span<const ScreenRow> Rows;
 std::map<WindowId, QPointer<Screen>> Made;
+QPointer<QWidget> Waiting;  // the window that screens can be used beside
+
+const ScreenRow* FindRow(WindowId id) {
+  const auto row =
+      std::find_if(Rows.begin(), Rows.end(), [id](const ScreenRow& is) { return is.Id == id; });
+  return row == Rows.end() ? nullptr : &*row;
+}
+
+/// A window that waits blocks all others but those that belong to it.
+void LetBelong(Screen* screen, QWidget* owner) {
+  screen->winId();  // makes the system's window, if there's none yet
+  screen->windowHandle()->setTransientParent(owner->windowHandle());
+}
 
 void RefreshAll() {
   for (const auto& [id, screen] : Made)
@@ -72,15 +86,24 @@ Screen* FindScreen(WindowId id) {
 Screen* ShowScreen(WindowId id) {
   Screen* screen = FindScreen(id);
   if (!screen) {
-    const auto row =
-        std::find_if(Rows.begin(), Rows.end(), [id](const ScreenRow& is) { return is.Id == id; });
-    if (row == Rows.end()) return nullptr;
+    const ScreenRow* row = FindRow(id);
+    if (!row) return nullptr;
     screen = row->Make(Table);
     Made[id] = screen;
     FollowPlace(screen, id);
   }
+  if (Waiting) LetBelong(screen, Waiting);
   screen->Present();
   return screen;
+}
+
+bool HasScreen(WindowId id) { return FindRow(id); }
+
+void KeepScreensUsable(QWidget* window) {
+  if (Waiting == window) return;
+  Waiting = window;
+  for (const auto& [id, screen] : Made)
+    if (screen) LetBelong(screen, window ? window : Table.data());
 }
 
 void RefreshScreens() {

@@ -29,6 +29,13 @@ Screen* ShowScreen(WindowId id);
 /// A screen if it has been made, else nothing.
 Screen* FindScreen(WindowId id);
 
+/// True when there is a screen of this id.
+bool HasScreen(WindowId id);
+
+/// Lets all screens be used, those that stand and those that are shown meanwhile, although `window`
+/// waits with the rest of the program blocked. Nothing ends it.
+void KeepScreensUsable(QWidget* window);
+
 /// Brings all that can be seen up to date. Under Hyper-Drive, which tells nothing of single rolls,
 /// one clock then goes on refreshing them, more slowly where that costs more than the run should
 /// feel.

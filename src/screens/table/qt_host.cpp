@@ -21,6 +21,7 @@
 #include "screens/frame/sound_player.h"
 #include "screens/play/frmMsg.h"
 #include "screens/play/frmSettleBet.h"
+#include "screens/scripts/frmSteps.h"
 #include "screens/statistics/graph_printer.h"
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/table_layout.h"
@@ -196,6 +197,7 @@ void InstallQtHost(frmCrapTable* table) {
     YieldTime += static_cast<double>(clock.nsecsElapsed() - start) / 1e6;
   };
   TheHost.Wait = [](int milliseconds) {
+    if (!Game.AutoBetRunning) PutStepsAway();
     const EngineTurn turn;
     Pause(milliseconds);
   };
@@ -203,9 +205,15 @@ void InstallQtHost(frmCrapTable* table) {
     CarryOutChanges();
     Table->RefreshViews();
   };
-  TheHost.RedrawBets = [] { Table->RedrawBets(); };
+  TheHost.RedrawBets = [] {
+    if (!Game.AutoBetRunning) PutStepsAway();
+    Table->RedrawBets();
+  };
   TheHost.RedrawLayout = [] { Table->RedrawLayout(); };
-  TheHost.ShowStep = [](int, const std::string&, const std::string&) { TheHost.Yield(); };
+  TheHost.ShowStep = [](int line, const std::string& text, const std::string& status) {
+    const PointerLook plain(Qt::ArrowCursor);
+    ShowStep(Table, line, text, status);
+  };
   TheHost.SaveGameToTemp = ::SaveGameToTemp;
   TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
   TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", [] { PrintDueGraphs(); }); };

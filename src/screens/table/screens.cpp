@@ -6,6 +6,7 @@
 #include "screens/play/frmStackValues.h"
 #include "screens/rules/frmConfigure.h"
 #include "screens/scripts/frmFlags.h"
+#include "screens/scripts/frmHotKeys.h"
 #include "screens/statistics/frmBankroll.h"
 #include "screens/statistics/frmBetResults.h"
 #include "screens/statistics/frmBetTrends.h"
@@ -45,6 +46,8 @@ std::span<const ScreenRow> AllScreens() {
        kShift + Qt::Key_F6, Make<frmBetTrends>},
       {FlagsWindow, "mnuFlagValues", QT_TRANSLATE_NOOP("Screens", "&Flag Values..."), 0,
        Make<frmFlags>},
+      {HotKeysWindow, "mnuHotKeys", QT_TRANSLATE_NOOP("Screens", "Hot-&Keys..."), 0,
+       Make<frmHotKeys>},
       {AutoPlayWindow, "mnuAutoPlay", QT_TRANSLATE_NOOP("Screens", "&Auto-Play"), 0,
        Make<frmAutoPlay>},
       {ConfigureWindow, "mnuConfigure", QT_TRANSLATE_NOOP("Screens", "&Configuration..."), 0,

@@ -121,6 +121,7 @@ std::vector<MenuRow> AutoBetRows(frmCrapTable* table) {
           .AtRest(),
       Command("mnuCheckBets", tr("&Check Structure"), CheckScriptCommand).AtRest(),
       ShowRow(FlagsWindow),
+      ShowRow(HotKeysWindow),
       Separator(),
       Toggle("mnuShowLoggedMessagesNormal", tr("Show Logged Messages, &Normal Play"),
              BitOf(Game.Notify, NoticeAutoBet)),

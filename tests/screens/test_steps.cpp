@@ -1,0 +1,194 @@
+// A script watched line by line, with the screens of figures beside it.
+#include <QAction>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QWindow>
+
+#include "autobet/compose.h"
+#include "autobet/editor.h"
+#include "autobet/read_line.h"
+#include "autobet/script.h"
+#include "core/auto_play_settings.h"
+#include "core/host.h"
+#include "screens/frame/screen.h"
+#include "screens/frame/screen_table.h"
+#include "screens/screen_driver.h"
+#include "screens/scripts/frmSteps.h"
+
+namespace {
+
+constexpr const char* kScript =
+    "Do this . . .\nInvoke \"Show Steps\"\nWhile . . .\nBankroll is equal to $ 500\n"
+    "or while . . .\nBankroll is equal to $ 0\nthen . . .\nBet $ 10 on Pass Line\n"
+    "Show message: \"Hello\"\n";
+constexpr const char* kEndless = "Label \"again\"\nDo this . . .\nGo to \"again\"\n";
+
+}  // namespace
+
+class TestSteps : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    static_cast<ScriptState&>(Game) = ScriptState();
+    table_ = std::make_unique<frmCrapTable>();
+    BeginScreens(*table_);
+    PlannedMessages.Active = true;
+    Game.DataPath = folder_.path().toStdString() + "/";
+    Game.EventsLogFile = Game.DataPath + "Events Log.txt";
+    Game.HandleWinningBets = WinSameBet;
+    Game.HandleLosingBets = LossSameBet;
+    steps_ = nullptr;
+    seen_.clear();
+  }
+  void cleanup() {
+    table_.reset();
+    static_cast<ScriptState&>(Game) = ScriptState();
+    ScriptEdited();
+  }
+
+  void everyLineIsShownUntilThePlayerGoesOn() {
+    Put(kScript);
+    const auto keys = {Qt::Key_Return, Qt::Key_Space, Qt::Key_Enter};
+    auto key = keys.begin();
+    Roll([&] {
+      QVERIFY(steps_->isModal() && !Find<QLabel>(steps_, "lblBreakpoint")->isVisible());
+      if (key != keys.end()) return QTest::keyClick(steps_, *key++);
+      ClickButton(steps_, "cmdNextAutoBet");
+    });
+    QCOMPARE(seen_[0],
+             "Line #3| While . . .|Status: This block of conditions will be true if each "
+             "line is true.");
+    QCOMPARE(seen_[1].section('|', 0, 0) + seen_[1].section('|', 2),
+             "Line #4Status: Condition is true (not a new occurrence). ");
+    QCOMPARE(seen_[2], "||Status: All the conditions in the block were true. ");
+    QCOMPARE(seen_[4].section('|', 0, 0) + seen_[4].section('|', 2),
+             "Line #8Status: Action taken.");
+    QCOMPARE(seen_.size(), 6);
+    QCOMPARE(PlannedMessages.Shown.back().Title, "Auto-Bet line # 9");
+    QVERIFY(!steps_->isVisible() && Game.Bets[PassLine] == 10);
+    Roll([&] { ClickButton(steps_, "cmdNextAutoBet"); });  // traced from the first line on
+    QCOMPARE(seen_[0].section('|', 0, 0), "Line #1");
+  }
+
+  void cancellingShowsNoMoreOfThisRun() {
+    Put(kScript);
+    Roll([&] { QTest::keyClick(steps_, Qt::Key_Escape); });
+    QVERIFY(seen_.size() == 1 && !steps_->isVisible() && Game.ShowStepsMode == 0);
+    QVERIFY(Game.Bets[PassLine] == 10 && !Game.AutoBetRunning);
+    Roll([&] { Command(*steps_, "mnuCancel"); });  // the next run asks for it again
+    QCOMPARE(seen_.size(), 1);
+  }
+
+  void screensCanBeUsedWhileTheTableWaits() {
+    Put(kScript);
+    Screen* flags = ShowScreen(FlagsWindow);  // one that stands already
+    Game.Flags = {{"Ready", kFalse, kFalse}};
+    int step = 0;
+    Roll([&] {
+      if (++step > 1) return QTest::keyClick(steps_, Qt::Key_Return);
+      QAction* games = Find<QAction>(steps_, "mnuGamesLog");
+      QVERIFY(games->isEnabled() == HasScreen(GamesWindow) && !games->toolTip().isEmpty());
+      const std::pair<const char*, WindowId> rows[] = {
+          {"mnuBankroll", BankrollWindow},     {"mnuBetStats", BetResultsWindow},
+          {"mnuBetsWonLost", BetTrendsWindow}, {"mnuChipStacks", StackValuesWindow},
+          {"mnuEventsLog", EventsLogWindow},   {"mnuFlagValues", FlagsWindow},
+          {"mnuRollFreqs", RollFreqsWindow},   {"mnuRollTotals", RollTotalsWindow},
+          {"mnuSummary", SummaryWindow}};
+      for (const auto& [name, id] : rows) {
+        Command(*steps_, name);
+        QVERIFY2(FindScreen(id) && FindScreen(id)->isVisible(), name);
+        QCOMPARE(FindScreen(id)->windowHandle()->transientParent(), steps_->windowHandle());
+      }
+      // Through the window system, which holds back what is blocked.
+      ClickThrough(flags, "cmdSelectAll");
+      ClickThrough(flags, "cmdSetTruth_0");
+      QTest::mouseClick(table_->windowHandle(), Qt::RightButton, {}, {300, 300});
+      Find<QAction>(table_.get(), "mnuNew")->trigger();  // at work: nothing comes of it
+      QVERIFY(Game.Flags[0].FlagValue == kFalse && steps_->isVisible());
+      QTest::keyClick(steps_, Qt::Key_Return);
+    });
+    QCOMPARE(Game.Flags[0].FlagValue, kTrue);  // what was clicked waited for the run
+    QCOMPARE(flags->windowHandle()->transientParent(), table_->windowHandle());
+    QCOMPARE(Game.RollCount[0], 1);
+  }
+
+  void anEndlessScriptIsInterruptedFromTheWindowAndByClosingTheTable() {
+    Put(kEndless);
+    Game.ShowStepsMode = kTrue;
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
+    Roll([&] { Command(*steps_, "mnuInterrupt"); });
+    ExpectMessage("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active");
+    QVERIFY(seen_.size() == 2 && !steps_->isVisible() && Game.ShowStepsMode == kTrue);
+    PlannedMessages.Answers = {{AnswerYes}, {AnswerNo}, {AnswerNo}};  // interrupt; save nothing
+    Roll([&] { QVERIFY(!table_->close()); });
+    QVERIFY(!table_->isVisible() && !steps_->isVisible());
+  }
+
+  void aBreakpointBeginsTracing() {
+    Put("Do this . . .\nBet $ 10 on Pass Line\nBet $ 5 on Field\n");
+    ToggleBreakpoint(3);
+    Roll([&] {
+      QVERIFY(Find<QLabel>(steps_, "lblBreakpoint")->isVisible());
+      ClickButton(steps_, "cmdNextAutoBet");
+    });
+    QVERIFY(seen_.size() == 1 && seen_[0].startsWith("Line #3|"));
+    Game.ShowStepsMode = 0;
+    Game.NumAutoRolls = Game.AutoRollsLeft = 1'000;
+    table_->RunHyperDrive();
+    ExpectMessage("Stopped by the breakpoint at Auto-Bet line # 3.", "Hyper-Drive");
+    QCOMPARE(Game.RollCount[0], 2);
+    Game.ShowStepsMode = kTrue;
+    Game.TableMinimised = true;  // nobody could see it
+    Game.KeepRolling = Game.AutoRollDice = true;
+    table_->Roll();
+    QVERIFY(!Game.KeepRolling && Game.RollCount[0] == 3 && !steps_->isVisible());
+    Game.TableMinimised = false;
+  }
+
+ private:
+  static void Put(const char* text) {
+    ClearScript();
+    for (ScriptLine line : ReadScriptText(text).Lines) {
+      LogLine(line);
+      InsertLine(Game.ScrCount + 1, line);
+    }
+    QVERIFY(Game.ScrCount > 0);
+    Game.AutoBetActive = 1;
+    Game.ScriptChanged = false;
+  }
+
+  /// Throws the dice; `act` ends each step.
+  void Roll(std::function<void()> act) {
+    seen_.clear();
+    QTimer player;
+    player.callOnTimeout(&player, [&, acting = false]() mutable {
+      steps_ = table_->findChild<frmSteps*>();
+      if (acting || !steps_ || !steps_->isVisible()) return;
+      acting = true;
+      QStringList texts;
+      for (const char* name : {"lblLineNum", "lblAutoBetStep", "lblStatus"})
+        texts << Find<QLabel>(steps_, name)->text();
+      seen_ << texts.join('|');
+      act();
+      acting = false;
+    });
+    player.start(0);
+    RightClickRolls(*table_, 3, 4);
+  }
+
+  static void ClickThrough(QWidget* window, const QString& button) {
+    auto* control = Find<QPushButton>(window, button);
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
+                      control->mapTo(window, control->rect().center()));
+    QCoreApplication::processEvents();
+  }
+
+  QTemporaryDir folder_;
+  std::unique_ptr<frmCrapTable> table_;
+  frmSteps* steps_ = nullptr;
+  QStringList seen_;
+};
+
+SCREEN_TEST(TestSteps)
+#include "test_steps.moc"
