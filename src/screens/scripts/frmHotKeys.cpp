@@ -34,10 +34,9 @@
 
 namespace {
 
+constexpr QSize kSmallest(420, 320);
 constexpr QSize kAtStart(620, 420);
-constexpr int kWidestTyped = 255;   // what is too long is told, not cut
-constexpr int kFewestLetters = 60;  // across the smallest window
-constexpr int kFewestLines = 18;    // and down
+constexpr int kWidestTyped = 255;  // what is too long is told, not cut
 constexpr int kLetters = 'Z' - 'A' + 1;
 
 enum Column : int { KeyColumn, FileColumn, DescriptionColumn };
@@ -115,9 +114,7 @@ frmHotKeys::frmHotKeys(QWidget* table)
   MakeList(column);
   setCentralWidget(content);
   MakeMenus();
-  setMinimumSize(fontMetrics().averageCharWidth() * kFewestLetters,
-                 fontMetrics().lineSpacing() * kFewestLines);
-  resize(kAtStart.expandedTo(sizeHint()));
+  SetSizes(kSmallest, kAtStart);
 }
 
 void frmHotKeys::MakeBoxes(QVBoxLayout* column) {

@@ -21,11 +21,11 @@
 
 namespace {
 
-constexpr int kLettersAcross = 80;  // of most lines and statuses, at the first showing
-constexpr int kFewestLetters = 60;  // across the smallest window
-constexpr int kStepLines = 2;       // of text that the longest line of a script takes
-constexpr int kStatusLines = 4;     // and the longest status
-constexpr int kWatch = 50;          // milliseconds between two looks at the run
+constexpr QSize kSmallest(400, 200);
+constexpr QSize kAtStart(520, 200);
+constexpr int kStepLines = 2;    // of text that the longest line of a script takes
+constexpr int kStatusLines = 4;  // and the longest status
+constexpr int kWatch = 50;       // milliseconds between two looks at the run
 
 QPointer<frmSteps> Steps;
 
@@ -69,9 +69,7 @@ frmSteps::frmSteps(QWidget* table)
   column->addLayout(buttons);
   setCentralWidget(content);
   MakeMenus();
-  const int letter = fontMetrics().averageCharWidth();
-  setMinimumWidth(letter * kFewestLetters);
-  resize(letter * kLettersAcross, sizeHint().height());
+  SetSizes(kSmallest, kAtStart);
   const bool wasPlaced = Game.WindowPlaces[StepsWindow].Width > 0;
   FollowPlace(this, StepsWindow);
   if (!wasPlaced) PutBelow(this, *table);
