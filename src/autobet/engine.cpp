@@ -39,9 +39,10 @@ bool IsAnd(int kind) { return kind == AndWhenLine || kind == AndWhileLine; }
 std::vector<int> ReturnStack;  // lines to come back to, newest last
 ActionRun Actions;
 
-/// One run of the script: all its state starts from nothing and ends with it. `Watched`: lines are
-/// counted for the profile and looked at for breakpoints, which costs other runs nothing.
-template <bool Watched>
+/// One run of the script: all its state starts from nothing and ends with it. Lines are counted for
+/// the profile where it is `Counting`, and looked at for breakpoints where it is `Breaking`: other
+/// runs pay nothing for either.
+template <bool Counting, bool Breaking>
 class Run {
  public:
   Run() {
@@ -49,7 +50,10 @@ class Run {
     Actions.RunValue = 0;
     Actions.RunCount = 0;
     Actions.HasBase.reset();
-    if (Watched && counting_) ReadyProfile();
+    if constexpr (Counting) {
+      ReadyProfile();
+      fired_ = Game.Profile.Fired.data();
+    }
   }
 
   ~Run() {
@@ -64,7 +68,7 @@ class Run {
       Game.ScrLine = next;
       if (!CountLines(1)) return;
       const ProgramLine& line = lines_[static_cast<std::size_t>(next - 1)];
-      if (Watched && line.Breakpoint && !IsPassedOver(line)) Break();
+      if (Breaking && line.Breakpoint && !IsPassedOver(line)) Break();
       next = PlayLine(line);
     }
   }
@@ -76,11 +80,11 @@ class Run {
 
   /// The lines since the last jump have been walked through, up to the current one.
   void EndWalk() {
-    if (Watched && counting_) CountWalk(walkFrom_, Game.ScrLine);
+    if constexpr (Counting) CountWalk(walkFrom_, Game.ScrLine);
   }
 
-  void Fired(int line) {
-    if (Watched && counting_) CountFired(line);
+  void Fired([[maybe_unused]] int line) {
+    if constexpr (Counting) ++fired_[line];
   }
 
   /// Tracing starts here. Under Hyper-Drive, where there is none, the run of rolls ends instead.
@@ -355,11 +359,19 @@ class Run {
   int XorPending = 0;          // kind of the "xor" whose right side the current block is
   int yieldCount_ = 0;
   std::string said_;
-  bool cancelled_ = false;                 // tracing, for the rest of the run
-  const bool counting_ = ProfileCounts();  // for the profile
-  int walkFrom_ = 1;                       // the first line since the last jump
-  int blockLine_ = 1;                      // the line of `BlockStart`
+  bool cancelled_ = false;         // tracing, for the rest of the run
+  std::int64_t* fired_ = nullptr;  // the counts of the profile: no line comes or goes in a run
+  int walkFrom_ = 1;               // the first line since the last jump
+  int blockLine_ = 1;              // the line of `BlockStart`
 };
+
+template <bool Counting>
+void PlayScript() {
+  if (CurrentProgram().HasBreakpoints)
+    Run<Counting, true>().Play();
+  else
+    Run<Counting, false>().Play();
+}
 
 void ShowStatus(const char* text) {
   if (Game.HyperDriveOn) return;
@@ -416,10 +428,10 @@ void RunAutoBets() {
   const AtWork atWork;
   try {
     BeginRun();
-    if (ProfileCounts() || CurrentProgram().HasBreakpoints)
-      Run<true>().Play();
+    if (ProfileCounts())
+      PlayScript<true>();
     else
-      Run<false>().Play();
+      PlayScript<false>();
     EndRun();
   } catch (const std::exception&) {
     ReportError("Run Auto-Bet");

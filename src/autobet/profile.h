@@ -30,7 +30,7 @@ void SpliceProfile(int at, int removed, int inserted);
 
 // --- Counting ---
 
-/// Makes room for the lines of the script.
+/// Makes room for the lines of the script; the engine then counts in `Fired` by itself.
 void ReadyProfile();
 
 /// A run has walked through a stretch of lines, from its first to its last.
@@ -38,5 +38,3 @@ inline void CountWalk(int first, int last) {
   ++Game.Profile.Starts[static_cast<std::size_t>(first)];
   --Game.Profile.Starts[static_cast<std::size_t>(last) + 1];
 }
-
-inline void CountFired(int line) { ++Game.Profile.Fired[static_cast<std::size_t>(line)]; }
