@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr const char* kSharedFolder = "../share/kelvanor";  // of an installed program
+constexpr const char* kSharedFolder = "/share/kelvanor";  // of an installed program
 
 /// A build leaves its cache in the folder that it was begun in.
 bool IsBuildTree(QDir folder) {
@@ -21,12 +21,12 @@ bool IsBuildTree(QDir folder) {
 
 QString ProgramFolder() {
   const QDir binaries(QCoreApplication::applicationDirPath());
-  const QDir shared(binaries.filePath(kSharedFolder));
+  const QDir shared(binaries.path() + "/.." + kSharedFolder);
   return shared.exists() ? shared.canonicalPath() : binaries.path();
 }
 
 QString DataFolder(const QString& programFolder) {
-  const bool installed = programFolder != QCoreApplication::applicationDirPath();
+  const bool installed = programFolder.endsWith(kSharedFolder);
   if (!installed && QFileInfo(programFolder).isWritable() && !IsBuildTree(programFolder))
     return programFolder;
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
