@@ -40,6 +40,7 @@ Host HeadlessHost() {
   host.RedrawLayout = [] {};
   host.ShowStep = [](int, const std::string&, const std::string&) {};
   host.ShowScriptLine = [](int) {};
+  host.ShowProgress = [](const std::string&, double) { return true; };
   host.SaveGameToTemp = [] {};
   host.PrintGraph = [] {};
   host.PrintDuePage = [] {};

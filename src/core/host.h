@@ -39,6 +39,10 @@ struct Host {
   std::function<void(int line, const std::string& text, const std::string& status)> ShowStep;
   std::function<void(int line)> ShowScriptLine;  // the editor brings a line to its top
 
+  /// How far a long piece of work has come, from 0 to 1, its end. False when the player wants no
+  /// more of it.
+  std::function<bool(const std::string& what, double share)> ShowProgress;
+
   std::function<void()> SaveGameToTemp;  // a script is about to end the game
   std::function<void()> PrintGraph;      // the bankroll graph joins the page to be printed
   std::function<void()> PrintDuePage;    // the graphs collected for that page are printed

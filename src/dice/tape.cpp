@@ -6,13 +6,12 @@
 #include <optional>
 #include <stdexcept>
 
+#include "core/error_report.h"
 #include "dice/raw_file.h"
 
 namespace {
 
 constexpr std::size_t kBlock = 30'000;
-
-bool IsFace(int face) { return face >= 1 && face <= 6; }
 
 /// Whether there is a record here, and a position behind it.
 bool IsPosition(int position) { return position >= 1 && position < INT_MAX; }
@@ -48,7 +47,7 @@ void WriteWaiting() {
 /// What waits isn't on the tape, and won't be.
 void StopRecording() {
   if (held.Waits()) {
-    Game.DiceFilePos = static_cast<int>(held.First);
+    Game.DiceFilePos = Game.DiceFileEnd = static_cast<int>(held.First);
     Game.DiceFileLast = held.LastBefore;
   }
   Forget();
@@ -65,7 +64,7 @@ void Hold(RawFile::Use use) {
 }
 
 /// The byte at `DiceFilePos`; none at the end.
-std::optional<unsigned char> ReadAhead() {
+std::optional<char> ReadAhead() {
   if (!IsPosition(Game.DiceFilePos)) return {};
   Hold(RawFile::Use::Read);
   const std::int64_t record = Game.DiceFilePos;
@@ -74,7 +73,7 @@ std::optional<unsigned char> ReadAhead() {
     held.Count = held.File->ReadSome(PlaceOf(record), held.Bytes);
     if (held.Count == 0) return {};
   }
-  return static_cast<unsigned char>(held.Bytes[static_cast<std::size_t>(record - held.First)]);
+  return held.Bytes[static_cast<std::size_t>(record - held.First)];
 }
 
 /// Begins a stretch of throws that wait where `DiceFilePos` stands.
@@ -94,6 +93,7 @@ void AddToStretch(unsigned char byte) {
   if (!follows || !fits || !IsPosition(Game.DiceFilePos)) BeginStretch();
   held.Bytes[held.Count++] = static_cast<char>(byte);
   Game.DiceFileLast = Game.DiceFilePos++;
+  Game.DiceFileEnd = Game.DiceFilePos;
 }
 
 }  // namespace
@@ -103,23 +103,23 @@ unsigned char DiceByte(int die1, int die2) {
 }
 
 TapeRead ReadRecordedRoll() {
-  std::optional<unsigned char> byte;
+  std::optional<char> byte;
   try {
     byte = ReadAhead();
   } catch (const std::exception&) {
+    ReportError("Playback Dice Rolls");
     Forget();
+    return TapeRead::Unreadable;
   }
   if (!Game.HyperDriveOn) CloseTape();
   if (!byte) return TapeRead::End;
-  const int die1 = (*byte >> 2) & 7;
-  const int die2 = *byte >> 5;
-  if (!IsFace(die1) || !IsFace(die2)) {
+  if (!IsThrow(*byte)) {
     Game.RecorderStatus = RecorderOff;
     return TapeRead::BadByte;
   }
-  Game.Die1 = die1;
-  Game.Die2 = die2;
-  ++Game.DiceFilePos;
+  Game.Die1 = FirstDie(*byte);
+  Game.Die2 = SecondDie(*byte);
+  Game.DiceFileEnd = ++Game.DiceFilePos;  // the game's throws select nothing
   return TapeRead::Throw;
 }
 

@@ -7,10 +7,12 @@
 #include <fstream>
 #include <functional>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "core/error_report.h"
 #include "core/game_state.h"
+#include "core/progress.h"
 #include "core/record_file.h"
 #include "dice/raw_file.h"
 #include "dice/tape.h"
@@ -25,16 +27,29 @@ constexpr const char* kTextScratch = "cnvrtasc.xx~";
 using Block = std::vector<char>;
 using Use = RawFile::Use;
 
+/// The work on the tape that is under way.
+Progress* Work = nullptr;
+
 /// Runs a piece of work on the tape in use, which returns the number of throws that it concerned.
 void OnTape(const std::string& place, const std::function<std::int64_t()>& work) {
   CloseTape();
+  Progress progress(place);
+  Progress* const before = std::exchange(Work, &progress);
   try {
     const std::int64_t rolls = Game.DiceRollFile.empty() ? 0 : work();
     Game.LastFileResult = static_cast<int>(std::min<std::int64_t>(rolls, INT_MAX));
+  } catch (const WorkEnded& ended) {
+    Game.LastFileResult = 0;
+    Game.MsgText = ended.what();  // the player knows
   } catch (const std::exception&) {
     ReportError(place);
     Game.LastFileResult = kSystemFailed;
   }
+  Work = before;
+}
+
+double Share(std::int64_t done, std::int64_t all) {
+  return static_cast<double>(done) / static_cast<double>(all);
 }
 
 bool SameFile(const std::string& a, const std::string& b) {
@@ -73,6 +88,7 @@ template <class Take>
 void ForBlocks(RawFile& file, const Range& range, Take take) {
   Block block(kBlock);
   for (std::int64_t done = 0; done < range.Count; done += kBlock) {
+    Work->Show(Share(done, range.Count));
     const std::span<char> bytes = PartOf(block, range.Count - done);
     file.ReadAll(range.Place + done, bytes);
     take(std::span<const char>(bytes));
@@ -86,14 +102,16 @@ void CopyBetween(RawFile& source, const Range& range, RawFile& target, std::int6
   });
 }
 
-/// Moves a range within a file. A range that moves back towards itself goes block by block from its
-/// end, so that nothing is overwritten before it has been read.
+/// Moves a range within a file, to the end once begun. A range that moves back towards itself goes
+/// block by block from its end, so that nothing is overwritten before it has been read.
 void MoveRange(RawFile& file, const Range& range, std::int64_t to) {
-  if (to <= range.Place) return CopyBetween(file, range, file, to);
+  const bool fromEnd = to > range.Place;
   Block block(kBlock);
-  for (std::int64_t left = range.Count; left > 0; left -= std::min(left, kBlock)) {
-    const std::span<char> bytes = PartOf(block, left);
-    const std::int64_t offset = left - static_cast<std::int64_t>(bytes.size());
+  for (std::int64_t done = 0; done < range.Count; done += std::min(range.Count - done, kBlock)) {
+    Work->ShowOnly(Share(done, range.Count));
+    const std::span<char> bytes = PartOf(block, range.Count - done);
+    const auto size = static_cast<std::int64_t>(bytes.size());
+    const std::int64_t offset = fromEnd ? range.Count - done - size : done;
     file.ReadAll(range.Place + offset, bytes);
     file.Write(to + offset, bytes);
   }
@@ -245,18 +263,24 @@ class TextScratch {
   bool created_ = false;
 };
 
-std::string TextOfThrow(char byte, const RollTextOptions& options) {
-  const int value = static_cast<unsigned char>(byte);
-  const int die1 = (value >> 2) & 7;
-  const int die2 = value >> 5;
+}  // namespace
+
+std::string ThrowsOfDigits(std::string_view text) {
+  DigitReader digits;
+  std::string throws;
+  for (const char character : text) digits.Read(character, throws);
+  return throws;
+}
+
+std::string RollText(char byte, const RollTextOptions& options) {
+  const int die1 = FirstDie(byte);
+  const int die2 = SecondDie(byte);
   std::string text;
   if (options.DieNumbers) text += "(" + std::to_string(die1) + "-" + std::to_string(die2) + ")";
   if (options.DieNumbers && options.Totals) text += "- ";
   if (options.Totals) text += std::to_string(die1 + die2);
   return text;
 }
-
-}  // namespace
 
 void OpenDiceRollFile(const std::string& path) {
   CloseTape();
@@ -317,6 +341,48 @@ void PasteRollsFromText(const std::string& path, std::int64_t at) {
   });
 }
 
+std::string ReadRolls(std::int64_t from, std::int64_t count) {
+  std::string throws;
+  OnTape("Read Dice Rolls", [&]() -> std::int64_t {
+    RawFile tape(Game.DiceRollFile, Use::Read);
+    const Range range = WithinTape(from, count, tape.Length());
+    throws.resize(static_cast<std::size_t>(range.Count));
+    throws.resize(tape.ReadSome(range.Place, throws));
+    return static_cast<std::int64_t>(throws.size());
+  });
+  return throws;
+}
+
+void ForRolls(std::int64_t from, std::int64_t count,
+              const std::function<void(std::string_view)>& take) {
+  OnTape("Count Dice Rolls", [&]() -> std::int64_t {
+    RawFile tape(Game.DiceRollFile, Use::Read);
+    const Range range = WithinTape(from, count, tape.Length());
+    ForBlocks(tape, range, [&take](std::span<const char> bytes) {
+      take({bytes.data(), bytes.size()});
+    });
+    return range.Count;
+  });
+}
+
+void PutRolls(std::int64_t at, std::string_view throws, bool over) {
+  OnTape("Write Dice Rolls", [&]() -> std::int64_t {
+    if (throws.empty()) return 0;
+    RawFile tape(Game.DiceRollFile, Use::Change);
+    const std::int64_t length = tape.Length();
+    const auto count = static_cast<std::int64_t>(throws.size());
+    const Range room = {PlaceToInsert(at, length), count};
+    if (over) {
+      tape.Grow(std::max<std::int64_t>(room.Place + count - length, 0));
+      tape.Write(room.Place, throws);
+    } else {
+      Insert(tape, room, [&] { tape.Write(room.Place, throws); });
+      FollowInsertion(room, tape.Length());
+    }
+    return count;
+  });
+}
+
 void CopyRollRange(std::int64_t to, std::int64_t from, std::int64_t count) {
   OnTape("Copy Dice Roll Range", [&]() -> std::int64_t {
     RawFile tape(Game.DiceRollFile, Use::Change);
@@ -369,7 +435,7 @@ void CopyRollsToText(const std::string& path, std::int64_t from, std::int64_t co
       std::string lines;
       for (const char byte : bytes) {
         if (options.RollNumbers) lines += std::to_string(number++) + " ";
-        lines += TextOfThrow(byte, options) + "\r\n";
+        lines += RollText(byte, options) + "\r\n";
       }
       file.Write(lines);
     });

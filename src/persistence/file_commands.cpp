@@ -18,6 +18,7 @@
 #include "core/messages.h"
 #include "core/record_file.h"
 #include "dice/probability_file.h"
+#include "dice/tape_edit.h"
 #include "dice/tape_file.h"
 #include "persistence/game_file.h"
 #include "stats/events_log.h"
@@ -124,19 +125,6 @@ bool RunOpenDiceRolls(const std::string& path) {
   return SucceededWithChange();
 }
 
-/// The selected throws: from `DiceFilePos` to `DiceFileEnd`, both of them included, in either
-/// order, as far as the tape goes.
-struct RollSelection {
-  std::int64_t From = 1;
-  std::int64_t Count = 0;
-};
-RollSelection SelectedRolls() {
-  const auto [low, high] = std::minmax(Game.DiceFilePos, Game.DiceFileEnd);
-  const std::int64_t from = std::max(low, 1);
-  const std::int64_t to = std::min<std::int64_t>(high, DiceRollCount());
-  return {from, Game.DiceFileEnd < 1 ? 0 : std::max<std::int64_t>(to - from + 1, 0)};
-}
-
 constexpr const char* kNoRollsSelected = "can't be written: there are no dice rolls selected.";
 
 bool RunCopyToDiceRolls(const std::string& path) {
@@ -165,10 +153,8 @@ bool RunCopyDiceRollsToText(const std::string& path) {
   const RollSelection rolls = SelectedRolls();
   if (rolls.Count == 0) return Refuse(FileCommand::CopyDiceRollsToText, path, kNoRollsSelected);
   if (!Game.ShowDieNumbers && !Game.ShowNumbersCalled) {
-    ShowMessage(
-        "You must check at least one of the following boxes found under Output Options:\n\n"
-        "Include individual die #'s\nInclude numbers called",
-        std::string(RowOf(FileCommand::CopyDiceRollsToText).Title), kTopicFiles, OkStop);
+    ShowMessage(kNoOutputChosen, std::string(RowOf(FileCommand::CopyDiceRollsToText).Title),
+                kTopicFiles, OkStop);
     Game.LastFileResult = kRefused;
     return false;
   }
@@ -179,16 +165,22 @@ bool RunCopyDiceRollsToText(const std::string& path) {
 
 constexpr const char* kNoTape = "can't be pasted: there's no Dice Roll file open.";
 
+/// The position stands behind what came in, and nothing is selected.
+bool PastedWithChange() {
+  if (Succeeded()) GoToRoll(Game.DiceFilePos);
+  return SucceededWithChange();
+}
+
 bool RunPasteDiceRolls(const std::string& path) {
   if (Game.DiceRollFile.empty()) return Refuse(FileCommand::PasteDiceRolls, path, kNoTape);
   PasteRollsFromFile(path, Game.DiceFilePos);
-  return SucceededWithChange();
+  return PastedWithChange();
 }
 
 bool RunPasteDiceRollsFromText(const std::string& path) {
   if (Game.DiceRollFile.empty()) return Refuse(FileCommand::PasteDiceRollsFromText, path, kNoTape);
   PasteRollsFromText(path, Game.DiceFilePos);
-  return SucceededWithChange();
+  return PastedWithChange();
 }
 
 /// Copying and pasting are at work while it lives.

@@ -31,6 +31,11 @@ enum class FileCommand {
 };
 inline constexpr int kFileCommands = 22;
 
+/// What a text or print of throws is refused with while it would hold nothing.
+inline constexpr const char* kNoOutputChosen =
+    "You must check at least one of the following boxes found under Output Options:\n\n"
+    "Include individual die #'s\nInclude numbers called";
+
 /// The words and the pattern of a command ("*.crp"), as its screen shows them.
 struct FileCommandRow {
   FileCommand Command;

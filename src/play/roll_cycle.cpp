@@ -16,6 +16,7 @@
 #include "bets/make_bet.h"
 #include "bets/turns.h"
 #include "core/error_report.h"
+#include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
@@ -108,15 +109,22 @@ bool PlayTape() {
   const TapeRead read = ReadRecordedRoll();
   if (read == TapeRead::Throw) return true;
   Game.KeepRolling = false;
-  const bool end = read == TapeRead::End;
-  if (Game.HyperDriveOn)
-    Game.StopMessage = end ? "Stopped due to end of Dice Roll File reached."
-                           : "Stopped due to Dice Roll File value out of limits.";
-  else if (!end)
-    ShowMessage(
-        "A dice roll value has been found to be out of limits.  \n\nPlayback of this Dice Roll "
-        "File has ceased so that you can check the file or continue without it.",
-        "Dice Roll File Error", kTopicDiceRolls, OkStop);
+  const bool bad = read == TapeRead::BadByte;
+  if (Game.HyperDriveOn) {
+    Game.StopMessage = bad ? "Stopped due to Dice Roll File value out of limits."
+                           : "Stopped due to end of Dice Roll File reached.";
+  } else {
+    Game.RecorderStatus = RecorderOff;
+    if (bad)
+      ShowMessage(
+          "A dice roll value has been found to be out of limits.  \n\nPlayback of this Dice Roll "
+          "File has ceased so that you can check the file or continue without it.",
+          "Dice Roll File Error", kTopicDiceRolls, OkStop);
+    else
+      ShowMessage(read == TapeRead::End ? "The Dice Roll File has ended."
+                                        : FileFailureText(Game.DiceRollFile, "played back"),
+                  "Playback Dice Rolls During Game Play", kTopicDiceRolls, OkStop);
+  }
   return false;
 }
 

@@ -147,6 +147,17 @@ TEST_F(DiceTape, ATapeThatCannotBeWrittenStopsTheRecorder) {
   }
 }
 
+TEST_F(DiceTape, AMissingTapeSaysSo) {
+  Use(Throw(1, 2));
+  fs::remove(Game.DiceRollFile);
+  Game.RecorderStatus = Playback;
+  RollDice();
+  EXPECT_EQ(Game.RollCount[0], 0);
+  EXPECT_EQ(Game.RecorderStatus, RecorderOff);
+  EXPECT_NE(Game.MsgText.find("tape.rol\ncan't be played back: "), std::string::npos)
+      << Game.MsgText;
+}
+
 TEST_F(DiceTape, AnyTapeAndPositionPlaysItsThrowsAndNoMore) {
   std::mt19937 random(7);
   const auto below = [&random](int limit) {
@@ -172,8 +183,15 @@ TEST_F(DiceTape, AnyTapeAndPositionPlaysItsThrowsAndNoMore) {
     while (to >= 1 && to <= length && isThrow(tape[static_cast<std::size_t>(to - 1)])) ++to;
     const bool atEnd = to < 1 || to > length;
     const int before = Game.RollCount[0];
-    RollOn(100, below(2) > 0);
-    EXPECT_EQ(Game.RecorderStatus, atEnd ? Playback : RecorderOff);
+    const bool fast = below(2) > 0;
+    Game.MsgText.clear();
+    RollOn(100, fast);
+    EXPECT_EQ(Game.RecorderStatus, atEnd && fast ? Playback : RecorderOff);
+    if (atEnd && !fast) {
+      EXPECT_EQ(Game.MsgText, "The Dice Roll File has ended.");
+      EXPECT_EQ(Game.MsgTitle, "Playback Dice Rolls During Game Play");
+    }
+    if (to != from) EXPECT_EQ(Game.DiceFileEnd, to) << "nothing is selected by playing";
     EXPECT_EQ(Game.RollCount[0] - before, from < 1 ? 0 : to - from);
     EXPECT_EQ(Game.DiceFilePos, to);
     EXPECT_EQ(Tape(), tape);
@@ -338,6 +356,45 @@ TEST_F(DiceTape, WhatFailsLeavesTheTapeAsItWas) {
   CopyRollsToText(Game.DiceRollFile, 1, 5, options, 1);
   EXPECT_EQ(Game.LastFileResult, 0);
   EXPECT_TRUE(Tape() == tape);
+}
+
+TEST_F(DiceTape, LongWorkCanBeEndedAtAnyMomentAndLeavesTheTapeWhole) {
+  const std::string tape(100'000, Throw(3, 4)[0]);
+  const std::string part = Folder.Write("part.rol", std::string(90'000, Throw(1, 1)[0]));
+  const std::string text = Folder.Write("text.txt", std::string(100'000, '5'));
+  const std::function<void()> works[] = {
+      [&] { PasteRollsFromFile(part, 5); }, [&] { PasteRollsFromText(text, 90'000); },
+      [&] { CopyRollsToFile(Folder / "new.rol", 1, 100'000); },
+      [&] {
+        CopyRollsToText(Folder / "new.txt", 1, 100'000, {true, true, true}, 1);
+      }};
+  std::uint32_t now = 0;
+  TheHost.Milliseconds = [&now] { return now += 200; };
+  for (const auto& work : works) {
+    int ended = 0;
+    for (int patience = 0; patience < 14; patience += 3) {
+      Use(tape);
+      int shown = 0;
+      double last = 0;
+      TheHost.ShowProgress = [&](const std::string&, double share) {
+        last = share;
+        return ++shown <= patience;
+      };
+      Game.MsgText.clear();
+      work();
+      EXPECT_EQ(last, 1) << "the progress is closed";
+      if (Game.LastFileResult > 0) continue;
+      ++ended;
+      EXPECT_EQ(Game.LastFileResult, 0);
+      EXPECT_NE(Game.MsgText, "");
+      ASSERT_TRUE(Tape() == tape);
+      EXPECT_EQ(Folder.Count(), 3U) << "no scratch file stays";
+      EXPECT_EQ(Game.DiceFilePos, 1);
+    }
+    EXPECT_GE(ended, 1);
+    EXPECT_LT(ended, 5);
+    for (const char* name : {"new.rol", "new.txt"}) fs::remove(Folder / name);
+  }
 }
 
 TEST_F(DiceTape, TextComesAndGoes) {

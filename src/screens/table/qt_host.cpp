@@ -4,6 +4,8 @@
 #include <QCursor>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QPointer>
+#include <QProgressDialog>
 #include <QRandomGenerator>
 #include <QTimer>
 #include <algorithm>
@@ -51,6 +53,9 @@ constexpr int kRainLeft = 50;
 constexpr int kRainTop = 19;
 constexpr int kRainWidth = 570;
 constexpr int kRainHeight = 367;
+
+constexpr int kProgressSteps = 1000;
+constexpr int kPatience = 400;  // milliseconds, before a progress is shown
 
 /// A pause with the event loop running.
 void Pause(int milliseconds) {
@@ -163,6 +168,25 @@ void CelebrateBank() {
   Table->Layout()->ClearRain();
 }
 
+/// The window of the long piece of work that is under way; `share` 1 closes it.
+bool ShowProgress(const std::string& what, double share) {
+  static QPointer<QProgressDialog> shown;
+  if (share >= 1) {
+    delete shown;
+    return true;
+  }
+  if (!shown) {
+    const QString title = QString::fromStdString(what);
+    shown = new QProgressDialog(title + " ...", QObject::tr("Stop"), 0, kProgressSteps,
+                                AskingWindow(Table));
+    shown->setWindowTitle(title);
+    shown->setWindowModality(Qt::ApplicationModal);
+    shown->setMinimumDuration(kPatience);
+  }
+  shown->setValue(static_cast<int>(share * kProgressSteps));
+  return !shown->wasCanceled();
+}
+
 }  // namespace
 
 std::uint32_t SystemMilliseconds() {
@@ -214,6 +238,7 @@ void InstallQtHost(frmCrapTable* table) {
     const PointerLook plain(Qt::ArrowCursor);
     ShowStep(Table, line, text, status);
   };
+  TheHost.ShowProgress = ShowProgress;
   TheHost.SaveGameToTemp = ::SaveGameToTemp;
   TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
   TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", [] { PrintDueGraphs(); }); };
