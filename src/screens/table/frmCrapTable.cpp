@@ -147,7 +147,8 @@ frmCrapTable::frmCrapTable() {
   setCentralWidget(content);
 
   UseScreens(this, AllScreens());
-  AtTable = {[this] { Roll(); }, [this] { RunHyperDrive(); }};
+  AtTable = {[this] { Roll(); }, [this] { RollByCommand(); },
+             [this](int die1, int die2) { RollNamed(die1, die2); }, [this] { RunHyperDrive(); }};
   menus_ = new Menus(this, kPlace);
   MakeTableMenus(this, *menus_);
   timerQuickStats_ = new QTimer(this);
@@ -242,6 +243,15 @@ void frmCrapTable::ShowCaption() {
 void frmCrapTable::Roll() {
   if (running_ || !TableAtRest()) return;
   RunAtTable(RollDice);
+}
+
+void frmCrapTable::RollNamed(int die1, int die2) {
+  if (running_ || !TableAtRest()) return;
+  RunAtTable([die1, die2] { RollNamedDice(die1, die2); });
+}
+
+void frmCrapTable::RollByCommand() {
+  if (ClickMayAct() && RightClick()) Roll();
 }
 
 void frmCrapTable::RunHyperDrive() {

@@ -69,6 +69,13 @@ class frmCrapTable : public QMainWindow {
   /// Throws the dice, unless a roll is under way. A window that was closed meanwhile closes then.
   void Roll();
 
+  /// The same with dice named by the player.
+  void RollNamed(int die1, int die2);
+
+  /// The roll command of the menu: asks where a run goes on, takes a keyed amount, and stops or
+  /// starts the auto-roll.
+  void RollByCommand();
+
   /// Shows the table where it was left, and the screens that could be seen when the last session
   /// ended.
   void ShowAsLeft();

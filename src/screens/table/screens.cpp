@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "screens/play/frmAutoPlay.h"
+#include "screens/play/frmRYON.h"
 #include "screens/play/frmStackValues.h"
 #include "screens/rules/frmConfigure.h"
 #include "screens/scripts/frmFlags.h"
@@ -50,6 +51,8 @@ std::span<const ScreenRow> AllScreens() {
        Make<frmHotKeys>},
       {AutoPlayWindow, "mnuAutoPlay", QT_TRANSLATE_NOOP("Screens", "&Auto-Play"), 0,
        Make<frmAutoPlay>},
+      {RollPadWindow, "mnuRollYourOwnNumbers",
+       QT_TRANSLATE_NOOP("Screens", "&Roll Your Own Numbers"), 0, Make<frmRYON>},
       {ConfigureWindow, "mnuConfigure", QT_TRANSLATE_NOOP("Screens", "&Configuration..."), 0,
        Make<frmConfigure>},
   };

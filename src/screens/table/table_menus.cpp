@@ -14,6 +14,7 @@
 #include "screens/frame/help.h"
 #include "screens/frame/menus.h"
 #include "screens/frame/player_change.h"
+#include "screens/frame/screen.h"
 #include "screens/scripts/script_commands.h"
 #include "screens/table/about.h"
 #include "screens/table/frmCrapTable.h"
@@ -30,12 +31,33 @@ struct Menu {
 
 QString tr(const char* text) { return Menu::tr(text); }
 
+QString CaptionOf(const ScreenRow& row) {
+  return QCoreApplication::translate("Screens", row.Caption);
+}
+
+/// The manual roll pad is shown and hidden by a check mark.
+MenuRow PadRow(const ScreenRow& row) {
+  const auto isShown = [] {
+    const Screen* pad = FindScreen(RollPadWindow);
+    return pad && pad->isVisible();
+  };
+  return Check(row.Command, CaptionOf(row), isShown, [isShown] {
+    ChangeByPlayer([isShown] {
+      if (isShown())
+        FindScreen(RollPadWindow)->close();
+      else
+        ShowScreen(RollPadWindow);
+    });
+  });
+}
+
 /// The entry that shows a screen.
 MenuRow ShowRow(WindowId id) {
   for (const ScreenRow& row : AllScreens()) {
     if (row.Id != id) continue;
-    MenuRow entry = Command(row.Command, QCoreApplication::translate("Screens", row.Caption),
-                            [id] { ShowScreen(id); });
+    MenuRow entry = id == RollPadWindow
+                        ? PadRow(row)
+                        : Command(row.Command, CaptionOf(row), [id] { ShowScreen(id); });
     return row.Key == 0 ? entry : std::move(entry).On(QKeySequence(row.Key)).Everywhere();
   }
   return {};
@@ -82,10 +104,7 @@ std::vector<MenuRow> ActionRows(frmCrapTable* table) {
     return Command(name, caption, std::move(act)).AtRest().On(key);
   };
   return {
-      row("mnuRollDice", tr("&Roll Dice"), Qt::Key_F5,
-          [table] {
-            if (ClickMayAct() && RightClick()) table->Roll();
-          }),
+      row("mnuRollDice", tr("&Roll Dice"), Qt::Key_F5, [table] { table->RollByCommand(); }),
       Separator(),
       row("mnuBuyPlaceBet", tr("&Buy Place Bet"), Qt::Key_F6, BuyPlaceBetCommand),
       row("mnuCallBetOn", tr("Call Bet &ON"), Qt::Key_F7, CallBetOnCommand),
@@ -167,7 +186,7 @@ std::vector<MenuRow> TapeRows(frmCrapTable* table) {
 }
 
 std::vector<MenuRow> OptionRows(frmCrapTable* table) {
-  return {ShowRow(ConfigureWindow), ShowRow(AutoPlayWindow), Separator(),
+  return {ShowRow(ConfigureWindow), ShowRow(AutoPlayWindow), Separator(), ShowRow(RollPadWindow),
           Submenu("mnuDiceRollFiles", tr("Dice Ro&ll Files"), TapeRows(table))};
 }
 
