@@ -18,6 +18,7 @@
 #include "screens/files/data_folder.h"
 #include "screens/files/folder_lock.h"
 #include "screens/frame/controls.h"
+#include "screens/frame/screen_table.h"
 #include "screens/frame/window_places.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmBankroll.h"
@@ -243,15 +244,16 @@ class TestFileScreen : public QObject {
       Find<QLineEdit>(screen, "txtFileName")->setText("tape");
       ClickButton(screen, "cmdOK");
     });
+    ShowScreen(DiceRollFilesWindow);
     Command(*table_, "mnuNewOpen");
     Command(*table_, "mnuRecorder_1");
     RightClickRolls(*table_, 2, 6);
     RightClickRolls(*table_, 1, 5);
-    Command(*table_, "mnuFirstRoll");
+    Game.DiceFilePos = 1;
     Command(*table_, "mnuRecorder_2");
     ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
     QCOMPARE(QPoint(Game.Die1, Game.Die2), QPoint(2, 6));
-    Command(*table_, "mnuCloseRolls");
+    Command(*table_, "mnuClose");
     QVERIFY(Game.DiceRollFile.empty() && Game.RecorderStatus == RecorderOff);
     QCOMPARE(QFileInfo(Path("tape.rol")).size(), 2);
   }

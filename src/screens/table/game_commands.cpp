@@ -1,14 +1,9 @@
 #include "screens/table/game_commands.h"
 
-#include <algorithm>
-#include <climits>
-#include <cstdint>
-
 #include "bets/make_bet.h"
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
-#include "dice/tape_file.h"
 #include "persistence/file_commands.h"
 #include "persistence/game_file.h"
 #include "screens/files/frmFile.h"
@@ -74,39 +69,4 @@ bool SaveGameAsCommand(QWidget* parent) {
   const bool saved = RunFileScreen(parent, FileCommand::SaveGameAs);
   ShowAll();
   return saved;
-}
-
-void OpenDiceRollsCommand(QWidget* parent) {
-  RunFileScreen(parent, FileCommand::OpenDiceRolls);
-  ShowAll();
-}
-
-void CloseDiceRollsCommand() {
-  if (Game.DiceRollFile.empty()) return;
-  CloseDiceRollFile();
-  Game.GameChanged = true;
-  ShowAll();
-}
-
-void SetRecorderCommand(int status) {
-  if (status != RecorderOff && Game.DiceRollFile.empty()) {
-    ShowMessage("You need to open a file first.",
-                status == Recording ? "Record Dice Rolls During Game Play"
-                                    : "Playback Dice Rolls During Game Play",
-                kTopicDiceRolls, OkStop);
-    return;
-  }
-  Game.RecorderStatus = status;
-  Game.GameChanged = true;
-  ShowAll();
-}
-
-void RewindDiceRollsCommand() {
-  ChangeByPlayer([] { Game.DiceFilePos = 1; });
-}
-
-void ToEndOfDiceRollsCommand() {
-  ChangeByPlayer([] {
-    Game.DiceFilePos = static_cast<int>(std::min<std::int64_t>(DiceRollCount(), INT_MAX - 1)) + 1;
-  });
 }

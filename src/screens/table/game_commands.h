@@ -1,4 +1,4 @@
-// What the player's commands do with files of the game: open, save, record.
+// What the player's commands do with files of the game: open and save.
 #pragma once
 
 #include <string>
@@ -18,14 +18,3 @@ bool SaveGameAsCommand(QWidget* parent);
 
 /// Opens a file named at the start of the program, by the Open command of its kind.
 void OpenNamedFile(QWidget* parent, const std::string& path);
-
-/// Opens a tape or makes a new one; closes it.
-void OpenDiceRollsCommand(QWidget* parent);
-void CloseDiceRollsCommand();
-
-/// Sets the recorder to a `RecorderStatusKind`. Without a tape it is refused, and stays off.
-void SetRecorderCommand(int status);
-
-/// The next roll is the tape's first, or comes behind its last.
-void RewindDiceRollsCommand();
-void ToEndOfDiceRollsCommand();

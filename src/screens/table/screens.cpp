@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "screens/files/frmDiceRollFiles.h"
 #include "screens/play/frmAutoPlay.h"
 #include "screens/play/frmRYON.h"
 #include "screens/play/frmStackValues.h"
@@ -55,6 +56,8 @@ std::span<const ScreenRow> AllScreens() {
        QT_TRANSLATE_NOOP("Screens", "&Roll Your Own Numbers"), 0, Make<frmRYON>},
       {ConfigureWindow, "mnuConfigure", QT_TRANSLATE_NOOP("Screens", "&Configuration..."), 0,
        Make<frmConfigure>},
+      {DiceRollFilesWindow, "mnuDiceRollFiles", QT_TRANSLATE_NOOP("Screens", "Dice Ro&ll Files..."),
+       0, Make<frmDiceRollFiles>},
   };
   return rows;
 }

@@ -9,6 +9,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "play/roll_cycle.h"
+#include "screens/files/tape_commands.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/handbook.h"
 #include "screens/frame/help.h"
@@ -168,26 +169,15 @@ std::vector<MenuRow> ViewRows() {
           ShowRow(EventsLogWindow)};
 }
 
-std::vector<MenuRow> TapeRows(frmCrapTable* table) {
-  std::vector<MenuRow> rows = {
-      Command("mnuNewOpen", tr("&New or Open..."), [table] { OpenDiceRollsCommand(table); })
-          .AtRest(),
-      Command("mnuCloseRolls", tr("&Close"), CloseDiceRollsCommand).AtRest(), Separator()};
-  for (MenuRow& row : Choices("mnuRecorder", {tr("Recorder &Off"), tr("&Record"), tr("&Playback")},
-                              RecordField(Game.RecorderStatus).Through(SetRecorderCommand)))
-    rows.push_back(std::move(row));
-  rows.push_back(Separator());
-  rows.push_back(
-      Command("mnuFirstRoll", tr("Go to the &First Roll"), RewindDiceRollsCommand).AtRest());
-  rows.push_back(
-      Command("mnuBehindLastRoll", tr("Go behind the &Last Roll"), ToEndOfDiceRollsCommand)
-          .AtRest());
-  return rows;
-}
-
-std::vector<MenuRow> OptionRows(frmCrapTable* table) {
-  return {ShowRow(ConfigureWindow), ShowRow(AutoPlayWindow), Separator(), ShowRow(RollPadWindow),
-          Submenu("mnuDiceRollFiles", tr("Dice Ro&ll Files"), TapeRows(table))};
+std::vector<MenuRow> OptionRows() {
+  return {ShowRow(ConfigureWindow),
+          ShowRow(AutoPlayWindow),
+          Separator(),
+          ShowRow(RollPadWindow),
+          ShowRow(DiceRollFilesWindow),
+          Submenu("mnuRecorder", tr("Dice Roll R&ecorder"),
+                  Choices("mnuRecorder", {tr("&Off"), tr("&Record"), tr("&Playback")},
+                          RecordField(Game.RecorderStatus).Through(SetRecorderCommand)))};
 }
 
 std::vector<MenuRow> HelpRows() {
@@ -203,6 +193,6 @@ void MakeTableMenus(frmCrapTable* table, Menus& menus) {
   menus.Add("mnuAction", tr("&Action"), ActionRows(table));
   menus.Add("mnuAutoBet", tr("Auto-&Bet"), AutoBetRows(table));
   menus.Add("mnuView", tr("&View"), ViewRows());
-  menus.Add("mnuOptions", tr("&Options"), OptionRows(table));
+  menus.Add("mnuOptions", tr("&Options"), OptionRows());
   menus.Add("mnuHelp", tr("&Help"), HelpRows());
 }
