@@ -88,9 +88,6 @@ TEST_F(TapeEdit, EveryByteIsAThrowOrNone) {
   Use(all);
   int throws = 0;
   for (const char byte : all) {
-    const std::string text = RollText(byte, {false, true, true});
-    EXPECT_EQ(IsThrow(byte), text.find_first_of("07") == std::string::npos ||
-                                 text.substr(0, 5).find_first_of("07") == std::string::npos);
     if (IsThrow(byte)) {
       ++throws;
       EXPECT_EQ(DiceByte(FirstDie(byte), SecondDie(byte)), static_cast<unsigned char>(byte) & 0xFC);

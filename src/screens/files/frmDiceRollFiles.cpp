@@ -126,7 +126,7 @@ QScrollArea* frmDiceRollFiles::MakePanel() {
 QGroupBox* frmDiceRollFiles::MakeRecorder() {
   QGroupBox* group = new QGroupBox(tr("Dice Roll Recorder"));
   QHBoxLayout* row = new QHBoxLayout(group);
-  const QStringList captions = {tr(" O&ff"), tr(" &Record"), tr(" &Playback")};
+  const QStringList captions = {tr(" &Off"), tr(" &Record"), tr(" &Playback")};
   for (int i = 0; i < captions.size(); ++i)
     row->addWidget(Option(QString("optRecorderStatus_%1").arg(i), captions[i],
                           RecordField(Game.RecorderStatus).Through(SetRecorderCommand), i));
@@ -138,7 +138,7 @@ QGroupBox* frmDiceRollFiles::MakeNewRolls() {
   QGridLayout* grid = new QGridLayout(group);
   grid->addWidget(Option("optInsertRolls_0", tr(" &Insert"), Game.InsertRolls, InsertNewRolls), 0,
                   0);
-  grid->addWidget(Option("optInsertRolls_1", tr(" Type &over"), Game.InsertRolls, TypeOverRolls), 0,
+  grid->addWidget(Option("optInsertRolls_1", tr(" T&ype over"), Game.InsertRolls, TypeOverRolls), 0,
                   1);
   txtRollNumbers_ = New<QLineEdit>("txtRollNumbers");
   txtRollNumbers_->setPlaceholderText("6 1  (4-3)  55");
@@ -150,7 +150,7 @@ QGroupBox* frmDiceRollFiles::MakeNewRolls() {
           [this] { Do([this] { TakeTypedRolls(); }); });
   grid->addWidget(txtRollNumbers_, 1, 0, 1, 2);
   QHBoxLayout* buttons = new QHBoxLayout;
-  AddButton(buttons, "cmdRollNumbers", tr("&Enter Rolls"),
+  AddButton(buttons, "cmdRollNumbers", tr("En&ter Rolls"),
             tr("Writes the rolls typed above. Digits typed while the rolls have the focus are "
                "taken at once."),
             [this] { TakeTypedRolls(); });
@@ -218,6 +218,7 @@ QGroupBox* frmDiceRollFiles::MakeCounts() {
 QLayout* frmDiceRollFiles::MakeStatusRow() {
   QHBoxLayout* row = new QHBoxLayout;
   row->setContentsMargins(8, 4, 8, 4);
+  row->setSpacing(6);
   QLineEdit* next = TextBox("txtNextRollNum", kNumberLength);
   next->setMaximumWidth(next->minimumWidth());
   next->setToolTip(tr("The number of the next roll; type one to go there"));
@@ -244,7 +245,7 @@ QLayout* frmDiceRollFiles::MakeStatusRow() {
 
 void frmDiceRollFiles::MakeMenus() {
   MenuBar().Add(
-      "mnuFile", tr("F&ile"),
+      "mnuFile", tr("&File"),
       {Command("mnuNewOpen", tr("&New or Open..."), [this] { OpenDiceRollsCommand(this); })
            .AtRest()
            .On(QKeySequence::Open),
@@ -262,7 +263,7 @@ void frmDiceRollFiles::MakeMenus() {
                       PrintRollsCommand(this);
                     })).On(QKeySequence::Print)});
   MenuBar().Add(
-      "mnuEdit", tr("E&dit"),
+      "mnuEdit", tr("&Edit"),
       {WhereSelected(Command("mnuCut", tr("Cu&t"), CutRollsCommand)).On(QKeySequence::Cut),
        WhereSelected(Command("mnuCopy", tr("&Copy"), CopyRollsCommand)).On(QKeySequence::Copy),
        Command("mnuPaste", tr("&Paste"), PasteRollsCommand)

@@ -171,7 +171,9 @@ void picDiceRollsBox::PaintRoll(QPainter& painter, const QRectF& cell, char thro
   painter.drawPixmap(place, Die(FirstDie(throwByte)));
   painter.drawPixmap(place + QPointF(die_ + 1, 0), Die(SecondDie(throwByte)));
   painter.setPen(QColor::fromRgb(kInk));
-  painter.drawText(cell.adjusted(0, 0, -kMargin, 0), Qt::AlignRight | Qt::AlignVCenter,
+  const double width = painter.fontMetrics().horizontalAdvance("12");
+  painter.drawText(QRectF(place.x() + 2 * die_ + kMargin, cell.top(), width, cell.height()),
+                   Qt::AlignRight | Qt::AlignVCenter,
                    QString::number(FirstDie(throwByte) + SecondDie(throwByte)));
 }
 

@@ -55,7 +55,8 @@ constexpr int kRainWidth = 570;
 constexpr int kRainHeight = 367;
 
 constexpr int kProgressSteps = 1000;
-constexpr int kPatience = 400;  // milliseconds, before a progress is shown
+constexpr int kProgressLetters = 50;  // its window has room for
+constexpr int kPatience = 400;        // milliseconds, before a progress is shown
 
 /// A pause with the event loop running.
 void Pause(int milliseconds) {
@@ -182,6 +183,7 @@ bool ShowProgress(const std::string& what, double share) {
     shown->setWindowTitle(title);
     shown->setWindowModality(Qt::ApplicationModal);
     shown->setMinimumDuration(kPatience);
+    shown->setMinimumWidth(shown->fontMetrics().averageCharWidth() * kProgressLetters);
   }
   shown->setValue(static_cast<int>(share * kProgressSteps));
   return !shown->wasCanceled();
