@@ -164,6 +164,8 @@ class TestDiceRollFiles : public QObject {
     QTRY_VERIFY(Label("lblEmpty").contains("can't be read: "));
     QTest::keyClicks(view_, "12");
     QVERIFY(PlannedMessages.Shown.back().Text.find("can't be written: ") != std::string::npos);
+    EnterOnTape("3412");
+    QCOMPARE(Find<QLineEdit>(screen_, "txtRollNumbers")->text(), "3412");  // not lost
     Press("optRecorderStatus_2");
     ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
     QVERIFY(PlannedMessages.Shown.back().Text.find("can't be played back: ") != std::string::npos);

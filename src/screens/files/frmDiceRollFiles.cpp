@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
@@ -369,17 +370,19 @@ bool frmDiceRollFiles::TakeDigit(int digit) {
   return true;
 }
 
-/// A lone last digit stays in the box.
+/// A lone last digit stays in the box, and what couldn't be written.
 void frmDiceRollFiles::TakeTypedRolls() {
   const std::string text = txtRollNumbers_->text().toStdString();
   const std::string throws = ThrowsOfDigits(text);
-  const auto isFace = [](char letter) { return letter >= '1' && letter <= '0' + kFaces; };
-  const auto digits = std::count_if(text.begin(), text.end(), isFace);
-  const auto last = std::find_if(text.rbegin(), text.rend(), isFace);
   if (throws.empty() && IsOpen()) return txtRollNumbers_->setFocus();
-  EnterRollsCommand(throws);
-  if (!IsOpen()) return;
-  txtRollNumbers_->setText(digits % 2 == 0 ? QString() : QString(QChar(*last)));
+  const auto isFace = [](char letter) { return letter >= '1' && letter <= '0' + kFaces; };
+  const bool even = std::count_if(text.begin(), text.end(), isFace) % 2 == 0;
+  const auto last = std::find_if(text.rbegin(), text.rend(), isFace);
+  const QString left = even ? QString() : QString(QChar(*last));
+  EditTape("written", [throws, left, box = QPointer(txtRollNumbers_)] {
+    EnterRolls(throws);
+    if (box && Game.LastFileResult > 0) box->setText(left);
+  });
 }
 
 void frmDiceRollFiles::DeleteBefore() {
