@@ -16,7 +16,9 @@
 
 namespace {
 
-constexpr int kLeastColumn = 4;  // pixels that no key takes, where a display leaves places free
+constexpr QSize kSmallest(360, 250);
+constexpr QSize kAtStart(460, 330);
+constexpr int kApart = 4;  // pixels between keys
 
 /// What is to be done next.
 QString Hint(int display, int first) {
@@ -44,7 +46,7 @@ frmRYON::frmRYON(QWidget* table) : Screen(table, "frmRYON", tr("Dice Rolls"), kT
   MakeKeys(column);
   MakeButtons(column);
   MakeMenus();
-  resize(minimumSizeHint().expandedTo({460, 330}));
+  SetSizes(kSmallest, kAtStart);
 }
 
 void frmRYON::MakeHead(QBoxLayout* column) {
@@ -73,7 +75,7 @@ QWidget* frmRYON::MakeDisplay(int display) {
   QWidget* page = new QWidget;
   QGridLayout* grid = new QGridLayout(page);
   grid->setContentsMargins(0, 0, 0, 0);
-  grid->setSpacing(kLeastColumn);
+  grid->setSpacing(kApart);
   for (const PadCell& cell : CellsOfPad(display)) {
     auto* key = new PadButton(QString("%1_%2").arg(kNames[display], Text(cell.Caption)), cell);
     connect(key, &PadButton::clicked, this,
