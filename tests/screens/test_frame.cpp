@@ -18,8 +18,11 @@
 #include <set>
 
 #include "bets/consistency.h"
+#include "bets/make_bet.h"
 #include "core/host.h"
 #include "persistence/game_file_table.h"
+#include "play/roll_cycle.h"
+#include "rules/presets.h"
 #include "screens/frame/bind.h"
 #include "screens/frame/frmPrint.h"
 #include "screens/frame/player_change.h"
@@ -151,6 +154,38 @@ class TestFrame : public QObject {
     }
   }
 
+  /// Each entry of each menu and each button does something that a player can notice, or is greyed
+  /// and tells why.
+  void thereIsNoDeadEnd() {
+    LayBetsAndRoll();
+    AnswerModalWindows answers;
+    QStringList dead;
+    int walked = 0;
+    for (QAction* action : table_->findChildren<QAction*>()) {
+      if (action->isSeparator() || action->menu() || action->objectName().isEmpty()) continue;
+      if (action->actionGroup() && action->isChecked()) continue;  // the choice that stands
+      if (const auto* menu = qobject_cast<QMenu*>(action->parent());
+          menu && !menu->menuAction()->isVisible())
+        continue;  // of another tab
+      static const QStringList standing = {"mnuCenter", "mnuNewProbability"};
+      if (standing.contains(action->objectName())) continue;  // bring back what stands here
+      Try(
+          WindowOf(action), action->objectName(), action->isEnabled(),
+          action->toolTip() != QString(action->text()).remove('&'), [action] { action->trigger(); },
+          answers.Answered, dead);
+      ++walked;
+    }
+    for (QPushButton* button : table_->findChildren<QPushButton*>()) {
+      if (!button->isVisible()) continue;
+      Try(
+          WindowOf(button), button->objectName(), button->isEnabled(), !button->toolTip().isEmpty(),
+          [button] { button->click(); }, answers.Answered, dead);
+      ++walked;
+    }
+    QVERIFY2(dead.isEmpty(), qPrintable(dead.join(", ")));
+    QVERIFY(walked > 200);
+  }
+
   void everyControlIsReachedByTabAndNamed() {
     for (const ScreenRow& row : AllScreens()) {
       Screen* screen = FindScreen(row.Id);
@@ -187,6 +222,73 @@ class TestFrame : public QObject {
   }
 
  private:
+  /// Closes whatever waits for an answer, and counts it.
+  struct AnswerModalWindows : QTimer {
+    AnswerModalWindows() {
+      callOnTimeout([this] {
+        QWidget* window = QApplication::activePopupWidget();
+        if (!window) window = QApplication::activeModalWidget();
+        if (!window) return;
+        ++Answered;
+        window->close();
+      });
+      start(5);
+    }
+    int Answered = 0;
+  };
+
+  static QWidget* WindowOf(QObject* of) {
+    while (!qobject_cast<QMainWindow*>(of)) of = of->parent();
+    return qobject_cast<QWidget*>(of);
+  }
+
+  static void LayBetsAndRoll() {
+    SetFieldPreset(1);
+    Game.LogRolls = false;
+    Game.HandleWinningBets = WinSameBet;
+    Game.HandleLosingBets = LossSameBet;
+    Game.NumAutoRolls = Game.AutoRollsLeft = 3;
+    for (const int bet : {+PassLine, +Place6, +Hard8}) {
+      Game.ChangeRequest = 12;
+      MakeBet(bet);
+    }
+    RollNamedDice(2, 2);
+    TheHost.RefreshViews();
+  }
+
+  /// What a player could notice: the record, messages, the clipboard, windows, and a window's look.
+  struct Noticed {
+    std::vector<Record> State = Kept();
+    std::size_t Messages = PlannedMessages.Shown.size();
+    QString Copied = QApplication::clipboard()->text();
+    int Windows = 0;
+    QImage Look;
+
+    explicit Noticed(QWidget* window) {
+      for (const QWidget* shown : QApplication::topLevelWidgets()) Windows += shown->isVisible();
+      Look = window->grab().toImage();
+    }
+    bool operator==(const Noticed&) const = default;
+  };
+
+  void Try(QWidget* window, const QString& name, bool enabled, bool tells,
+           const std::function<void()>& act, const int& answered, QStringList& dead) {
+    if (!enabled) {
+      if (!tells) dead << name + " is greyed";
+      return;
+    }
+    for (const ScreenRow& row : AllScreens()) FindScreen(row.Id)->hide();
+    if (auto* handbook = table_->findChild<QWidget*>("frmHandbook")) delete handbook;
+    table_->show();
+    window->show();
+    QApplication::clipboard()->setText("Nothing was copied.");
+    const int before = answered;
+    const Noticed noticed(window);
+    act();
+    if (noticed == Noticed(window) && answered == before)
+      dead << window->objectName() + ": " + name;
+  }
+
   /// Tab leads through all controls of a screen, and each has a name for a reader of the screen.
   static void ReachByTab(Screen* screen) {
     QApplication::setActiveWindow(screen);

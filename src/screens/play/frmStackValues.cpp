@@ -182,6 +182,8 @@ void frmStackValues::MakeSetStacksPanel() {
 }
 
 void frmStackValues::MakeMenus() {
+  const auto chosen = [this] { return picChipStacks_->currentIndex().isValid(); };
+  const QString noneChosen = tr("Choose a name or a value first.");
   MenuBar().Add(
       "mnuEdit", tr("&Edit"),
       {Command("mnuPrint", tr("&Print"), [this] { PrintList(); }).On(QKeySequence::Print),
@@ -191,12 +193,17 @@ void frmStackValues::MakeMenus() {
                  CopyCell();
                  SetCell({});
                })
-           .On(QKeySequence::Cut),
-       Command("mnuCopy", tr("&Copy"), [this] { CopyCell(); }).On(QKeySequence::Copy),
+           .On(QKeySequence::Cut)
+           .When(chosen, noneChosen),
+       Command("mnuCopy", tr("&Copy"), [this] { CopyCell(); })
+           .On(QKeySequence::Copy)
+           .When(chosen, noneChosen),
        Command("mnuPaste", tr("Past&e"),
                [this] { SetCell(QApplication::clipboard()->text().section('\n', 0, 0).trimmed()); })
-           .On(QKeySequence::Paste),
-       Command("mnuDelete", tr("&Delete"), [this] { SetCell({}); }), Separator(),
+           .On(QKeySequence::Paste)
+           .When(chosen, noneChosen),
+       Command("mnuDelete", tr("&Delete"), [this] { SetCell({}); }).When(chosen, noneChosen),
+       Separator(),
        Command("mnuDeleteAll", tr("Delete &All"),
                [] {
                  DeleteAllOnAsking(

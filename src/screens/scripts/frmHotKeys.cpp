@@ -251,7 +251,8 @@ void frmHotKeys::MakeMenus() {
                  picHotKeys_->selectAll();
                  picHotKeys_->setFocus();
                })
-           .On(QKeySequence::SelectAll),
+           .On(QKeySequence::SelectAll)
+           .When([] { return !Game.HotKeys.empty(); }, tr("There are no Hot-Keys.")),
        Separator(),
        Command("mnuOpenInAutoBet", tr("&Open in Auto-Bet"), [this] { OpenInEditor(); })
            .When([this] { return Chosen().size() == 1 && TableAtRest(); },

@@ -133,7 +133,8 @@ std::vector<MenuRow> AutoBetRows(frmCrapTable* table) {
               [table] { SaveAutoBetFileAsCommand(table); })
           .AtRest(),
       Command("mnuNewAutoBet", tr("C&lear Auto-Bets..."), [table] { ClearScriptCommand(table); })
-          .AtRest(),
+          .When([] { return Game.ScrCount > 0 && !Game.RollInProgress; },
+                tr("There are no Auto-Bets to clear.")),
       Separator(),
       Check(
           "mnuAutoBetActive", tr("&Activated"), [] { return Game.AutoBetActive != 0; },

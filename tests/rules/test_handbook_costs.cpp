@@ -1,0 +1,46 @@
+// The handbook tells what the bets cost: every one, and as the program reckons it now.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <numeric>
+#include <sstream>
+
+#include "core/bets.h"
+#include "rules/defaults.h"
+#include "rules/handbook_costs.h"
+
+namespace {
+
+TEST(HandbookCosts, HoldForEveryBetUnderTheDefaultRules) {
+  LayDownDefaults();
+  std::vector<int> told;
+  for (const auto& entry : std::filesystem::directory_iterator(KELVANOR_PROJECT "/docs/handbook")) {
+    if (entry.path().extension() != ".md") continue;
+    std::ifstream in(entry.path(), std::ios::binary);
+    const std::string page{std::istreambuf_iterator<char>(in), {}};
+    EXPECT_EQ(WithCosts(page), page) << "run kelvanor_handbook_costs docs/handbook";
+    for (std::size_t at = 0; (at = page.find("<!-- costs:", at)) != page.npos;) {
+      at += 11;
+      std::istringstream ids(page.substr(at, page.find("-->", at) - at));
+      for (int id = 0; ids >> id;) told.push_back(id);
+    }
+  }
+  std::vector<int> all(LastBet);
+  std::iota(all.begin(), all.end(), 1);
+  EXPECT_THAT(told, testing::UnorderedElementsAreArray(all));
+}
+
+TEST(HandbookCosts, AreTheKnownOnes) {
+  LayDownDefaults();
+  const std::string made = WithCosts("<!-- costs: 38 44 -->\nold\n<!-- end costs -->\nrest\n");
+  EXPECT_THAT(made, testing::HasSubstr("| 1.41"));
+  EXPECT_THAT(made, testing::HasSubstr("on 6 or 8 | 6 to 5 | 0 % | 0 % |"));
+  EXPECT_THAT(made, testing::EndsWith("<!-- end costs -->\nrest\n"));
+  EXPECT_THAT(made, testing::Not(testing::HasSubstr("old")));
+  EXPECT_EQ(WithCosts(made), made);
+}
+
+}  // namespace
