@@ -151,10 +151,11 @@ ScriptLine Completed(ScriptLine line) {
   return line;
 }
 
-bool LabelIsInUse(const std::string& name) {
+bool LabelIsInUse(const std::string& name, int replaced) {
   const std::string wanted = TrimmedLower(name);
   for (int number = 1; number <= Game.ScrCount; ++number) {
-    if (Line(number).LineKind == LabelLine && TrimmedLower(Line(number).LineName) == wanted)
+    if (number != replaced && Line(number).LineKind == LabelLine &&
+        TrimmedLower(Line(number).LineName) == wanted)
       return true;
   }
   return false;
@@ -357,13 +358,13 @@ ScriptLine LineOfLabel(const std::string& text) {
   return Completed(line);
 }
 
-std::optional<ScriptLine> LogLabel(const std::string& text) {
+std::optional<ScriptLine> LogLabel(const std::string& text, int replaced) {
   const ScriptLine line = LineOfLabel(text);
   const bool remark = line.LineKind == RemarkLine;
   if (!remark) {
     const bool blank = Trimmed(line.LineName).empty();
     if (!IsSound(blank ? "You must enter a label name." : "", kLabelTitle)) return {};
-    const bool inUse = LabelIsInUse(line.LineName);
+    const bool inUse = LabelIsInUse(line.LineName, replaced);
     if (!IsSound(inUse ? "That label name is already in use." : "", kLabelTitle)) return {};
   }
   const std::size_t most = remark ? kMostRemarkLetters : kMostLabelLetters;

@@ -103,10 +103,10 @@ ScriptLine LineOfLabel(const std::string& text);
 
 /// The lines to be logged: nothing once the player has been told what is missing or wrong, under
 /// "Log Condition", "Log Action" and "Log Label". A name that can't stand in a file is refused
-/// rather than bent.
+/// rather than bent. A label that is logged again, for line `replaced`, may keep its name.
 std::optional<ScriptLine> LogCondition(const ConditionChoice& choice);
 std::optional<ScriptLine> LogAction(const ActionChoice& choice);
-std::optional<ScriptLine> LogLabel(const std::string& text);
+std::optional<ScriptLine> LogLabel(const std::string& text, int replaced = 0);
 
 /// The choice that a logged line came of, for logging it again; codes that no list offers become
 /// the first of their list.

@@ -85,6 +85,8 @@ FieldPointer OtherOperator(GameState& game, int index) {
   return &game.ModifyOperator[kEntries[index]];
 }
 
+FieldPointer ProfileSwitch(GameState& game, int) { return &game.Profile.On; }
+
 // --- Limits ---
 
 constexpr std::int64_t kScale = Currency::kScale;
@@ -319,6 +321,7 @@ constexpr FieldRow kGameTable[] = {
     {"PadShowHyperDrive", 18, 184, IntegerSlot, Of<&G::PadShowHyperDrive>, kTruth},
     {"PadShowRandom", 18, 186, IntegerSlot, Of<&G::PadShowRandom>, kTruth},
     {"OddsMultiple", 18, 188, CurrencySlot, Of<&G::OddsMultiple>, kPositive},
+    {"ProfileOn", 18, 196, IntegerSlot, ProfileSwitch, kTruth},
 
     // Bets.
     {"Bets(0-199)", 19, 0, CurrencySlot, In<&G::Bets>, kMoney, 200, 25},

@@ -216,7 +216,7 @@ class TestAutoBet : public QObject {
   void tableClosedDuringAScriptClosesAfterIt() {
     Open(Write("endless.bet", kEndless));
     Command(*table_, "mnuAutoBetActive");
-    Game.AutoBetFile.clear();  // closing then offers to save it
+    Game.ScriptUnsaved = true;  // closing then offers to save it
     PlannedMessages.Answers = {{AnswerYes}, {AnswerYes}, {AnswerCancel}};
     QTimer::singleShot(100, table_.get(), [&] { QVERIFY(!table_->close()); });
     RightClickRolls(*table_, 3, 4);  // initialize, interrupt, stay, go
@@ -266,13 +266,10 @@ class TestAutoBet : public QObject {
 
     Put(kFlagScript);  // in no file
     const std::pair<std::deque<PlannedAnswer>, Currency> ways[] = {
-        {{{AnswerCancel}}, 900},
-        {{{AnswerYes}}, 900},  // and then no file is chosen
-        {{{AnswerNo}, {AnswerYes}}, 500}};
+        {{{AnswerCancel}}, 900}, {{{AnswerNo}, {AnswerYes}}, 500}};
     for (const auto& [answers, bankroll] : ways) {
       PlannedMessages = {true, answers, {}};
       Game.Bets[BankrollIndex] = 900;
-      if (answers.front().Answer == AnswerYes) ChooseOnNextScreen("");
       NewGame();
       QCOMPARE(Bankroll(), bankroll);
       QCOMPARE(PlannedMessages.Shown.size(), answers.size());
@@ -283,7 +280,10 @@ class TestAutoBet : public QObject {
         "the\nAuto-Bet screen." +
             question,
         "Auto-Bets Present");
-    QCOMPARE(Game.ScrCount, 3);
+    PlannedMessages.Answers = {{AnswerYes}, {AnswerYes}};  // saves it under the name of all such
+    NewGame();
+    QVERIFY(Game.ScrCount == 3 && QFile::exists(folder_->filePath("default.bet")));
+    QCOMPARE(Status(), "Auto-Bet on:  default.bet");
   }
 
   void boxesOfScriptsFitTheScreen() {

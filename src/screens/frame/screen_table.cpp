@@ -1,5 +1,6 @@
 #include "screens/frame/screen_table.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <QTimer>
 #include <QWindow>
@@ -76,6 +77,15 @@ void UseScreens(QWidget* table, std::span<const ScreenRow> rows) {
   Made.clear();
   Tick = new Clock;
   Tick->setParent(table);
+}
+
+MenuRow RowThatShows(WindowId id) {
+  for (const ScreenRow& row : Rows) {
+    if (row.Id != id) continue;
+    return Command(row.Command, QCoreApplication::translate("Screens", row.Caption),
+                   [id] { ShowScreen(id); });
+  }
+  return {};
 }
 
 Screen* FindScreen(WindowId id) {

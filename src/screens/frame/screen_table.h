@@ -5,6 +5,7 @@
 #include <span>
 
 #include "core/kept_views.h"
+#include "screens/frame/menus.h"
 
 class QWidget;
 class Screen;
@@ -21,6 +22,9 @@ struct ScreenRow {
 /// Tells which screens there are; `table` is the window that they belong to. The rows must live as
 /// long as the program.
 void UseScreens(QWidget* table, std::span<const ScreenRow> rows);
+
+/// The menu's command that shows a screen, without its key; nothing for a screen that isn't there.
+MenuRow RowThatShows(WindowId id);
 
 /// Shows a screen in front of the others; it is made at the first showing, and stands where it was
 /// left.

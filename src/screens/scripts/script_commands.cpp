@@ -3,14 +3,13 @@
 #include <QFileInfo>
 
 #include "autobet/checker.h"
+#include "autobet/editor.h"
 #include "autobet/script.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "screens/files/frmFile.h"
 
 namespace {
-
-bool IsUnsaved() { return Game.ScrCount > 0 && Game.AutoBetFile.empty(); }
 
 /// Shows the first fault of the script's structure, if there is one.
 bool IsWellFormed() {
@@ -27,7 +26,7 @@ void ClearFlags() {
 }  // namespace
 
 void OpenAutoBetFileCommand(QWidget* parent) {
-  if (!MayLeaveScript(parent)) return;
+  if (!MayReplaceScript()) return;
   if (!RunFileScreen(parent, FileCommand::OpenScript)) return;
   if (Game.AutoBetActive != 0 && !IsWellFormed()) Game.AutoBetActive = 0;
 }
@@ -41,40 +40,29 @@ void ToggleAutoBetCommand() {
     Game.AutoBetActive = 0;
   } else {
     if (!IsWellFormed()) return;
-    Game.AutoBetActive = 1;
-    Game.ScriptChanged = true;
+    ActivateAutoBets(true);
   }
   Game.GameChanged = true;
 }
 
-void ClearScriptCommand(QWidget* parent) {
+void ClearScriptCommand() {
   if (Game.ScrCount == 0 && Game.AutoBetFile.empty()) return;
-  if (IsUnsaved()) {
-    if (!MayLeaveScript(parent)) return;
-  } else if (!AskYesNo("Do you want to clear the Auto-Bets from the table?\n\nTheir file, " +
-                           ScriptName().toStdString() + ", stays as it is.",
-                       "Clear Auto-Bets", kTopicScripts)) {
-    return;
-  }
-  ClearScript();
+  const bool may = Game.ScriptUnsaved ||
+                   AskYesNo("Do you want to clear the Auto-Bets from the table?\n\nTheir file, " +
+                                ScriptName().toStdString() + ", stays as it is.",
+                            "Clear Auto-Bets", kTopicScripts);
+  if (!may) return;
+  NewScriptCommand();
   Game.GameChanged = true;
-}
-
-bool MayLeaveScript(QWidget* parent) {
-  if (!IsUnsaved()) return true;
-  ShowMessage("Your current logged bets have not been saved.\nDo you want to save them now?",
-              "Save Auto-Bets?", kTopicScripts, YesNoCancel);
-  if (Game.MsgAnswer == AnswerYes) return SaveAutoBetFileAsCommand(parent);
-  return Game.MsgAnswer == AnswerNo;
 }
 
 void AskToKeepScript() {
   if (Game.ScrCount == 0) return;
-  const std::string where = IsUnsaved() ? "Although you didn't save your Auto-Bets\n"
-                                          "to disk, they're still listed on the\n"
-                                          "Auto-Bet screen."
-                                        : "Your Auto-Bets are still listed on\n"
-                                          "the Auto-Bet screen.";
+  const std::string where = Game.ScriptUnsaved ? "Although you didn't save your Auto-Bets\n"
+                                                 "to disk, they're still listed on the\n"
+                                                 "Auto-Bet screen."
+                                               : "Your Auto-Bets are still listed on\n"
+                                                 "the Auto-Bet screen.";
   if (!AskYesNo(where + "\nWould you like to keep them with\nyour new game?", "Auto-Bets Present",
                 kTopicScripts)) {
     ClearScript();

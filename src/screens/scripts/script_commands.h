@@ -17,11 +17,8 @@ bool SaveAutoBetFileAsCommand(QWidget* parent);
 /// switched on is offered its initializing cycle before the next roll.
 void ToggleAutoBetCommand();
 
-/// Clears the script, on asking.
-void ClearScriptCommand(QWidget* parent);
-
-/// Offers to save a script that is in no file yet. False when the player wants to go back.
-bool MayLeaveScript(QWidget* parent);
+/// Begins an empty script, on asking.
+void ClearScriptCommand();
 
 /// Asks whether a new game keeps the script; one that is kept and switched on begins afresh.
 void AskToKeepScript();

@@ -1,5 +1,6 @@
 #include "screens/table/game_commands.h"
 
+#include "autobet/editor.h"
 #include "bets/make_bet.h"
 #include "core/help_topics.h"
 #include "core/host.h"
@@ -40,7 +41,7 @@ void ShowAll() {
 }  // namespace
 
 bool MayLeaveGame(QWidget* parent) {
-  return MayLeaveScript(parent) && MayLeaveProbability(parent) && MayLeaveTable(parent);
+  return MayReplaceScript() && MayLeaveProbability(parent) && MayLeaveTable(parent);
 }
 
 void OpenGameCommand(QWidget* parent) {

@@ -23,6 +23,7 @@
 #include "screens/frame/sound_player.h"
 #include "screens/play/frmMsg.h"
 #include "screens/play/frmSettleBet.h"
+#include "screens/scripts/frmAutoBet.h"
 #include "screens/scripts/frmSteps.h"
 #include "screens/statistics/graph_printer.h"
 #include "screens/table/frmCrapTable.h"
@@ -241,6 +242,7 @@ void InstallQtHost(frmCrapTable* table) {
     ShowStep(Table, line, text, status);
   };
   TheHost.ShowProgress = ShowProgress;
+  TheHost.ShowScriptLine = ShowLineInEditor;
   TheHost.SaveGameToTemp = ::SaveGameToTemp;
   TheHost.PrintGraph = [] { Guarded("Print Bankroll Graph", CollectGraph); };
   TheHost.PrintDuePage = [] { Guarded("Print Bankroll Graph", [] { PrintDueGraphs(); }); };

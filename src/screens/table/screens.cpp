@@ -7,6 +7,7 @@
 #include "screens/play/frmRYON.h"
 #include "screens/play/frmStackValues.h"
 #include "screens/rules/frmConfigure.h"
+#include "screens/scripts/frmAutoBet.h"
 #include "screens/scripts/frmFlags.h"
 #include "screens/scripts/frmHotKeys.h"
 #include "screens/statistics/frmBankroll.h"
@@ -46,6 +47,8 @@ std::span<const ScreenRow> AllScreens() {
        kShift + Qt::Key_F5, Make<frmBetResults>},
       {BetTrendsWindow, "mnuBetTrends", QT_TRANSLATE_NOOP("Screens", "Bet Tre&nds"),
        kShift + Qt::Key_F6, Make<frmBetTrends>},
+      {AutoBetWindow, "mnuAutoBetScreen", QT_TRANSLATE_NOOP("Screens", "Script &Editor..."), 0,
+       Make<frmAutoBet>},
       {FlagsWindow, "mnuFlagValues", QT_TRANSLATE_NOOP("Screens", "&Flag Values..."), 0,
        Make<frmFlags>},
       {HotKeysWindow, "mnuHotKeys", QT_TRANSLATE_NOOP("Screens", "Hot-&Keys..."), 0,

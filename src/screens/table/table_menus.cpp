@@ -56,9 +56,7 @@ MenuRow PadRow(const ScreenRow& row) {
 MenuRow ShowRow(WindowId id) {
   for (const ScreenRow& row : AllScreens()) {
     if (row.Id != id) continue;
-    MenuRow entry = id == RollPadWindow
-                        ? PadRow(row)
-                        : Command(row.Command, CaptionOf(row), [id] { ShowScreen(id); });
+    MenuRow entry = id == RollPadWindow ? PadRow(row) : RowThatShows(id);
     return row.Key == 0 ? entry : std::move(entry).On(QKeySequence(row.Key)).Everywhere();
   }
   return {};
@@ -125,29 +123,29 @@ std::vector<MenuRow> ActionRows(frmCrapTable* table) {
 }
 
 std::vector<MenuRow> AutoBetRows(frmCrapTable* table) {
-  return {
-      Command("mnuOpenAutoBet", tr("&Open Auto-Bet File..."),
-              [table] { OpenAutoBetFileCommand(table); })
-          .AtRest(),
-      Command("mnuSaveAutoBetAs", tr("&Save Auto-Bet File As..."),
-              [table] { SaveAutoBetFileAsCommand(table); })
-          .AtRest(),
-      Command("mnuNewAutoBet", tr("C&lear Auto-Bets..."), [table] { ClearScriptCommand(table); })
-          .When([] { return Game.ScrCount > 0 && !Game.RollInProgress; },
-                tr("There are no Auto-Bets to clear.")),
-      Separator(),
-      Check(
-          "mnuAutoBetActive", tr("&Activated"), [] { return Game.AutoBetActive != 0; },
-          [] { ChangeByPlayer(ToggleAutoBetCommand); })
-          .AtRest(),
-      Command("mnuCheckBets", tr("&Check Structure"), CheckScriptCommand).AtRest(),
-      ShowRow(FlagsWindow),
-      ShowRow(HotKeysWindow),
-      Separator(),
-      Toggle("mnuShowLoggedMessagesNormal", tr("Show Logged Messages, &Normal Play"),
-             BitOf(Game.Notify, NoticeAutoBet)),
-      Toggle("mnuShowLoggedMessagesHyper", tr("Show Logged Messages, &Hyper-Drive"),
-             BitOf(Game.Notify, NoticeAutoBetHyper))};
+  return {ShowRow(AutoBetWindow),
+          Command("mnuOpenAutoBet", tr("&Open Auto-Bet File..."),
+                  [table] { OpenAutoBetFileCommand(table); })
+              .AtRest(),
+          Command("mnuSaveAutoBetAs", tr("&Save Auto-Bet File As..."),
+                  [table] { SaveAutoBetFileAsCommand(table); })
+              .AtRest(),
+          Command("mnuNewAutoBet", tr("C&lear Auto-Bets..."), ClearScriptCommand)
+              .When([] { return Game.ScrCount > 0 && !Game.RollInProgress; },
+                    tr("There are no Auto-Bets to clear.")),
+          Separator(),
+          Check(
+              "mnuAutoBetActive", tr("&Activated"), [] { return Game.AutoBetActive != 0; },
+              [] { ChangeByPlayer(ToggleAutoBetCommand); })
+              .AtRest(),
+          Command("mnuCheckBets", tr("&Check Structure"), CheckScriptCommand).AtRest(),
+          ShowRow(FlagsWindow),
+          ShowRow(HotKeysWindow),
+          Separator(),
+          Toggle("mnuShowLoggedMessagesNormal", tr("Show Logged Messages, &Normal Play"),
+                 BitOf(Game.Notify, NoticeAutoBet)),
+          Toggle("mnuShowLoggedMessagesHyper", tr("Show Logged Messages, &Hyper-Drive"),
+                 BitOf(Game.Notify, NoticeAutoBetHyper))};
 }
 
 std::vector<MenuRow> ViewRows() {
