@@ -40,6 +40,21 @@ constexpr int kBuilderShare = 2;  // of the window's width, against the script's
 constexpr int kScriptShare = 3;
 constexpr int kFindLetters = 20;
 
+/// Leaves the keys that move the current line to the window.
+class BuilderArea : public QScrollArea {
+ public:
+  explicit BuilderArea(QWidget* content) {
+    setFrameShape(NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setMinimumWidth(content->minimumSizeHint().width() + 20);
+    setWidget(content);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
+};
+
 bool AnySelected() { return SelectedLineCount() > 0; }
 
 }  // namespace
@@ -51,12 +66,9 @@ frmAutoBet::frmAutoBet(QWidget* table)
       builder_(new LineBuilder),
       undo_(new ScriptUndo(this)),
       idle_(new QTimer(this)) {
-  QScrollArea* builder = Scrolling(builder_);
-  builder->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  builder->setMinimumWidth(builder_->minimumSizeHint().width() + 20);
   QSplitter* sides = New<QSplitter>("splSides");
   sides->setChildrenCollapsible(false);
-  sides->addWidget(builder);
+  sides->addWidget(new BuilderArea(builder_));
   sides->addWidget(MakeScriptSide());
   sides->setStretchFactor(0, kBuilderShare);
   sides->setStretchFactor(1, kScriptShare);

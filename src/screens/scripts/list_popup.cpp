@@ -51,10 +51,19 @@ class ChoiceModel : public QAbstractListModel {
 
   int RowOf(const QModelIndex& index) const { return shown_.value(index.row(), -1); }
   QModelIndex IndexOf(int row) const { return index(static_cast<int>(shown_.indexOf(row)), 0); }
-  QModelIndex First() const {
-    for (int at = 0; at < shown_.size(); ++at)
-      if (!IsSeparator(rows_[shown_[at]])) return index(at, 0);
-    return {};
+
+  /// The row that is typed whole, else one that begins with it, else the first.
+  QModelIndex Best(const QString& typed) const {
+    const auto find = [this](auto fits) {
+      const auto at = std::ranges::find_if(
+          shown_, [&](int row) { return !IsSeparator(rows_[row]) && fits(rows_[row]); });
+      return index(at == shown_.end() ? -1 : static_cast<int>(at - shown_.begin()), 0);
+    };
+    QModelIndex best =
+        find([&typed](const QString& row) { return row.compare(typed, Qt::CaseInsensitive) == 0; });
+    if (!best.isValid())
+      best = find([&](const QString& row) { return row.startsWith(typed, Qt::CaseInsensitive); });
+    return best.isValid() ? best : find([](const QString&) { return true; });
   }
   const QStringList& Rows() const { return rows_; }
 
@@ -138,7 +147,7 @@ void ListPopup::Filter(const QString& typed) {
   const int before = model_->RowOf(list_->currentIndex());
   model_->Filter(typed);
   const QModelIndex kept = model_->IndexOf(before);
-  list_->setCurrentIndex(typed.isEmpty() && kept.isValid() ? kept : model_->First());
+  list_->setCurrentIndex(typed.isEmpty() && kept.isValid() ? kept : model_->Best(typed));
 }
 
 void ListPopup::Choose() {
