@@ -1,9 +1,11 @@
 // The script editor by clicks and keys: every line of the language, the shipped scripts, and what
 // an editor does.
+#include <QCheckBox>
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QRegularExpression>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -13,13 +15,21 @@
 #include "autobet/line_choice.h"
 #include "autobet/read_line.h"
 #include "autobet/script.h"
+#include "autobet/script_edit.h"
 #include "autobet/script_file.h"
+#include "core/host.h"
 #include "screens/frame/report.h"
+#include "screens/frame/screen.h"
+#include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
+#include "screens/scripts/choice_button.h"
 #include "screens/scripts/frmAutoBet.h"
+#include "screens/table/screens.h"
 
 namespace {
 
+constexpr const char* kSaveQuestion =
+    "Your current logged bets have not been saved.\nDo you want to save them now?";
 constexpr int kLinesAtOnce = 100;  // of the walks, before they clear the script
 
 /// A line without what only the editor knows of it.
@@ -91,7 +101,7 @@ class TestAutobet : public QObject {
   /// Each action with sources and targets in turn, each source and each target twice or more.
   void everyActionIsBuiltByChoosing() {
     screen_->setUpdatesEnabled(false);
-    ChooseLabelFirst("Start");
+    TypeLabel("Start");
     std::size_t ofTurn = 0;
     std::size_t toTurn = 0;
     int lines = 0;
@@ -134,6 +144,242 @@ class TestAutobet : public QObject {
       QVERIFY2(BytesOf(folder_->filePath(name)) == BytesOf(kExamples + name), qPrintable(name));
     }
     QVERIFY(PlannedMessages.Shown.empty());
+  }
+
+  void whatIsMissingOrWrongIsTold() {
+    QVERIFY(Shown("lblNoLines") && Game.ScrCount == 0);
+    const auto refused = [this](const char* panel, const std::string& text, const char* title) {
+      PlannedMessages.Shown.clear();
+      Get<QWidget>(panel)->setFocus();
+      QTest::keyClick(Get<QWidget>(panel), Qt::Key_Return);
+      ExpectMessage(text, title);
+      QCOMPARE(Game.ScrCount, 0);
+    };
+    refused("txtLabel", "You must enter a label name.", "Log Label");
+    Choose("lblCondition", "listCondition", "Flag");
+    refused("lblCondition", "You need to enter a Flag name.", "Log Condition");
+    Type(Get<QLineEdit>("txtConditionFlag"), QString(300, 'x'));
+    refused("txtConditionFlag", "The text has 300 letters.\nThere's room for 80.", "Log Condition");
+    Choose("lblCondition", "listCondition", "Average bankroll");
+    Type(Get<QLineEdit>("txtConditionStackNum"), "40000");
+    refused("txtConditionStackNum", "Please enter a number of rolls from 0 to 32767.",
+            "Log Condition");
+    Choose("lblAction", "listAction", "Go to");
+    QCOMPARE(Get<QPushButton>("lblLabel")->text(), "*** No labels in use ***");
+    refused("lblAction", "You need to enter a label to go to.", "Log Action");
+    Choose("lblAction", "listAction", "Show message:");
+    QApplication::clipboard()->setText("\u05d0\u4e2d");
+    Get<QLineEdit>("txtActionName")->paste();
+    QTest::keyClick(Get<QWidget>("txtActionName"), Qt::Key_Return);
+    QCOMPARE(PlannedMessages.Shown.back().Title, "Log Action");
+    QCOMPARE(Game.ScrCount, 0);
+    QTest::keyClick(Get<QWidget>("txtActionName"), Qt::Key_Escape);  // drops the line
+    QVERIFY(screen_->isVisible() && !Shown("txtActionName"));
+    TypeLabel("Again");
+    TypeLabel("'Again");
+    TypeLabel("again");
+    ExpectMessage("That label name is already in use.", "Log Label");
+    QCOMPARE(Lines(), "Label \"Again\"|'Again");
+    Choose("lblAction", "listAction", "Go to");
+    QCOMPARE(Get<QPushButton>("lblLabel")->text(), "Again");
+    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(1));
+    ClickButton(screen_, "cmdLogLabel");  // may keep its name
+    QCOMPARE(Lines(), "Label \"Again\"|'Again");
+    QTest::keyClick(Get<QWidget>("lblAction"), Qt::Key_Escape);
+    QTest::keyClick(Get<QWidget>("lblAction"), Qt::Key_Escape);
+    QVERIFY(!screen_->isVisible());
+  }
+
+  void linesAreSelectedMovedCutPastedAndAllOfItUndone() {
+    for (const char* name : {"a", "b", "c", "d", "e"}) TypeLabel(name);
+    const QString five = Lines();
+    QVERIFY(screen_->windowTitle() == "Auto-Bet *" && five.count('|') == 4);
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(2));
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, Qt::ShiftModifier, PlaceOf(3));
+    QCOMPARE(Get<QLabel>("lblNumLinesSelected")->text(), "2 selected");
+    Drag(PlaceOf(2), PlaceOf(5) + QPoint(0, 5));
+    QCOMPARE(Names(), "adebc");
+    QTest::keyClick(view_, Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(Names(), "adbce");
+    QTest::keyClick(view_, Qt::Key_X, Qt::ControlModifier);
+    QCOMPARE(Names(), "ade");
+    QCOMPARE(QApplication::clipboard()->text(), " Label \"b\"\n Label \"c\"\n");
+    QTest::keyClick(view_, Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(view_, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(Names(), "bcade");
+    QCOMPARE(SelectedLineCount(), 2);
+    QTest::keyClick(view_, Qt::Key_Delete);
+    QApplication::clipboard()->setText(" Label \"x\"\nBet my house");
+    Command(*screen_, "mnuPaste");
+    ExpectMessage("Nothing has been pasted: row 2 of the text is no Auto-Bet line.\n\nBet my house",
+                  "Paste");
+    QApplication::clipboard()->setText("Label \"x\"\r\n  then . . .");  // from anywhere
+    Command(*screen_, "mnuPaste");
+    QCOMPARE(Lines(), "Label \"x\"|then . . .|Label \"a\"|Label \"d\"|Label \"e\"");
+    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(3));
+    Type(Get<QLineEdit>("txtLabel"), "z");
+    ClickButton(screen_, "cmdLogAsNew");
+    QCOMPARE(Names(), "xzade");
+    const QString done = Lines();
+    int steps = 0;
+    for (; Get<QAction>("mnuUndo")->isEnabled(); ++steps) Command(*screen_, "mnuUndo");
+    QVERIFY(Game.ScrCount == 0 && steps == 12 && screen_->windowTitle() == "Auto-Bet");
+    for (; steps > 0; --steps) QTest::keySequence(view_, QKeySequence::Redo);
+    QCOMPARE(Lines(), done);
+  }
+
+  void linesAreFoundCheckedMarkedAndCounted() {
+    QVERIFY(QFile::copy(kExamples + "martingale.bet", folder_->filePath("martingale.bet")));
+    OpenWholeScript(Game.DataPath + "martingale.bet");
+    TheHost.RefreshViews();
+    PlannedMessages.Answers = {{AnswerOk, "", "PASS line"}};
+    Command(*screen_, "mnuFind");
+    ExpectMessage(
+        "Enter the text you'd like to find.\nDon't worry about upper or lower case letters.\nIf "
+        "found, the line will appear at the top of the screen.",
+        "Find");
+    std::vector<int> found = {Game.ScriptInsertLine};
+    for (int i = 0; i < 5; ++i) {
+      QTest::keyClick(view_, Qt::Key_F3);
+      found.push_back(Game.ScriptInsertLine);
+    }
+    QCOMPARE(found, (std::vector<int>{1, 8, 12, 24, 30, 30}));
+    ExpectMessage("Text not found.", "Search Results");
+    QTest::keyClick(view_, Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(Game.ScriptInsertLine, 24);
+    QTest::keyClicks(Get<QLineEdit>("txtFind"), "or while");
+    QCOMPARE(Game.ScriptInsertLine, 13);
+    QTest::keyClick(Get<QLineEdit>("txtFind"), Qt::Key_Return);  // round the end, to itself
+    QCOMPARE(Game.ScriptInsertLine, 13);
+
+    QTest::keyClick(view_, Qt::Key_F9);
+    const QPoint margin(3, view_->visualRect(view_->model()->index(13, 0)).center().y());
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, margin);
+    QVERIFY(Line(13).Breakpoint && Line(14).Breakpoint && Game.ScriptInsertLine == 13);
+    Command(*screen_, "mnuClearBreakpoints");
+    QVERIFY(!Line(13).Breakpoint);
+    Command(*screen_, "mnuShowLineNumbers");
+    QCOMPARE(RowText(view_, 12), "13");
+
+    QTest::keyClick(view_, Qt::Key_Delete);  // leaves a condition behind a condition's block
+    Command(*screen_, "mnuCheckBets");
+    QVERIFY(Text(PlannedMessages.Shown.back().Text).contains("structured"));
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(8));
+    Command(*screen_, "mnuDelete");
+    QTRY_COMPARE(Get<QLabel>("lblFault")->text(), "Line 7: Missing Condition Lines");
+    const QVariant tip = view_->model()->index(6, 1).data(Qt::ToolTipRole);
+    QVERIFY(tip.toString().contains("is not followed by a Condition line."));
+    QCOMPARE(Line(7).LineMark, int(FaultMark));
+
+    Command(*screen_, "mnuUndo");
+    Command(*screen_, "mnuShowProfile");
+    Command(*screen_, "mnuSave");
+    Game.AutoBetActive = 1;
+    Game.ScriptChanged = false;
+    for (int roll = 0; roll < 3; ++roll) RightClickRolls(*table_, 3, 4);
+    QCOMPARE(RowText(view_, 2, 2) + RowText(view_, 2, 3), "33");
+    Command(*screen_, "mnuClearProfile");
+    QCOMPARE(RowText(view_, 2, 2), "0");
+  }
+
+  void filesAndLeavingAskBeforeAnythingIsLost() {
+    TypeLabel("a");
+    for (const auto& [answer, count] : {std::pair(AnswerCancel, 1), {AnswerNo, 0}}) {
+      PlannedMessages.Answers = {{answer}};
+      Command(*screen_, "mnuNew");
+      ExpectMessage(kSaveQuestion, "Save Auto-Bets?");
+      QCOMPARE(Game.ScrCount, count);
+    }
+    Choose("lblCondition", "listCondition", "Flag");
+    Type(Get<QLineEdit>("txtConditionFlag"), "Ready");
+    ClickButton(screen_, "cmdLogCondition");
+    Command(*screen_, "mnuSelectAll");
+    InFileScreen("mnuCopyToAutoBetFile", "Copy To Auto-Bet File", "copy.bet");
+    InFileScreen("mnuCopyToTextFile", "Copy To Text File", "copy.txt");
+    QCOMPARE(BytesOf(folder_->filePath("copy.txt")), "          Flag \"Ready\" is True\r\n");
+    Command(*screen_, "mnuNew");
+    PlannedMessages.Answers = {{AnswerNo}};
+    Command(*screen_, "mnuNew");
+    QVERIFY(Game.ScrCount == 0 && Game.Flags.empty());
+    InFileScreen("mnuPasteFrom", "Paste From Auto-Bet File", "copy.bet");
+    QVERIFY(Game.ScrCount == 1 && Game.Flags.size() == 1 && Line(1).LineSelected);
+    Command(*screen_, "mnuUndo");
+    Command(*screen_, "mnuRedo");
+    QCOMPARE(Game.ScrCount, 1);
+
+    InFileScreen("mnuSaveAs", "Save Auto-Bet File As", "mine.bet");
+    QCOMPARE(Get<QLabel>("lblAutoBetFilename")->text(), "mine.bet");
+    TypeLabel("b");
+    QFile(folder_->filePath("mine.bet")).open(QIODevice::WriteOnly | QIODevice::Truncate);
+    PlannedMessages.Answers = {{AnswerNo}};
+    Command(*screen_, "mnuSave");  // somebody else has written it meanwhile
+    QVERIFY(Text(PlannedMessages.Shown.back().Text).contains("another program"));
+    QVERIFY(BytesOf(folder_->filePath("mine.bet")).isEmpty() &&
+            screen_->windowTitle().endsWith('*'));
+    QCOMPARE(frmAutoBet::ScriptReport().Heading[2], "Auto-Bet File:   mine.bet");
+    PrintFile = folder_->filePath("script.pdf");
+    Command(*screen_, "mnuPrint");
+    QVERIFY(QFileInfo(PrintFile).size() > 0);
+    PrintFile.clear();
+
+    Game.AutoBetAtWork = Game.AutoBetRunning = true;
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
+    for (const bool runs : {true, false}) {
+      Command(*screen_, "mnuDelete");
+      ExpectMessage("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active");
+      QVERIFY(Game.ScrCount == 2 && Game.AutoBetRunning == runs);
+    }
+    Game.AutoBetAtWork = false;
+
+    Get<QCheckBox>("chkAutoBetsActivated")->click();
+    for (const auto& [answer, stays] : {std::pair(AnswerNo, true), {AnswerYes, false}}) {
+      PlannedMessages.Answers = {{answer}};
+      screen_->close();
+      QVERIFY(Text(PlannedMessages.Shown.back().Text).endsWith("return to the game table anyway?"));
+      QVERIFY(screen_->isVisible() == stays && (Game.AutoBetActive != 0) == stays);
+    }
+    QCOMPARE(BytesOf(folder_->filePath("active.tmp")).size(), 3 * 256);
+    QCOMPARE(Game.AutoBetFile, Game.DataPath + "mine.bet");
+  }
+
+  /// Does what the handbook's first page says, word by word, and finds what it promises.
+  void theHandbooksFirstSystemPlaysAsTold() {
+    QString page = BytesOf(QString(KELVANOR_PROJECT) + "/docs/handbook/first-system.md");
+    const QString script = page.section("```", 1, 1).mid(1);
+    static const QRegularExpression steps("\\n\\d+\\. (.*?)(?=\\n\\n|\\n\\d+\\. )",
+                                          QRegularExpression::DotMatchesEverythingOption);
+    QStringList quoted;
+    int done = 0;
+    PlannedMessages.Answers.clear();
+    for (const QRegularExpressionMatch& step : steps.globalMatch(page)) {
+      const QString text = step.captured(1).simplified();
+      static const QRegularExpression question("\"([^\"]+[.?])\"");
+      for (const auto& match : question.globalMatch(text)) quoted << match.captured(1);
+      static const QRegularExpression answer("answer \\*\\*(\\w+)");
+      for (const auto& match : answer.globalMatch(text))
+        PlannedMessages.Answers.push_back({match.captured(1) == "Yes" ? AnswerYes : AnswerOk});
+      FollowStep(text);
+      ++done;
+    }
+    QCOMPARE(done, 12);
+    QString logged;
+    for (int number = 1; number <= Game.ScrCount; ++number)
+      logged += Text(Line(number).LineText) + '\n';
+    QCOMPARE(logged, script);
+    QVERIFY(BytesOf(folder_->filePath("default.bet")).size() == 6 * 256);
+    QCOMPARE(quoted.size(), qsizetype(PlannedMessages.Shown.size()));
+    for (qsizetype i = 0; i < quoted.size(); ++i)
+      QVERIFY(Text(PlannedMessages.Shown[static_cast<unsigned>(i)].Text).contains(quoted[i]));
+    QCOMPARE(Game.RollCount[0], 1'000'000);
+    QList<double> told;
+    static const QRegularExpression figure("\\*\\*\\$?([\\d,]+)\\*\\*");
+    for (const auto& match : figure.globalMatch(page.section("## Read", 1)))
+      told << match.captured(1).remove(',').toDouble();
+    QCOMPARE(told.size(), 4);
+    const double lost = 500 - Bankroll().ToDouble();
+    QVERIFY2(std::abs(lost - told[0]) < 3 * (told[2] - told[0]), qPrintable(QString::number(lost)));
+    const double bets = Game.BetWagers[Actual][PassLine][StatCount].ToDouble();
+    QVERIFY2(std::abs(bets - told[3]) < 3'000, qPrintable(QString::number(bets)));
   }
 
  private:
@@ -217,9 +463,125 @@ class TestAutobet : public QObject {
     return QPoint(view_->visualRect(index).x() + 60, view_->visualRect(index).center().y());
   }
 
-  void ChooseLabelFirst(const QString& name) {
+  void TypeLabel(const QString& name) {
     Type(Get<QLineEdit>("txtLabel"), name);
     QTest::keyClick(Get<QLineEdit>("txtLabel"), Qt::Key_Return);
+  }
+
+  static QString Lines() {
+    QStringList lines;
+    for (int number = 1; number <= Game.ScrCount; ++number)
+      lines << Text(Line(number).LineText).trimmed();
+    return lines.join('|');
+  }
+
+  /// The names of all lines that have one.
+  static QString Names() {
+    QString names;
+    for (int number = 1; number <= Game.ScrCount; ++number) names += Text(Line(number).LineName);
+    return names;
+  }
+
+  void Drag(QPoint from, QPoint to) {
+    QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, from);
+    for (const QPoint& place : {(from + to) / 2, to}) {
+      QMouseEvent move(QEvent::MouseMove, place, view_->viewport()->mapToGlobal(place),
+                       Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+      QApplication::sendEvent(view_->viewport(), &move);
+    }
+    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, to);
+  }
+
+  void InFileScreen(const QString& command, const QString& title, const QString& name) {
+    OnNextScreen([=, this](QDialog* dialog) {
+      QCOMPARE(dialog->windowTitle(), title);
+      Find<QLineEdit>(dialog, "txtFileName")->setText(folder_->filePath(name));
+      ClickButton(dialog, "cmdOK");
+    });
+    Command(*screen_, command);
+  }
+
+  // ---- By the words of a page ----
+
+  /// Each bold word with the verb before it.
+  void FollowStep(const QString& text) {
+    static const QRegularExpression word("(\\w+)\\s+\\*\\*(.+?)\\*\\*");
+    QWidget* place = screen_;
+    QString menu;
+    QString typed;
+    for (const auto& match : word.globalMatch(text)) {
+      const QString verb = match.captured(1).toLower();
+      const QString what = match.captured(2);
+      if (verb == "menu") {
+        menu = what;
+      } else if (!menu.isEmpty()) {
+        place = GiveCommand(menu, what);
+        menu.clear();
+      } else if (verb == "under") {
+        place = PanelOf(what);
+      } else if (verb == "choose" || verb == "and") {
+        ChooseAnywhere(place, what);
+      } else if (verb == "type" && match.capturedEnd() < text.size() &&
+                 text.mid(match.capturedEnd()).startsWith(" into")) {
+        typed = what;
+      } else if (verb == "type") {
+        Type(Get<QLineEdit>("txtActionAmount"), what);
+      } else if (verb == "into") {
+        auto* box = qobject_cast<QLineEdit*>(LabelOf(place, what)->buddy());
+        Type(box, typed);
+        QTest::keyClick(box, Qt::Key_Tab);
+      } else if (verb == "press" || verb == "check" || verb == "page") {
+        ClickAnywhere(place, what);
+      } else {
+        QCOMPARE(verb, "answer");
+      }
+    }
+  }
+
+  static QString Bare(QString caption) { return caption.remove('&').remove(':').trimmed(); }
+
+  QWidget* GiveCommand(const QString& menuTitle, const QString& caption) {
+    for (const QMenu* menu : table_->findChildren<QMenu*>()) {
+      if (Bare(menu->title()) != menuTitle) continue;
+      for (QAction* action : menu->actions()) {
+        if (Bare(action->text()) != Bare(caption)) continue;
+        action->trigger();
+        QCoreApplication::processEvents();
+        for (const ScreenRow& row : AllScreens())
+          if (row.Command == action->objectName()) return FindScreen(row.Id);
+        return screen_;
+      }
+    }
+    qFatal("no command %s, %s", qPrintable(menuTitle), qPrintable(caption));
+  }
+
+  static QLabel* LabelOf(QWidget* place, const QString& caption) {
+    for (QLabel* label : place->findChildren<QLabel*>())
+      if (Bare(label->text()) == caption) return label;
+    qFatal("no caption %s", qPrintable(caption));
+  }
+
+  QWidget* PanelOf(const QString& caption) { return LabelOf(screen_, caption)->parentWidget(); }
+
+  /// The first word of a panel whose list has the row.
+  void ChooseAnywhere(QWidget* panel, const QString& row) {
+    for (auto* button : panel->findChildren<ChoiceButton*>()) {
+      if (!button->isVisible()) continue;
+      QTest::mouseClick(button, Qt::LeftButton);
+      auto* list = button->findChild<QListView*>();
+      const bool has = RowsOf(list).split(", ").contains(row);
+      list->window()->hide();
+      if (has) return TypeChoice(qPrintable(button->objectName()), row.toStdString());
+    }
+    QFAIL(qPrintable("no row " + row));
+  }
+
+  static void ClickAnywhere(QWidget* place, const QString& caption) {
+    for (auto* button : place->findChildren<QAbstractButton*>()) {
+      if (!button->isVisible() || Bare(button->text()) != caption) continue;
+      return QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(12, button->height() / 2));
+    }
+    QFAIL(qPrintable("no button " + caption));
   }
 
   // ---- By keys alone ----
@@ -276,8 +638,7 @@ class TestAutobet : public QObject {
     } else if (line.LineKind == ActionLine) {
       TypeAction(line);
     } else {
-      Type(Get<QLineEdit>("txtLabel"), Text(LabelTextOf(line)));
-      QTest::keyClick(Get<QLineEdit>("txtLabel"), Qt::Key_Return);
+      TypeLabel(Text(LabelTextOf(line)));
     }
   }
 

@@ -45,6 +45,7 @@ class BuilderArea : public QScrollArea {
  public:
   explicit BuilderArea(QWidget* content) {
     setFrameShape(NoFrame);
+    setFocusPolicy(Qt::NoFocus);
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setMinimumWidth(content->minimumSizeHint().width() + 20);
@@ -87,6 +88,7 @@ frmAutoBet::frmAutoBet(QWidget* table)
   connect(picLoggedBets_, &ScriptView::MoveWanted, this,
           [this](int before) { Edit(tr("Move"), [before] { return MoveSelected(before); }); });
   MakeMenus();
+  builder_->setFocus();
   setMinimumSize(kSmallest.expandedTo(minimumSizeHint()));
   resize(kAtStart.expandedTo(sizeHint()));
 }
@@ -394,7 +396,7 @@ Report frmAutoBet::ScriptReport() {
 // ---- Keys ----
 
 bool frmAutoBet::TakeKey(QKeyEvent& event) {
-  if (txtFind_->hasFocus()) return FindKey(event);
+  if (focusWidget() == txtFind_) return FindKey(event);
   const int page = std::max(picLoggedBets_->viewport()->height() / picLoggedBets_->rowHeight(0), 1);
   switch (event.key()) {
     case Qt::Key_Escape: return builder_->Drop();

@@ -1,6 +1,5 @@
 #include "screens/scripts/line_builder.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -58,6 +57,7 @@ LineBuilder::LineBuilder(QWidget* parent)
     });
   }
   SetReplacing(0, nullptr);
+  setFocusProxy(panels_[0]->FirstBox());
 }
 
 void LineBuilder::SetReplacing(int number, LinePanel* panel) {
@@ -112,7 +112,7 @@ void LineBuilder::Logged() {
 }
 
 bool LineBuilder::LogFocused() {
-  const QWidget* focus = QApplication::focusWidget();
+  const QWidget* focus = window()->focusWidget();
   for (LinePanel* panel : panels_) {
     if (!panel->isAncestorOf(focus)) continue;
     Log(panel, false);

@@ -22,6 +22,7 @@ namespace {
 
 constexpr int kMargin = 8;
 constexpr int kGap = 6;
+constexpr int kCorner = 4;
 constexpr int kRoundLetters = 20;
 
 /// Undo in a box takes typing back; with nothing typed it belongs to the script.
@@ -58,8 +59,6 @@ LinePanel::LinePanel(const char* name, const QString& caption, const char* logNa
                      const QString& tip)
     : lblCaption_(new QLabel(caption)), flow_(new FlowLayout) {
   setObjectName(name);
-  setFrameShape(QFrame::StyledPanel);
-  setAutoFillBackground(true);
   QFont bold = lblCaption_->font();
   bold.setBold(true);
   lblCaption_->setFont(bold);
@@ -162,11 +161,19 @@ void LinePanel::Drop() {
 
 void LinePanel::ShowSentence() { lblSentence_->setText(Text(Now().LineText).trimmed()); }
 
-/// The panel at work stands out.
 void LinePanel::SetTouched(bool touched) {
   touched_ = touched;
-  setBackgroundRole(touched ? QPalette::Base : QPalette::Window);
   lblSentence_->setForegroundRole(touched ? QPalette::Link : QPalette::WindowText);
+  update();
+}
+
+/// The panel at work stands out.
+void LinePanel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(palette().color(touched_ ? QPalette::Highlight : QPalette::Mid), 1));
+  painter.setBrush(palette().color(touched_ ? QPalette::Base : QPalette::Window));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
 }
 
 void LinePanel::SetReplacing(int number) {

@@ -1,7 +1,7 @@
 // What the panels of the script editor have in common: a line is built in each of them.
 #pragma once
 
-#include <QFrame>
+#include <QWidget>
 #include <functional>
 #include <optional>
 #include <span>
@@ -19,7 +19,7 @@ class QLineEdit;
 class QPushButton;
 
 /// A panel: its caption and log button above, its boxes below, and the line as it will read.
-class LinePanel : public QFrame {
+class LinePanel : public QWidget {
   Q_OBJECT
 
  public:
@@ -82,6 +82,8 @@ class LinePanel : public QFrame {
   virtual void Reset() = 0;
   /// The line as it stands.
   virtual ScriptLine Now() const = 0;
+
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void AddPart(QWidget* part);

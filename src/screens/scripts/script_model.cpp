@@ -57,7 +57,7 @@ LineBlock ScriptModel::BlockOf(int row) const {
 bool ScriptModel::NeverFired(int row) const {
   const auto at = static_cast<std::size_t>(row);
   return counted_ && at < profile_.size() && profile_[at].Fired == 0 &&
-         Line(row + 1).LineKind != RemarkLine;
+         Line(row + 1).LineKind != RemarkLine && !IsFault(row);
 }
 
 QVariant ScriptModel::data(const QModelIndex& index, int role) const {

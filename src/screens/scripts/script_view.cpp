@@ -184,7 +184,7 @@ void ScriptView::ShowCursor() {
   const QModelIndex current = model_->index(Game.ScriptInsertLine - 1, ScriptModel::TextColumn);
   if (current.row() != currentIndex().row()) {
     selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
-    scrollTo(model_->index(current.row(), ScriptModel::MarginColumn));
+    scrollTo(current);
   }
   following_ = false;
   viewport()->update();
@@ -217,14 +217,14 @@ void ScriptView::GoTo(int number) {
       model_->index(std::clamp(number, 1, Game.ScrCount + 1) - 1, ScriptModel::TextColumn);
   selectionModel()->setCurrentIndex(
       index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  scrollTo(model_->index(index.row(), ScriptModel::MarginColumn));
+  scrollTo(index);
 }
 
 void ScriptView::MoveCurrent(int lines) { GoTo(Game.ScriptInsertLine + lines); }
 
 void ScriptView::BringToTop(int number) {
   GoTo(number);
-  scrollTo(model_->index(number - 1, ScriptModel::MarginColumn), PositionAtTop);
+  scrollTo(model_->index(number - 1, ScriptModel::TextColumn), PositionAtTop);
   broughtUp_ = number;
   broughtUpAt_ = verticalScrollBar()->value();
   setFocus();
@@ -234,6 +234,12 @@ void ScriptView::BringToTop(int number) {
 int ScriptView::TopLine() const {
   const bool stands = broughtUp_ > 0 && broughtUpAt_ == verticalScrollBar()->value();
   return stands ? broughtUp_ : std::max(rowAt(0), 0) + 1;
+}
+
+void ScriptView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  const int across = horizontalScrollBar()->value();
+  QTableView::scrollTo(index, hint);
+  horizontalScrollBar()->setValue(across);
 }
 
 void ScriptView::FitColumns() {
@@ -327,8 +333,9 @@ void ScriptView::timerEvent(QTimerEvent* event) {
 
 void ScriptView::mouseDoubleClickEvent(QMouseEvent* event) {
   const int number = LineAt(event->pos());
-  if (number > 0 && columnAt(event->pos().x()) != ScriptModel::MarginColumn)
-    emit LineWanted(number);
+  if (number == 0 || columnAt(event->pos().x()) == ScriptModel::MarginColumn) return;
+  GoTo(number);
+  emit LineWanted(number);
 }
 
 void ScriptView::keyPressEvent(QKeyEvent* event) {

@@ -23,6 +23,9 @@ class ScriptView : public QTableView {
   void BringToTop(int number);
   int TopLine() const;
 
+  /// Scrolls up or down alone: the beginning of a line says most.
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
   /// Fits the columns to what they show.
   void FitColumns();
 
