@@ -71,9 +71,13 @@ void FindPreviousCommand(int top) {
 
 // --- Looking at the script ---
 
-ScriptFault MarkLines() {
+void MarkKinds() {
   for (int number = 1; number <= Game.ScrCount; ++number)
     Line(number).LineMark = MarkOf(Line(number).LineKind);
+}
+
+ScriptFault MarkLines() {
+  MarkKinds();
   ScriptFault fault = FindScriptFault();
   if (fault.LineNumber != 0) Line(fault.LineNumber).LineMark = FaultMark;
   return fault;

@@ -22,6 +22,9 @@ void FindPreviousCommand(int top);
 
 // --- Looking at the script ---
 
+/// Sets `LineMark` of every line by its kind.
+void MarkKinds();
+
 /// Sets `LineMark` of every line, and tells the first fault, whose line is marked before all else.
 ScriptFault MarkLines();
 

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMenu>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QTimer>
@@ -35,7 +36,7 @@ namespace {
 
 constexpr QSize kSmallest(760, 480);
 constexpr QSize kAtStart(1100, 720);
-constexpr int kPauseBeforeCheck = 400;
+constexpr int kPauseBeforeCheck = 1500;
 constexpr int kBuilderShare = 2;  // of the window's width, against the script's
 constexpr int kScriptShare = 3;
 constexpr int kFindLetters = 20;
@@ -155,10 +156,14 @@ void frmAutoBet::MakeMenus() {
       if (!rows.empty()) rows.push_back(Separator());
       rows.insert(rows.end(), part.begin(), part.end());
     }
-    MenuBar().Add(name, caption, std::move(rows));
+    return MenuBar().Add(name, caption, std::move(rows));
   };
   add("mnuFile", tr("&File"), {FileRows()});
-  add("mnuEdit", tr("&Edit"), {EditRows(), LineRows(), FindRows()});
+  QMenu* edit = add("mnuEdit", tr("&Edit"), {EditRows(), LineRows(), FindRows()});
+  picLoggedBets_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(picLoggedBets_, &QWidget::customContextMenuRequested, edit, [this, edit](QPoint place) {
+    edit->popup(picLoggedBets_->viewport()->mapToGlobal(place));
+  });
   add("mnuView", tr("&View"), {ViewRows()});
   add("mnuScript", tr("Scri&pt"), {ScriptRows()});
   add("mnuStatistics", tr("&Statistics"),
@@ -292,8 +297,7 @@ void frmAutoBet::Edit(const QString& what, std::function<std::optional<ScriptEdi
   if (!MayEditScript()) return;
   ChangeByPlayer([this, what, make = std::move(make)] {
     if (!undo_->Push(make(), what)) return;
-    builder_->SetReplacing(0, nullptr);
-    idle_->start();
+    LinesChanged();
   });
 }
 
@@ -301,8 +305,7 @@ void frmAutoBet::Step(void (ScriptUndo::*step)()) {
   if (!MayEditScript()) return;
   ChangeByPlayer([this, step] {
     (undo_->*step)();
-    builder_->SetReplacing(0, nullptr);
-    idle_->start();
+    LinesChanged();
   });
 }
 
@@ -329,7 +332,15 @@ void frmAutoBet::PasteFrom() {
   if (!MayEditScript()) return;
   undo_->Keep(RecordEdit([this] { RunFileScreen(this, FileCommand::PasteScript); }),
               tr("Paste From"));
+  LinesChanged();
+}
+
+/// What is wrong is told only once the player pauses: most lines are at fault while they are
+/// written.
+void frmAutoBet::LinesChanged() {
   builder_->SetReplacing(0, nullptr);
+  model_->ForgetFault();
+  ShowFault();
   idle_->start();
 }
 
@@ -340,7 +351,7 @@ void frmAutoBet::ShowRecord() {
   undo_->Follow();
   if (std::exchange(loads_, Game.ScriptLoads) != Game.ScriptLoads) {
     builder_->Drop();
-    idle_->start();
+    LinesChanged();
   }
   model_->Refresh();
   picLoggedBets_->FitColumns();

@@ -52,6 +52,7 @@ class frmAutoBet : public Screen {
   void Paste();
   void PasteFrom();
   void FindTyped(bool forward, bool next);
+  void LinesChanged();
   void CheckLines();
   void ShowCounts();
   void ShowFault();

@@ -31,6 +31,11 @@ void ScriptModel::Refresh() {
   emit dataChanged(index(0, 0), index(count_, kColumns - 1));
 }
 
+void ScriptModel::ForgetFault() {
+  fault_ = {};
+  MarkKinds();
+}
+
 void ScriptModel::CheckLines() {
   fault_ = MarkLines();
   emit dataChanged(index(0, 0), index(count_, kColumns - 1));

@@ -19,7 +19,10 @@ class ScriptModel : public QAbstractTableModel {
   /// Follows the record.
   void Refresh();
 
-  /// Sets the marks of the lines and looks for the first fault.
+  /// Lines have changed: what was found at fault may be so no longer.
+  void ForgetFault();
+
+  /// Looks for the first fault and marks it.
   void CheckLines();
 
   /// Line n is row n - 1. One more row stands for the place behind the last line.

@@ -252,7 +252,7 @@ void ScriptView::FitColumns() {
   int rest = viewport()->width() - columnWidth(ScriptModel::MarginColumn);
   for (const int column : {ScriptModel::ReachedColumn, ScriptModel::FiredColumn}) {
     setColumnHidden(column, !profile);
-    const int width = letters.horizontalAdvance("99,999,999") + 12;
+    const int width = letters.horizontalAdvance("999,999,999") + 12;
     setColumnWidth(column, width);
     if (profile) rest -= width;
   }
