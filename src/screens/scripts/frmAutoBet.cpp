@@ -39,6 +39,7 @@ constexpr QSize kAtStart(1100, 720);
 constexpr int kPauseBeforeCheck = 1500;
 constexpr int kBuilderShare = 2;  // of the window's width, against the script's
 constexpr int kScriptShare = 3;
+constexpr int kShares = kBuilderShare + kScriptShare;
 constexpr int kFindLetters = 20;
 
 /// Leaves the keys that move the current line to the window.
@@ -74,6 +75,8 @@ frmAutoBet::frmAutoBet(QWidget* table)
   sides->addWidget(MakeScriptSide());
   sides->setStretchFactor(0, kBuilderShare);
   sides->setStretchFactor(1, kScriptShare);
+  sides->setSizes(
+      {kAtStart.width() * kBuilderShare / kShares, kAtStart.width() * kScriptShare / kShares});
   setCentralWidget(sides);
   idle_->setSingleShot(true);
   idle_->setInterval(kPauseBeforeCheck);

@@ -21,8 +21,8 @@ void ScriptModel::Refresh() {
   blocks_ = BlocksOfScript();
   profile_.clear();
   if (Game.Profile.On) profile_ = ScriptProfile();
-  counted_ =
-      std::ranges::any_of(profile_, [](const LineProfile& line) { return line.Reached > 0; });
+  most_ = 0;
+  for (const LineProfile& line : profile_) most_ = std::max({most_, line.Reached, line.Fired});
   const auto longest = std::max_element(Game.Script.begin(), Game.Script.begin() + count,
                                         [](const ScriptLine& a, const ScriptLine& b) {
                                           return a.LineText.size() < b.LineText.size();
@@ -61,7 +61,7 @@ LineBlock ScriptModel::BlockOf(int row) const {
 
 bool ScriptModel::NeverFired(int row) const {
   const auto at = static_cast<std::size_t>(row);
-  return counted_ && at < profile_.size() && profile_[at].Fired == 0 &&
+  return most_ > 0 && at < profile_.size() && profile_[at].Fired == 0 &&
          Line(row + 1).LineKind != RemarkLine && !IsFault(row);
 }
 

@@ -40,13 +40,16 @@ class ScriptModel : public QAbstractTableModel {
   /// Whether runs have been counted, and this line has done nothing in any.
   bool NeverFired(int row) const;
 
+  /// The highest count of the profile.
+  std::int64_t MostReached() const { return most_; }
+
   /// The line with the most letters.
   const QString& Longest() const { return longest_; }
 
  private:
   int count_ = 0;
   QString longest_;
-  bool counted_ = false;
+  std::int64_t most_ = 0;
   std::vector<LineBlock> blocks_;
   std::vector<LineProfile> profile_;
   ScriptFault fault_;

@@ -11,6 +11,7 @@
 
 #include "autobet/script.h"
 #include "autobet/script_edit.h"
+#include "screens/frame/controls.h"
 #include "screens/scripts/script_model.h"
 
 namespace {
@@ -252,7 +253,11 @@ void ScriptView::FitColumns() {
   int rest = viewport()->width() - columnWidth(ScriptModel::MarginColumn);
   for (const int column : {ScriptModel::ReachedColumn, ScriptModel::FiredColumn}) {
     setColumnHidden(column, !profile);
-    const int width = letters.horizontalAdvance("999,999,999") + 12;
+    const int width =
+        std::max(letters.horizontalAdvance(Count(model_->MostReached())),
+                 letters.horizontalAdvance(
+                     model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString())) +
+        kRoomBehind;
     setColumnWidth(column, width);
     if (profile) rest -= width;
   }
