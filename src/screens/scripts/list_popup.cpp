@@ -86,6 +86,7 @@ class ChoiceModel : public QAbstractListModel {
 ListPopup::ListPopup(QWidget* parent, const QString& name, const QString& title)
     : QFrame(parent, Qt::Popup), model_(new ChoiceModel(this)) {
   setFrameShape(QFrame::StyledPanel);
+  setAttribute(Qt::WA_NoMouseReplay);  // a click on the control closes it, and no more
   txtFilter_ = New<QLineEdit>("txtFilter");
   txtFilter_->setPlaceholderText(tr("Type to find"));
   txtFilter_->setClearButtonEnabled(true);
@@ -105,7 +106,9 @@ ListPopup::ListPopup(QWidget* parent, const QString& name, const QString& title)
   column->addWidget(list_, 1);
   setFocusProxy(txtFilter_);
   connect(txtFilter_, &QLineEdit::textChanged, this, &ListPopup::Filter);
-  connect(list_, &QListView::clicked, this, &ListPopup::Choose);
+  connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) {
+    if (index.flags() & Qt::ItemIsEnabled) Choose();
+  });
 }
 
 void ListPopup::Open(QWidget* control, const QStringList& rows, int current,

@@ -34,7 +34,7 @@ bool ScriptUndo::Push(std::optional<ScriptEdit> edit, const QString& what) {
 }
 
 void ScriptUndo::Keep(std::optional<ScriptEdit> edit, const QString& what) {
-  loads_ = Game.ScriptLoads;  // a paste counts as no load: what came before can still be undone
+  Follow();
   if (edit) Add(*std::move(edit), what, true);
 }
 
