@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
+#include <utility>
 
 #include "core/game_state.h"
 #include "screens/files/frmFile.h"
@@ -116,8 +117,9 @@ void ActionPanel::ShowLabel(bool needed) {
 
 /// The parts stand in the order of the words; that of "Round" is its own.
 void ActionPanel::ShowOrder() {
-  if (choice_.Action == RoundBet)
-    return SetOrder({lblAction_, lblTo_, txtActionToStackNum_, lblOf_, txtActionAmount_});
+  const bool rounds = choice_.Action == RoundBet;
+  if (std::exchange(rounds_, rounds) == rounds) return;
+  if (rounds) return SetOrder({lblAction_, lblTo_, txtActionToStackNum_, lblOf_, txtActionAmount_});
   SetOrder({lblAction_, lblLabel_, txtActionFlag_, lblActionTF_, txtActionAmount_, lblOperator_,
             lblOf_, txtActionOfStackNum_, lblOn_, txtActionName_, lblTo_, txtActionToStackNum_});
 }

@@ -33,6 +33,7 @@ class ActionPanel : public LinePanel {
   void ChooseFile();
 
   ActionChoice choice_;
+  bool rounds_ = false;  // the parts stand in the order of "Round"
   ChoiceButton* lblAction_;
   ChoiceButton* lblLabel_;
   QLineEdit* txtActionFlag_;

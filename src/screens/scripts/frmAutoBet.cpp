@@ -93,6 +93,12 @@ frmAutoBet::frmAutoBet(QWidget* table)
           [this](int before) { Edit(tr("Move"), [before] { return MoveSelected(before); }); });
   MakeMenus();
   builder_->setFocus();
+  QWidget* before = findChild<QLineEdit*>("txtLabel");  // the last box of the builder
+  for (QWidget* next :
+       std::initializer_list<QWidget*>{txtFind_, chkAutoBetsActivated_, picLoggedBets_}) {
+    setTabOrder(before, next);
+    before = next;
+  }
   setMinimumSize(kSmallest.expandedTo(minimumSizeHint()));
   resize(kAtStart.expandedTo(sizeHint()));
 }
@@ -118,9 +124,10 @@ QLayout* frmAutoBet::MakeHeader() {
   bold.setBold(true);
   lblAutoBetFilename_->setFont(bold);
   lblAutoBetFilename_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  auto* active = New<QCheckBox>("chkAutoBetsActivated", tr("ACTIVE"));
-  active->setToolTip(tr("The script runs after every roll"));
-  Bind(active, RecordField<bool>([] { return Game.AutoBetActive != 0; }, ActivateAutoBets));
+  chkAutoBetsActivated_ = New<QCheckBox>("chkAutoBetsActivated", tr("ACTIVE"));
+  chkAutoBetsActivated_->setToolTip(tr("The script runs after every roll"));
+  Bind(chkAutoBetsActivated_,
+       RecordField<bool>([] { return Game.AutoBetActive != 0; }, ActivateAutoBets));
   txtFind_ = New<QLineEdit>("txtFind");
   txtFind_->setPlaceholderText(tr("Find in the script"));
   txtFind_->setAccessibleName(tr("Find in the script"));
@@ -130,7 +137,7 @@ QLayout* frmAutoBet::MakeHeader() {
   connect(txtFind_, &QLineEdit::textEdited, this, [this] { FindTyped(true, false); });
   row->addWidget(lblAutoBetFilename_, 1);
   row->addWidget(txtFind_, 1);
-  row->addWidget(active);
+  row->addWidget(chkAutoBetsActivated_);
   return row;
 }
 

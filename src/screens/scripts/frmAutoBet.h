@@ -9,6 +9,7 @@
 #include "screens/frame/screen.h"
 
 class LineBuilder;
+class QCheckBox;
 class QLineEdit;
 class QTimer;
 class ScriptModel;
@@ -64,6 +65,7 @@ class frmAutoBet : public Screen {
   ScriptUndo* undo_;
   QTimer* idle_;
   QLineEdit* txtFind_ = nullptr;
+  QCheckBox* chkAutoBetsActivated_ = nullptr;
   QLabel* lblAutoBetFilename_ = nullptr;
   QLabel* lblNumAutoBetLines_ = nullptr;
   QLabel* lblNumLinesSelected_ = nullptr;
