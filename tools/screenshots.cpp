@@ -7,24 +7,31 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPalette>
+#include <QPushButton>
 #include <QTextStream>
+#include <QTimer>
 #include <functional>
 
+#include "autobet/script_file.h"
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "core/game_state.h"
 #include "dice/generators.h"
 #include "figures/bet_sums.h"
+#include "figures/bet_trends.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
 #include "screens/files/frmFile.h"
+#include "screens/frame/frmPrint.h"
 #include "screens/frame/screen.h"
 #include "screens/frame/screen_table.h"
 #include "screens/play/frmMsg.h"
 #include "screens/scripts/frmFlags.h"
+#include "screens/scripts/frmSteps.h"
 #include "screens/statistics/frmEventsLog.h"
 #include "screens/table/frmCrapTable.h"
+#include "screens/table/qt_host.h"
 #include "screens/table/screens.h"
 #include "screens/table/table_painter.h"
 #include "stats/events_log.h"
@@ -34,6 +41,7 @@ namespace {
 constexpr QSize kSmall(640, 480);
 constexpr QSize kMiddle(1280, 960);
 constexpr QSize kLarge(1920, 1440);
+constexpr QSize kHandbookTable(720, 560);
 constexpr std::uint32_t kSeed = 20'240'601;
 constexpr int kRollsForScreens = 20'000;
 
@@ -469,6 +477,70 @@ void ShootScreensInAllLooks() {
   QApplication::setPalette(light);
 }
 
+/// The pictures of the handbook's pages: screens as they open beside a game, the table where bets
+/// lie, and what waits for an answer.
+void ShootHandbook() {
+  frmCrapTable table;
+  InstallQtHost(&table);
+  PlannedMessages.Active = true;  // nobody answers
+  table.resize(kHandbookTable);
+  Fresh();
+  SaveScreen(table, "table");
+  Lay(PassLine, 5);
+  Game.ChipColor = 2;
+  SaveScreen(table, "start");
+  Game.Point = 6;
+  Lay(PassLine, 10);
+  SaveScreen(table, "pass-line");
+  Lay(PassLineOdds, 20);
+  SaveScreen(table, "odds");
+
+  PlayForScreens();
+  OpenScript("examples/three-point-molly.bet");
+  Game.Flags = {{"Point is up", kTrue, kFalse}, {"Come bet is down", kFalse, kFalse}};
+  Game.HotKeys = {{'M', "martingale.bet", "Double after each loss"},
+                  {'I', "iron-cross.bet", "Every total but the seven"}};
+  const std::pair<WindowId, const char*> pages[] = {
+      {AutoBetWindow, "auto-bet"},        {AutoPlayWindow, "auto-play"},
+      {BankrollWindow, "bankroll-graph"}, {BankrollWindow, "hyper-drive"},
+      {BetResultsWindow, "bet-results"},  {BetTrendsWindow, "bet-trends"},
+      {StackValuesWindow, "chip-stacks"}, {DiceRollFilesWindow, "dice-rolls"},
+      {EventsLogWindow, "events-log"},    {FlagsWindow, "flags"},
+      {HotKeysWindow, "hot-keys"},        {RollFreqsWindow, "roll-frequencies"},
+      {RollPadWindow, "roll-pad"},        {RollTotalsWindow, "roll-totals"},
+      {SummaryWindow, "summary"}};
+  for (const auto& [id, name] : pages) {
+    Screen* screen = ShowScreen(id);
+    SaveScreen(*screen, name);
+    screen->close();
+  }
+  Screen* configuration = ShowScreen(ConfigureWindow);
+  for (const auto& [tab, name] :
+       {std::pair(0, "configuration"), std::pair(8, "probability"), std::pair(9, "advantage")}) {
+    configuration->findChild<QAbstractButton*>(QString("cmdAltKeys_%1").arg(tab))->click();
+    SaveScreen(*configuration, name);
+  }
+  configuration->close();
+  frmSteps steps(&table);
+  QTimer::singleShot(0, &steps, [&steps] {
+    SaveScreen(steps, "steps");
+    steps.findChild<QPushButton*>("cmdNextAutoBet")->click();
+  });
+  steps.WaitAt(3, Game.Script[3].LineText, "Condition is true (just now occurred).");
+  Report report;
+  report.Title = "Bet Trends";
+  report.Heading = {"Bet Trends"};
+  report.Columns = {"Bet", "Trend"};
+  const auto trends = FigureBetTrends();
+  report.Rows = static_cast<int>(trends.size());
+  report.Row = [&trends](int row) {
+    const BetTrend& trend = trends[static_cast<unsigned>(row)];
+    return QStringList{QString::fromStdString(trend.Name), QString::fromStdString(trend.Streak)};
+  };
+  frmPrint print(report, &table);
+  SaveScreen(print, "printing");
+}
+
 /// The screens of scripts, in the letters of the system and in larger ones.
 void ShootScreensOfScripts() {
   const QFont letters = QApplication::font();
@@ -500,7 +572,7 @@ void ShootTable() {
 
 }  // namespace
 
-// kelvanor_screenshots [FOLDER [table|screens|scripts]]
+// kelvanor_screenshots [FOLDER [table|screens|scripts|handbook]]
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
@@ -510,6 +582,7 @@ int main(int argc, char** argv) {
   if (part.isEmpty() || part == "table") ShootTable();
   if (part.isEmpty() || part == "screens") ShootScreensInAllLooks();
   if (part.isEmpty() || part == "scripts") ShootScreensOfScripts();
+  if (part == "handbook") ShootHandbook();
   QTextStream(stdout) << outputFolder.entryList({QStringLiteral("*.png")}).size() << " pictures in "
                       << outputFolder.path() << '\n';
   return failures == 0 ? 0 : 1;

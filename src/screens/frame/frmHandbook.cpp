@@ -130,6 +130,7 @@ void frmHandbook::Step(int by) {
 }
 
 void frmHandbook::ShowPlace() {
+  MenuBar().Refresh();
   const HandbookPlace& place = way_[at_];
   const HandbookPage* page = handbook_.Page(place.File);
   if (!page) return;

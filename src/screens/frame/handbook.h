@@ -33,6 +33,9 @@ struct HandbookHit {
 /// these numbers open there.
 class Handbook {
  public:
+  /// Without pages.
+  Handbook() = default;
+
   /// Reads the pages, in the order in which `contents.md` leads to them. A folder without pages
   /// gives an empty handbook.
   explicit Handbook(const QString& folder);

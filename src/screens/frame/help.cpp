@@ -13,7 +13,7 @@ QPointer<frmHandbook> Window;
 
 /// The pages, read at the first question.
 const Handbook& TheHandbook() {
-  static Handbook handbook{QString()};
+  static Handbook handbook;
   if (handbook.Pages().empty()) handbook = Handbook(HandbookFolder());
   return handbook;
 }

@@ -14,6 +14,7 @@
 #include <QSplitter>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "autobet/checker.h"
@@ -59,6 +60,20 @@ class BuilderArea : public QScrollArea {
 };
 
 bool AnySelected() { return SelectedLineCount() > 0; }
+
+/// Whether the current line is one of the script's, not the place behind them.
+bool OnLine() { return Game.ScriptInsertLine >= 1 && Game.ScriptInsertLine <= Game.ScrCount; }
+
+bool AnyCounted() {
+  const std::vector<LineProfile> counts = ScriptProfile();
+  return std::any_of(counts.begin(), counts.end(),
+                     [](const LineProfile& line) { return line.Reached > 0; });
+}
+
+bool AnyBreakpoint() {
+  return std::any_of(Game.Script.begin(), Game.Script.end(),
+                     [](const ScriptLine& line) { return line.Breakpoint; });
+}
 
 }  // namespace
 
@@ -189,7 +204,9 @@ std::vector<MenuRow> frmAutoBet::FileRows() {
               [] {
                 if (MayEditScript()) NewScriptCommand();
               })
-          .On(QKeySequence::New),
+          .On(QKeySequence::New)
+          .When([] { return Game.ScrCount > 0 || !Game.AutoBetFile.empty(); },
+                tr("The script is empty as it is.")),
       Command("mnuOpen", tr("&Open..."),
               [this] {
                 if (MayEditScript()) OpenAutoBetFileCommand(this);
@@ -235,13 +252,16 @@ std::vector<MenuRow> frmAutoBet::EditRows() {
       Command("mnuPaste", tr("&Paste"), [this] { Paste(); }).On(QKeySequence::Paste),
       selected(Command("mnuDelete", tr("&Delete"), [this] { Edit(tr("Delete"), DeleteSelected); })
                    .On(QKeySequence::Delete)),
-      Command("mnuSelectAll", tr("Select &All"), SelectAllLines).On(QKeySequence::SelectAll)};
+      Command("mnuSelectAll", tr("Select &All"), SelectAllLines)
+          .On(QKeySequence::SelectAll)
+          .When([] { return Game.ScrCount > 0; }, tr("There are no lines."))};
 }
 
 std::vector<MenuRow> frmAutoBet::LineRows() {
   return {Command("mnuChangeLine", tr("Chan&ge Line"),
                   [this] { builder_->Load(Game.ScriptInsertLine); })
-              .Told(tr("Takes the current line back into the boxes; so does a double click")),
+              .Told(tr("Takes the current line back into the boxes; so does a double click"))
+              .When(OnLine, tr("No line is chosen.")),
           Command("mnuMoveUp", tr("Mo&ve Up"), [this] { Edit(tr("Move"), MoveSelectedUp); })
               .On(Qt::CTRL | Qt::SHIFT | Qt::Key_Up)
               .When(AnySelected, tr("No lines are selected.")),
@@ -278,7 +298,7 @@ std::vector<MenuRow> frmAutoBet::ViewRows() {
               .Told(tr("Counts how often each line is reached and how often it does something")),
           Command("mnuClearProfile", tr("&Clear Profile"), [] {
             ChangeByPlayer(ClearProfile);
-          }).When([] { return Game.Profile.On; }, tr("The profile is off."))};
+          }).When(AnyCounted, tr("Nothing has been counted."))};
 }
 
 std::vector<MenuRow> frmAutoBet::ScriptRows() {
@@ -290,9 +310,11 @@ std::vector<MenuRow> frmAutoBet::ScriptRows() {
           Command("mnuBreakpoint", tr("&Breakpoint"),
                   [] { ChangeByPlayer([] { ToggleBreakpoint(Game.ScriptInsertLine); }); })
               .On(Qt::Key_F9)
-              .Told(tr("Tracing starts at the current line")),
+              .Told(tr("Tracing starts at the current line"))
+              .When(OnLine, tr("No line is chosen.")),
           Command("mnuClearBreakpoints", tr("Clear Breakp&oints"),
-                  [] { ChangeByPlayer(ClearBreakpoints); }),
+                  [] { ChangeByPlayer(ClearBreakpoints); })
+              .When(AnyBreakpoint, tr("No line is marked.")),
           Toggle("mnuShowSteps", tr("Show &Steps"), steps),
           Separator(),
           Toggle("mnuShowLoggedMessagesNormal", tr("Show Logged Messages, &Normal Play"),
