@@ -1,6 +1,7 @@
 // The program's entry: lays the game down, shows the table and runs until it is closed.
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
@@ -59,6 +60,8 @@ int main(int argc, char* argv[]) {
   }
   GameApplication application(argc, argv);
   QApplication::setApplicationName("kelvanor");
+  QApplication::setDesktopFileName("kelvanor");
+  QApplication::setWindowIcon(QIcon::fromTheme("kelvanor"));
   const auto named = ReadCommandLine(QApplication::arguments(), exitCode);
   if (!named) return exitCode;
   const QString programFolder = ProgramFolder();
