@@ -191,7 +191,9 @@ TEST_F(DiceTape, AnyTapeAndPositionPlaysItsThrowsAndNoMore) {
       EXPECT_EQ(Game.MsgText, "The Dice Roll File has ended.");
       EXPECT_EQ(Game.MsgTitle, "Playback Dice Rolls During Game Play");
     }
-    if (to != from) EXPECT_EQ(Game.DiceFileEnd, to) << "nothing is selected by playing";
+    if (to != from) {
+      EXPECT_EQ(Game.DiceFileEnd, to) << "nothing is selected by playing";
+    }
     EXPECT_EQ(Game.RollCount[0] - before, from < 1 ? 0 : to - from);
     EXPECT_EQ(Game.DiceFilePos, to);
     EXPECT_EQ(Tape(), tape);

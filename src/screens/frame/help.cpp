@@ -22,7 +22,7 @@ const Handbook& TheHandbook() {
 /// can be used.
 frmHandbook* OpenWindow() {
   QWidget* asking = QApplication::activeModalWidget();
-  if (Window && (!asking || asking->isAncestorOf(Window))) return Window;
+  if (Window && (!asking || Window->parentWidget() == asking)) return Window;
   delete Window;
   QWidget* owner = asking ? asking : QApplication::activeWindow();
   while (owner && !asking && owner->parentWidget()) owner = owner->parentWidget()->window();
