@@ -433,6 +433,7 @@ QPalette DarkPalette() {
        {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
     dark.setColor(role, 0xfcfcfc);
   dark.setColor(QPalette::Highlight, 0x3daee9);
+  dark.setColor(QPalette::PlaceholderText, 0x7f8487);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
     dark.setColor(QPalette::Disabled, role, 0x7f8487);
   return dark;
