@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
+#include <cstdio>
 #include <exception>
 #include <string_view>
 
@@ -41,23 +42,37 @@ class GameApplication : public QApplication {
 
 std::string WithSeparator(const QString& folder) { return (folder + "/").toStdString(); }
 
-/// Words are printed where there is no display, too.
-bool AsksForWords(int argc, char* argv[]) {
-  static constexpr std::string_view kWords[] = {"-h", "--help", "-v", "--version"};
-  return std::any_of(argv + 1, argv + argc, [](const char* argument) {
-    return std::find(std::begin(kWords), std::end(kWords), argument) != std::end(kWords);
-  });
+bool IsSaid(std::string_view word, int argc, char* argv[]) {
+  return std::find(argv + 1, argv + argc, word) != argv + argc;
+}
+
+/// Whether the desktop, or somebody who starts the program without one, names a place for windows.
+bool HasDisplay(int argc, char* argv[]) {
+  const bool told = IsSaid("-platform", argc, argv) || IsSaid("--platform", argc, argv);
+  return told || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+/// What is answered with words, also where there is no display.
+int AnswerInWords(int argc, char* argv[]) {
+  const QCoreApplication words(argc, argv);
+  int exitCode = 0;
+  if (ReadCommandLine(QCoreApplication::arguments(), exitCode)) {
+    std::fputs("kelvanor: there is no display to open the table on.\n", stderr);
+    exitCode = 1;
+  }
+  return exitCode;
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  static constexpr std::string_view kWords[] = {"-h", "--help", "-v", "--version"};
+  const bool asks = std::any_of(std::begin(kWords), std::end(kWords),
+                                [&](std::string_view word) { return IsSaid(word, argc, argv); });
+  if (asks || !HasDisplay(argc, argv)) return AnswerInWords(argc, argv);
   int exitCode = 0;
-  if (AsksForWords(argc, argv)) {
-    const QCoreApplication words(argc, argv);
-    ReadCommandLine(QCoreApplication::arguments(), exitCode);
-    return exitCode;
-  }
   GameApplication application(argc, argv);
   QApplication::setApplicationName("kelvanor");
   QApplication::setDesktopFileName("kelvanor");
