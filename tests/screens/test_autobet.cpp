@@ -134,8 +134,9 @@ class TestAutobet : public QObject {
     for (const QString& name : names) {
       OpenWholeScript(QString(kExamples + name).toStdString());
       const std::vector<ScriptLine> lines = Game.Script;
-      Game.Script.clear();
+      TheHost.RefreshViews();
       Command(*screen_, "mnuNew");
+      QCOMPARE(Game.ScrCount, 0);
       TypeLines(lines);
       QVERIFY(screen_->windowTitle().endsWith('*'));
       Game.AutoBetFile = Game.DataPath + name.toStdString();

@@ -88,6 +88,7 @@ class TestMessages : public QObject {
                                                    {OkStop, "Esc", AnswerOk},
                                                    {YesNo, "close", AnswerNo},
                                                    {OkHelpStop, "cmdButton_4", AnswerOk}};
+    Game.AppPath = KELVANOR_PROJECT "/docs/";  // where the handbook is
     for (const auto& [flags, button, answer] : cases) {
       Game.MsgAnswer = 0;
       Drive("Well?", flags, [&](QDialog* screen) {
