@@ -16,6 +16,7 @@
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "core/game_state.h"
+#include "core/host.h"
 #include "dice/generators.h"
 #include "figures/bet_sums.h"
 #include "figures/bet_trends.h"
@@ -41,7 +42,7 @@ namespace {
 constexpr QSize kSmall(640, 480);
 constexpr QSize kMiddle(1280, 960);
 constexpr QSize kLarge(1920, 1440);
-constexpr QSize kHandbookTable(720, 560);
+constexpr QSize kHandbookTable(620, 500);
 constexpr std::uint32_t kSeed = 20'240'601;
 constexpr int kRollsForScreens = 20'000;
 
@@ -486,6 +487,7 @@ void ShootHandbook() {
   PlannedMessages.Active = true;  // nobody answers
   table.resize(kHandbookTable);
   Fresh();
+  TheHost.RefreshViews();
   SaveScreen(table, "table");
   Lay(PassLine, 5);
   Game.ChipColor = 2;

@@ -171,7 +171,8 @@ std::optional<ScriptEdit> InsertLines(std::vector<ScriptLine> lines, bool select
 std::optional<ScriptEdit> ReplaceLine(int number, const ScriptLine& line) {
   if (number < 1 || number > Game.ScrCount || SameLine(Line(number), line)) return {};
   ScriptEdit edit;
-  edit.At = edit.CursorAfter = number;
+  edit.At = number;
+  edit.CursorAfter = number + 1;  // writing goes on behind it
   edit.Before = {Line(number)};
   edit.After = {line};
   edit.After[0].Breakpoint = Line(number).Breakpoint;

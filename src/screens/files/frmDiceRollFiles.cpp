@@ -155,8 +155,10 @@ QGroupBox* frmDiceRollFiles::MakeNewRolls() {
             tr("Writes the rolls typed above. Digits typed while the rolls have the focus are "
                "taken at once."),
             [this] { TakeTypedRolls(); });
-  AddButton(buttons, "cmdRandomNum", tr("Rando&m Roll"), tr("Writes one random roll"),
-            [] { EnterRollsCommand(std::string(1, RandomThrow())); });
+  AddButton(buttons, "cmdRandomNum", tr("Rando&m Roll"), tr("Writes one random roll"), [this] {
+    die1_ = 0;
+    EnterRollsCommand(std::string(1, RandomThrow()));
+  });
   grid->addLayout(buttons, 2, 0, 1, 2);
   return group;
 }
@@ -372,6 +374,7 @@ bool frmDiceRollFiles::TakeDigit(int digit) {
 
 /// A lone last digit stays in the box, and what couldn't be written.
 void frmDiceRollFiles::TakeTypedRolls() {
+  die1_ = 0;
   const std::string text = txtRollNumbers_->text().toStdString();
   const std::string throws = ThrowsOfDigits(text);
   if (throws.empty() && IsOpen()) return txtRollNumbers_->setFocus();

@@ -142,6 +142,8 @@ void frmHandbook::ShowPlace() {
   all.select(QTextCursor::Document);
   all.mergeBlockFormat(airy);
   setWindowTitle(tr("Handbook (%1)").arg(page->Title));
+  txtPage_->moveCursor(QTextCursor::Start);
+  txtPage_->verticalScrollBar()->setValue(0);
   const QAbstractTextDocumentLayout* layout = txtPage_->document()->documentLayout();
   for (QTextBlock block = txtPage_->document()->begin(); block.isValid(); block = block.next()) {
     if (block.blockFormat().headingLevel() == 0 || block.text() != place.Heading) continue;

@@ -23,6 +23,7 @@ void ShowLastError() {
     ShowMessage(Game.LastErrorText, "Last Error", kTopicLastError, OkStop);
 }
 
+constexpr QSize kFrameOfDesktop(16, 48);   // what a desktop draws round a window
 constexpr double kUsualLetterHeight = 16;  // of letters of 9 points at 96 dots an inch
 
 }  // namespace
@@ -37,7 +38,8 @@ Screen::Screen(QWidget* table, const char* name, const QString& caption, int hel
 void Screen::SetSizes(QSize smallest, QSize atStart) {
   const double letters = std::max(1.0, fontMetrics().height() / kUsualLetterHeight);
   setMinimumSize((smallest * letters).expandedTo(minimumSizeHint()));
-  resize((atStart * letters).expandedTo(sizeHint()).boundedTo(screen()->availableSize()));
+  const QSize room = screen()->availableSize() - kFrameOfDesktop;
+  resize((atStart * letters).expandedTo(sizeHint()).boundedTo(room));
 }
 
 void Screen::Refresh() {
