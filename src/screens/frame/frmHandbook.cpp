@@ -21,7 +21,7 @@ constexpr QSize kSmallest(480, 300);
 constexpr QSize kAtStart(980, 680);
 constexpr double kListShare = 0.26;  // of the width
 constexpr int kPageMargin = 18;
-constexpr int kLineHeight = 125;   // percent
+constexpr int kBetweenLines = 4;
 constexpr double kLetters = 1.15;  // of those of the window
 
 }  // namespace
@@ -137,7 +137,7 @@ void frmHandbook::ShowPlace() {
   txtPage_->document()->setMarkdown(page->Markdown, QTextDocument::MarkdownDialectGitHub);
   txtPage_->document()->setDocumentMargin(kPageMargin);
   QTextBlockFormat airy;
-  airy.setLineHeight(kLineHeight, QTextBlockFormat::ProportionalHeight);
+  airy.setLineHeight(kBetweenLines, QTextBlockFormat::LineDistanceHeight);
   QTextCursor all(txtPage_->document());
   all.select(QTextCursor::Document);
   all.mergeBlockFormat(airy);
