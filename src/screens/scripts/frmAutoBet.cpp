@@ -231,11 +231,11 @@ std::vector<MenuRow> frmAutoBet::EditRows() {
     return std::move(row).When(AnySelected, tr("No lines are selected."));
   };
   return {
-      Command("mnuUndo", tr("&Undo"), [this] { Step(&ScriptUndo::Undo); })
+      Command("mnuUndo", tr("&Undo"), [this] { Step(true); })
           .On(QKeySequence::Undo)
           .Named([=, this] { return named(tr("&Undo"), undo_->Stack().undoText()); })
           .When([this] { return undo_->Stack().canUndo(); }, tr("Nothing has been changed.")),
-      Command("mnuRedo", tr("&Redo"), [this] { Step(&ScriptUndo::Redo); })
+      Command("mnuRedo", tr("&Redo"), [this] { Step(false); })
           .On(QKeySequence::Redo)
           .Named([=, this] { return named(tr("&Redo"), undo_->Stack().redoText()); })
           .When([this] { return undo_->Stack().canRedo(); }, tr("Nothing has been undone.")),
@@ -333,10 +333,10 @@ void frmAutoBet::Edit(const QString& what, std::function<std::optional<ScriptEdi
   });
 }
 
-void frmAutoBet::Step(void (ScriptUndo::*step)()) {
+void frmAutoBet::Step(bool back) {
   if (!MayEditScript()) return;
-  ChangeByPlayer([this, step] {
-    (undo_->*step)();
+  ChangeByPlayer([this, back] {
+    undo_->Step(back);
     LinesChanged();
   });
 }

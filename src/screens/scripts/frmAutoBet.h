@@ -47,7 +47,7 @@ class frmAutoBet : public Screen {
 
   /// Changes lines of the script, as far as that may be now; `make` tells how.
   void Edit(const QString& what, std::function<std::optional<ScriptEdit>()> make);
-  void Step(void (ScriptUndo::*step)());
+  void Step(bool back);
   void Log(const ScriptLine& line, int replaced);
   void Copy();
   void Paste();

@@ -42,12 +42,12 @@ void ScriptUndo::Add(ScriptEdit edit, const QString& what, bool done) {
   stack_.push(new EditCommand(std::move(edit), what, done));
 }
 
-void ScriptUndo::Undo() { Step(&QUndoStack::undo); }
-void ScriptUndo::Redo() { Step(&QUndoStack::redo); }
-
-void ScriptUndo::Step(void (QUndoStack::*step)()) {
+void ScriptUndo::Step(bool back) {
   Follow();
-  (stack_.*step)();
+  if (back)
+    stack_.undo();
+  else
+    stack_.redo();
   if (stack_.isClean()) Game.ScriptUnsaved = false;
 }
 

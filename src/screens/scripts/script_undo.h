@@ -18,8 +18,9 @@ class ScriptUndo : public QObject {
   /// Keeps an edit that has been carried out already.
   void Keep(std::optional<ScriptEdit> edit, const QString& what);
 
-  void Undo();
-  void Redo();
+  /// Takes the last edit back, or carries the next one out again.
+  void Step(bool back);
+
   const QUndoStack& Stack() const { return stack_; }
 
   /// Follows the record: edits of lines that were replaced since are forgotten, and a script that
@@ -28,7 +29,6 @@ class ScriptUndo : public QObject {
 
  private:
   void Add(ScriptEdit edit, const QString& what, bool done);
-  void Step(void (QUndoStack::*step)());
 
   QUndoStack stack_;
   int loads_ = 0;
