@@ -19,6 +19,7 @@
 #include "core/text.h"
 #include "dice/generators.h"
 #include "dice/probability_file.h"
+#include "figures/games_log.h"
 
 namespace {
 
@@ -160,6 +161,7 @@ void OutputAmount(Currency value) { WriteOutput(PlainText(value) + "\t"); }
 
 void ResetTableByScript(bool preserveStacks) {
   TheHost.SaveGameToTemp();
+  AppendGameRecord(Game.GamesLogFile);
   NewGame(preserveStacks);
 }
 

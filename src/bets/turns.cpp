@@ -7,6 +7,7 @@
 #include "core/host.h"
 #include "dice/tape.h"
 #include "stats/events_log.h"
+#include "stats/games_file.h"
 
 namespace {
 
@@ -25,6 +26,7 @@ KeptMessage::~KeptMessage() {
 void BeforeScreen() {
   SettleLedger();
   FlushEventsLog();
+  FlushGamesLog();
   CloseTape();
 }
 

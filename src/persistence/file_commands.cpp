@@ -20,6 +20,7 @@
 #include "dice/probability_file.h"
 #include "dice/tape_edit.h"
 #include "dice/tape_file.h"
+#include "figures/games_log.h"
 #include "persistence/game_file.h"
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
@@ -30,9 +31,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kExtensionLength = 4;
 constexpr std::string_view kAnyExtension = "*.*";
-
-constexpr std::string_view kGamesLogMark = "Kelvanor Games File, Data Format 5.0";
-constexpr std::size_t kGamesLogMarkWidth = 92;
 
 constexpr int kDone = 1;
 constexpr int kRefused = 0;
@@ -243,29 +241,14 @@ bool SelectOnly(const std::string& path) {
 }
 
 bool RunOpenGamesLog(const std::string& path) {
-  const RecordFile file = ReadRecords(path, 1);
-  if (file.At(1).Text(0, kGamesLogMarkWidth) != kGamesLogMark) {
-    Game.LastFileResult = kRefused;
-    ShowMessage(BareName(path) +
-                    "\nis either from an older version, has been corrupted, or is not a true "
-                    "Kelvanor Games File",
-                "Unable to Open Kelvanor Games File", kTopicFiles, OkStop);
-    return false;
-  }
-  Game.GamesLogFile = path;
-  Game.LastFileResult = file.FileResult();
-  return SucceededWithChange();
+  return OpenGamesLog(path) && SucceededWithChange();
 }
 
 bool RunSaveGamesLog(const std::string& path) {
-  if (!Exists(Game.GamesLogFile)) {
+  if (!SaveGamesLogAs(path)) {
     return Refuse(FileCommand::SaveGamesLogAs, path,
                   "can't be written: there is no Games Log yet.");
   }
-  const RecordFile log = ReadRecords(Game.GamesLogFile, SIZE_MAX / kRecordSize);
-  if (!IsSameFile(path, Game.GamesLogFile)) WriteRecords(path, log.Records);
-  Game.GamesLogFile = path;
-  Game.LastFileResult = std::max(log.FileResult(), kDone);
   return SucceededWithChange();
 }
 

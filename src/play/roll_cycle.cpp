@@ -28,6 +28,7 @@
 #include "stats/bankroll_graph.h"
 #include "stats/bet_tables.h"
 #include "stats/events_log.h"
+#include "stats/games_file.h"
 #include "stats/roll_counters.h"
 
 namespace {
@@ -495,6 +496,7 @@ void EndDeferral() {
     ReportError("Roll Dice");
   }
   FlushEventsLog();
+  FlushGamesLog();
   try {
     FlushOutputFile();
   } catch (const std::exception&) {

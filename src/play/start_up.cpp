@@ -17,6 +17,7 @@
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "stats/events_log.h"
+#include "stats/games_file.h"
 
 namespace {
 
@@ -51,6 +52,7 @@ std::string MissingFilesText() {
 
 void StartAfresh() {
   FlushEventsLog();
+  FlushGamesLog();
   CloseTape();
   try {
     CloseOutputFile();

@@ -41,6 +41,7 @@ void LogEverything() {
 void TableTest::SetUp() {
   StartAfresh();
   LayDownDefaults();
+  Game.GamesLogFile.clear();  // tests that want a log name one
   host_ = TheHost;
   TheHost = HeadlessHost();
   const auto answerByRule = TheHost.ShowMessage;

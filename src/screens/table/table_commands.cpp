@@ -14,6 +14,7 @@
 #include "core/sounds.h"
 #include "core/text.h"
 #include "dice/tape_file.h"
+#include "figures/games_log.h"
 #include "play/roll_cycle.h"
 #include "screens/scripts/script_commands.h"
 #include "screens/table/game_commands.h"
@@ -242,6 +243,7 @@ void NewGameCommand(QWidget* parent) {
   CloseKeyedBox();
   Game.ClickMode = NoClickMode;
   TheHost.PrintDuePage();
+  AppendGameRecord(Game.GamesLogFile);
   NewGame(false);
   TheHost.RedrawLayout();
   if (!Game.DiceRollFile.empty() && Game.RecorderStatus == RecorderOff &&
