@@ -16,6 +16,9 @@ constexpr double kNormal95 = 1.959963984540054;  // standard deviations on eithe
 constexpr double kPercent = 100;
 constexpr double kScale = Currency::kScale;
 
+constexpr std::string_view kFigurePattern = "#,##0.00##;-#,##0.00##;0";
+constexpr std::string_view kSharePattern = "0.0##%";
+
 /// A deviation that is typed rounds; this is less than values can differ by.
 constexpr double kTolerance = 1e-7;
 
@@ -131,6 +134,31 @@ void FigureMoney(GameFigures& figures, const GamePopulation& population, const G
   if (figures.Handle != 0)
     figures.Advantage =
         kPercent * static_cast<double>(figures.Net) / static_cast<double>(figures.Handle);
+}
+
+FigureLine Line(const std::string& label, double value) {
+  return {label, FormatNumber(value, kFigurePattern), value < 0};
+}
+
+FigureLine LineOfSum(const std::string& label, WideCount raw) {
+  return {label, FormatAmount(raw, kFigurePattern), raw < 0};
+}
+
+FigureLine LineOf(const std::string& label, Currency value) {
+  return {label, MoneyText(value), value < 0};
+}
+
+/// How many of the sorted values lie in each bar; the bars hold all of them.
+std::vector<std::int64_t> CountsIn(const GameHistogram& bars, std::span<const Currency> sorted) {
+  std::vector<std::int64_t> counts;
+  counts.reserve(bars.Bins.size());
+  auto at = sorted.begin();
+  for (const GameBin& bar : bars.Bins) {
+    const auto end = bar.Count == 0 ? at : std::upper_bound(at, sorted.end(), bar.High);
+    counts.push_back(end - at);
+    at = end;
+  }
+  return counts;
 }
 
 std::optional<Interval> IntervalAround(double middle, double error) {
@@ -275,12 +303,16 @@ double PlaceInHistogram(const GameHistogram& histogram, double value) {
   return place;
 }
 
+std::string ShareOfGames(std::int64_t count, std::int64_t games) {
+  const double share = games > 0 ? static_cast<double>(count) / static_cast<double>(games) : 0;
+  return CountText(count) + (count == 1 ? " game" : " games") + "  (" +
+         FormatNumber(share, kSharePattern) + ")";
+}
+
 std::string BinText(const GameBin& bin, std::int64_t games) {
   std::string text = MoneyText(bin.Low);
   if (bin.High != bin.Low) text += " to " + MoneyText(bin.High);
-  const double share = games > 0 ? static_cast<double>(bin.Count) / static_cast<double>(games) : 0;
-  return text + ":  " + CountText(bin.Count) + (bin.Count == 1 ? " game" : " games") + "  (" +
-         FormatNumber(share, "0.0##%") + ")";
+  return text + ":  " + ShareOfGames(bin.Count, games);
 }
 
 // --- The figures ---
@@ -358,7 +390,67 @@ GameOdds FigureOdds(const GamePopulation& population, const GameChoice& choice,
   return odds;
 }
 
+// --- All of it ---
+
+GamesSummary SummarizeGames(const GamePopulation& population, const GameChoice& choice,
+                            int barWidth) {
+  GamesSummary summary;
+  summary.Counted = CountedValues(population, choice);
+  summary.Histogram = MakeHistogram(summary.Counted, barWidth);
+  summary.Figures = FigureGames(population, choice, summary.Counted, summary.Histogram);
+  summary.Odds = FigureOdds(population, choice, summary.Counted, summary.Figures);
+  return summary;
+}
+
+std::vector<FigureLine> FigureLines(const GameFigures& figures) {
+  return {
+      {"Games", CountText(figures.Counted)},
+      Line("Mean", figures.Mean),
+      Line(figures.MedianIsOfBin ? "   Median *" : "Median", figures.Median),
+      Line(figures.ModeIsTied ? "Mode *" : "Mode", figures.Mode),
+      LineOf("High", figures.High),
+      LineOf("Low", figures.Low),
+      LineOfSum("Range", figures.Range),
+      Line("Variance", figures.Variance),
+      Line("Std Dev", figures.StdDev),
+      LineOf("Skew", figures.Skew),
+      LineOf("Kurtosis", figures.Kurtosis),
+      LineOfSum("Net $", figures.Net),
+      LineOfSum("Handle $", figures.Handle),
+      {"Advantage", FormatNumber(figures.Advantage, kFigurePattern) + "%", figures.Advantage < 0}};
+}
+
+std::vector<FigureLine> OddsLines(const GameOdds& odds) {
+  std::vector<FigureLine> lines;
+  for (std::size_t i = 0; i < kShownPercentiles.size(); ++i)
+    lines.push_back(
+        Line(std::to_string(kShownPercentiles[i]) + "% of games below", odds.Percentiles[i]));
+  lines.push_back({"Share of games won", FormatNumber(odds.WonShare, kSharePattern)});
+  lines.push_back(
+      {"... with 95% confidence", FormatNumber(odds.WonInterval.Low, kSharePattern) + " to " +
+                                      FormatNumber(odds.WonInterval.High, kSharePattern)});
+  lines.push_back({"Mean with 95% confidence", IntervalText(odds.MeanInterval)});
+  lines.push_back(LineOf("Worst ending bankroll", odds.WorstEnding));
+  return lines;
+}
+
+std::string IntervalText(const std::optional<Interval>& interval) {
+  if (!interval) return "-";
+  return FormatNumber(interval->Low, kFigurePattern) + " to " +
+         FormatNumber(interval->High, kFigurePattern);
+}
+
 // --- Two logs ---
+
+SharedHistogram ShareBars(std::span<const Currency> first, std::span<const Currency> second,
+                          int barWidth) {
+  std::vector<Currency> both(first.size() + second.size());
+  std::merge(first.begin(), first.end(), second.begin(), second.end(), both.begin());
+  SharedHistogram shared{MakeHistogram(both, barWidth), {}, {}};
+  shared.First = CountsIn(shared.Bars, first);
+  shared.Second = CountsIn(shared.Bars, second);
+  return shared;
+}
 
 MeanDifference CompareMeans(const GameFigures& first, const GameFigures& second) {
   MeanDifference result{first.Mean - second.Mean, std::nullopt};
@@ -406,6 +498,18 @@ bool HaveEqualSeeds(const std::string& first, const std::string& second) {
     if (dice.empty() || dice != other.Next()) return false;
   }
   return one.Next().empty() && other.Next().empty();
+}
+
+std::string ComparisonText(const MeanDifference& difference,
+                           const std::optional<PairedDifference>& pairs) {
+  std::string text =
+      "Difference of the means:  " + FormatNumber(difference.Difference, kFigurePattern) +
+      ",  with 95% confidence " + IntervalText(difference.Of) + ".";
+  if (pairs)
+    text += "  Game by game on the same dice, over " + CountText(pairs->Pairs) +
+            " games:  " + FormatNumber(pairs->Difference, kFigurePattern) + ",  " +
+            IntervalText(pairs->Of) + ".";
+  return text;
 }
 
 // --- Looking around ---

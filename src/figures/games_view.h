@@ -85,8 +85,11 @@ GameHistogram MakeHistogram(std::span<const Currency> sorted, int barWidth);
 /// The bin of a value that lies within the range of a histogram: where to draw it.
 double PlaceInHistogram(const GameHistogram& histogram, double value);
 
-/// What is said of a bar, such as "-20 to -16:  34 games  (3.4 %)".
+/// What is said of a bar, such as "-20 to -16:  34 games  (3.4%)".
 std::string BinText(const GameBin& bin, std::int64_t games);
+
+/// "34 games  (3.4%)" of so many.
+std::string ShareOfGames(std::int64_t count, std::int64_t games);
 
 // --- The figures ---
 
@@ -151,7 +154,41 @@ Interval WilsonInterval(std::int64_t hits, std::int64_t tries);
 /// `count` values.
 std::optional<Interval> MeanInterval(double mean, double variance, std::int64_t count);
 
+// --- All of it ---
+
+struct GamesSummary {
+  std::vector<Currency> Counted;
+  GameHistogram Histogram;
+  GameFigures Figures;
+  GameOdds Odds;
+};
+GamesSummary SummarizeGames(const GamePopulation& population, const GameChoice& choice,
+                            int barWidth);
+
+/// A figure as it is shown: a caption and a number.
+struct FigureLine {
+  std::string Label;
+  std::string Text;
+  bool Negative = false;
+};
+
+/// The given figures, and those of the second panel, in the order of the screen.
+std::vector<FigureLine> FigureLines(const GameFigures& figures);
+std::vector<FigureLine> OddsLines(const GameOdds& odds);
+
+/// "12.5 to 14", "-" where there is none.
+std::string IntervalText(const std::optional<Interval>& interval);
+
 // --- Two logs ---
+
+/// Two populations in the same bars, which span the values of both.
+struct SharedHistogram {
+  GameHistogram Bars;
+  std::vector<std::int64_t> First;  // games in each bar
+  std::vector<std::int64_t> Second;
+};
+SharedHistogram ShareBars(std::span<const Currency> first, std::span<const Currency> second,
+                          int barWidth);
 
 /// The difference of two means, first less second.
 struct MeanDifference {
@@ -178,6 +215,10 @@ std::string DetailsPathOf(const std::string& log);
 /// that each game has been played on the dice of its fellow: equal "seed" and "index", line by
 /// line. False when a file is missing or doesn't tell.
 bool HaveEqualSeeds(const std::string& first, const std::string& second);
+
+/// What a comparison comes to, in a sentence or two.
+std::string ComparisonText(const MeanDifference& difference,
+                           const std::optional<PairedDifference>& pairs);
 
 // --- Looking around ---
 

@@ -58,6 +58,9 @@ constexpr std::array<FileCommandRow, kFileCommands> kRows = {{
     {FileCommand::SaveEventsLogAs, "Save Events Log As", "*.txt"},
     {FileCommand::OpenProbability, "Open Probability File", "*.prb"},
     {FileCommand::SaveProbabilityAs, "Save Probability File As", "*.prb"},
+    {FileCommand::SelectGamesLogToMerge, "Merge Games Log", "*.glg"},
+    {FileCommand::SelectGamesLogToCompare, "Compare With Games Log", "*.glg"},
+    {FileCommand::SelectGamesLogExport, "Export Games Log To Text File", "*.txt"},
 }};
 
 std::string Lower(std::string_view text) {
@@ -317,6 +320,9 @@ constexpr std::array<Routine, kFileCommands> kRoutines = {{
     {"written", Needs::Permission, RunSaveEventsLog, {}},
     {"read", Needs::File, RunOpenProbability, {}},
     {"written", Needs::Permission, RunSaveProbability, {}},
+    {"read", Needs::File, SelectOnly, {}},
+    {"read", Needs::File, SelectOnly, {}},
+    {"written", Needs::Permission, SelectOnly, {}},
 }};
 
 bool MayWriteOver(const std::string& path, const Routine& routine, std::string_view title) {

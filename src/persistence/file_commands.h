@@ -28,8 +28,11 @@ enum class FileCommand {
   SaveEventsLogAs,
   OpenProbability,
   SaveProbabilityAs,
+  SelectGamesLogToMerge,
+  SelectGamesLogToCompare,
+  SelectGamesLogExport,
 };
-inline constexpr int kFileCommands = 22;
+inline constexpr int kFileCommands = 25;
 
 /// What a text or print of throws is refused with while it would hold nothing.
 inline constexpr const char* kNoOutputChosen =

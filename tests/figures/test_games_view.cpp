@@ -26,20 +26,6 @@ std::vector<GameRecord> SampleGames(std::int64_t multiplier) {
   return games;
 }
 
-/// All that the screen shows of a population.
-struct Shown {
-  std::vector<Currency> Counted;
-  GameHistogram Histogram;
-  GameFigures Figures;
-  GameOdds Odds;
-
-  Shown(const GamePopulation& games, const GameChoice& choice, int barWidth)
-      : Counted(CountedValues(games, choice)),
-        Histogram(MakeHistogram(Counted, barWidth)),
-        Figures(FigureGames(games, choice, Counted, Histogram)),
-        Odds(FigureOdds(games, choice, Counted, Figures)) {}
-};
-
 void ExpectInterval(const std::optional<Interval>& interval, double low, double high) {
   ASSERT_TRUE(interval.has_value());
   EXPECT_NEAR(interval->Low, low, kNear);
@@ -49,7 +35,7 @@ void ExpectInterval(const std::optional<Interval>& interval, double low, double 
 // The numbers of this test are those of Python's statistics module and decimal type.
 TEST(GamesView, FiguresAreThoseOfAnotherProgram) {
   const GamePopulation games = PopulationOf(SampleGames(37), DollarsNetColumn);
-  const Shown all(games, {}, 1);
+  const GamesSummary all = SummarizeGames(games, {}, 1);
   const GameFigures& figures = all.Figures;
   EXPECT_NEAR(figures.Mean, 6.256, kNear);
   EXPECT_NEAR(figures.Variance, 5609.533964, 1e-8);
@@ -71,7 +57,7 @@ TEST(GamesView, FiguresAreThoseOfAnotherProgram) {
   ExpectInterval(all.Odds.MeanInterval, 1.611609395186366, 10.900390604813634);
   ExpectInterval(all.Odds.WonInterval, 0.49801049370900147, 0.5597675542988364);
 
-  const Shown won(games, {{}, {true, false, false}}, 8);
+  const GamesSummary won = SummarizeGames(games, {{}, {true, false, false}}, 8);
   EXPECT_EQ(won.Figures.Counted, 529);
   EXPECT_NEAR(won.Figures.Mean, 67.41918714555766, kNear);
   EXPECT_EQ(won.Figures.Skew, Currency::FromDouble(-0.0115));
@@ -81,7 +67,7 @@ TEST(GamesView, FiguresAreThoseOfAnotherProgram) {
   EXPECT_EQ(won.Odds.WorstEnding, Currency::FromDouble(500.5));
 
   const GamePopulation others = PopulationOf(SampleGames(53), DollarsNetColumn);
-  const MeanDifference apart = CompareMeans(figures, Shown(others, {}, 1).Figures);
+  const MeanDifference apart = CompareMeans(figures, SummarizeGames(others, {}, 1).Figures);
   EXPECT_NEAR(apart.Difference, 0.05925, kNear);
   ExpectInterval(apart.Of, -6.320752355467312, 6.439252355467313);
   const auto pairs = ComparePairs(games, others, {});
@@ -90,18 +76,19 @@ TEST(GamesView, FiguresAreThoseOfAnotherProgram) {
 }
 
 TEST(GamesView, FewGamesDivideByNothing) {
-  const Shown none(PopulationOf({}, DollarsNetColumn), {}, 1);
+  const GamesSummary none = SummarizeGames(PopulationOf({}, DollarsNetColumn), {}, 1);
   EXPECT_TRUE(none.Histogram.Bins.empty());
   EXPECT_EQ(none.Figures.Mean + none.Figures.StdDev + none.Figures.Median + none.Figures.Mode, 0);
   EXPECT_EQ(none.Figures.Advantage + ShareWithin({}, 0, 1) + none.Odds.WonShare, 0);
   EXPECT_FALSE(none.Odds.MeanInterval.has_value());
   const auto games = SampleGames(37);
-  const Shown one(PopulationOf(std::span(games).first(1), HandleColumn), {}, 1);
+  const GamesSummary one =
+      SummarizeGames(PopulationOf(std::span(games).first(1), HandleColumn), {}, 1);
   EXPECT_EQ(one.Figures.Median + one.Figures.Mode + one.Figures.Mean, 30);
   EXPECT_EQ(one.Figures.Skew + one.Figures.Kurtosis, Currency(0));
   EXPECT_FALSE(one.Odds.MeanInterval.has_value());
   EXPECT_FALSE(CompareMeans(one.Figures, one.Figures).Of.has_value());
-  const Shown same(PopulationOf(games, HandleColumn), {}, 4);
+  const GamesSummary same = SummarizeGames(PopulationOf(games, HandleColumn), {}, 4);
   EXPECT_EQ(same.Figures.StdDev, 0) << "all are alike";
   EXPECT_EQ(same.Figures.Kurtosis, Currency(0));
   EXPECT_EQ(BinText(same.Histogram.Bins.at(0), 1000), "10:  1,000 games  (100.0%)");
@@ -163,7 +150,7 @@ TEST(GamesView, HistogramLawsHoldForAnyValues) {
       fullest = std::max(fullest, counts[bin]);
     }
     EXPECT_EQ(histogram.Highest, fullest);
-    const Shown shown({values, values, values, values, values}, {}, width);
+    const GamesSummary shown = SummarizeGames({values, values, values, values, values}, {}, width);
     const GameFigures& figures = shown.Figures;
     EXPECT_EQ(figures.ModeIsTied, std::count(counts.begin(), counts.end(), fullest) > 1);
     const Currency lower = values[(values.size() - 1) / 2];

@@ -31,6 +31,7 @@ inline void BeginScreens(frmCrapTable& table) {
   static_cast<SoundState&>(Game) = SoundState();
   static_cast<ViewState&>(Game) = ViewState();
   LayDownDefaults();
+  Game.GamesLogFile.clear();  // tests that want a log name one
   PlannedMessages = MessagePlan();
   HurryHost = true;
   InstallQtHost(&table);

@@ -14,6 +14,7 @@
 #include "screens/statistics/frmBetResults.h"
 #include "screens/statistics/frmBetTrends.h"
 #include "screens/statistics/frmEventsLog.h"
+#include "screens/statistics/frmGames.h"
 #include "screens/statistics/frmRollFreqs.h"
 #include "screens/statistics/frmRollTotals.h"
 #include "screens/statistics/frmSummary.h"
@@ -37,6 +38,7 @@ std::span<const ScreenRow> AllScreens() {
        Qt::Key_F11, Make<frmStackValues>},
       {EventsLogWindow, "mnuEventsLog", QT_TRANSLATE_NOOP("Screens", "&Events Log"), 0,
        Make<frmEventsLog>},
+      {GamesWindow, "mnuGamesLog", QT_TRANSLATE_NOOP("Screens", "&Games Log"), 0, Make<frmGames>},
       {SummaryWindow, "mnuSummary", QT_TRANSLATE_NOOP("Screens", "&Summary"), kShift + Qt::Key_F9,
        Make<frmSummary>},
       {RollTotalsWindow, "mnuRollTotals", QT_TRANSLATE_NOOP("Screens", "Roll &Totals"),

@@ -165,7 +165,8 @@ std::vector<MenuRow> ViewRows() {
           ShowRow(BetTrendsWindow),
           Separator(),
           ShowRow(StackValuesWindow),
-          ShowRow(EventsLogWindow)};
+          ShowRow(EventsLogWindow),
+          ShowRow(GamesWindow)};
 }
 
 std::vector<MenuRow> OptionRows() {

@@ -1,0 +1,264 @@
+// The screen of the Games Log, by clicks over logs on disk.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTableView>
+#include <filesystem>
+
+#include "figures/games_log.h"
+#include "screens/frame/report.h"
+#include "screens/screen_driver.h"
+#include "screens/statistics/frmGames.h"
+#include "support/scratch_folder.h"
+
+namespace {
+
+/// Games with quarters of dollars won and lost, the same numbers as the figures' own tests.
+std::vector<GameRecord> SampleGames(std::int64_t count, std::int64_t multiplier = 37) {
+  std::vector<GameRecord> games(static_cast<std::size_t>(count));
+  for (std::int64_t i = 1; i <= count; ++i) {
+    GameRecord& game = games[static_cast<std::size_t>(i - 1)];
+    game[RollsColumn] = i;
+    game[DollarsNetColumn] = Currency::FromRaw((i * i * multiplier % 1009 - 480) * 2500);
+    game[HandleColumn] = 10;
+  }
+  return games;
+}
+
+}  // namespace
+
+class TestGames : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    folder_ = std::make_unique<ScratchFolder>("games_screen");
+    table_ = std::make_unique<frmCrapTable>();
+    OpenScreen(*table_, "mnuGamesLog", screen_);
+    Game.DataPath = *folder_ / "";
+    Game.GamesLogFile = DefaultGamesLog();
+    screen_->resize(900, 700);
+  }
+  void cleanup() {
+    PrintFile.clear();
+    table_.reset();
+    folder_.reset();
+  }
+
+  void figuresFollowClassesBreakPointAndColumn() {
+    QVERIFY(Label("lblEmpty")->text().startsWith("There are no games"));
+    QCOMPARE(Shown("lblFigure_1"), "Mean 0");
+    Put(SampleGames(1000));
+    QVERIFY(!Label("lblEmpty")->isVisible());
+    QCOMPARE(Shown("lblFigure_0"), "Games 1,000");
+    QCOMPARE(Shown("lblFigure_1"), "Mean 6.256");
+    QCOMPARE(Shown("lblFigure_8"), "Std Dev 74.8968");
+    QCOMPARE(Shown("lblFigure_13"), "Advantage 62.56%");
+    QCOMPARE(Shown("lblOdds_4"), "95% of games below 123.2625");
+    QCOMPARE(Shown("lblOdds_7"), "Mean with 95% confidence 1.6116 to 10.9004");
+    QCOMPARE(Label("lblClass_0")->text(), "529 games  (52.9%)");
+    QCOMPARE(Label("lblSDShare")->text(), "573 games  (57.3%)");
+    QCOMPARE(Find<QLineEdit>(screen_, "txtValueCount")->text(), "74.8968");
+    Type("txtValueCount", "149.79364424434");
+    QCOMPARE(Find<QLineEdit>(screen_, "txtSDCount")->text(), "2");
+    QCOMPARE(Label("lblValueShare")->text(), "1,000 games  (100.0%)");
+    Type("txtSDCount", "1");
+    QCOMPARE(Label("lblValueShare")->text(), "573 games  (57.3%)");
+
+    Find<QCheckBox>(screen_, "chkInclude_2")->click();
+    Find<QCheckBox>(screen_, "chkInclude_1")->click();
+    QCOMPARE(Shown("lblFigure_1"), "Mean 67.4192");
+    QCOMPARE(Label("lblStatus")->text(), "529 of 1,000 games");
+    PlannedMessages.Answers = {{AnswerOk, "50", "-20"}, {AnswerCancel}};
+    Command(*screen_, "mnuSetBreakPoint");
+    Command(*screen_, "mnuSetBreakPoint");
+    ExpectMessage("Enter the break-point or range that you'd \nlike to use to sort this data:",
+                  "Set Break-point");
+    const char* const labels[] = {"> 50", "-20 - 50", "< -20"};
+    for (int i = 0; i < 3; ++i)
+      QCOMPARE(Find<QCheckBox>(screen_, QString("chkInclude_%1").arg(i))->text(), labels[i]);
+    Find<QCheckBox>(screen_, "chkInclude_0")->click();
+    QVERIFY(Label("lblEmpty")->isVisible());
+    QCOMPARE(Shown("lblFigure_0"), "Games 0");
+    Command(*screen_, "mnuPrint");
+    ExpectMessage("There are no games selected for printing.", "Print Games Log");
+    for (int i = 0; i < 3; ++i) Find<QCheckBox>(screen_, QString("chkInclude_%1").arg(i))->click();
+    Find<QComboBox>(screen_, "cmbView")->setCurrentIndex(RollsColumn);
+    QCOMPARE(Shown("lblFigure_2"), "Median * 500.50");  // rolls 1 to 1,000, two to a bar
+    Game.GameChanged = false;
+    Command(*screen_, "mnuGraphBarWidth_3");
+    QVERIFY(Game.GameChanged && Game.GamesView[1] == 3);
+    auto* picture = Find<picHistogramBox>(screen_, "picHistogram");
+    QCOMPARE(picture->Picture().Bars.Bars.Bins.size(), std::size_t(65));
+    for (int right = 0; right < 2; ++right) QTest::keyClick(picture, Qt::Key_Right);
+    QCOMPARE(Label("lblPointer")->text(), "17 to 31:  15 games  (1.5%)");
+    PrintFile = QString::fromStdString(*folder_ / "games.pdf");
+    Command(*screen_, "mnuPrint");
+    QVERIFY(folder_->Read("games.pdf").size() > 5000);
+    folder_->Write("default.glg", "damaged");
+    screen_->Refresh();
+    QVERIFY(Label("lblEmpty")->text().contains("is no Games Log"));
+  }
+
+  void gamesAreFoundDeletedAndReachedByTheBar() {
+    Put(SampleGames(40'000));
+    Find<QRadioButton>(screen_, "optDisplay_1")->click();
+    auto* raw = Find<QTableView>(screen_, "tblRaw");
+    auto* bar = Find<QScrollBar>(screen_, "vscrRaw");
+    const auto top = [&] {
+      return RowText(raw, raw->rowAt(2)) + "/" + RowText(raw, raw->rowAt(2), 1);
+    };
+    QVERIFY(Game.GamesView[0] == 1 && raw->isVisible());
+    QCOMPARE(bar->maximum(), 30'000);
+    bar->triggerAction(QScrollBar::SliderSingleStepAdd);
+    QCOMPARE(top(), "2/2");
+    bar->setSliderPosition(30'000);
+    bar->triggerAction(QScrollBar::SliderMove);
+    QVERIFY(raw->visualRect(raw->model()->index(39'999, 0)).isValid());
+    bar->triggerAction(QScrollBar::SliderSingleStepSub);
+    QCOMPARE(RowText(raw, 39'999, 3), "Lost");
+    bar->setSliderPosition(1);
+    bar->triggerAction(QScrollBar::SliderMove);
+
+    // $ 124.75 is won by game 9, and by each game 1,009 behind it, or as far before it.
+    PlannedMessages.Answers = {{AnswerOk, "124.75", ""}, {AnswerCancel}, {AnswerOk, "7.77", ""}};
+    Command(*screen_, "mnuFind");
+    QCOMPARE(PlannedMessages.Shown.back().Text,
+             "Enter the value you'd like to find for:\n\n$ Bets Won/Lost (Net)\n\nIf found, the "
+             "line will appear at the top of the data box.");
+    QCOMPARE(top(), "9/9");
+    Command(*screen_, "mnuFind");
+    QTest::keyClick(screen_, Qt::Key_F3);
+    QCOMPARE(top(), "1,000/1,000");
+    QTest::keyClick(screen_, Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(top(), "9/9");
+    Command(*screen_, "mnuFind");
+    ExpectMessage("Value not found.", "Search Results");
+
+    PlannedMessages.Answers = {{AnswerOk, "1", "8"}, {AnswerOk, "0", ""},
+                               {AnswerOk},           {AnswerOk, "39992", "39993"},
+                               {AnswerOk},           {AnswerOk, "", ""},
+                               {AnswerCancel, "1"},  {AnswerOk, "2", ""}};
+    Command(*screen_, "mnuDelete");
+    QCOMPARE(raw->model()->rowCount(), 39'992);
+    QCOMPARE(RowText(raw, 0, 1), "9");
+    for (int refused = 0; refused < 2; ++refused) {
+      Command(*screen_, "mnuDelete");
+      ExpectMessage("No games deleted.  Entry out of range.", "Delete Games");
+    }
+    for (int more = 0; more < 3; ++more) Command(*screen_, "mnuDelete");
+    QCOMPARE(raw->model()->rowCount(), 39'991);
+    QCOMPARE(RowText(raw, 1, 1), "11");
+  }
+
+  void logsAreBegunMergedComparedAndExported() {
+    Put(SampleGames(1000));
+    GamesLogWriter(*folder_ / "b.glg").Append(SampleGames(1000, 53));
+    folder_->Write("rubbish.glg", "rubbish");
+    File("mnuCompare", "rubbish.glg");
+    QVERIFY(PlannedMessages.Shown.back().Text.starts_with("rubbish.glg\nis no Games Log"));
+    QVERIFY(!Label("lblComparison")->isVisible());
+    File("mnuCompare", "b");
+    QCOMPARE(Label("lblFigureOther_1")->text(), "6.1968");
+    QVERIFY(
+        Label("lblComparison")->text().contains("0.0593,  with 95% confidence -6.3208 to 6.4393"));
+    QVERIFY(!Label("lblComparison")->text().contains("Game by game"));
+    std::string dice = "seed,index\n";
+    for (int i = 0; i < 1000; ++i) dice += "3," + std::to_string(i) + "\n";
+    folder_->Write("default.csv", dice);
+    folder_->Write("b.csv", dice);
+    File("mnuCompare", "b");
+    QVERIFY(Label("lblComparison")->text().endsWith("1,000 games:  0.0593,  -6.4311 to 6.5496."));
+    const SharedHistogram& bars = Find<picHistogramBox>(screen_, "picHistogram")->Picture().Bars;
+    QCOMPARE(std::accumulate(bars.Second.begin(), bars.Second.end(), 0LL), 1000);
+    Command(*screen_, "mnuEndComparison");
+    QVERIFY(!Label("lblFigureOther_1")->isVisible());
+
+    File("mnuMerge", "default.glg");
+    QVERIFY(PlannedMessages.Shown.back().Text.find("can't be merged into itself") !=
+            std::string::npos);
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
+    File("mnuMerge", "b.glg");
+    ExpectMessage(
+        "Do you want to append the 1,000 games of b.glg to the 1,000 games of default.glg?",
+        "Merge Games Log");
+    QCOMPARE(Shown("lblFigure_0"), "Games 1,000");
+    File("mnuMerge", "b.glg");
+    QCOMPARE(Shown("lblFigure_0"), "Games 2,000");
+    QCOMPARE(CountGames(*folder_ / "b.glg"), 1000);
+
+    OnNextScreen([this](QDialog* choice) {
+      auto* list = Find<QListWidget>(choice, "lstColumns");
+      for (int i = 0; i < kGameColumns; ++i)
+        list->item(i)->setCheckState(i == RollsColumn || i == 8 ? Qt::Checked : Qt::Unchecked);
+      Name("out");
+      ClickButton(choice, "cmdOK");
+    });
+    Command(*screen_, "mnuExport");
+    QVERIFY(folder_->Read("out.txt").starts_with(
+        "Game #,# Rolls,$ Bets Won/Lost (Net)\r\n1,1,-110.75\r\n"));
+
+    Game.RollCount[0] = 5;
+    PlannedMessages.Answers = {{AnswerYes}, {AnswerCancel}, {AnswerOk}};
+    File("mnuNew", "kept");
+    QCOMPARE(CountGames(*folder_ / "kept.glg"), 2000);
+    ExpectMessage(
+        "Note:  There's currently a game in progress which will be added to this new Games Log "
+        "when it's finished.",
+        "Game in progress will be added to new Games Log");
+    QCOMPARE(screen_->windowTitle(), "Games Log");
+    QCOMPARE(Shown("lblFigure_0"), "Games 0");
+    AppendGameRecord(Game.GamesLogFile);
+    screen_->Refresh();
+    QCOMPARE(Shown("lblFigure_0"), "Games 1");
+    File("mnuOpen", "kept.glg");
+    QCOMPARE(screen_->windowTitle(), "Games Log (kept.glg)");
+    QCOMPARE(Shown("lblFigure_0"), "Games 2,000");
+  }
+
+ private:
+  QLabel* Label(const QString& name) { return Find<QLabel>(screen_, name); }
+
+  /// A figure behind its caption.
+  QString Shown(const QString& name) {
+    QString caption = name;
+    return Label(caption.replace("_", "Caption_"))->text().trimmed() + " " + Label(name)->text();
+  }
+
+  void Put(const std::vector<GameRecord>& games) {
+    GamesLogWriter(Game.GamesLogFile).Append(games);
+    screen_->Refresh();
+  }
+
+  void Type(const QString& name, const QString& text) {
+    auto* box = Find<QLineEdit>(screen_, name);
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, text);
+  }
+
+  /// Gives a name to the next file screen.
+  void Name(const QString& name) {
+    OnNextScreen([this, name](QDialog* screen) {
+      auto* box = screen->findChild<QLineEdit*>("txtFileName");
+      if (!box) return Name(name);
+      box->setText(name);
+      ClickButton(screen, "cmdOK");
+    });
+  }
+  void File(const char* command, const QString& name) {
+    Name(name);
+    Command(*screen_, command);
+  }
+
+  std::unique_ptr<ScratchFolder> folder_;
+  std::unique_ptr<frmCrapTable> table_;
+  frmGames* screen_ = nullptr;
+};
+
+SCREEN_TEST(TestGames)
+#include "test_games.moc"
