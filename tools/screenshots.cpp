@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 #include <functional>
@@ -15,11 +16,13 @@
 #include "autobet/script_file.h"
 #include "bets/change_bet.h"
 #include "bets/chips.h"
+#include "bets/new_game.h"
 #include "core/game_state.h"
 #include "core/host.h"
 #include "dice/generators.h"
 #include "figures/bet_sums.h"
 #include "figures/bet_trends.h"
+#include "figures/games_log.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
@@ -45,6 +48,8 @@ constexpr QSize kLarge(1920, 1440);
 constexpr QSize kHandbookTable(620, 500);
 constexpr std::uint32_t kSeed = 20'240'601;
 constexpr int kRollsForScreens = 20'000;
+constexpr int kShortGames = 600;
+constexpr int kRollsOfShortGame = 80;
 
 QDir outputFolder;
 int failures = 0;
@@ -406,9 +411,37 @@ void ShootMenus() {
     SaveScreen(*table.findChild<QMenu*>(name), QStringLiteral("menu_") + name);
 }
 
+/// A log of some hundred short games.
+std::string GamesLogOfShortGames() {
+  static const QTemporaryDir folder;
+  const std::string path = folder.filePath("short games.glg").toStdString();
+  if (CountGames(path) > 0) return path;
+  Fresh();
+  Game.ReSeed = false;
+  Game.NegBankroll = true;
+  Game.HandleWinningBets = WinSameBet;
+  Game.HandleLosingBets = LossSameBet;
+  init_genrand(kSeed);
+  std::vector<GameRecord> games;
+  for (int game = 0; game < kShortGames; ++game) {
+    NewGame(false);
+    for (const BetId bet : {PassLine, Field}) RequestChange(bet, 5);
+    Game.AutoRollsLeft = kRollsOfShortGame;
+    Game.HyperDriveOn = Game.KeepRolling = true;
+    RollDice();
+    Game.HyperDriveOn = false;
+    games.push_back(FinishedGame());
+  }
+  NewGame(false);
+  GamesLogWriter(path).Append(games);
+  return path;
+}
+
 /// A game with some rolls behind it, so that every screen has something to show.
 void PlayForScreens() {
+  const std::string gamesLog = GamesLogOfShortGames();
   Fresh();
+  Game.GamesLogFile = gamesLog;
   Game.NegBankroll = true;
   Game.HandleWinningBets = WinSameBet;
   Game.HandleLosingBets = LossSameBet;
@@ -503,15 +536,22 @@ void ShootHandbook() {
   Game.Flags = {{"Point is up", kTrue, kFalse}, {"Come bet is down", kFalse, kFalse}};
   Game.HotKeys = {{'M', "martingale.bet", "Double after each loss"},
                   {'I', "iron-cross.bet", "Every total but the seven"}};
-  const std::pair<WindowId, const char*> pages[] = {
-      {AutoBetWindow, "auto-bet"},        {AutoPlayWindow, "auto-play"},
-      {BankrollWindow, "bankroll-graph"}, {BankrollWindow, "hyper-drive"},
-      {BetResultsWindow, "bet-results"},  {BetTrendsWindow, "bet-trends"},
-      {StackValuesWindow, "chip-stacks"}, {DiceRollFilesWindow, "dice-rolls"},
-      {EventsLogWindow, "events-log"},    {FlagsWindow, "flags"},
-      {HotKeysWindow, "hot-keys"},        {RollFreqsWindow, "roll-frequencies"},
-      {RollPadWindow, "roll-pad"},        {RollTotalsWindow, "roll-totals"},
-      {SummaryWindow, "summary"}};
+  const std::pair<WindowId, const char*> pages[] = {{AutoBetWindow, "auto-bet"},
+                                                    {AutoPlayWindow, "auto-play"},
+                                                    {BankrollWindow, "bankroll-graph"},
+                                                    {BankrollWindow, "hyper-drive"},
+                                                    {BetResultsWindow, "bet-results"},
+                                                    {BetTrendsWindow, "bet-trends"},
+                                                    {StackValuesWindow, "chip-stacks"},
+                                                    {DiceRollFilesWindow, "dice-rolls"},
+                                                    {EventsLogWindow, "events-log"},
+                                                    {FlagsWindow, "flags"},
+                                                    {GamesWindow, "games-log"},
+                                                    {HotKeysWindow, "hot-keys"},
+                                                    {RollFreqsWindow, "roll-frequencies"},
+                                                    {RollPadWindow, "roll-pad"},
+                                                    {RollTotalsWindow, "roll-totals"},
+                                                    {SummaryWindow, "summary"}};
   for (const auto& [id, name] : pages) {
     Screen* screen = ShowScreen(id);
     SaveScreen(*screen, name);

@@ -16,8 +16,7 @@ constexpr double kNormal95 = 1.959963984540054;  // standard deviations on eithe
 constexpr double kPercent = 100;
 constexpr double kScale = Currency::kScale;
 
-constexpr std::string_view kFigurePattern = "#,##0.00##;-#,##0.00##;0";
-constexpr std::string_view kSharePattern = "0.0##%";
+constexpr std::string_view kSharePattern = "0.00%";
 
 /// A deviation that is typed rounds; this is less than values can differ by.
 constexpr double kTolerance = 1e-7;
@@ -136,12 +135,22 @@ void FigureMoney(GameFigures& figures, const GamePopulation& population, const G
         kPercent * static_cast<double>(figures.Net) / static_cast<double>(figures.Handle);
 }
 
+/// As money is shown: four decimals at most, and none where it is whole.
+std::string NumberText(WideCount raw) {
+  const bool fits = raw >= INT64_MIN && raw <= INT64_MAX;
+  return fits ? MoneyText(Currency::FromRaw(static_cast<std::int64_t>(raw)))
+              : FormatAmount(raw, kWholePattern);
+}
+std::string NumberText(double value) {
+  return NumberText(static_cast<WideCount>(std::nearbyint(value * kScale)));
+}
+
 FigureLine Line(const std::string& label, double value) {
-  return {label, FormatNumber(value, kFigurePattern), value < 0};
+  return {label, NumberText(value), value < 0};
 }
 
 FigureLine LineOfSum(const std::string& label, WideCount raw) {
-  return {label, FormatAmount(raw, kFigurePattern), raw < 0};
+  return {label, NumberText(raw), raw < 0};
 }
 
 FigureLine LineOf(const std::string& label, Currency value) {
@@ -403,21 +412,20 @@ GamesSummary SummarizeGames(const GamePopulation& population, const GameChoice& 
 }
 
 std::vector<FigureLine> FigureLines(const GameFigures& figures) {
-  return {
-      {"Games", CountText(figures.Counted)},
-      Line("Mean", figures.Mean),
-      Line(figures.MedianIsOfBin ? "   Median *" : "Median", figures.Median),
-      Line(figures.ModeIsTied ? "Mode *" : "Mode", figures.Mode),
-      LineOf("High", figures.High),
-      LineOf("Low", figures.Low),
-      LineOfSum("Range", figures.Range),
-      Line("Variance", figures.Variance),
-      Line("Std Dev", figures.StdDev),
-      LineOf("Skew", figures.Skew),
-      LineOf("Kurtosis", figures.Kurtosis),
-      LineOfSum("Net $", figures.Net),
-      LineOfSum("Handle $", figures.Handle),
-      {"Advantage", FormatNumber(figures.Advantage, kFigurePattern) + "%", figures.Advantage < 0}};
+  return {{"Games", CountText(figures.Counted)},
+          Line("Mean", figures.Mean),
+          Line(figures.MedianIsOfBin ? "   Median *" : "Median", figures.Median),
+          Line(figures.ModeIsTied ? "Mode *" : "Mode", figures.Mode),
+          LineOf("High", figures.High),
+          LineOf("Low", figures.Low),
+          LineOfSum("Range", figures.Range),
+          Line("Variance", figures.Variance),
+          Line("Std Dev", figures.StdDev),
+          LineOf("Skew", figures.Skew),
+          LineOf("Kurtosis", figures.Kurtosis),
+          LineOfSum("Net $", figures.Net),
+          LineOfSum("Handle $", figures.Handle),
+          {"Advantage", NumberText(figures.Advantage) + "%", figures.Advantage < 0}};
 }
 
 std::vector<FigureLine> OddsLines(const GameOdds& odds) {
@@ -426,18 +434,16 @@ std::vector<FigureLine> OddsLines(const GameOdds& odds) {
     lines.push_back(
         Line(std::to_string(kShownPercentiles[i]) + "% of games below", odds.Percentiles[i]));
   lines.push_back({"Share of games won", FormatNumber(odds.WonShare, kSharePattern)});
-  lines.push_back(
-      {"... with 95% confidence", FormatNumber(odds.WonInterval.Low, kSharePattern) + " to " +
-                                      FormatNumber(odds.WonInterval.High, kSharePattern)});
-  lines.push_back({"Mean with 95% confidence", IntervalText(odds.MeanInterval)});
+  lines.push_back({"   95% interval", FormatNumber(odds.WonInterval.Low, kSharePattern) + " to " +
+                                          FormatNumber(odds.WonInterval.High, kSharePattern)});
+  lines.push_back({"Mean, 95% interval", IntervalText(odds.MeanInterval)});
   lines.push_back(LineOf("Worst ending bankroll", odds.WorstEnding));
   return lines;
 }
 
 std::string IntervalText(const std::optional<Interval>& interval) {
   if (!interval) return "-";
-  return FormatNumber(interval->Low, kFigurePattern) + " to " +
-         FormatNumber(interval->High, kFigurePattern);
+  return NumberText(interval->Low) + " to " + NumberText(interval->High);
 }
 
 // --- Two logs ---
@@ -502,13 +508,11 @@ bool HaveEqualSeeds(const std::string& first, const std::string& second) {
 
 std::string ComparisonText(const MeanDifference& difference,
                            const std::optional<PairedDifference>& pairs) {
-  std::string text =
-      "Difference of the means:  " + FormatNumber(difference.Difference, kFigurePattern) +
-      ",  with 95% confidence " + IntervalText(difference.Of) + ".";
+  std::string text = "Difference of the means:  " + NumberText(difference.Difference) +
+                     ",  with 95% confidence " + IntervalText(difference.Of) + ".";
   if (pairs)
     text += "  Game by game on the same dice, over " + CountText(pairs->Pairs) +
-            " games:  " + FormatNumber(pairs->Difference, kFigurePattern) + ",  " +
-            IntervalText(pairs->Of) + ".";
+            " games:  " + NumberText(pairs->Difference) + ",  " + IntervalText(pairs->Of) + ".";
   return text;
 }
 

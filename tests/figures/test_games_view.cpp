@@ -91,8 +91,8 @@ TEST(GamesView, FewGamesDivideByNothing) {
   const GamesSummary same = SummarizeGames(PopulationOf(games, HandleColumn), {}, 4);
   EXPECT_EQ(same.Figures.StdDev, 0) << "all are alike";
   EXPECT_EQ(same.Figures.Kurtosis, Currency(0));
-  EXPECT_EQ(BinText(same.Histogram.Bins.at(0), 1000), "10:  1,000 games  (100.0%)");
-  EXPECT_EQ(BinText({1, -5, 5}, 3), "-5 to 5:  1 game  (33.333%)");
+  EXPECT_EQ(BinText(same.Histogram.Bins.at(0), 1000), "10:  1,000 games  (100.00%)");
+  EXPECT_EQ(BinText({1, -5, 5}, 3), "-5 to 5:  1 game  (33.33%)");
 }
 
 TEST(GamesView, ClassesPartAtTheBreakPoint) {

@@ -59,15 +59,15 @@ class TestGames : public QObject {
     QCOMPARE(Shown("lblFigure_8"), "Std Dev 74.8968");
     QCOMPARE(Shown("lblFigure_13"), "Advantage 62.56%");
     QCOMPARE(Shown("lblOdds_4"), "95% of games below 123.2625");
-    QCOMPARE(Shown("lblOdds_7"), "Mean with 95% confidence 1.6116 to 10.9004");
-    QCOMPARE(Label("lblClass_0")->text(), "529 games  (52.9%)");
-    QCOMPARE(Label("lblSDShare")->text(), "573 games  (57.3%)");
+    QCOMPARE(Shown("lblOdds_7"), "Mean, 95% interval 1.6116 to 10.9004");
+    QCOMPARE(Label("lblClass_0")->text(), "529 games  (52.90%)");
+    QCOMPARE(Label("lblSDShare")->text(), "573 games  (57.30%)");
     QCOMPARE(Find<QLineEdit>(screen_, "txtValueCount")->text(), "74.8968");
     Type("txtValueCount", "149.79364424434");
     QCOMPARE(Find<QLineEdit>(screen_, "txtSDCount")->text(), "2");
-    QCOMPARE(Label("lblValueShare")->text(), "1,000 games  (100.0%)");
+    QCOMPARE(Label("lblValueShare")->text(), "1,000 games  (100.00%)");
     Type("txtSDCount", "1");
-    QCOMPARE(Label("lblValueShare")->text(), "573 games  (57.3%)");
+    QCOMPARE(Label("lblValueShare")->text(), "573 games  (57.30%)");
 
     Find<QCheckBox>(screen_, "chkInclude_2")->click();
     Find<QCheckBox>(screen_, "chkInclude_1")->click();
@@ -95,7 +95,7 @@ class TestGames : public QObject {
     auto* picture = Find<picHistogramBox>(screen_, "picHistogram");
     QCOMPARE(picture->Picture().Bars.Bars.Bins.size(), std::size_t(65));
     for (int right = 0; right < 2; ++right) QTest::keyClick(picture, Qt::Key_Right);
-    QCOMPARE(Label("lblPointer")->text(), "17 to 31:  15 games  (1.5%)");
+    QCOMPARE(Label("lblPointer")->text(), "17 to 31:  15 games  (1.50%)");
     PrintFile = QString::fromStdString(*folder_ / "games.pdf");
     Command(*screen_, "mnuPrint");
     QVERIFY(folder_->Read("games.pdf").size() > 5000);
@@ -172,7 +172,7 @@ class TestGames : public QObject {
     folder_->Write("default.csv", dice);
     folder_->Write("b.csv", dice);
     File("mnuCompare", "b");
-    QVERIFY(Label("lblComparison")->text().endsWith("1,000 games:  0.0593,  -6.4311 to 6.5496."));
+    QVERIFY(Label("lblComparison")->text().endsWith("1,000 games:  0.0592,  -6.4311 to 6.5496."));
     const SharedHistogram& bars = Find<picHistogramBox>(screen_, "picHistogram")->Picture().Bars;
     QCOMPARE(std::accumulate(bars.Second.begin(), bars.Second.end(), 0LL), 1000);
     Command(*screen_, "mnuEndComparison");

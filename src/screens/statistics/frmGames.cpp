@@ -14,6 +14,8 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -45,8 +47,8 @@
 namespace {
 
 constexpr const char* kPlace = "Games Log";
-constexpr QSize kSmallest(700, 520);
-constexpr QSize kAtStart(980, 720);
+constexpr QSize kSmallest(640, 440);
+constexpr QSize kAtStart(860, 720);
 constexpr QSizeF kPrinted(540, 260);  // points
 constexpr int kDecimals = 4;
 constexpr std::int64_t kBlock = 512;  // records that the table reads at a time
@@ -66,6 +68,12 @@ int BarWidth() {
 }
 
 QString LogName(const std::string& path) { return Text(BareName(path)); }
+
+/// A red that can be read on a desktop of these colours.
+QColor RedOn(const QPalette& palette) {
+  constexpr int kDark = 128;
+  return palette.color(QPalette::Window).lightness() < kDark ? QColor(0xFF8080) : QColor(Qt::red);
+}
 
 /// Changes with every change of the file.
 std::string StampOf(const std::string& path) {
@@ -196,10 +204,10 @@ bool GamesRead::Follow(const std::string& path, int column) {
 frmGames::frmGames(QWidget* table) : Screen(table, "frmGames", tr("Games Log"), kTopicGamesLog) {
   auto* content = new QWidget(this);
   auto* column = new QVBoxLayout(content);
-  setCentralWidget(content);
   MakeHead(column);
   MakeViews(column);
   MakeFigures(column);
+  setCentralWidget(content);
   MakeMenus();
   SetSizes(kSmallest, kAtStart);
 }
@@ -227,7 +235,7 @@ void frmGames::MakeHead(QBoxLayout* column) {
 }
 
 void frmGames::MakeViews(QBoxLayout* column) {
-  picHistogram_ = new picHistogramBox(centralWidget());
+  picHistogram_ = new picHistogramBox(this);
   connect(picHistogram_, &picHistogramBox::Pointed, this, [this] { ShowPointed(); });
   lblEmpty_ = EmptyLabel(picHistogram_, "lblEmpty", {});
   lblEmpty_->setStyleSheet("color: dimgray");  // on the paper, whatever the desktop's colors
@@ -287,11 +295,15 @@ void frmGames::MakeTable() {
 }
 
 void frmGames::MakeFigures(QBoxLayout* column) {
-  auto* row = new QHBoxLayout;
+  auto* panel = new QWidget;
+  auto* row = new QHBoxLayout(panel);
+  row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(MakeClasses());
-  row->addWidget(MakeLines(tr("Figures"), "lblFigure", 0, kGivenLines), 3);
-  row->addWidget(MakeLines(tr("Odds"), "lblOdds", kGivenLines, kOddsLines), 2);
-  column->addLayout(row);
+  row->addWidget(MakeLines(tr("Figures"), "lblFigure", kGivenLines), 2);
+  row->addWidget(MakeLines(tr("Odds"), "lblOdds", kOddsLines), 3);
+  figures_ = Scrolling(panel);
+  figures_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  column->addWidget(figures_);
   lblComparison_ = New<QLabel>("lblComparison");
   lblComparison_->setTextFormat(Qt::PlainText);
   lblComparison_->setWordWrap(true);
@@ -339,29 +351,23 @@ QWidget* frmGames::MakeClasses() {
 }
 
 /// A panel of figures; each line has room for the figure of a second log.
-QWidget* frmGames::MakeLines(const QString& caption, const char* name, std::size_t first,
-                             std::size_t count) {
+QWidget* frmGames::MakeLines(const QString& caption, const char* name, std::size_t count) {
   auto* box = new QGroupBox(caption);
   auto* grid = new QGridLayout(box);
   grid->setHorizontalSpacing(10);
   grid->setVerticalSpacing(2);
-  const std::size_t rows = first == 0 ? (count + 1) / 2 : count;
   for (std::size_t i = 0; i < count; ++i) {
-    const int row = static_cast<int>(i % rows);
-    const int left = static_cast<int>(i / rows) * 4;
+    const int row = static_cast<int>(i);
     const Line line = {New<QLabel>(QString("%1Caption_%2").arg(name).arg(i)),
-                       NewFigureLabel(QString("%1_%2").arg(name).arg(i), "-1,000.00"),
+                       NewFigureLabel(QString("%1_%2").arg(name).arg(i), {}),
                        NewFigureLabel(QString("%1Other_%2").arg(name).arg(i), {})};
-    // As wide as what they show.
-    for (QLabel* label : {line.Figure, line.Other}) label->setMinimumWidth(0);
     lines_.push_back(line);
-    grid->addWidget(line.Caption, row, left);
-    grid->addWidget(line.Figure, row, left + 1);
-    grid->addWidget(line.Other, row, left + 2);
-    grid->setColumnStretch(left + 1, 1);
-    grid->setColumnMinimumWidth(left + 3, left == 0 && rows < count ? 12 : 0);
+    grid->addWidget(line.Caption, row, 0);
+    grid->addWidget(line.Figure, row, 1);
+    grid->addWidget(line.Other, row, 2);
   }
-  grid->setRowStretch(static_cast<int>(rows), 1);
+  grid->setColumnStretch(1, 1);
+  grid->setRowStretch(static_cast<int>(count), 1);
   return box;
 }
 
@@ -380,7 +386,7 @@ void frmGames::MakeMenus() {
            .On(QKeySequence::Save),
        Separator(), Command("mnuMerge", tr("&Merge ..."), [this] { Merge(); }),
        Command("mnuCompare", tr("&Compare ..."), [this] { Compare(); }),
-       Command("mnuEndComparison", tr("E&nd Comparison"),
+       Command("mnuEndComparison", tr("&Stop Comparing"),
                [this] {
                  otherPath_.clear();
                  stale_ = true;
@@ -445,6 +451,17 @@ void frmGames::Compare() {
   }
   sameDice_ = !otherPath_.empty() && HaveEqualSeeds(log_.Path, otherPath_);
   stale_ = true;
+  Refresh();
+  MakeRoom();
+}
+
+/// Two columns of figures are wider than one: the window grows as far as the display goes.
+void frmGames::MakeRoom() {
+  figures_->widget()->layout()->activate();
+  const int wanted =
+      width() - figures_->viewport()->width() + figures_->widget()->minimumSizeHint().width();
+  const int widest = screen()->availableGeometry().width();
+  if (wanted > width() && !isMaximized()) resize(std::min(wanted, widest), height());
 }
 
 void frmGames::Export() {
@@ -683,7 +700,7 @@ void frmGames::ShowLines() {
   const auto show = [](QLabel* label, const FigureLine& line) {
     label->setText(Text(line.Text));
     QPalette palette = QApplication::palette(label);
-    if (line.Negative) palette.setColor(QPalette::WindowText, Qt::red);
+    if (line.Negative) palette.setColor(QPalette::WindowText, RedOn(palette));
     label->setPalette(palette);
   };
   const std::vector<FigureLine> mine = linesOf(summary_);

@@ -17,6 +17,7 @@ class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLineEdit;
+class QScrollArea;
 class QScrollBar;
 class QTableView;
 class RecordModel;
@@ -80,13 +81,13 @@ class frmGames : public Screen {
   void MakeViews(QBoxLayout* column);
   void MakeFigures(QBoxLayout* column);
   QWidget* MakeClasses();
-  QWidget* MakeLines(const QString& caption, const char* name, std::size_t first,
-                     std::size_t count);
+  QWidget* MakeLines(const QString& caption, const char* name, std::size_t count);
   void MakeTable();
 
   void NewLog();
   void Merge();
   void Compare();
+  void MakeRoom();
   void Export();
   void Print();
   Report FiguresReport() const;
@@ -149,6 +150,7 @@ class frmGames : public Screen {
   QLabel* lblSDShare_ = nullptr;
   QLabel* lblValueShare_ = nullptr;
   QLabel* lblComparison_ = nullptr;
+  QScrollArea* figures_ = nullptr;
   struct Line {
     QLabel* Caption;
     QLabel* Figure;
