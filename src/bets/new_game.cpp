@@ -1,6 +1,8 @@
 #include "bets/new_game.h"
 
 #include <algorithm>
+#include <cstring>
+#include <type_traits>
 
 #include "bets/chips.h"
 #include "bets/ledger.h"
@@ -28,8 +30,15 @@ void ClearBets(bool preserveStacks) {
   ArrangeAllChips();
 }
 
+/// In place: a fresh record to copy from would take as long again.
+void ClearTallies() {
+  static_assert(std::is_trivially_copyable_v<Tallies>);
+  Tallies& tallies = Game;
+  std::memset(static_cast<void*>(&tallies), 0, sizeof(tallies));
+}
+
 void ClearStatistics() {
-  static_cast<Tallies&>(Game) = Tallies{};
+  ClearTallies();
   Game.ShooterStats = {};
   Game.BetOutcome = {};
   Game.Point = Game.PrevPoint = Game.PrevPrevPoint = 0;

@@ -31,6 +31,10 @@ constexpr unsigned kChipsPerRecord = kRecordSize / (kChipFields * kWidth);
 constexpr unsigned kFlagFields = 2;
 constexpr unsigned kFlagsPerRecord = kRecordSize / (kFlagFields * kWidth);
 
+/// Under Hyper-Drive games end thousands of times a second, and nobody can look at a kept one
+/// before the event loop has its turn: one in about a turn is kept.
+constexpr std::uint32_t kKeptEvery = 25;  // milliseconds
+
 /// Room for all chips, and for more flags than a script can name.
 constexpr std::size_t kMostRecords = 10'000;
 
@@ -251,9 +255,12 @@ void OpenGame(const std::string& path, bool tellRefusal) {
 }
 
 void SaveGameToTemp() {
+  static std::uint32_t keptAt = 0;
+  const std::uint32_t now = TheHost.Milliseconds();
+  if (Game.HyperDriveOn && now - keptAt < kKeptEvery) return;
+  keptAt = now;
   try {
     SettleLedger();
-    // Under Hyper-Drive games may end many times a second.
     WriteGame(Game.DataPath + "lastgame.crp", false,
               Game.HyperDriveOn ? Durability::System : Durability::Disk);
   } catch (const std::exception&) {

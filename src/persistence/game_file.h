@@ -16,7 +16,8 @@ void SaveGame(const std::string& path);
 /// length, 0 after a refusal (in the middle of a roll too), -1 when the system failed.
 void OpenGame(const std::string& path, bool tellRefusal);
 
-/// Keeps a copy of the game that a script is about to end, in `DataPath`.
+/// Keeps a copy of the game that a script is about to end, in `DataPath`. Under Hyper-Drive, of
+/// games that end within 25 milliseconds of each other, the first.
 void SaveGameToTemp();
 
 /// True for the file of the last session (compared by its bare name, in lower case).

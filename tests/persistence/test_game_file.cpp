@@ -521,6 +521,22 @@ TEST_F(GameFile, AScriptThatResetsTheTableKeepsTheGame) {
   RollNamedDice(3, 4);
   OpenGame(folder_ / "lastgame.crp", true);
   EXPECT_EQ(Game.RollCount[7], 1);
+  // Under Hyper-Drive one in a turn of the event loop.
+  std::uint32_t now = 50'000'000;
+  TheHost.Milliseconds = [&now] { return now; };
+  const auto keeps = [this](bool hyperDrive) {
+    fs::remove(folder_ / "lastgame.crp");
+    Game.HyperDriveOn = hyperDrive;
+    SaveGameToTemp();
+    Game.HyperDriveOn = false;
+    return fs::exists(folder_ / "lastgame.crp");
+  };
+  EXPECT_TRUE(keeps(true));
+  now += 24;
+  EXPECT_FALSE(keeps(true));
+  now += 1;
+  EXPECT_TRUE(keeps(true));
+  EXPECT_TRUE(keeps(false));
 }
 
 // --- Failures ---

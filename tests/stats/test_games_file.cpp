@@ -106,6 +106,32 @@ TEST_F(GamesFile, NoCutAndNoDamagedByteIsTakenForAGame) {
   }
 }
 
+TEST_F(GamesFile, AnyBytesAreALogOrNone) {
+  Append({Numbered(1)});
+  const std::string whole = folder_.Read("a.glg");
+  std::mt19937 random(3);
+  for (int file = 0; file < 300; ++file) {
+    std::string bytes(random() % 2000, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    if (file % 2 == 0) bytes.replace(0, std::min<std::size_t>(bytes.size(), 92), whole, 0, 92);
+    std::filesystem::remove(path_);
+    folder_.Write("a.glg", bytes);
+    const bool isLog = bytes.empty() || (file % 2 == 0 && bytes.size() >= kRecord);
+    std::size_t count = 0;
+    if (isLog) {
+      count = Games().size();
+      EXPECT_LE(count, bytes.size() / kRecord);
+      Append({Numbered(5)});
+      ASSERT_EQ(Games().size(), count + 1);
+      EXPECT_EQ(Games().back(), Numbered(5));
+    } else {
+      EXPECT_THROW(Games(), NotAGamesLog);
+      EXPECT_THROW(Append({Numbered(5)}), NotAGamesLog);
+      EXPECT_EQ(folder_.Read("a.glg"), bytes);
+    }
+  }
+}
+
 TEST_F(GamesFile, AppendingDeletingAndMergingFollowAListOfGames) {
   std::mt19937 random(5);
   const auto below = [&](std::int64_t limit) {

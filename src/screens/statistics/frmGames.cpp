@@ -183,11 +183,11 @@ bool GamesRead::Follow(const std::string& path, int column) {
   Path = path;
   Stamp = stamp;
   Column = column;
-  Games = {};
   Failure.clear();
+  GamePopulation games;  // what is shown stands while it is read: views may be painted meanwhile
   try {
     Progress progress("Loading data");
-    Games = LoadPopulation(path, column, [&progress](double share) { progress.Show(share); });
+    games = LoadPopulation(path, column, [&progress](double share) { progress.Show(share); });
   } catch (const NotAGamesLog&) {
     Failure = FileText(path, "is no Games Log, or it has been corrupted.");
   } catch (const WorkEnded&) {
@@ -196,6 +196,7 @@ bool GamesRead::Follow(const std::string& path, int column) {
     ReportError(kPlace);
     Failure = FileFailureText(path, "read");
   }
+  Games = std::move(games);
   return true;
 }
 
@@ -273,7 +274,11 @@ void frmGames::MakeViews(QBoxLayout* column) {
 /// The table of one column: its heading tells which.
 void frmGames::MakeTable() {
   delete rows_;
-  const auto value = [this](int row) { return log_.Games.Values[static_cast<std::size_t>(row)]; };
+  // A row may be painted before the list knows that its game is gone.
+  const auto value = [this](int row) {
+    const auto at = static_cast<std::size_t>(row);
+    return at < log_.Games.Values.size() ? log_.Games.Values[at] : Currency();
+  };
   const auto ofClass = [this, value](int row) {
     return static_cast<std::size_t>(ClassOf(value(row), choice_.Break));
   };
