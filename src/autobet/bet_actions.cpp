@@ -31,6 +31,8 @@ void Request(int id, Currency change) {
     MakeBet(id, 0, 0);
   else
     MakeBet(id);
+  if (Game.Course.Followed && change > 0 && Game.Change == 0 && IsBet(id))
+    ++Game.Course.RefusedBets;
 }
 
 /// A bet whose amount is written before the rules see a request on it. Should a run-time fault

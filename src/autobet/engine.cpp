@@ -448,10 +448,16 @@ void InitAutoBets() {
                "set any initial conditions.\n\nWould you like to initialize your Auto-Bets?",
                "Auto-Bet", kTopicScripts)) {
     ClearProfile();
-    RunAutoBets();
-    Game.BetsAfterRoll = Game.Bets;
-    TakeFlagSnapshot();
+    RunInitializingCycle();
   }
   Game.ScriptChanged = false;
   TheHost.RefreshViews();
+}
+
+void RunInitializingCycle() {
+  Game.ScriptChanged = true;  // what makes "Initializing Auto-Bet" true
+  RunAutoBets();
+  Game.BetsAfterRoll = Game.Bets;
+  TakeFlagSnapshot();
+  Game.ScriptChanged = false;
 }

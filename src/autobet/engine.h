@@ -12,5 +12,8 @@ void RunAutoBets();
 /// empty.
 void InitAutoBets();
 
+/// The initializing cycle itself: nothing that the script does in it is news to the first roll.
+void RunInitializingCycle();
+
 /// Lines between two looks at whether the run goes on.
 inline constexpr int kLinesPerYield = 500;

@@ -160,6 +160,7 @@ void OutputAmount(Currency value) { WriteOutput(PlainText(value) + "\t"); }
 // --- The table ---
 
 void ResetTableByScript(bool preserveStacks) {
+  if (!TheHost.ScriptEndsGame()) return;
   TheHost.SaveGameToTemp();
   AppendGameRecord(Game.GamesLogFile);
   NewGame(preserveStacks);

@@ -41,6 +41,7 @@ Host HeadlessHost() {
   host.ShowStep = [](int, const std::string&, const std::string&) {};
   host.ShowScriptLine = [](int) {};
   host.ShowProgress = [](const std::string&, double) { return true; };
+  host.ScriptEndsGame = [] { return true; };
   host.SaveGameToTemp = [] {};
   host.PrintGraph = [] {};
   host.PrintDuePage = [] {};

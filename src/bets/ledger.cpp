@@ -303,7 +303,7 @@ void CloseLedger() {
   struct Closing {
     ~Closing() { Game.LedgerOpen = false; }
   } const whateverHappens;
-  SettleLedger();
+  if (!Game.TalliesUnread) SettleLedger();
 }
 
 bool LedgerIsOpen() { return Game.LedgerOpen; }

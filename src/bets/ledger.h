@@ -3,8 +3,9 @@
 
 /// While the ledger is open a roll tallies no event and no phantom wager by itself: it enters its
 /// throw, and `SettleLedger` brings the tallies to where rolls played one by one would have left
-/// them. The roll cycle opens it for a run under Hyper-Drive and closes it at the end. Settle it
-/// before anything reads the tallies or changes a house rule or a working state by hand.
+/// them. The roll cycle opens it for a run under Hyper-Drive and closes it at the end, which
+/// settles it unless `TalliesUnread`. Settle it before anything reads the tallies or changes a
+/// house rule or a working state by hand.
 void OpenLedger();
 void CloseLedger();
 bool LedgerIsOpen();

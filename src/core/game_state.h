@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/auto_play_settings.h"
+#include "core/course.h"
 #include "core/dice_state.h"
 #include "core/kept_views.h"
 #include "core/message_slots.h"
@@ -26,6 +27,7 @@ struct GameState : TableState,
                    DiceState,
                    Tallies,
                    FinishedGames,
+                   CourseState,
                    GraphState,
                    EventsLogSettings {};
 

@@ -43,7 +43,10 @@ struct Host {
   /// more of it.
   std::function<bool(const std::string& what, double share)> ShowProgress;
 
-  std::function<void()> SaveGameToTemp;  // a script is about to end the game
+  /// A script is about to end the game. False when there is to be no new one: the run of rolls has
+  /// been ended instead.
+  std::function<bool()> ScriptEndsGame;
+  std::function<void()> SaveGameToTemp;  // before the new game
   std::function<void()> PrintGraph;      // the bankroll graph joins the page to be printed
   std::function<void()> PrintDuePage;    // the graphs collected for that page are printed
 };

@@ -103,6 +103,7 @@ struct TableState {
   bool KeepRolling = false;
   bool HyperDriveOn = false;
   bool LedgerOpen = false;       // rolls that are alike are counted, to be reckoned up later
+  bool TalliesUnread = false;    // what the ledger holds at the end of a run is let go
   HyperRun LastRun;              // under Hyper-Drive: this run or the last one
   std::uint32_t LastTurnAt = 0;  // milliseconds, when the event loop last had a turn
   unsigned TurnOffers = 0;       // since then

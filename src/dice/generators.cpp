@@ -53,6 +53,22 @@ class CokusSeeds {
   std::uint32_t word_;
 };
 
+/// Hands a Twister its state word by word.
+class GivenWords {
+ public:
+  using result_type = std::uint32_t;
+
+  explicit GivenWords(std::span<const std::uint32_t, kTwisterWords> words) : words_(words) {}
+
+  template <class Iterator>
+  void generate(Iterator first, Iterator) {
+    std::copy(words_.begin(), words_.end(), first);
+  }
+
+ private:
+  std::span<const std::uint32_t, kTwisterWords> words_;
+};
+
 std::int64_t NextInCongruence(std::int64_t state) {
   const std::int64_t next = (state * kFactor + kIncrement) % kModulus;
   return next < 0 ? next + kModulus : next;
@@ -353,6 +369,14 @@ void srandMT(std::uint32_t seed) {
 double randomMT() { return randomMT_int32() * kPerWord; }
 
 std::uint32_t randomMT_int32() { return static_cast<std::uint32_t>(cokusGenerator()); }
+
+void PutTwisterState(std::span<const std::uint32_t, kTwisterWords> words) {
+  GivenWords given(words);
+  if (Game.RngChoice == Rng2Cokus)
+    cokusGenerator.seed(given);
+  else
+    mtGenerator.seed(given);
+}
 
 void RollWithGenerator() {
   if (Game.UseSkewedProbability) {

@@ -1,6 +1,9 @@
 // The eight random number generators and their seeding.
 #pragma once
 
+#include <cstdint>
+#include <span>
+
 #include "core/game_state.h"
 
 /// The generators that this build goes without, as bits of `MissingRngFiles`.
@@ -30,6 +33,13 @@ std::uint32_t genrand_int32();
 void srandMT(std::uint32_t seed);
 double randomMT();
 std::uint32_t randomMT_int32();
+
+/// The words that a Mersenne Twister stands on.
+inline constexpr std::size_t kTwisterWords = 624;
+
+/// Puts the Mersenne Twister of the chosen generator (of RNG #1 for any but RNG #2) into the state
+/// of these words.
+void PutTwisterState(std::span<const std::uint32_t, kTwisterWords> words);
 
 /// Sets `Die1` and `Die2` from the generator of `RngChoice`, through the probability matrix when
 /// `UseSkewedProbability` is on. Reads `RollCount[0]` for the generators that alternate.

@@ -236,4 +236,14 @@ void TakeCompanions(const RecordFile& file) {
       ReadHeading(file, EventsLogHeading, {InData("Events Log.txt"), Game.EventsLogFile}));
 }
 
+void TakeMatrixAlone(const RecordFile& file) {
+  TakeMatrix(ReadHeading(file, MatrixHeading, {InData("default.prb"), Game.PrbFileName}));
+  ClearScript();
+  Game.RecorderStatus = RecorderOff;
+  Game.EventsLogActive = false;
+  for (std::string* path :
+       {&Game.DiceRollFile, &Game.AutoBetOutputFile, &Game.GamesLogFile, &Game.EventsLogFile})
+    path->clear();
+}
+
 void KeepActiveScript() { WriteScript(InData("active.tmp")); }

@@ -20,6 +20,9 @@ void PutCompanions(std::vector<Record>& records, bool keepUnsaved);
 /// none, a matrix that is gone the fair one. A copy of the script goes to `active.tmp`.
 void TakeCompanions(const RecordFile& file);
 
+/// Puts the matrix of the headings in use, and no other file.
+void TakeMatrixAlone(const RecordFile& file);
+
 /// Goes on with an output file of scripts, at its end; none when the path is empty or can't be
 /// written, which is kept as the last error.
 void UseOutputFile(const std::string& path);

@@ -200,19 +200,48 @@ void PutBack(const GameState& former) {
   UseOutputFile(former.AutoBetOutputFile);
 }
 
+/// Which of a game's companions are taken over with it.
+enum class Companions { All, DiceAlone };
+
 /// Reads a whole game; false when the file is none. What is in force then is not to be used.
-bool TakeGame(const std::string& path, const RecordFile& file) {
+bool TakeGame(const std::string& path, const RecordFile& file, Companions companions) {
   std::size_t chipRecords = 0;
   if (!CanBeAGame(file) || !TakeRecord(file, IsDefaultGame(path), chipRecords)) return false;
   {
     const Loading loading;
-    TakeCompanions(file);
+    if (companions == Companions::All)
+      TakeCompanions(file);
+    else
+      TakeMatrixAlone(file);
   }
   TakeFlags(file, chipRecords);
   SettleIn();
   NameGame(path);
   Game.LastFileResult = file.FileResult();
   return true;
+}
+
+void Open(const std::string& path, bool tellRefusal, Companions companions) {
+  if (IsAmidRoll(path, "read", kUnableToOpen)) return;
+  std::unique_ptr<GameState> former;
+  try {
+    const RecordFile file = ReadRecords(path, kMostRecords);
+    former = std::make_unique<GameState>(Game);
+    if (TakeGame(path, file, companions)) {
+      ShowGame();
+      return;
+    }
+    Game = *former;
+    Game.LastFileResult = 0;
+    if (tellRefusal)
+      Tell(path,
+           "\n\nThis file is either from a different version, has been corrupted, or is not a true "
+           "Kelvanor game file.",
+           kUnableToOpen);
+  } catch (const std::exception&) {
+    if (former) PutBack(*former);
+    FileFailed(path, "read", "Open Game", kUnableToOpen, kTopicFiles);
+  }
 }
 
 }  // namespace
@@ -232,27 +261,10 @@ void SaveGame(const std::string& path) {
 }
 
 void OpenGame(const std::string& path, bool tellRefusal) {
-  if (IsAmidRoll(path, "read", kUnableToOpen)) return;
-  std::unique_ptr<GameState> former;
-  try {
-    const RecordFile file = ReadRecords(path, kMostRecords);
-    former = std::make_unique<GameState>(Game);
-    if (TakeGame(path, file)) {
-      ShowGame();
-      return;
-    }
-    Game = *former;
-    Game.LastFileResult = 0;
-    if (tellRefusal)
-      Tell(path,
-           "\n\nThis file is either from a different version, has been corrupted, or is not a true "
-           "Kelvanor game file.",
-           kUnableToOpen);
-  } catch (const std::exception&) {
-    if (former) PutBack(*former);
-    FileFailed(path, "read", "Open Game", kUnableToOpen, kTopicFiles);
-  }
+  Open(path, tellRefusal, Companions::All);
 }
+
+void OpenGameAlone(const std::string& path) { Open(path, true, Companions::DiceAlone); }
 
 void SaveGameToTemp() {
   static std::uint32_t keptAt = 0;

@@ -16,6 +16,11 @@ void SaveGame(const std::string& path);
 /// length, 0 after a refusal (in the middle of a roll too), -1 when the system failed.
 void OpenGame(const std::string& path, bool tellRefusal);
 
+/// Reads a game as `OpenGame` does, refusals told, and of its companions the skewed dice alone.
+/// Nothing else is opened and nothing is written: no script, tape, log or output file is in use
+/// afterwards.
+void OpenGameAlone(const std::string& path);
+
 /// Keeps a copy of the game that a script is about to end, in `DataPath`. Under Hyper-Drive, of
 /// games that end within 25 milliseconds of each other, the first.
 void SaveGameToTemp();

@@ -24,6 +24,7 @@
 #include "core/text.h"
 #include "dice/generators.h"
 #include "dice/tape.h"
+#include "play/course.h"
 #include "play/roll_log.h"
 #include "stats/bankroll_graph.h"
 #include "stats/bet_tables.h"
@@ -388,6 +389,7 @@ Pass OneRoll() {
     return Pass::TapeStopped;
   }
   ShowThrow();
+  if (Game.Course.Followed) FollowCourse();
   if (Game.RecorderStatus == Recording) WriteRecordedRoll();
   Game.RollTotal = Game.Die1 + Game.Die2;
   CallThrow();
