@@ -57,6 +57,19 @@ class NotedSignals {
 
 // --- The population ---
 
+/// What is written must not be what is read, nor each other.
+void RefuseOwnSources(const BatchOptions& options) {
+  const auto same = [](const std::string& a, const std::string& b) {
+    std::error_code none;
+    return !a.empty() && (a == b || fs::equivalent(PathOf(a), PathOf(b), none));
+  };
+  for (const std::string* written : {&options.Out, &options.Details})
+    for (const std::string* read : {&options.Script, &options.GameFile})
+      if (same(*written, *read)) throw BatchFailure(*written + " is read, and can't be written to");
+  if (same(options.Out, options.Details))
+    throw BatchFailure("--out and --details name the same file");
+}
+
 PopulationPlan PlanOf(const BatchOptions& options) {
   return {options.Script, options.GameFile, options.Rolls, options.Seed, options.Rng};
 }
@@ -139,8 +152,8 @@ class Run {
   /// A run that goes on has seen the games of the log already.
   void WatchLog(const std::string& log) {
     const int column = DollarsNetColumn;
-    for (const Currency result : ReadGameColumns(log, {&column, 1}).front())
-      enough_ = watch_.Take(result.ToDouble());
+    const auto columns = ReadGameColumns(log, {&column, 1});
+    for (const Currency result : columns.front()) enough_ = watch_.Take(result.ToDouble());
   }
 
   bool Take(GameBlock& block) {
@@ -208,6 +221,7 @@ GameRange RangeOf(std::int64_t games, const Shard& shard) {
 }
 
 int PlayPopulation(const BatchOptions& options, Console& console) {
+  RefuseOwnSources(options);
   const RunPaths paths = {options.Out, options.Details};
   if (WhatOfExisting(options) == ExistingOutput::Refuse) RefuseExisting(paths);
   Population population(PlanOf(options));
@@ -245,6 +259,7 @@ int PlayPopulation(const BatchOptions& options, Console& console) {
 }
 
 int WriteTape(const BatchOptions& options, Console& console) {
+  RefuseOwnSources(options);
   std::error_code none;
   if (fs::exists(PathOf(options.Out), none) && !options.Force)
     throw BatchFailure(options.Out + " exists; --force writes over it");

@@ -40,6 +40,12 @@ std::vector<std::string> LinesOf(const std::string& path) {
   return lines;
 }
 
+bool IsDetails(const std::string& path) {
+  std::ifstream file(PathOf(path));
+  std::string line;
+  return std::getline(file, line) && line + "\n" == kDetailsHeading;
+}
+
 [[noreturn]] void FailByErrno() { throw std::system_error(errno, std::generic_category()); }
 
 /// Writes text at a place of a file, which ends behind it, and forces it to disk.
@@ -93,6 +99,10 @@ void RunOutput::StartAnew() {
   // What isn't a log is no earlier outcome of this program.
   if (FileLength(paths_.Log) > 0 && !IsGamesLog(paths_.Log))
     throw BatchFailure(paths_.Log + " exists, and isn't a Games Log");
+  if (!paths_.Details.empty() && FileLength(paths_.Details) > 0 && !IsDetails(paths_.Details))
+    throw BatchFailure(paths_.Details + " exists, and holds no details");
+  // Somebody else's run is left alone.
+  if (Exists(paths_.Log)) GamesLogWriter{paths_.Log};
   // From here on a log that is there counts as finished only without a run file.
   WriteRunFile();
   Begin();
@@ -121,11 +131,10 @@ void RunOutput::GoOn() {
 void RunOutput::ReadProgress(const std::vector<std::string>& lines) {
   const auto number = [&lines](const std::string& name) -> std::int64_t {
     for (const std::string& line : lines) {
+      if (!line.starts_with(name)) continue;
       std::int64_t value = 0;
-      const char* begin = line.data() + name.size();
-      if (line.starts_with(name) &&
-          std::from_chars(begin, line.data() + line.size(), value).ec == std::errc())
-        return value;
+      const char* end = line.data() + line.size();
+      if (std::from_chars(line.data() + name.size(), end, value).ec == std::errc()) return value;
     }
     return -1;
   };
@@ -171,7 +180,9 @@ void RunOutput::SaveGames() {
 }
 
 void RunOutput::Save() {
+  if (next_ == savedNext_) return;
   SaveGames();
+  savedNext_ = next_;
   WriteRunFile();
 }
 

@@ -62,6 +62,7 @@ class RunOutput {
   bool complete_ = false;
   std::unique_ptr<GamesLogWriter> log_;
   std::int64_t next_ = 0;
+  std::int64_t savedNext_ = -1;     // as the run file tells it
   std::int64_t saved_ = 0;          // games in the log
   std::int64_t detailsLength_ = 0;  // on disk
   std::vector<GameRecord> waiting_;
