@@ -3,56 +3,38 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
-#include <QKeyEvent>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QMouseEvent>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
-#include <QScrollBar>
-#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <climits>
-#include <filesystem>
 #include <memory>
 #include <utility>
 
-#include "core/error_report.h"
-#include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
-#include "core/progress.h"
 #include "core/text.h"
 #include "figures/games_log.h"
 #include "screens/files/frmFile.h"
 #include "screens/frame/bind.h"
 #include "screens/frame/controls.h"
-#include "screens/frame/dialog.h"
-#include "screens/frame/guard.h"
 #include "screens/frame/numeric_entry.h"
 #include "screens/frame/player_change.h"
-#include "screens/frame/record_model.h"
 #include "screens/frame/report.h"
 #include "screens/statistics/figure_view.h"
-#include "stats/events_log_view.h"
+#include "screens/statistics/games_export.h"
 
 namespace {
 
-constexpr const char* kPlace = "Games Log";
 constexpr QSize kSmallest(640, 440);
 constexpr QSize kAtStart(860, 720);
 constexpr QSizeF kPrinted(540, 260);  // points
 constexpr int kDecimals = 4;
-constexpr std::int64_t kBlock = 512;  // records that the table reads at a time
-constexpr qint64 kRest = 10;          // times as long as reading took, while dice roll
+constexpr qint64 kRest = 10;  // times as long as reading took, while dice roll
 constexpr std::size_t kGivenLines = 14;
 constexpr std::size_t kOddsLines = 9;
 
@@ -75,42 +57,6 @@ QColor RedOn(const QPalette& palette) {
   return palette.color(QPalette::Window).lightness() < kDark ? QColor(0xFF8080) : QColor(Qt::red);
 }
 
-/// Changes with every change of the file.
-std::string StampOf(const std::string& path) {
-  std::error_code none;
-  const auto written = std::filesystem::last_write_time(PathOf(path), none);
-  const auto time = none ? 0 : written.time_since_epoch().count();
-  return std::to_string(FileLength(path)) + " " + std::to_string(time);
-}
-
-/// The columns to export; empty when the player cancels.
-std::vector<int> AskForColumns(QWidget* parent, const std::vector<int>& last) {
-  Dialog screen(parent, "frmExportGames", frmGames::tr("Export Games Log"), kTopicGamesLog);
-  auto* column = new QVBoxLayout(&screen);
-  auto* list = New<QListWidget>("lstColumns");
-  for (int i = 0; i < kGameColumns; ++i) {
-    auto* item = new QListWidgetItem(Text(GameColumnName(i)), list);
-    const bool chosen =
-        last.empty() ? i < FirstStackColumn : std::find(last.begin(), last.end(), i) != last.end();
-    item->setCheckState(chosen ? Qt::Checked : Qt::Unchecked);
-  }
-  list->setCurrentRow(0);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-  buttons->button(QDialogButtonBox::Ok)->setObjectName("cmdOK");
-  buttons->button(QDialogButtonBox::Cancel)->setObjectName("cmdCancel");
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &screen, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &screen, &QDialog::reject);
-  column->addWidget(Caption(frmGames::tr("Check the &columns to be written:"), list));
-  column->addWidget(list, 1);
-  column->addWidget(buttons);
-  screen.resize(320, 480);
-  std::vector<int> columns;
-  if (screen.exec() != QDialog::Accepted) return columns;
-  for (int i = 0; i < list->count(); ++i)
-    if (list->item(i)->checkState() == Qt::Checked) columns.push_back(i);
-  return columns;
-}
-
 /// A number that was typed into a box of decimals.
 double Typed(const QLineEdit* box) { return ParseAmount(box->text().toStdString()).ToDouble(); }
 
@@ -121,84 +67,6 @@ void ShowTyped(QLineEdit* box, double value) {
 }
 
 }  // namespace
-
-// ---- picHistogram ----
-
-picHistogramBox::picHistogramBox(QWidget* parent) : QWidget(parent) {
-  setObjectName("picHistogram");
-  setAccessibleName(tr("Histogram of the games"));
-  setMouseTracking(true);
-  setFocusPolicy(Qt::StrongFocus);
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setMinimumSize(300, 140);
-}
-
-void picHistogramBox::Show(HistogramPicture picture) {
-  const auto bars = static_cast<int>(picture.Bars.Bars.Bins.size());
-  picture.Pointed = picture_.Pointed < bars ? picture_.Pointed : -1;
-  picture_ = std::move(picture);
-  update();
-  emit Pointed();
-}
-
-void picHistogramBox::SetReach(double reach) {
-  picture_.Reach = reach;
-  update();
-}
-
-void picHistogramBox::PointAt(int bar) {
-  if (picture_.Pointed == bar) return;
-  picture_.Pointed = bar;
-  update();
-  emit Pointed();
-}
-
-HistogramFrame picHistogramBox::Frame() const {
-  return {QRectF(rect()), font(), picture_, devicePixelRatioF()};
-}
-
-void picHistogramBox::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  PaintHistogram(painter, rect(), picture_, false);
-}
-
-void picHistogramBox::mouseMoveEvent(QMouseEvent* event) {
-  PointAt(Frame().BarAt(event->position()));
-}
-
-void picHistogramBox::leaveEvent(QEvent*) { PointAt(-1); }
-
-void picHistogramBox::keyPressEvent(QKeyEvent* event) {
-  const auto bars = static_cast<int>(picture_.Bars.Bars.Bins.size());
-  const int by = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
-  if (by == 0 || bars == 0) return QWidget::keyPressEvent(event);
-  PointAt(std::clamp(picture_.Pointed + by, 0, bars - 1));
-}
-
-// ---- The log ----
-
-bool GamesRead::Follow(const std::string& path, int column) {
-  const std::string stamp = StampOf(path);
-  if (path == Path && stamp == Stamp && column == Column) return false;
-  Path = path;
-  Stamp = stamp;
-  Column = column;
-  Failure.clear();
-  GamePopulation games;  // what is shown stands while it is read: views may be painted meanwhile
-  try {
-    Progress progress("Loading data");
-    games = LoadPopulation(path, column, [&progress](double share) { progress.Show(share); });
-  } catch (const NotAGamesLog&) {
-    Failure = FileText(path, "is no Games Log, or it has been corrupted.");
-  } catch (const WorkEnded&) {
-    Failure = FileText(path, "hasn't been loaded whole.");
-  } catch (const std::exception&) {
-    ReportError(kPlace);
-    Failure = FileFailureText(path, "read");
-  }
-  Games = std::move(games);
-  return true;
-}
 
 // ---- frmGames ----
 
@@ -240,63 +108,15 @@ void frmGames::MakeViews(QBoxLayout* column) {
   connect(picHistogram_, &picHistogramBox::Pointed, this, [this] { ShowPointed(); });
   lblEmpty_ = EmptyLabel(picHistogram_, "lblEmpty", {});
   lblEmpty_->setStyleSheet("color: dimgray");  // on the paper, whatever the desktop's colors
-  data_ = new QWidget;
-  auto* row = new QHBoxLayout(data_);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(0);
-  tblRaw_ = New<QTableView>("tblRaw");
-  tblRaw_->setAccessibleName(tr("Games"));
-  tblRaw_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  tblRaw_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
-  tblRaw_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  tblRaw_->setTabKeyNavigation(false);
-  tblRaw_->setAlternatingRowColors(true);
-  tblRaw_->verticalHeader()->hide();
-  tblRaw_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  tblRaw_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-  tblRaw_->installEventFilter(this);
-  connect(tblRaw_->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { ShowBar(); });
-  vscrRaw_ = New<QScrollBar>("vscrRaw", Qt::Vertical);
-  connect(vscrRaw_, &QScrollBar::actionTriggered, this,
-          [this](int action) { Guarded(kPlace, [this, action] { BarActed(action); }); });
-  row->addWidget(tblRaw_, 1);
-  row->addWidget(vscrRaw_);
+  table_ = new GamesTable(log_, choice_);
+  table_->ShowColumn(Column());
   lblPointer_ = New<QLabel>("lblPointer");
   lblPointer_->setTextFormat(Qt::PlainText);
   lblPointer_->setAlignment(Qt::AlignCenter);
   lblPointer_->setMinimumWidth(1);
   column->addWidget(picHistogram_, 1);
-  column->addWidget(data_, 1);
+  column->addWidget(table_, 1);
   column->addWidget(lblPointer_);
-  MakeTable();
-}
-
-/// The table of one column: its heading tells which.
-void frmGames::MakeTable() {
-  delete rows_;
-  // A row may be painted before the list knows that its game is gone.
-  const auto value = [this](int row) {
-    const auto at = static_cast<std::size_t>(row);
-    return at < log_.Games.Values.size() ? log_.Games.Values[at] : Currency();
-  };
-  const auto ofClass = [this, value](int row) {
-    return static_cast<std::size_t>(ClassOf(value(row), choice_.Break));
-  };
-  rows_ = new RecordModel(
-      this,
-      [this] { return static_cast<int>(std::min<std::size_t>(log_.Games.Values.size(), INT_MAX)); },
-      {{tr("Game #"), [](int row) { return Count(row + 1LL); }, Qt::AlignRight},
-       {tr("# Rolls"), [this](int row) { return Money(RollsOf(row)); }, Qt::AlignRight},
-       {NameOfColumn(), [value](int row) { return Money(value(row)); }, Qt::AlignRight},
-       {tr("Outcome"),
-        [this, ofClass](int row) { return Text(ClassLabels(choice_.Break)[ofClass(row)]); }},
-       {tr("Include"), [this, ofClass](int row) {
-          return choice_.Include[ofClass(row)] ? tr("Yes") : tr("No");
-        }}});
-  tblRaw_->setModel(rows_);
-  tblRaw_->horizontalHeader()->setStretchLastSection(true);
-  for (int column = 0; column < 4; ++column)
-    tblRaw_->setColumnWidth(column, fontMetrics().averageCharWidth() * (column == 2 ? 26 : 16));
 }
 
 void frmGames::MakeFigures(QBoxLayout* column) {
@@ -492,15 +312,15 @@ void frmGames::AskAndFind() {
 }
 
 void frmGames::FindAgain(bool forward) {
-  const std::int64_t game = FindGame(log_.Games.Values, ParseAmount(findText_), TopGame(), forward);
+  const std::int64_t game =
+      FindGame(log_.Games.Values, ParseAmount(findText_), table_->TopGame(), forward);
   if (game == 0) {
     ShowMessage("Value not found.", "Search Results", kTopicGamesLog, OkStop);
     return;
   }
   if (!ShowsData()) ChangeByPlayer([] { DisplayField() = 1; });
-  GoTo(game);
-  tblRaw_->setCurrentIndex(rows_->index(static_cast<int>(game - 1), 0));
-  GoTo(game);
+  table_->Select(game);
+  table_->GoTo(game);
 }
 
 // ---- Printing ----
@@ -538,7 +358,7 @@ Report frmGames::FiguresReport() const {
 /// The games that count, as the table has them.
 Report frmGames::DataReport() const {
   auto games = std::make_shared<std::vector<int>>();
-  for (int row = 0; row < rows_->rowCount(); ++row)
+  for (int row = 0; row < table_->Rows().rowCount(); ++row)
     if (choice_.Counts(log_.Games.Values[static_cast<std::size_t>(row)])) games->push_back(row);
   Report report;
   report.Title = tr("Kelvanor Games Log");
@@ -546,13 +366,13 @@ Report frmGames::DataReport() const {
   report.Heading << tr("Games Log File:  %1").arg(LogName(log_.Path));
   constexpr int kPrintedColumns = 4;
   for (int column = 0; column < kPrintedColumns; ++column)
-    report.Columns << rows_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    report.Columns << table_->Rows().headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
   report.Align = [](int column) {
     return Qt::Alignment(column < 3 ? Qt::AlignRight : Qt::AlignLeft);
   };
   report.TextSize = 9;
   report.Rows = static_cast<int>(games->size());
-  report.Row = [games, rows = rows_](int at) {
+  report.Row = [games, rows = &table_->Rows()](int at) {
     QStringList cells;
     for (int column = 0; column < kPrintedColumns; ++column)
       cells << rows->index((*games)[static_cast<std::size_t>(at)], column).data().toString();
@@ -561,64 +381,9 @@ Report frmGames::DataReport() const {
   return report;
 }
 
-// ---- The table ----
-
-std::int64_t frmGames::TopGame() const { return tblRaw_->verticalScrollBar()->value() + 1; }
-
-void frmGames::GoTo(std::int64_t game) {
-  tblRaw_->verticalScrollBar()->setValue(static_cast<int>(game - 1));
-}
-
-/// The bar has been clicked or dragged: it follows the game at the top, not the other way round.
-void frmGames::BarActed(int action) {
-  const int games = rows_->rowCount();
-  const int top = static_cast<int>(TopGame());
-  const auto by = [&](int change) { GoTo(TopLineAfterClick(top, games, change)); };
-  switch (action) {
-    case QScrollBar::SliderSingleStepAdd: by(1); break;
-    case QScrollBar::SliderSingleStepSub: by(-1); break;
-    case QScrollBar::SliderPageStepAdd: by(vscrRaw_->pageStep()); break;
-    case QScrollBar::SliderPageStepSub: by(-vscrRaw_->pageStep()); break;
-    case QScrollBar::SliderMove:
-      GoTo(TopLineAfterDrag(vscrRaw_->sliderPosition(), games));
-      return;  // the thumb stays where it is held
-    default: break;
-  }
-  vscrRaw_->setSliderPosition(LogBarValue(static_cast<int>(TopGame()), games));
-}
-
-void frmGames::ShowBar() {
-  const int games = rows_->rowCount();
-  vscrRaw_->setRange(1, LogBarMaximum(games));
-  vscrRaw_->setPageStep(std::max(1, tblRaw_->verticalScrollBar()->pageStep() - 1));
-  if (!vscrRaw_->isSliderDown())
-    vscrRaw_->setValue(LogBarValue(static_cast<int>(TopGame()), games));
-}
-
-bool frmGames::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == tblRaw_ && event->type() == QEvent::Resize)
-    QMetaObject::invokeMethod(
-        this, [this] { ShowBar(); }, Qt::QueuedConnection);
-  return Screen::eventFilter(watched, event);
-}
-
-/// Read from the file, a stretch at a time.
-Currency frmGames::RollsOf(int row) const {
-  const std::int64_t game = row + 1LL;
-  if (game < blockAt_ || game >= blockAt_ + static_cast<std::int64_t>(block_.size())) {
-    blockAt_ = std::max<std::int64_t>(1, game - kBlock / 2);
-    block_.clear();
-    Guarded(kPlace, [this] { block_ = GamesLogReader(log_.Path).Read(blockAt_, kBlock); });
-  }
-  const auto at = static_cast<std::size_t>(game - blockAt_);
-  return at < block_.size() ? block_[at][RollsColumn] : Currency();
-}
-
 // ---- What is shown ----
 
 int frmGames::Column() const { return cmbView_->currentIndex(); }
-
-QString frmGames::NameOfColumn() const { return Text(GameColumnName(Column())); }
 
 /// Follows the logs; while dice roll, not so often that it would hold them up.
 bool frmGames::ReadLogs() {
@@ -631,10 +396,7 @@ bool frmGames::ReadLogs() {
   FlushGamesLog();
   const bool columnChanged = log_.Column != Column();
   bool read = log_.Follow(Game.GamesLogFile, Column());
-  if (read) {
-    block_.clear();
-    if (columnChanged) MakeTable();
-  }
+  if (read && columnChanged) table_->ShowColumn(Column());
   if (!otherPath_.empty()) read |= other_.Follow(otherPath_, Column());
   if (read) {
     sameDice_ = !otherPath_.empty() && HaveEqualSeeds(log_.Path, otherPath_);
@@ -659,19 +421,18 @@ void frmGames::ShowRecord() {
                      : tr("Games Log (%1)").arg(LogName(Game.GamesLogFile)));
   picHistogram_->setVisible(!ShowsData());
   lblPointer_->setVisible(!ShowsData());
-  data_->setVisible(ShowsData());
+  table_->setVisible(ShowsData());
   stale_ |= ReadLogs();
   stale_ |= std::exchange(barWidth_, BarWidth()) != BarWidth();
   if (std::exchange(stale_, false)) {
     Figure();
-    rows_->Refresh();
+    table_->Refresh();
     ShowClasses();
     ShowLines();
     ShowPicture();
     ShowShares();
   }
   ShowHead();
-  ShowBar();
 }
 
 void frmGames::ShowHead() {
