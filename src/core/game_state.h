@@ -6,6 +6,7 @@
 #include "core/dice_state.h"
 #include "core/kept_views.h"
 #include "core/message_slots.h"
+#include "core/run_limits.h"
 #include "core/script_state.h"
 #include "core/settings.h"
 #include "core/sound_state.h"
@@ -23,6 +24,7 @@ struct GameState : TableState,
                    SoundState,
                    Settings,
                    AutoPlaySettings,
+                   RunLimits,
                    ScriptState,
                    DiceState,
                    Tallies,

@@ -22,6 +22,7 @@
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/game_commands.h"
 #include "screens/table/qt_host.h"
+#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -94,6 +95,7 @@ int main(int argc, char* argv[]) {
   Game.ScreenWidth = screen.width();
   Game.ScreenHeight = screen.height();
 
+  ReadTableSettings();
   frmCrapTable table;
   InstallQtHost(&table);
   Guarded("Sub Main", OpenLastSession);

@@ -166,6 +166,7 @@ struct KeptState {
   int ScreenWidth = Game.ScreenWidth;
   int ScreenHeight = Game.ScreenHeight;
   SoundState Sounds = Game;
+  RunLimits Limits = Game;
   int RngState = Game.RngState;
   int LastSeed = Game.LastSeed;
   Ran1Record Ran1State = Game.Ran1State;
@@ -177,6 +178,7 @@ struct KeptState {
     Game.ScreenWidth = ScreenWidth;
     Game.ScreenHeight = ScreenHeight;
     static_cast<SoundState&>(Game) = Sounds;
+    static_cast<RunLimits&>(Game) = Limits;
     Game.RngState = RngState;
     Game.LastSeed = LastSeed;
     Game.Ran1State = Ran1State;

@@ -18,6 +18,7 @@
 #include "screens/screen_tests.h"
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/qt_host.h"
+#include "screens/table/table_settings.h"
 
 namespace QTest {
 template <>
@@ -32,6 +33,7 @@ inline void BeginScreens(frmCrapTable& table) {
   static_cast<ViewState&>(Game) = ViewState();
   LayDownDefaults();
   Game.GamesLogFile.clear();  // tests that want a log name one
+  TheTable = {};
   PlannedMessages = MessagePlan();
   HurryHost = true;
   InstallQtHost(&table);

@@ -22,6 +22,7 @@
 #include "screens/table/game_commands.h"
 #include "screens/table/screens.h"
 #include "screens/table/table_commands.h"
+#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -156,6 +157,7 @@ std::vector<MenuRow> ViewRows() {
                  RecordField(Game.DisplayHopBets).Then(RedrawTable))
               .On(Qt::Key_F4)
               .Everywhere(),
+          Submenu("mnuTable", tr("T&able"), TableSettingsRows()),
           Separator(),
           ShowRow(BankrollWindow),
           ShowRow(SummaryWindow),
