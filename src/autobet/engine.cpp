@@ -11,6 +11,7 @@
 #include "autobet/profile.h"
 #include "autobet/program.h"
 #include "autobet/script.h"
+#include "bets/bet_history.h"
 #include "bets/turns.h"
 #include "core/error_report.h"
 #include "core/help_topics.h"
@@ -439,6 +440,7 @@ void RunAutoBets() {
     Game.AutoBetStatus.clear();
     if (!Game.HyperDriveOn) TheHost.RedrawBets();
   }
+  if (!Game.RollInProgress) ForgetCommands();
 }
 
 void InitAutoBets() {

@@ -2,6 +2,7 @@
 
 #include "bets/settle.h"
 #include "bets/vig.h"
+#include "core/host.h"
 #include "core/text.h"
 #include "stats/bet_tables.h"
 #include "stats/events_log.h"
@@ -179,6 +180,7 @@ void DecideWager(int betId, DecisionCode code) {
   Game.DecidedBet = betId;
   Game.Bets[BankrollIndex] += Game.NetPayoff;
   Touch(BankrollIndex);
+  if (!Game.HyperDriveOn) TheHost.BetDecided(betId, bet, Game.NetPayoff);
   if (betId < kContractSlots) Game.ContractBets[betId] = 0;
   Game.BetComesDown = MustComeDown(betId);
   CountStreak(betId);

@@ -27,6 +27,7 @@ Host HeadlessHost() {
   host.ShowSettleScreen = [] { PressSettleButton(0); };
   host.ThrowDice = [] {};
   host.SendDiceHome = [] {};
+  host.BetDecided = [](int, Currency, Currency) {};
   host.CelebrateBank = [] {};
   host.PlaySound = [](const std::string&, SoundMode) {};
   host.StopSound = [] {};

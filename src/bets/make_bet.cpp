@@ -1,7 +1,9 @@
 #include "bets/make_bet.h"
 
+#include "bets/bet_history.h"
 #include "bets/change_bet.h"
 #include "bets/chips.h"
+#include "bets/held.h"
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
@@ -12,20 +14,6 @@
 namespace {
 
 constexpr Currency kAnyAmount = 9'999'999;
-
-/// Gives a field another value for as long as it lives.
-template <typename T>
-class Held {
- public:
-  Held(T& field, T value) : field_(field), kept_(field) { field = value; }
-  ~Held() { field_ = kept_; }
-  Held(const Held&) = delete;
-  Held& operator=(const Held&) = delete;
-
- private:
-  T& field_;
-  T kept_;
-};
 
 int PlaceX(int betId) { return static_cast<int>(Game.BetChipX[betId]); }
 int PlaceY(int betId) { return static_cast<int>(Game.BetChipY[betId]); }
@@ -246,4 +234,5 @@ void ReAdjustAllBets() {
     RequestChange(id, 0);
     if (Game.Change != 0) ArrangeChips(id);
   }
+  ForgetCommands();
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <type_traits>
 
+#include "bets/bet_history.h"
 #include "bets/chips.h"
 #include "bets/ledger.h"
 #include "core/help_topics.h"
@@ -101,6 +102,8 @@ void NewGame(bool preserveStacks) {
   RestartGraph();
   Game.AutoRollsLeft = Game.NumAutoRolls;
   StartLog();
+  Game.LastRolls.clear();
+  ForgetCommands();
   Game.GameFileName.clear();
   Game.GameChanged = false;
   if (Game.ReSeed) SeedRng(FindSeed);

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "core/auto_play_settings.h"
+#include "core/bet_steps.h"
 #include "core/course.h"
 #include "core/dice_state.h"
 #include "core/kept_views.h"
 #include "core/message_slots.h"
+#include "core/roll_notes.h"
 #include "core/run_limits.h"
 #include "core/script_state.h"
 #include "core/settings.h"
@@ -25,6 +27,8 @@ struct GameState : TableState,
                    Settings,
                    AutoPlaySettings,
                    RunLimits,
+                   RollNotes,
+                   BetSteps,
                    ScriptState,
                    DiceState,
                    Tallies,

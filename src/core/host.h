@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+#include "core/currency.h"
+
 enum class SoundMode { Start, PlayToEnd, Loop };
 
 /// The engine's questions to the outside. Every member is always set: the headless host
@@ -20,6 +22,9 @@ struct Host {
 
   std::function<void()> ThrowDice;  // the dice in flight, ending with `Die1` and `Die2`
   std::function<void()> SendDiceHome;
+  /// A roll has decided a bet of `stake`, whose chips still lie: what it won or lost. Not under
+  /// Hyper-Drive.
+  std::function<void(int betId, Currency stake, Currency net)> BetDecided;
   std::function<void()> CelebrateBank;  // chips fall on the table
 
   std::function<void(const std::string& path, SoundMode mode)> PlaySound;

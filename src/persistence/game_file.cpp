@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "autobet/script.h"
+#include "bets/bet_history.h"
 #include "bets/consistency.h"
 #include "bets/ledger.h"
 #include "core/error_report.h"
@@ -175,6 +176,8 @@ void SettleIn() {
   Game.SnapshotsDue = true;
   Game.WorkingTouched = true;
   Game.WorkingSnapshotDue = true;
+  Game.LastRolls.clear();
+  ForgetCommands();
   LoadStickPerson();
 }
 

@@ -8,6 +8,7 @@
 #include "autobet/output_file.h"
 #include "autobet/script.h"
 #include "bets/bankroll.h"
+#include "bets/bet_history.h"
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "bets/decide_bet.h"
@@ -317,6 +318,19 @@ void FollowBankroll() {
   LogEndOfRoll();
 }
 
+/// What the game has won or lost ends a run of rolls at the player's limits.
+void StopAtLimits() {
+  const Currency result = Bankroll() - Game.InvestedBankroll;
+  const bool lost = Game.StopLoss > 0 && result <= -Game.StopLoss;
+  const bool won = Game.WinGoal > 0 && result >= Game.WinGoal;
+  if ((!lost && !won) || !Game.KeepRolling) return;
+  Game.KeepRolling = false;
+  Game.RunEnd = won ? GoalReached : LossReached;
+  if (Game.HyperDriveOn && Game.StopMessage.empty())
+    Game.StopMessage = won ? "Stopped by win goal of $" + MoneyText(Game.WinGoal) + "."
+                           : "Stopped by loss limit of $" + MoneyText(Game.StopLoss) + ".";
+}
+
 // --- Step 19 ---
 
 void FollowGraph() {
@@ -344,6 +358,14 @@ void TakeEndSnapshots() {
 }
 
 // --- Step 22 ---
+
+/// Notes the roll for whoever looks back; `net` is what its decisions brought.
+void NoteRoll(Currency net) {
+  auto& notes = Game.LastRolls;
+  if (notes.size() == kRollNotes) notes.pop_back();
+  ++Game.RollsNoted;
+  notes.insert(notes.begin(), {Game.Die1, Game.Die2, Game.PrevPoint, Game.Point, net});
+}
 
 void CountAutoRolls() {
   if (Game.AutoRollsLeft <= 0) return;
@@ -399,19 +421,24 @@ Pass OneRoll() {
   CountRoll();
   // Steps 14 and 15. Decisions.
   DecideThrow();
+  const Currency net = Bankroll() - Game.BetsAtRoll[BankrollIndex];
   StopAutoRollOnTotal();
   // Steps 16 and 17. What follows a change of the point.
   FollowPoint();
   if (Game.NeedRepaint && !Game.HyperDriveOn) TheHost.RedrawBets();
   // Steps 18 and 19. Bankroll and graph.
   FollowBankroll();
+  StopAtLimits();
   FollowGraph();
   // Step 20. Auto-Bet.
   if (Game.AutoBetActive == 1 && Game.ScrCount > 0) RunAutoBets();
   // Step 21. End snapshots.
   TakeEndSnapshots();
   // Step 22. Views and roll count.
-  if (!Game.HyperDriveOn) TheHost.RefreshViews();
+  if (!Game.HyperDriveOn) {
+    NoteRoll(net);
+    TheHost.RefreshViews();
+  }
   CountAutoRolls();
   return Pass::Rolled;
 }
@@ -446,7 +473,8 @@ class Pace {
   static void WaitBetweenRolls() {
     constexpr std::uint32_t kSecond = 1000;
     TheHost.Yield();
-    WaitWhileRolling(static_cast<std::uint32_t>(std::max(Game.AutoRollDelay, 0)) * kSecond);
+    const auto delay = static_cast<std::uint32_t>(std::max(Game.AutoRollDelay, 0)) * kSecond;
+    WaitWhileRolling(std::max(delay, static_cast<std::uint32_t>(std::max(Game.Pace, 0))));
   }
 
   /// A pause that ends early with the run.
@@ -520,12 +548,14 @@ void RollDice() {
     Game.GameChanged = true;
     Game.StopMessage.clear();
     Game.RollInProgress = true;
+    Game.RunEnd = NoLimitReached;
     pass = RunRolls();
   } catch (const std::exception&) {
     ReportError("Roll Dice");
     Game.KeepRolling = false;
   }
   EndDeferral();
+  ForgetCommands();
   // Step 24. The end.
   if (pass != Pass::TapeStopped && !Game.TableMinimised) TheHost.RedrawBets();
   if (Game.Point == 0) StickCall();

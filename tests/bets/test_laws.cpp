@@ -3,15 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <map>
+#include <memory>
 #include <random>
 #include <set>
 #include <vector>
 
 #include "bets/bankroll.h"
+#include "bets/bet_history.h"
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "bets/consistency.h"
+#include "bets/forecast.h"
 #include "bets/headless_host.h"
 #include "bets/make_bet.h"
 #include "bets/new_game.h"
@@ -239,6 +243,31 @@ class Before {
   bool covered_ = IsCovered();
 };
 
+/// All that a player's commands may change, and their undoing must bring back.
+auto BetsNow() {
+  std::array<int, LastBet + 1> working{};
+  for (int id = Lay4; id <= LastBet; ++id)
+    if (Game.Bets[id] != 0) working[id] = Game.BetWorking[id];
+  return std::tuple(Game.Bets, Game.BuyVigHeld, Game.LayVigHeld, Game.TotalOnTable, working);
+}
+
+/// A command that has a way back; money through the ATM and Chip-Stacks have none.
+void GiveCommand(Chance& chance) {
+  const int betId = DrawBet(chance);
+  switch (chance.Below(16)) {
+    case 0: BuyPlaceBet(betId); break;
+    case 1: CallBet(betId, chance.Of({CallCodeOn, CallCodeOff})); break;
+    case 2: TakeAllFullOdds(); break;
+    case 3: LayAllFullOdds(); break;
+    case 4: RepeatBets(); break;
+    case 5: DoubleBets(); break;
+    case 6: ClearBets(); break;
+    case 7: CallAllBets(CallCodeOff); break;
+    default: AskForChange(chance);
+  }
+  NoteCommand();
+}
+
 // --- Games ---
 
 constexpr int kRollsPerGame = 250;
@@ -305,6 +334,26 @@ class Laws : public ::testing::Test {
     for (int id = Lay4; id <= LastBet; ++id) {
       if (Game.BetWins[Actual][id][StatCount] > 0) won_.insert(id);
       if (Game.BetLosses[Actual][id][StatCount] > 0) lost_.insert(id);
+    }
+  }
+
+  /// Calls `look` at `tables` tables of random games, a few rolls apart.
+  template <typename Look>
+  void LookAtTables(int tables, unsigned seed, Look look) {
+    constexpr int kTablesOfAGame = 25;
+    Chance chance(seed + 1000);
+    TheHost.ShowSettleScreen = [&chance] { PressSettleButton(chance.Below(7)); };
+    for (int table = 0; table < tables; ++table) {
+      SCOPED_TRACE("table " + std::to_string(table));
+      if (table % kTablesOfAGame == 0 || IsBankBroken()) BeginGame(seed++);
+      if (FreeMoney() < Unit() * 20) AtmTransaction(AtmWithdrawal, Unit() * 400);
+      RollForAWhile(chance.Between(1, 3));
+      for (int requests = chance.Below(30); requests > 0; --requests) AskForChange(chance);
+      if (chance.OneIn(3)) CallBet(DrawBet(chance), CallCodeOff);
+      ForgetCommands();
+      if (!IsBankBroken()) {
+        ASSERT_NO_FATAL_FAILURE(look(chance));
+      }
     }
   }
 
@@ -378,6 +427,154 @@ TEST_F(Laws, HyperDrivePlaysTheSameGameAndANewGameRemembersNothing) {
     Game.HyperDriveOn = true;
     ASSERT_NO_FATAL_FAILURE(ExpectSameGame(atTheTable, Play(seed)));
   }
+}
+
+/// The row of a forecast that a throw belongs to.
+const ForecastRow& RowOf(const std::vector<ForecastRow>& rows, int die1, int die2) {
+  const ForecastRow* found = nullptr;
+  for (const ForecastRow& row : rows) {
+    if (row.Total != die1 + die2) continue;
+    const bool named = row.Die1 == die1 && row.Die2 == die2;
+    if (named || found == nullptr) found = &row;
+    if (named) break;
+  }
+  return *found;
+}
+
+TEST_F(Laws, WhatAThrowWouldBringIsWhatItBrings) {
+  Currency decided;
+  TheHost.BetDecided = [&](int, Currency, Currency net) { decided += net; };
+  LookAtTables(500, 700, [&](Chance&) {
+    std::vector<char> bytes(sizeof Game);
+    std::memcpy(bytes.data(), static_cast<const void*>(&Game), sizeof Game);
+    const std::vector<ForecastRow> rows = ForecastRolls();
+    ASSERT_EQ(std::memcmp(bytes.data(), static_cast<const void*>(&Game), sizeof Game), 0);
+    const auto before = std::make_unique<GameState>(Game);
+    int ways = 0;
+    Currency mean;
+    for (const ForecastRow& row : rows) {
+      ways += row.Ways;
+      mean += row.Net * row.Ways;
+    }
+    ASSERT_EQ(ways, 36);
+    ASSERT_NEAR(MeanOfForecast(rows).ToDouble(), mean.ToDouble() / 36, 0.0001);
+    for (int low = 1; low <= 6; ++low)
+      for (int high = low; high <= 6; ++high) {
+        const Currency net = NetIfRolled(low, high);
+        decided = 0;
+        RollNamedDice(high, low);
+        ASSERT_EQ(net, decided) << low << "-" << high;
+        ASSERT_EQ(net, Bankroll() - before->Bets[BankrollIndex]);
+        ASSERT_EQ(Game.LastRolls.front(), (RollNote{high, low, before->Point, Game.Point, net}));
+        Game = *before;
+        const ForecastRow& row = RowOf(rows, low, high);
+        const bool ofTotal = row.Die1 == 0 || (row.Die1 == low && row.Die2 == high);
+        ASSERT_TRUE(ofTotal || net == row.Net) << low << "-" << high;
+        if (rows.size() == 11) {
+          ASSERT_EQ(row.Net, net);
+        }
+      }
+  });
+}
+
+TEST_F(Laws, CommandsSinceTheThrowAreUndoneAndComeBack) {
+  int steps = 0;
+  LookAtTables(600, 800, [&](Chance& chance) {
+    const auto atThrow = BetsNow();
+    for (int commands = chance.Below(12); commands > 0; --commands) GiveCommand(chance);
+    const auto now = BetsNow();
+    int undone = 0;
+    for (; CanUndo(); ++undone) {
+      const BetStand before = Game.UndoSteps.back().Before;
+      const int refused = UndoCommand();
+      if (refused == 0) continue;
+      // An amount that nobody may ask for can stand for once, below the minimum.
+      ASSERT_LT(before.Bets[refused], Game.MinPlacard) << BetName(refused);
+      return;
+    }
+    ASSERT_TRUE(BetsNow() == atThrow) << undone << " steps";
+    for (int redone = 0; redone < undone; ++redone) {
+      ASSERT_TRUE(CanRedo());
+      ASSERT_EQ(RedoCommand(), 0);
+    }
+    ASSERT_TRUE(BetsNow() == now);
+    ASSERT_FALSE(CanRedo());
+    ASSERT_EQ(FirstInconsistency(), "");
+    steps += undone;
+    RollDice();
+    ASSERT_FALSE(CanUndo());
+  });
+  EXPECT_GT(steps, 1000);
+}
+
+TEST_F(Laws, RepeatAsksForWhatLayThereAndNothingIsTold) {
+  int repeated = 0;
+  LookAtTables(200, 900, [&](Chance& chance) {
+    RollDice();
+    if (IsBankBroken()) return;
+    if (chance.OneIn(2)) ClearBets();
+    ForgetCommands();
+    TheHost.ShowMessage = [](bool) { FAIL() << Game.MsgText; };
+    const auto before = Game.Bets;
+    const bool can = CanRepeat();
+    RepeatBets();
+    for (int id = Lay4; id <= LastBet; ++id)
+      ASSERT_LE(Game.Bets[id], std::max(before[id], Game.BetsAtRoll[id])) << BetName(id);
+    if (!can) {
+      ASSERT_FALSE(CanUndo());
+    }
+    ASSERT_LE(Game.UndoSteps.size(), 1U);
+    repeated += CanUndo();
+    const auto doubled = Game.Bets;
+    DoubleBets();
+    for (int id = Lay4; id <= LastBet; ++id) {
+      ASSERT_GE(Game.Bets[id], doubled[id]);
+      if (Game.Bets[id] > doubled[id]) {
+        ASSERT_TRUE(IsWithinMaximum(id)) << BetName(id);
+      }
+    }
+    ASSERT_LE(Game.UndoSteps.size(), 2U);
+    TheHost.ShowMessage = HeadlessHost().ShowMessage;
+  });
+  EXPECT_GT(repeated, 50);
+}
+
+TEST_F(Laws, ARunEndsAtThePlayersLimits) {
+  Game.AutoRollDice = true;
+  Game.Pace = 600;
+  const auto resultNow = [] { return Bankroll() - Game.InvestedBankroll; };
+  std::set<int> ends;
+  for (unsigned seed = 1; seed <= 24; ++seed) {
+    Game.HyperDriveOn = false;
+    Game.StopLoss = 100;
+    Game.WinGoal = 150;
+    NewGame(false);
+    SeedDice(static_cast<int>(seed));
+    Game.HandleWinningBets = WinSameBet;
+    Game.HandleLosingBets = LossSameBet;
+    Game.HyperDriveOn = seed % 2 == 0;
+    Game.ChangeRequest = 20;
+    MakeBet(Field);
+    std::vector<Currency> results = {0};
+    std::uint32_t began = TheHost.Milliseconds();
+    TheHost.RefreshViews = [&] {
+      results.push_back(resultNow());
+      if (results.size() > 2) {
+        EXPECT_GE(TheHost.Milliseconds() - began, 600U);
+      }
+      began = TheHost.Milliseconds();
+    };
+    Game.KeepRolling = true;
+    RollDice();
+    ASSERT_FALSE(Game.KeepRolling);
+    ASSERT_TRUE(resultNow() <= -100 || resultNow() >= 150) << resultNow().ToDouble();
+    ASSERT_EQ(Game.RunEnd, resultNow() > 0 ? GoalReached : LossReached);
+    ASSERT_EQ(Game.StopMessage.empty(), !Game.HyperDriveOn);
+    ends.insert(Game.RunEnd);
+    for (std::size_t roll = 0; roll + 1 < results.size(); ++roll)
+      ASSERT_TRUE(results[roll] > -100 && results[roll] < 150);
+  }
+  EXPECT_EQ(ends.size(), 2U);
 }
 
 TEST_F(Laws, AveragesMeetTheExactOdds) {
