@@ -11,8 +11,11 @@
 #include "core/text.h"
 #include "screens/art/chip_art.h"
 #include "screens/art/felt_art.h"
+#include "screens/table/lettering.h"
 #include "screens/table/rail_art.h"
+#include "screens/table/stick_frame.h"
 #include "screens/table/table_painter.h"
+#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -20,58 +23,14 @@ QColor SlotColor(TableColorSlot slot) {
   return QColor::fromRgb(Game.TableColor[static_cast<unsigned>(slot)]);
 }
 
-double Luminance(QColor color) {
-  const auto linear = [](double share) {
-    return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-         0.0722 * linear(color.blueF());
+void Stroke(QPainter& painter, const QPainterPath& path, QColor color, double width) {
+  painter.strokePath(path, QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
-double Contrast(QColor a, QColor b) {
-  const double high = std::max(Luminance(a), Luminance(b));
-  const double low = std::min(Luminance(a), Luminance(b));
-  return (high + 0.05) / (low + 0.05);
-}
-
-/// Colours that the player chose too near to the felt get a thin edge that lifts them off it.
-std::optional<QColor> EdgeFor(QColor ink) {
-  constexpr double kEnough = 3.0;
-  const QColor felt = SlotColor(ColorFelt);
-  if (Contrast(ink, felt) >= kEnough) return std::nullopt;
-  const bool lighten = Contrast(Qt::white, felt) > Contrast(Qt::black, felt);
-  QColor edge = lighten ? QColor(255, 255, 255) : QColor(0, 0, 0);
-  edge.setAlpha(lighten ? 150 : 185);
-  return edge;
-}
-
-/// The ink for small lettering. One that is too near to the felt moves away from it: to its own
-/// side of the felt's lightness, if there is room.
-QColor Readable(QColor ink) {
-  constexpr double kTooNear = 2.6;
-  constexpr double kEnough = 4.5;
-  const QColor felt = SlotColor(ColorFelt);
-  if (Contrast(ink, felt) >= kTooNear) return ink;
-  const bool lighter = Luminance(ink) >= Luminance(felt);
-  const bool room = Contrast(lighter ? Qt::white : Qt::black, felt) >= kEnough;
-  const int end = lighter == room ? 255 : 0;
-  const auto toward = [end](int channel) { return channel + (end - channel) / 8; };
-  for (int step = 0; step < 16 && Contrast(ink, felt) < kEnough; ++step)
-    ink = QColor(toward(ink.red()), toward(ink.green()), toward(ink.blue()));
-  return ink;
-}
-
-void FillWithEdge(QPainter& painter, const QPainterPath& path, QColor ink, double capHeight) {
-  constexpr double kSmall = 7;
-  if (capHeight < kSmall) {
-    painter.fillPath(path, Readable(ink));
-    return;
-  }
-  if (const auto edge = EdgeFor(ink)) {
-    const double width = std::clamp(capHeight * 0.09, 0.7, 1.1);
-    painter.strokePath(path, QPen(*edge, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  }
-  painter.fillPath(path, ink);
+void FillWithEdge(QPainter& painter, const QPainterPath& path, QColor color, double capHeight) {
+  const FeltInk ink = LetterInk(color, capHeight);
+  if (ink.Edge) Stroke(painter, path, *ink.Edge, ink.EdgeWidth);
+  painter.fillPath(path, ink.Ink);
 }
 
 struct Letter {
@@ -122,10 +81,25 @@ QPen LinePen(double width = 1.3) {
   return {SlotColor(ColorLines), width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin};
 }
 
+/// Draws with the pen, on an edge where the line is too near to the felt.
+template <typename Draw>
+void DrawLine(QPainter& painter, QPen pen, const Draw& draw) {
+  const FeltInk ink = LineInk(pen.color(), pen.widthF());
+  if (ink.Edge) {
+    QPen edge = pen;
+    edge.setColor(*ink.Edge);
+    edge.setWidthF(ink.EdgeWidth);
+    painter.setPen(edge);
+    draw();
+  }
+  pen.setColor(ink.Ink);
+  painter.setPen(pen);
+  draw();
+}
+
 void Outline(QPainter& painter, const QPainterPath& path, double width = 1.3) {
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(LinePen(width));
-  painter.drawPath(path);
+  DrawLine(painter, LinePen(width), [&] { painter.drawPath(path); });
 }
 
 void OutlineRect(QPainter& painter, const QRectF& rect, double width = 1.3) {
@@ -135,10 +109,7 @@ void OutlineRect(QPainter& painter, const QRectF& rect, double width = 1.3) {
 }
 
 /// Darkens a region a little, so that it stands apart on one felt.
-void Tint(QPainter& painter, const QPainterPath& path) {
-  const bool dark = SlotColor(ColorFelt).lightness() < 40;
-  painter.fillPath(path, dark ? QColor(255, 255, 255, 13) : QColor(0, 0, 0, 24));
-}
+void Tint(QPainter& painter, const QPainterPath& path) { painter.fillPath(path, TintOfFelt()); }
 
 void PrintDie(QPainter& painter, QPointF centre, double size, int face) {
   DrawPrintedDie(painter, centre, size, face, SlotColor(ColorDice), SlotColor(ColorPips));
@@ -228,9 +199,9 @@ void PaintNumber(QPainter& painter, int column) {
   const double middle = rect.center().x();
   const double right = rect.left() + 38.5;
   OutlineRect(painter, {rect.left() - 0.5, 51.5, 54, 126});
-  painter.setPen(LinePen(0.9));
   for (double y : {77.0, 152.0})
-    painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
+    DrawLine(painter, LinePen(0.9),
+             [&] { painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y)); });
   const bool word = column == 2 || column == 4;
   Write(painter, {QLatin1String(kNames[column]),
                   {middle + 1, 114.5},
@@ -326,16 +297,18 @@ void PaintField(QPainter& painter) {
     const QPointF at(x, 269 + ArchDrop(x));
     const FieldNumber& number = numbers[i];
     if (i > 0) {
-      painter.setPen(Qt::NoPen);
-      painter.setBrush(SlotColor(ColorFieldText));
-      painter.drawEllipse((at + previous) / 2, 1.5, 1.5);
+      QPainterPath dot;
+      dot.addEllipse((at + previous) / 2, 1.5, 1.5);
+      const FeltInk ink = LineInk(SlotColor(ColorFieldText), 0);
+      if (ink.Edge) Stroke(painter, dot, *ink.Edge, ink.EdgeWidth);
+      painter.fillPath(dot, ink.Ink);
     }
     const bool special = !number.Pays.isEmpty();
     const double turn = (x - kFieldMiddle) / 150 * 8;
     if (special) {
-      painter.setPen(QPen(SlotColor(ColorFieldText), 1.2));
       painter.setBrush(Qt::NoBrush);
-      painter.drawEllipse(at, 9.6, 9.6);
+      DrawLine(painter, QPen(SlotColor(ColorFieldText), 1.2),
+               [&] { painter.drawEllipse(at, 9.6, 9.6); });
       Write(painter, {number.Pays, {x, at.y() + 15.6}, 5.2, pitch - 2, ColorFieldText});
     }
     Write(painter, {QString::number(number.Total), at, special ? 9.2 : 12.5, special ? 14.5 : 26.0,
@@ -354,9 +327,8 @@ void PaintCAndE(QPainter& painter) {
   const QRectF box = SpotOutline(CAndE).boundingRect();
   OutlineRect(painter, box);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(LinePen(1.1));
-  painter.drawEllipse(QPointF(461, 335), 11, 11);
-  painter.drawEllipse(QPointF(485, 335), 11, 11);
+  for (const double x : {461, 485})
+    DrawLine(painter, LinePen(1.1), [&] { painter.drawEllipse(QPointF(x, 335), 11, 11); });
   Write(painter, {QStringLiteral("C"), {461, 335}, 11, 15, ColorPassText, Lettering::Serif});
   Write(painter, {QStringLiteral("E"), {485, 335}, 11, 15, ColorPlaceText, Lettering::Serif});
   Write(painter, {QStringLiteral("C & E"), {486, 357}, 5.4, 24, ColorPlaceText});
@@ -458,9 +430,10 @@ void PaintHouseName(QPainter& painter) {
   QPainterPath line(QPointF(240, middle.y()));
   line.lineTo(380, middle.y());
   WriteAlong(painter, QStringLiteral("KELVANOR"), line, 0, line.length(), 10, ColorLines);
-  painter.setPen(LinePen(0.8));
   for (int side : {-1, 1}) {
-    painter.drawLine(middle + QPointF(side * 82, 0), middle + QPointF(side * 150, 0));
+    DrawLine(painter, LinePen(0.8), [&] {
+      painter.drawLine(middle + QPointF(side * 82, 0), middle + QPointF(side * 150, 0));
+    });
     painter.setBrush(SlotColor(ColorLines));
     QPainterPath diamond(middle + QPointF(side * 82, -3));
     diamond.lineTo(middle + QPointF(side * 85, 0));
@@ -486,6 +459,15 @@ void PaintFeltAndLines(QPainter& painter) {
   PaintPanel(painter);
   PaintHouseName(painter);
   painter.restore();
+}
+
+void PaintStickFrame(QPainter& painter) {
+  switch (TheTable.StickFrame) {
+    case StickAsTold: PaintStickPerson(painter); break;
+    case StickCallBoard: break;  // changes with each throw
+    case StickEmpty: PaintEmptyFrame(painter); break;
+    default: PaintStickFigure(painter); break;
+  }
 }
 
 template <typename Value>
@@ -514,7 +496,7 @@ void PaintLayout(QPainter& painter) {
   PaintRail(painter);
   PaintFeltAndLines(painter);
   PaintRailShadow(painter);
-  PaintStickPerson(painter);
+  PaintStickFrame(painter);
   PaintPanelSwitch(painter);
   PaintPlacard(painter);
   painter.restore();
@@ -531,6 +513,8 @@ QByteArray LayoutStamp() {
   for (const PayoffRecord& payoff : Game.FieldPayoff) Append(stamp, payoff);
   Append(stamp, Game.DisplayHopBets);
   Append(stamp, Game.BarDont);
+  Append(stamp, TheTable.ClearLettering);
+  Append(stamp, TheTable.StickFrame);
   for (Currency limit : {Game.MinPlacard, Game.MaxPlacard, Game.OddsAllowed410, Game.OddsAllowed59,
                          Game.OddsAllowed68})
     Append(stamp, limit.Raw());

@@ -16,16 +16,16 @@
 namespace {
 
 constexpr double kOneSpot = 5.5;      // chips that lie nearer to each other than this make a pile
-constexpr double kLeastRise = 0.75;   // lower, and chips can't be told apart
-constexpr int kMostEdges = 13;        // a pile has one chip more to show
+constexpr double kLeastRise = 0.9;    // lower, and chips can't be told apart
+constexpr int kMostEdges = 6;         // a pile has one chip more to show
 constexpr double kRoomUnderOdds = 6;  // that a flat bet's pile takes, as the odds lie on it
 constexpr double kPileStep = 3;       // between the chips of a pile in the record
 constexpr QPointF kHeelStep(14,
                             -3);  // from the odds that match Don't Pass to those that lean on it
 
 constexpr double kTagHeight = 7.4;
-constexpr double kTagDrop = 7;   // from the centre of a chip to the top of its tag
-constexpr double kTagGap = 0.5;  // to the lines of the box
+constexpr double kTagDrop = 5.2;  // from the centre of a chip to the top of its tag
+constexpr double kTagGap = 0.5;   // to the lines of the box
 constexpr double kWorstSqueeze = 0.62;
 
 using Boxes = std::vector<QPolygonF>;
@@ -242,11 +242,13 @@ double WidthOf(const QString& text) {
   return TextOutline(text, Lettering::Plain, kTagCapital, 1e6).boundingRect().width();
 }
 
-/// The amount, in short where it would be squeezed too much to be read.
-QString AmountText(Currency amount, double room) {
-  const QString text = QString::fromStdString(MoneyText(amount));
+/// The amount with what stands before its digits, in short where it would be squeezed too much to
+/// be read.
+QString AmountText(Currency amount, const QString& unit, double room) {
+  const QString sign = (amount < Currency() ? QStringLiteral("-") : QString()) + unit;
+  const QString text = sign + QString::fromStdString(MoneyText(Abs(amount)));
   if (WidthOf(text) * kWorstSqueeze <= room || Abs(amount) < Currency(1000)) return text;
-  return (amount < Currency() ? QStringLiteral("-") : QString()) + ChipLabel(Abs(amount), false);
+  return sign + ChipLabel(Abs(amount), false);
 }
 
 /// The free width of a box between two heights, around `x`; empty where `x` isn't in the box.
@@ -298,8 +300,9 @@ void AddTag(TablePiles& piles, int owner, const TagBuild& tag) {
   AmountTag built;
   for (const int bet : tag.Bets) {
     const Currency amount = Game.Bets[static_cast<unsigned>(bet)];
-    if (!built.Text.isEmpty()) built.Text += QStringLiteral(" + ");
-    built.Text += AmountText(amount, share);
+    const bool first = built.Text.isEmpty();
+    if (!first) built.Text += QStringLiteral(" + ");
+    built.Text += AmountText(amount, first ? QStringLiteral("$") : QString(), share);
     built.Negative = built.Negative || amount < Currency();
   }
   const double width = std::min(most, WidthOf(built.Text)) + kTagPadding;

@@ -12,6 +12,8 @@
 #include "core/text.h"
 #include "screens/art/chip_art.h"
 #include "screens/table/pile_layout.h"
+#include "screens/table/stick_frame.h"
+#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -85,8 +87,13 @@ void PaintChips(const Stage& stage, const TablePiles& piles) {
   for (const DrawnChip& chip : piles.Chips) PlaceChip(stage, chip.Centre, chip.Picture);
 }
 
+void PaintPuck(QPainter& painter, const QRectF& place) {
+  DrawPuck(painter, place.center(), place.width(), Game.Point != 0);
+}
+
 void PaintMarkersOf(QPainter& painter, int betId, QPointF chip) {
   const auto place = [&](double right) {
+    if (!TheTable.PilesUpward) return chip + QPointF(right, -5);
     // Those of Lay make room for the puck above them.
     return InsideBox(betId, chip + QPointF(right, IsLay(betId) ? 1 : -5), kMarkerSize / 2);
   };
@@ -112,7 +119,7 @@ void PaintAmounts(QPainter& painter, const TablePiles& piles) {
     painter.setPen(QPen(QColor(0, 0, 0, 150), 0.5));
     painter.setBrush(Qt::white);
     painter.drawRoundedRect(tag.Rect, 1.6, 1.6);
-    DrawLettering(painter, tag.Text, tag.Rect.center(), kTagCapital, tag.Rect.width() - kTagPadding,
+    DrawLettering(painter, tag.Text, tag.Rect.center(), tag.Capital, tag.Rect.width() - kTagPadding,
                   tag.Negative ? QColor(0xC0, 0, 0) : QColor(0x10, 0x10, 0x14));
   }
 }
@@ -207,8 +214,10 @@ void PaintDragged(const Stage& stage, const TableView& view) {
   Currency rest = view.DraggedAmount;
   int height = 0;
   constexpr int kMostChips = 13;
+  constexpr double kAside = 3;
+  const QPointF step = TheTable.PilesUpward ? QPointF(0, -kChipRise) : QPointF(kAside, 0);
   const auto place = [&](int picture) {
-    PlaceChip(stage, view.DragPoint - QPointF(0, 2 + kChipRise * height++), picture);
+    PlaceChip(stage, view.DragPoint + QPointF(0, -2) + step * height++, picture);
   };
   for (int picture = 5; picture >= 1 && height < kMostChips; --picture) {
     const Currency value = ChipValue(picture);
@@ -276,11 +285,12 @@ void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCach
   RenewChips(stage);
   painter.drawPixmap(QPointF(0, 0), cache.Layout);
   painter.setWorldTransform(stage.Table * stage.Outer);
-  const TablePiles piles = LayOutPiles();
-  const QRectF puck = PuckPlace(piles.Chips);
+  const TablePiles piles = TheTable.PilesUpward ? LayOutPiles() : LayOutPilesAsTold();
+  if (TheTable.StickFrame == StickCallBoard) PaintCallBoard(painter, view.LastThrow);
   PaintChipRack(stage);
+  if (!TheTable.PuckMakesRoom) PaintPuck(painter, PuckRect(Game.Point));
   PaintChips(stage, piles);
-  DrawPuck(painter, puck.center(), puck.width(), Game.Point != 0);
+  if (TheTable.PuckMakesRoom) PaintPuck(painter, PuckPlace(piles.Chips));
   PaintMarkers(painter, piles);
   PaintAmounts(painter, piles);
   PaintRecorder(painter);

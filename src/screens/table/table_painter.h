@@ -6,9 +6,11 @@
 #include <QString>
 #include <QTransform>
 #include <array>
+#include <optional>
 
 #include "core/currency.h"
 #include "core/settings.h"
+#include "figures/call_text.h"
 #include "screens/table/table_layout.h"
 
 class QPainter;
@@ -20,7 +22,8 @@ struct TableView {
   std::array<double, 2> Turns = {0, 0};            // degrees
   bool Dragging = false;
   Currency DraggedAmount;
-  QPointF DragPoint;  // in table units
+  QPointF DragPoint;                       // in table units
+  std::optional<CalledThrow> LastThrow{};  // what the call board shows
 };
 
 /// Pictures kept between paintings. Belongs to the widget that shows the table.
@@ -38,7 +41,7 @@ QTransform TableTransform(QSizeF size);
 QPointF TablePoint(QPointF widgetPoint, QSizeF size);
 
 /// All that the layout's picture depends on, but for its size: colours, felt, payoffs, panel, bar
-/// number and placard. No bet changes it.
+/// number, placard, and how the player wants letters and the stick person. No bet changes it.
 QByteArray LayoutStamp();
 
 /// The table with nothing on it, in table units.

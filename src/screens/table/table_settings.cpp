@@ -114,13 +114,15 @@ const Several kSeverals[] = {
      QT_TRANSLATE_NOOP("TableSettings", "Colours of &Windows"),
      &TableSettings::Chrome,
      {{QT_TRANSLATE_NOOP("TableSettings", "Of the &Table"), ChromeOfTable},
-      {QT_TRANSLATE_NOOP("TableSettings", "Of the &System"), ChromeOfSystem}}},
+      {QT_TRANSLATE_NOOP("TableSettings", "Of the &System"), ChromeOfSystem},
+      {QT_TRANSLATE_NOOP("TableSettings", "&High Contrast"), ChromeHighContrast}}},
     {"StickFrame",
      QT_TRANSLATE_NOOP("TableSettings", "Stick Person's Fr&ame"),
      &TableSettings::StickFrame,
      {{QT_TRANSLATE_NOOP("TableSettings", "&Figure"), StickFigure},
       {QT_TRANSLATE_NOOP("TableSettings", "&Call Board"), StickCallBoard},
-      {QT_TRANSLATE_NOOP("TableSettings", "&Empty"), StickEmpty}}},
+      {QT_TRANSLATE_NOOP("TableSettings", "&Empty"), StickEmpty},
+      {QT_TRANSLATE_NOOP("TableSettings", "&Plain Figure"), StickAsTold}}},
 };
 
 /// The kinds of sound, in the order of `VolumeKind`.
@@ -306,6 +308,7 @@ TableSettings AsTold() {
   told.Motion = MotionFull;
   told.Settle = SettleInDialog;
   told.Chrome = ChromeOfSystem;
+  told.StickFrame = StickAsTold;
   return told;
 }
 

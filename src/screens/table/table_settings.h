@@ -13,8 +13,13 @@ enum PanelChoice : int { PanelWithRoom = 0, PanelAlways = 1, PanelNever = 2 };
 enum MotionChoice : int { MotionAsSystem = 0, MotionFull = 1, MotionReduced = 2 };
 enum NoticesChoice : int { NoticesInBox = 0, NoticesAsToast = 1 };
 enum SettleChoice : int { SettleInDialog = 0, SettleBesideChip = 1 };
-enum ChromeChoice : int { ChromeOfTable = 0, ChromeOfSystem = 1 };
-enum StickFrameChoice : int { StickFigure = 0, StickCallBoard = 1, StickEmpty = 2 };
+enum ChromeChoice : int { ChromeOfTable = 0, ChromeOfSystem = 1, ChromeHighContrast = 2 };
+enum StickFrameChoice : int {
+  StickFigure = 0,
+  StickCallBoard = 1,
+  StickEmpty = 2,
+  StickAsTold = 3,
+};
 enum VolumeKind : int { StickVolume = 0, DiceVolume = 1, ChipVolume = 2, WinVolume = 3 };
 
 struct TableSettings {
