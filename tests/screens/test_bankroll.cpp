@@ -15,6 +15,7 @@
 #include "bets/chips.h"
 #include "bets/make_bet.h"
 #include "core/host.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/report.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmBankroll.h"
@@ -48,7 +49,7 @@ class TestBankroll : public QObject {
       EndRolls(rolls, [amount = bankroll](int) { return amount; });
       for (const auto& [label, text] : texts) QCOMPARE(Text(label), text);
       const QColor ink = Find<QLabel>(screen_, "lblCurrent")->palette().windowText().color();
-      QCOMPARE(ink == QColor(Qt::red), Bankroll() < 0);
+      QCOMPARE(ink == WarningInk(), Bankroll() < 0);
     }
   }
 

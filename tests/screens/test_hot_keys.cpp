@@ -9,6 +9,7 @@
 #include "autobet/hot_key_table.h"
 #include "autobet/hot_keys.h"
 #include "core/host.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/report.h"
 #include "screens/screen_driver.h"
 #include "screens/scripts/frmHotKeys.h"
@@ -57,7 +58,7 @@ class TestHotKeys : public QObject {
 
     const QModelIndex gone = list_->model()->index(1, 1);
     QCOMPARE(gone.data(Qt::ToolTipRole).toString(), "gone.bet isn't there.");
-    QCOMPARE(gone.data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::red));
+    QCOMPARE(gone.data(Qt::ForegroundRole).value<QColor>(), WarningInk());
     list_->edit(gone);  // in place
     auto* cell = qobject_cast<QLineEdit*>(list_->indexWidget(gone));
     cell->setText("b.bet");

@@ -163,7 +163,7 @@ class TestNumbers : public QObject {
                      int color = PaletteBlack) {
     const auto* label = Find<QLabel>(screen, name);
     QCOMPARE(label->text(), QString::fromStdString(text));
-    QCOMPARE(label->palette().color(QPalette::WindowText), PaletteInk(color));
+    QCOMPARE(label->palette().color(QPalette::WindowText), FigureInk(color));
   }
 
   static std::vector<int> Selected() {

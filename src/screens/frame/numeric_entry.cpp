@@ -9,6 +9,7 @@
 
 #include "core/text.h"
 #include "rules/numeric_entry.h"
+#include "screens/frame/chrome.h"
 
 namespace {
 
@@ -22,8 +23,9 @@ QColor ColorOf(ValueColorKind kind) {
 
 void ColorByValue(QLineEdit* box) {
   QPalette palette = box->palette();
-  palette.setColor(QPalette::Base, Qt::white);
-  palette.setColor(QPalette::Text, ColorOf(ValueColor(ParseAmount(box->text().toStdString()))));
+  palette.setColor(QPalette::Base, PaperColor());
+  palette.setColor(QPalette::Text,
+                   InkOnPaper(ColorOf(ValueColor(ParseAmount(box->text().toStdString())))));
   box->setPalette(palette);
 }
 
@@ -85,5 +87,5 @@ void MakeNumericBox(QLineEdit* box, int decimals, bool minusAllowed) {
   box->setAcceptDrops(false);
   box->setAttribute(Qt::WA_InputMethodEnabled, false);
   QObject::connect(box, &QLineEdit::textChanged, box, [box] { ColorByValue(box); });
-  ColorByValue(box);
+  FollowChrome(box, [box] { ColorByValue(box); });
 }

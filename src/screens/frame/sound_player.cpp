@@ -17,7 +17,9 @@ constexpr int kLongestSound = 8000;
 
 QHash<QString, QSoundEffect*> LoadedSounds;
 QSoundEffect* Playing = nullptr;
+std::string PlayingPath;
 double Volume = 1;
+std::array<double, 4> KindVolumes = {1, 1, 1, 1};
 
 QSoundEffect* SoundOf(const QString& path) {
   QSoundEffect*& sound = LoadedSounds[path];
@@ -40,6 +42,11 @@ void WaitForEnd(QSoundEffect* sound) {
   if (sound->isPlaying() && sound->status() != QSoundEffect::Error) loop.exec();
 }
 
+/// What plays takes the volume in force.
+void FollowVolume() {
+  if (Playing) Playing->setVolume(static_cast<float>(VolumeOfSound(PlayingPath)));
+}
+
 }  // namespace
 
 // Sound systems that aren't there complain at length, which nobody needs to read.
@@ -60,7 +67,8 @@ void PlayWave(const std::string& path, SoundMode mode) {
   if (file.isEmpty() || !QFileInfo::exists(file) || !SoundDeviceFound()) return;
   Playing = SoundOf(file);
   Playing->setLoopCount(mode == SoundMode::Loop ? QSoundEffect::Infinite : 1);
-  Playing->setVolume(static_cast<float>(Volume));
+  PlayingPath = path;
+  Playing->setVolume(static_cast<float>(VolumeOfSound(path)));
   Playing->play();
   if (mode == SoundMode::PlayToEnd) WaitForEnd(Playing);
 }
@@ -74,5 +82,27 @@ double SoundVolume() { return Volume; }
 
 void SetSoundVolume(double volume) {
   Volume = volume;
-  if (Playing) Playing->setVolume(static_cast<float>(volume));
+  FollowVolume();
+}
+
+SoundKind KindOfSound(const std::string& path) {
+  const QFileInfo file(QString::fromStdString(path));
+  static const std::pair<const char*, SoundKind> kKinds[] = {{"stk", SoundKind::Stick},
+                                                             {"dce", SoundKind::Dice},
+                                                             {"chp", SoundKind::Chips},
+                                                             {"win", SoundKind::Win}};
+  for (const auto& [suffix, kind] : kKinds)
+    if (file.suffix().compare(QLatin1String(suffix), Qt::CaseInsensitive) == 0) return kind;
+  const bool rain = file.fileName().compare(QLatin1String("Chips.wav"), Qt::CaseInsensitive) == 0;
+  return rain ? SoundKind::Win : SoundKind::Other;
+}
+
+void SetSoundVolumes(const std::array<double, 4>& volumes) {
+  KindVolumes = volumes;
+  FollowVolume();
+}
+
+double VolumeOfSound(const std::string& path) {
+  const auto kind = static_cast<std::size_t>(KindOfSound(path));
+  return kind < KindVolumes.size() ? Volume * KindVolumes[kind] : Volume;
 }

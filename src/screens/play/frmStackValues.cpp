@@ -19,6 +19,7 @@
 #include "core/help_topics.h"
 #include "core/messages.h"
 #include "core/text.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/numeric_entry.h"
 #include "screens/frame/player_change.h"
@@ -134,7 +135,7 @@ void frmStackValues::MakeList() {
        {.Heading = tr("Value"),
         .Text = ValueText,
         .Alignment = Qt::AlignRight,
-        .Ink = [](int row) { return ValueOfRow(row) < 0 ? QColor(Qt::red) : QColor(); },
+        .Ink = [](int row) { return ValueOfRow(row) < 0 ? WarningInk() : QColor(); },
         .EditText = [](int row) { return Text(PlainText(ValueOfRow(row))); },
         .Take = TakeValue}});
   picChipStacks_ = New<StackTable>("picChipStacks");

@@ -14,6 +14,7 @@
 #include "rules/comp_bets.h"
 #include "rules/comps.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/record_model.h"
@@ -49,7 +50,7 @@ class CompsPage : public ConfigPage {
     QLabel* vig = lblCompdata_[kVigLine];
     const bool dark = palette().color(QPalette::Window).lightness() < 128;
     QPalette ink = palette();
-    ink.setColor(QPalette::WindowText, figures.Vig > 0 ? QColor(dark ? 0xFF6060 : 0xD00000)
+    ink.setColor(QPalette::WindowText, figures.Vig > 0 ? WarningInk()
                                        : dark          ? QColor(0x8CB4FF)
                                                        : QColor(0x000080));
     vig->setPalette(ink);

@@ -24,6 +24,7 @@
 #include "core/help_topics.h"
 #include "screens/files/frmFile.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/screen_table.h"
@@ -469,7 +470,7 @@ void frmAutoBet::FindTyped(bool forward, bool next) {
   int found = FindLine(wanted, Game.ScriptInsertLine + step, forward);
   if (found == 0) found = FindLine(wanted, forward ? 1 : Game.ScrCount, forward);
   QPalette look;
-  if (found == 0 && !wanted.empty()) look.setColor(QPalette::Text, Qt::red);
+  if (found == 0 && !wanted.empty()) look.setColor(QPalette::Text, WarningInk());
   txtFind_->setPalette(look);
   if (found == 0) return;
   Game.FindText = wanted;

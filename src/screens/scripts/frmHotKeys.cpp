@@ -28,6 +28,7 @@
 #include "core/record_file.h"
 #include "screens/files/frmFile.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
 #include "screens/frame/screen_table.h"
@@ -157,7 +158,7 @@ void frmHotKeys::MakeBoxes(QVBoxLayout* column) {
 }
 
 void frmHotKeys::MakeList(QVBoxLayout* column) {
-  const auto ink = [](int row) { return FaultAt(row).isEmpty() ? QColor() : QColor(Qt::red); };
+  const auto ink = [](int row) { return FaultAt(row).isEmpty() ? QColor() : WarningInk(); };
   const QIcon warning = style()->standardIcon(QStyle::SP_MessageBoxWarning);
   const auto icon = [warning, none = NoIcon(style())](int row) {
     return FaultAt(row).isEmpty() ? none : warning;

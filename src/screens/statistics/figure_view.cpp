@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <array>
 
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 
 QColor PaletteInk(int color) {
@@ -16,25 +17,30 @@ QColor PaletteInk(int color) {
   return QColor::fromRgb(kColors[static_cast<unsigned>(color) % kColors.size()]);
 }
 
+QColor FigureInk(int color) { return InkOnPaper(PaletteInk(color)); }
+
 void PutOnPaper(QWidget* panel) {
-  for (QHeaderView* header : panel->findChildren<QHeaderView*>())
-    header->setPalette(QApplication::palette());
-  QPalette palette = panel->palette();
-  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-    palette.setColor(group, QPalette::Window, Qt::white);
-    palette.setColor(group, QPalette::Base, Qt::white);
-    palette.setColor(group, QPalette::AlternateBase, QColor(0xF4, 0xF6, 0xF8));
-    palette.setColor(group, QPalette::WindowText, Qt::black);
-    palette.setColor(group, QPalette::Text, Qt::black);
-    palette.setColor(group, QPalette::ButtonText, Qt::black);
-  }
-  panel->setPalette(palette);
+  FollowChrome(panel, [panel] {
+    for (QHeaderView* header : panel->findChildren<QHeaderView*>())
+      header->setPalette(QApplication::palette());
+    const QColor ink = InkOnPaper(Qt::black);
+    QPalette palette = QApplication::palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+      palette.setColor(group, QPalette::Window, PaperColor());
+      palette.setColor(group, QPalette::Base, PaperColor());
+      palette.setColor(group, QPalette::AlternateBase,
+                       HasOwnChrome() ? ColorsOfWindows().Window : QColor(0xF4, 0xF6, 0xF8));
+      for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(group, role, ink);
+    }
+    panel->setPalette(palette);
+  });
   panel->setAutoFillBackground(true);
 }
 
 void ShowFigure(QLabel* label, const std::string& text, int color) {
   if (const QString shown = Text(text); label->text() != shown) label->setText(shown);
-  const QColor ink = PaletteInk(color);
+  const QColor ink = FigureInk(color);
   if (label->palette().color(QPalette::WindowText) == ink) return;
   QPalette palette = label->palette();
   palette.setColor(QPalette::WindowText, ink);

@@ -13,8 +13,12 @@ class QLabel;
 /// A colour of the 16-colour palette.
 QColor PaletteInk(int color);
 
+/// The same as the ink of a figure that stands on paper: it can be read on that of our own colours,
+/// too.
+QColor FigureInk(int color);
+
 /// A figure on paper: black letters on white whatever the desktop's colours are, so that red and
-/// blue mean the same everywhere.
+/// blue mean the same everywhere; where windows have colours of our own, in these.
 void PutOnPaper(QWidget* panel);
 
 /// Writes a figure where it has changed, in its colour.

@@ -18,6 +18,7 @@
 #include "core/text.h"
 #include "screens/frame/at_table.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/player_change.h"
@@ -51,11 +52,11 @@ void Show(QLabel* label, const QString& text) {
 /// Shows an amount, red below 0.
 void ShowAmount(QLabel* label, Currency amount) {
   Show(label, Money(amount));
-  const bool red = amount < 0;
-  if (label->property("below").toBool() == red) return;
-  label->setProperty("below", red);
-  QPalette palette = QApplication::palette(label);
-  if (red) palette.setColor(QPalette::WindowText, Qt::red);
+  const QColor ink = amount < 0 ? WarningInk() : QColor();
+  if (label->property("ink").value<QColor>() == ink) return;
+  label->setProperty("ink", ink);
+  QPalette palette;
+  if (ink.isValid()) palette.setColor(QPalette::WindowText, ink);
   label->setPalette(palette);
 }
 

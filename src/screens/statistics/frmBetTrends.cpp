@@ -28,7 +28,7 @@ frmBetTrends::frmBetTrends(QWidget* table)
                        {.Heading = tr("Trend"),
                         .Text = [at](int row) { return QString::fromStdString(at(row).Streak); },
                         .Alignment = Qt::AlignRight,
-                        .Ink = [at](int row) { return PaletteInk(at(row).Color); }}});
+                        .Ink = [at](int row) { return FigureInk(at(row).Color); }}});
   QTableView* list = new QTableView;
   list->setObjectName("lstBetTrends");
   list->setAccessibleName(tr("Trend of every bet"));

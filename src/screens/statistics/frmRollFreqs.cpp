@@ -15,6 +15,7 @@
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/statistics/figure_view.h"
 
@@ -25,7 +26,6 @@ constexpr QSize kAtStart(900, 640);
 constexpr double kGapColumnSpace = 8;
 constexpr double kMargin = 8;
 const QColor kRule(0xC8, 0xC8, 0xC8);
-const QColor kBar(0x9C, 0xC4, 0xE8);
 const QColor kCurve(0xE0, 0x70, 0x20);
 
 /// The place of a gap among eight columns of 25, from the top down.
@@ -35,6 +35,13 @@ QRectF CellOf(QRectF area, int gap) {
   const double height = inner.height() / kGapRows;
   return {inner.left() + (gap - 1) / kGapRows * width, inner.top() + (gap - 1) % kGapRows * height,
           width - kGapColumnSpace, height};
+}
+
+GapInks InksOnScreen() {
+  GapInks inks{PaperColor(), InkOnPaper(Qt::gray), FigureInk(PaletteBlue), FigureInk(PaletteBlack)};
+  // Figures stand on the bars, too.
+  if (PaperColor().lightness() < 128) inks.Bar = QColor(0x2F, 0x55, 0x78);
+  return inks;
 }
 
 }  // namespace
@@ -55,11 +62,12 @@ void picGapsBox::Show(const RollFreqs& freqs) {
   update();
 }
 
-void picGapsBox::Paint(QPainter& painter, QRectF area, const RollFreqs& freqs) {
-  painter.fillRect(area, Qt::white);
+void picGapsBox::Paint(QPainter& painter, QRectF area, const RollFreqs& freqs,
+                       const GapInks& inks) {
+  painter.fillRect(area, inks.Paper);
   painter.setRenderHint(QPainter::Antialiasing);
   if (!freqs.Empty.empty()) {
-    painter.setPen(Qt::gray);
+    painter.setPen(inks.Remark);
     painter.drawText(area, Qt::AlignCenter | Qt::TextWordWrap, Text(freqs.Empty));
   }
   QFont font = painter.font();
@@ -73,7 +81,7 @@ void picGapsBox::Paint(QPainter& painter, QRectF area, const RollFreqs& freqs) {
     const QRectF bars = cell.adjusted(numbers, 1, 0, -1);
     const double scale = freqs.HighestGap > 0 ? bars.width() / freqs.HighestGap : 0;
     if (gap.Tally > 0) {
-      painter.fillRect(QRectF(bars.left(), bars.top(), gap.Tally * scale, bars.height()), kBar);
+      painter.fillRect(QRectF(bars.left(), bars.top(), gap.Tally * scale, bars.height()), inks.Bar);
       painter.setPen(kRule);
       painter.drawLine(QPointF(bars.left(), cell.top()), QPointF(bars.left(), cell.bottom()));
     }
@@ -82,10 +90,10 @@ void picGapsBox::Paint(QPainter& painter, QRectF area, const RollFreqs& freqs) {
       painter.setPen(QPen(kCurve, 1.6));
       painter.drawLine(QPointF(x, cell.top()), QPointF(x, cell.bottom()));
     }
-    painter.setPen(PaletteInk(PaletteBlue));
+    painter.setPen(inks.Name);
     painter.drawText(QRectF(cell.left(), cell.top(), numbers - 4, cell.height()),
                      Qt::AlignRight | Qt::AlignVCenter, Text(gap.GapText));
-    painter.setPen(Qt::black);
+    painter.setPen(inks.Figure);
     painter.drawText(bars.adjusted(3, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
                      Text(gap.TallyText));
   }
@@ -93,7 +101,7 @@ void picGapsBox::Paint(QPainter& painter, QRectF area, const RollFreqs& freqs) {
 
 void picGapsBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  Paint(painter, rect(), freqs_);
+  Paint(painter, rect(), freqs_, InksOnScreen());
 }
 
 bool picGapsBox::event(QEvent* event) {
@@ -204,7 +212,7 @@ Report frmRollFreqs::Print() const {
   Report report = ReportOf(TableOf(freqs));
   report.Picture = [freqs](QPainter& painter, QSizeF rest, int) {
     const QSizeF half(rest.width(), rest.height() * 0.6);
-    picGapsBox::Paint(painter, QRectF(QPointF(), half), freqs);
+    picGapsBox::Paint(painter, QRectF(QPointF(), half), freqs, GapInks());
     return false;
   };
   return report;

@@ -1,6 +1,8 @@
 // The numbers and the spacing of one chosen roll event.
 #pragma once
 
+#include <QColor>
+
 #include "figures/roll_freqs.h"
 #include "screens/frame/report.h"
 #include "screens/frame/screen.h"
@@ -8,6 +10,15 @@
 class QComboBox;
 class QPushButton;
 class QVBoxLayout;
+
+/// The colours of the gaps; as they come, those of a printed page.
+struct GapInks {
+  QColor Paper{Qt::white};
+  QColor Remark{Qt::gray};
+  QColor Name{Qt::blue};
+  QColor Figure{Qt::black};
+  QColor Bar{0x9C, 0xC4, 0xE8};
+};
 
 /// The gaps of the event, each with a bar, and behind them the curve that dice of the probability
 /// shown would leave.
@@ -17,7 +28,7 @@ class picGapsBox : public QWidget {
  public:
   explicit picGapsBox(QWidget* parent);
   void Show(const RollFreqs& freqs);
-  static void Paint(QPainter& painter, QRectF area, const RollFreqs& freqs);
+  static void Paint(QPainter& painter, QRectF area, const RollFreqs& freqs, const GapInks& inks);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -157,8 +157,8 @@ void frmRollTotals::ShowBar() {
 
 void frmRollTotals::ShowRecord() {
   RollTotals totals = FigureRollTotals();
-  ShowFigure(lblTotalRolls_, totals.TotalRolls,
-             palette().color(QPalette::Window).lightness() < 128 ? PaletteWhite : PaletteBlack);
+  const QString rolls = Text(totals.TotalRolls);
+  if (lblTotalRolls_->text() != rolls) lblTotalRolls_->setText(rolls);
   picComparison_->setVisible(totals.OffersComparison);
   lblEmpty_->setText(Text(totals.Empty));
   QPalette paper = lblEmpty_->palette();

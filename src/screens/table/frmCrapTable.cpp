@@ -41,7 +41,9 @@
 #include "screens/table/screens.h"
 #include "screens/table/table_commands.h"
 #include "screens/table/table_layout.h"
+#include "screens/table/table_look.h"
 #include "screens/table/table_menus.h"
+#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -149,6 +151,7 @@ frmCrapTable::frmCrapTable() {
   UseScreens(this, AllScreens());
   AtTable = {[this] { Roll(); }, [this] { RollByCommand(); },
              [this](int die1, int die2) { RollNamed(die1, die2); }, [this] { RunHyperDrive(); }};
+  FollowTableSettings(this, [this] { RedrawLayout(); });
   menus_ = new Menus(this, kPlace);
   MakeTableMenus(this, *menus_);
   timerQuickStats_ = new QTimer(this);
@@ -218,9 +221,13 @@ void frmCrapTable::RedrawBets() {
   picLayout_->update();
 }
 
-void frmCrapTable::RedrawLayout() { picLayout_->update(); }
+void frmCrapTable::RedrawLayout() {
+  UseTableLook();
+  picLayout_->update();
+}
 
 void frmCrapTable::RefreshViews() {
+  UseTableLook();
   ShowCaption();
   RedrawBets();
   RefreshScreens();
