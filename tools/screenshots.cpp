@@ -37,7 +37,9 @@
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/qt_host.h"
 #include "screens/table/screens.h"
+#include "screens/table/table_look.h"
 #include "screens/table/table_painter.h"
+#include "screens/table/table_settings.h"
 #include "stats/events_log.h"
 
 namespace {
@@ -53,6 +55,7 @@ constexpr int kRollsOfShortGame = 80;
 
 QDir outputFolder;
 int failures = 0;
+int coloursInForce = 0;  // the preset that a fresh table has
 
 QImage TablePicture(QSize size, const TableView& view = {}) {
   TableCache cache;
@@ -112,6 +115,7 @@ void LayEveryBet() {
 
 void Fresh() {
   LayDownDefaults();
+  SetColorPreset(coloursInForce);
   Game.DisplayBetAmounts = false;
 }
 
@@ -481,6 +485,7 @@ void ShootScreens(const QString& look) {
       PlayForScreens();
     else
       Fresh();
+    UseTableLook();
     for (const ScreenRow& row : AllScreens()) {
       Screen* screen = ShowScreen(row.Id);
       const QSize atStart = screen->size();
@@ -496,6 +501,28 @@ void ShootScreens(const QString& look) {
   }
 }
 
+/// In the colours of a dark table and of a light one, and in high contrast with letters of twice
+/// the size.
+void ShootScreensInColoursOfTables() {
+  const QFont letters = QApplication::font();
+  const std::tuple<const char*, int, ChromeChoice, double> looks[] = {
+      {"green", 0, ChromeOfTable, 1.0},
+      {"woodgrain", 3, ChromeOfTable, 1.0},
+      {"black_light_200", 1, ChromeOfTable, 2.0},
+      {"contrast_200", 0, ChromeHighContrast, 2.0}};
+  for (const auto& [name, preset, chrome, scale] : looks) {
+    QFont scaled = letters;
+    scaled.setPointSizeF(letters.pointSizeF() * scale);
+    QApplication::setFont(scaled);
+    coloursInForce = preset;
+    TheTable.Chrome = chrome;
+    ShootScreens(name);
+  }
+  coloursInForce = 0;
+  TheTable.Chrome = ChromeOfTable;
+  QApplication::setFont(letters);
+}
+
 void ShootScreensInAllLooks() {
   const QFont letters = QApplication::font();
   const QPalette light = QApplication::palette();
@@ -503,6 +530,7 @@ void ShootScreensInAllLooks() {
     QFont scaled = letters;
     scaled.setPointSizeF(letters.pointSizeF() * scale);
     QApplication::setFont(scaled);
+    TheTable.Chrome = ChromeOfSystem;
     for (const bool dark : {false, true}) {
       QApplication::setPalette(dark ? DarkPalette() : light);
       ShootScreens(QStringLiteral("%1%2").arg(qRound(scale * 100)).arg(dark ? "_dark" : ""));
@@ -510,6 +538,7 @@ void ShootScreensInAllLooks() {
   }
   QApplication::setFont(letters);
   QApplication::setPalette(light);
+  ShootScreensInColoursOfTables();
 }
 
 /// The pictures of the handbook's pages: screens as they open beside a game, the table where bets
@@ -615,7 +644,7 @@ void ShootTable() {
 
 }  // namespace
 
-// kelvanor_screenshots [FOLDER [table|screens|scripts|handbook]]
+// kelvanor_screenshots [FOLDER [table|screens|colours|scripts|handbook]]
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();
@@ -625,6 +654,7 @@ int main(int argc, char** argv) {
   if (part.isEmpty() || part == "table") ShootTable();
   if (part.isEmpty() || part == "screens") ShootScreensInAllLooks();
   if (part.isEmpty() || part == "scripts") ShootScreensOfScripts();
+  if (part == "colours") ShootScreensInColoursOfTables();
   if (part == "handbook") ShootHandbook();
   QTextStream(stdout) << outputFolder.entryList({QStringLiteral("*.png")}).size() << " pictures in "
                       << outputFolder.path() << '\n';

@@ -13,7 +13,8 @@
 
 namespace {
 
-constexpr double kStrongestChroma = 0.032;
+constexpr double kDarkChroma = 0.032;  // at most
+constexpr double kLightChroma = 0.022;
 constexpr double kDarkFelt = 0.30;      // luminance
 constexpr double kGrayChroma = 0.004;   // of a felt without a hue
 constexpr double kHighContrast = 19.5;  // of a desktop's letters on its windows
@@ -76,7 +77,8 @@ ChromeColors ChromeOfFelt(QColor felt, QColor lines) {
   const bool dark = Luminance(felt) < kDarkFelt;
   Oklch shade = ToOklch(felt);
   if (shade.Chroma < kGrayChroma) shade = ToOklch(lines);
-  shade.Chroma = shade.Chroma < kGrayChroma ? 0 : std::min(shade.Chroma, kStrongestChroma);
+  shade.Chroma =
+      shade.Chroma < kGrayChroma ? 0 : std::min(shade.Chroma, dark ? kDarkChroma : kLightChroma);
   const auto at = [&shade](double lightness) {
     return FromOklch({lightness, shade.Chroma, shade.Hue});
   };

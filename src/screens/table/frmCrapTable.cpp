@@ -39,6 +39,7 @@
 #include "screens/scripts/script_commands.h"
 #include "screens/table/game_commands.h"
 #include "screens/table/screens.h"
+#include "screens/table/table_access.h"
 #include "screens/table/table_commands.h"
 #include "screens/table/table_layout.h"
 #include "screens/table/table_look.h"
@@ -76,11 +77,11 @@ int SpotOf(const SpotHit& hit) { return hit.PickedSpot != NoSpot ? hit.PickedSpo
 
 // ---- picLayout ----
 
-picLayoutBox::picLayoutBox(frmCrapTable* table) : QWidget(table), table_(table) {
+picLayoutBox::picLayoutBox(frmCrapTable* table) : QWidget(table), table_(table), keyboard_(table) {
   setObjectName("picLayout");
   setAccessibleName(tr("Craps table"));
   setMouseTracking(true);
-  setFocusPolicy(Qt::NoFocus);  // a click must not take the focus from the keyed-bet box
+  setFocusPolicy(Qt::TabFocus);  // a click must not take the focus from the keyed-bet box
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMinimumSize(static_cast<int>(kTableWidth), static_cast<int>(kTableHeight));
 }
@@ -95,6 +96,9 @@ void picLayoutBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   Guarded("DrawLayout", [&] { PaintTable(painter, size(), table_->View(), cache_); });
   if (!rain_.isNull()) painter.drawPixmap(0, 0, rain_);
+  if (!hasFocus()) return;
+  painter.setTransform(TableTransform(size()), true);
+  keyboard_.PaintFocus(painter);
 }
 
 void picLayoutBox::RainChip(int picture, QPointF place) {
@@ -121,6 +125,7 @@ void picLayoutBox::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void picLayoutBox::mousePressEvent(QMouseEvent* event) {
+  keyboard_.Hide();
   Guarded(kPlace, [&] { table_->MousePressed(ToTable(event->position()), *event); });
 }
 
@@ -132,10 +137,33 @@ void picLayoutBox::leaveEvent(QEvent*) { table_->MouseLeft(); }
 
 void picLayoutBox::resizeEvent(QResizeEvent*) { table_->PlaceKeyedBox(); }
 
+bool picLayoutBox::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && !Game.AutoBetRunning &&
+      keyboard_.TakesBeforeMenus(*static_cast<QKeyEvent*>(event))) {
+    event->accept();
+    return true;
+  }
+  return QWidget::event(event);
+}
+
+void picLayoutBox::focusInEvent(QFocusEvent* event) {
+  const Qt::FocusReason reason = event->reason();
+  if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+    keyboard_.Enter(reason == Qt::TabFocusReason);
+  update();
+}
+
+void picLayoutBox::focusOutEvent(QFocusEvent*) { update(); }
+
+bool picLayoutBox::focusNextPrevChild(bool next) {
+  return (!Game.AutoBetRunning && keyboard_.Step(next)) || QWidget::focusNextPrevChild(next);
+}
+
 // ---- frmCrapTable ----
 
 frmCrapTable::frmCrapTable() {
   setObjectName("frmCrapTable");
+  InstallTableAccess();
   QWidget* content = new QWidget(this);
   QVBoxLayout* column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
@@ -219,6 +247,7 @@ void frmCrapTable::RedrawBets() {
   PlaceKeyedBox();
   ShowQuickStatus();
   picLayout_->update();
+  TellChanges(picLayout_);
 }
 
 void frmCrapTable::RedrawLayout() {
@@ -324,6 +353,12 @@ void frmCrapTable::MouseMoved(QPointF place) {
     view_.DragPoint = place;
     picLayout_->update();
   }
+  ShowQuickStatus();
+}
+
+void frmCrapTable::PointAt(QPointF place) {
+  mouse_ = place;
+  helpTopic_ = FindHotSpot(place.x(), place.y(), view_.Dice).HelpTopic;
   ShowQuickStatus();
 }
 
@@ -462,10 +497,18 @@ bool frmCrapTable::TakeHotKey(const QKeyEvent& event) {
   return true;
 }
 
+bool frmCrapTable::TakeTableKey(const QKeyEvent& event) {
+  bool taken = false;
+  Guarded(kPlace, [&] { taken = picLayout_->Keyboard().Take(event); });
+  return taken;
+}
+
 void frmCrapTable::keyPressEvent(QKeyEvent* event) {
   if (Game.AutoBetRunning) {
     if (IsWholeKey(*event)) Guarded(kPlace, AskToInterruptRun);
   } else if (TakeHotKey(*event)) {
+    event->accept();
+  } else if (TakeTableKey(*event)) {
     event->accept();
   } else if (TakeCommonKey(*event, helpTopic_)) {
     event->accept();

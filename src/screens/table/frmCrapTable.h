@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <functional>
 
+#include "screens/table/table_keyboard.h"
 #include "screens/table/table_painter.h"
 
 class frmCrapTable;
@@ -29,6 +30,8 @@ class picLayoutBox : public QWidget {
   /// A rectangle of the table on the widget.
   QRect FromTable(QRectF place) const;
 
+  TableKeyboard& Keyboard() { return keyboard_; }
+
   /// Lets a chip fall on the table; it lies there until `ClearRain`.
   void RainChip(int picture, QPointF place);
   void ClearRain();
@@ -40,9 +43,14 @@ class picLayoutBox : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool event(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
 
  private:
   frmCrapTable* table_;
+  TableKeyboard keyboard_;
   TableCache cache_;
   QPixmap rain_;
 };
@@ -94,6 +102,9 @@ class frmCrapTable : public QMainWindow {
   void MousePressed(QPointF place, const QMouseEvent& event);
   void MouseReleased(QPointF place, const QMouseEvent& event);
 
+  /// The status line and F1 speak of a place, as if the mouse were there.
+  void PointAt(QPointF place);
+
   /// Puts the keyed-bet box where the record says, or away.
   void PlaceKeyedBox();
 
@@ -120,6 +131,7 @@ class frmCrapTable : public QMainWindow {
   void ShowQuickStatus();
   void ShowScript();
   bool TakeHotKey(const QKeyEvent& event);
+  bool TakeTableKey(const QKeyEvent& event);
   int SpotUnderMouse() const;
 
   TableView view_;

@@ -286,6 +286,16 @@ double ArchDrop(double x) {
   return 11 * off * off;
 }
 
+/// The ring round a number that pays more.
+void PaintRing(QPainter& painter, QPointF centre) {
+  constexpr double kWidth = 1.2;
+  QPainterPath ring;
+  ring.addEllipse(centre, 9.6, 9.6);
+  const FeltInk ink = SignInk(SlotColor(ColorFieldText));
+  if (ink.Edge) Stroke(painter, ring, *ink.Edge, kWidth + ink.EdgeWidth);
+  Stroke(painter, ring, ink.Ink, kWidth);
+}
+
 void PaintField(QPainter& painter) {
   Outline(painter, SpotOutline(Field));
   const std::vector<FieldNumber> numbers = FieldNumbers();
@@ -299,16 +309,14 @@ void PaintField(QPainter& painter) {
     if (i > 0) {
       QPainterPath dot;
       dot.addEllipse((at + previous) / 2, 1.5, 1.5);
-      const FeltInk ink = LineInk(SlotColor(ColorFieldText), 0);
+      const FeltInk ink = SignInk(SlotColor(ColorFieldText));
       if (ink.Edge) Stroke(painter, dot, *ink.Edge, ink.EdgeWidth);
       painter.fillPath(dot, ink.Ink);
     }
     const bool special = !number.Pays.isEmpty();
     const double turn = (x - kFieldMiddle) / 150 * 8;
     if (special) {
-      painter.setBrush(Qt::NoBrush);
-      DrawLine(painter, QPen(SlotColor(ColorFieldText), 1.2),
-               [&] { painter.drawEllipse(at, 9.6, 9.6); });
+      PaintRing(painter, at);
       Write(painter, {number.Pays, {x, at.y() + 15.6}, 5.2, pitch - 2, ColorFieldText});
     }
     Write(painter, {QString::number(number.Total), at, special ? 9.2 : 12.5, special ? 14.5 : 26.0,

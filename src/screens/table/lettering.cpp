@@ -15,8 +15,7 @@ namespace {
 
 QColor Felt() { return QColor::fromRgb(Game.TableColor[ColorFelt]); }
 
-constexpr double kEdgeOfCapital = 0.9;  // beside the letter
-constexpr double kEdgeOfSmall = 0.7;
+constexpr double kEdgeOfLetter = 0.9;  // beside it
 constexpr double kEdgeOfLine = 0.5;
 
 // ---- As it always was ----
@@ -52,22 +51,24 @@ FeltInk FaintLetter(QColor ink, double capHeight) {
 
 // ---- Readable on each pattern ----
 
-/// The colours of the darkest and of the lightest tenth of a felt.
+/// The colours of a felt that few of its pixels are darker than, and lighter than.
 std::pair<QRgb, QRgb> EndsOfFelt(QColor felt, int pattern) {
-  QImage picture(static_cast<int>(kTableWidth), static_cast<int>(kTableHeight),
-                 QImage::Format_RGB32);
+  constexpr int kScale = 2;  // at which threads can be seen
+  constexpr QRect kWritten(45 * kScale, 45 * kScale, 455 * kScale, 345 * kScale);
+  QImage picture(kWritten.size(), QImage::Format_RGB32);
   QPainter painter(&picture);
+  painter.translate(-kWritten.topLeft());
+  painter.scale(kScale, kScale);
   PaintFelt(painter, FeltOutline().boundingRect(), felt, pattern);
   painter.end();
   std::vector<std::pair<double, QRgb>> pixels;
-  constexpr int kEach = 3;  // pixels of a row and column
-  constexpr QRect kWritten(45, 45, 590, 345);
-  for (int y = kWritten.top(); y < kWritten.bottom(); y += kEach)
-    for (int x = kWritten.left(); x < kWritten.right(); x += kEach)
+  constexpr int kEach = 5;  // pixels of a row and column
+  for (int y = 0; y < picture.height(); y += kEach)
+    for (int x = 0; x < picture.width(); x += kEach)
       pixels.emplace_back(Luminance(QColor::fromRgb(picture.pixel(x, y))), picture.pixel(x, y));
   std::ranges::sort(pixels);
-  const std::size_t tenth = pixels.size() / 10;
-  return {pixels[tenth].second, pixels[pixels.size() - 1 - tenth].second};
+  const std::size_t few = pixels.size() / 20;
+  return {pixels[few].second, pixels[pixels.size() - 1 - few].second};
 }
 
 QColor Over(QColor under, QColor veil) {
@@ -111,10 +112,16 @@ FeltInk LetterInk(QColor ink, double capHeight) {
   if (!TheTable.ClearLettering) return FaintLetter(ink, capHeight);
   const Ground ground = GroundOfFelt();
   if (Contrast(ink, ground) >= kTextContrast) return {ink};
-  if (capHeight >= kSmallCapital) return WithEdge(ink, 2 * kEdgeOfCapital);
-  const QColor moved = MovedOff(ground, ink, kTextContrast);
+  if (capHeight >= kSmallCapital) return WithEdge(ink, 2 * kEdgeOfLetter);
+  // A little farther than it must: some of the felt is beyond its ground.
+  constexpr double kSure = 1.15 * kTextContrast;
+  const QColor moved = MovedOff(ground, ink, kSure);
   if (Contrast(moved, ground) >= kTextContrast) return {moved};
-  return WithEdge(moved, 2 * kEdgeOfSmall);
+  return WithEdge(moved, 2 * kEdgeOfLetter);
+}
+
+FeltInk SignInk(QColor ink) {
+  return TheTable.ClearLettering ? LetterInk(ink, kSmallCapital) : FeltInk{ink};
 }
 
 FeltInk LineInk(QColor ink, double width) {

@@ -22,6 +22,9 @@ inline constexpr double kSmallCapital = 7;
 /// what can hardly be seen is helped.
 FeltInk LetterInk(QColor ink, double capHeight);
 
+/// How dots and rings among letters are painted: as capitals of their colour.
+FeltInk SignInk(QColor ink);
+
 /// How a line of a colour and a width is painted on the felt in force.
 FeltInk LineInk(QColor ink, double width);
 

@@ -14,7 +14,7 @@ struct TableButton {
   QString State{};  // as its value is read out: "Bankroll 536 dollars"; may be empty
   std::function<bool()> Enabled{};  // always, when empty
   std::function<void()> Act{};      // none for what can only be read
-  int Key = 0;                      // the plain key (Qt::Key) that presses it; 0 for none
+  int Key = 0;  // the key that presses it: a Qt::Key, or toCombined() of Qt::SHIFT and one
 };
 
 /// What stands on the table now, in the order of Tab. Asked at each key and by the screen reader,
@@ -23,10 +23,11 @@ using TableButtonsMaker = std::function<std::vector<TableButton>()>;
 void SetTableButtons(TableButtonsMaker maker);
 std::vector<TableButton> TableButtons();
 
-/// The sentences of the history, newest first, and the last call; empty for none.
+/// The sentences of the history, newest first, and the card of a bet as one sentence. Either may be
+/// missing. A call or a notice is told by `Announce` (table_access.h).
 struct TableSentences {
   std::function<std::vector<QString>()> History{};
-  std::function<QString()> Call{};
+  std::function<QString(int betId)> Bet{};
 };
 void SetTableSentences(TableSentences sentences);
 const TableSentences& SentencesOfTable();

@@ -1,0 +1,273 @@
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+#include <algorithm>
+#include <map>
+
+#include "bets/chips.h"
+#include "rules/presets.h"
+#include "screens/frame/chrome.h"
+#include "screens/frame/sound_player.h"
+#include "screens/screen_driver.h"
+#include "screens/statistics/figure_view.h"
+#include "screens/table/lettering.h"
+#include "screens/table/pile_layout.h"
+#include "screens/table/table_painter.h"
+#include "screens/table/table_settings.h"
+
+namespace {
+
+QImage Painted(QSize size) {
+  TableCache cache;
+  QImage image(size, QImage::Format_RGB32);
+  QPainter painter(&image);
+  PaintTable(painter, size, TableView(), cache);
+  return image;
+}
+
+QColor SlotColor(int slot) { return QColor::fromRgb(Game.TableColor[static_cast<unsigned>(slot)]); }
+
+constexpr int kScale = 4;  // pixels of a unit
+
+/// The part of the layout that has letters of every colour and height.
+QImage PaintedLetters() {
+  constexpr QRect kPart(121, 50, 165, 376);
+  QImage image(kPart.size() * kScale, QImage::Format_RGB32);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(kScale, kScale);
+  painter.translate(-kPart.topLeft());
+  painter.setClipRect(kPart);
+  PaintLayout(painter);
+  return image;
+}
+
+/// The luminances beside the painted pixels of an ink, by the ink. Beside is past the soft border
+/// of a letter, where nothing of the ink is nearer.
+std::map<QRgb, std::vector<double>> BesideInks(const QImage& image, const std::vector<QRgb>& inks) {
+  constexpr int kBeside = 3;
+  std::map<QRgb, std::vector<double>> beside;
+  const auto at = [&image](int x, int y) {
+    return reinterpret_cast<const QRgb*>(image.constScanLine(y))[x];
+  };
+  const auto isAlone = [&at](int x, int y, QRgb ink) {
+    for (int down = 1 - kBeside; down < kBeside; ++down)
+      for (int right = 1 - kBeside; right < kBeside; ++right)
+        if (at(x + right, y + down) == ink) return false;
+    return true;
+  };
+  for (int y = 2 * kBeside; y < image.height() - 2 * kBeside; y += 2)
+    for (int x = 2 * kBeside; x < image.width() - 2 * kBeside; ++x) {
+      const QRgb ink = at(x, y);
+      if (std::ranges::find(inks, ink) == inks.end()) continue;
+      for (const auto& [right, down] : {std::pair(3, 0), {-3, 0}, {0, 3}, {0, -3}})
+        if (isAlone(x + right, y + down, ink))
+          beside[ink].push_back(Luminance(QColor::fromRgb(at(x + right, y + down))));
+    }
+  return beside;
+}
+
+/// What the letters of the layout are painted in, but for inks that can't be told from an edge.
+std::vector<QRgb> InksOfLetters() {
+  std::vector<QRgb> inks;
+  std::vector<QColor> edges;
+  for (const int slot : {ColorPassText, ColorDontText, ColorPlaceText, ColorFieldText})
+    for (const double capital : {5.0, 9.0}) {
+      const FeltInk ink = LetterInk(SlotColor(slot), capital);
+      inks.push_back(ink.Ink.rgb());
+      if (ink.Edge) edges.push_back(*ink.Edge);
+    }
+  std::erase_if(inks, [&edges](QRgb ink) {
+    return std::ranges::any_of(
+        edges, [ink](QColor edge) { return Contrast(edge, QColor::fromRgb(ink)) < 1.1; });
+  });
+  return inks;
+}
+
+}  // namespace
+
+class TestTableLook : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    LayDownDefaults();
+    TheTable = {};
+  }
+
+  void lettersStandOutFromEveryFelt() {
+    for (int preset = 0; preset < kColorPresets; ++preset)
+      for (int felt = 0; felt < 9; ++felt) {
+        SetColorPreset(preset);
+        Game.TableFeltPattern = static_cast<float>(felt);
+        // Edges are black and white: inks are told from them.
+        for (int slot = ColorLines; slot <= ColorFieldText; ++slot)
+          Game.TableColor[static_cast<unsigned>(slot)] ^= 1 << (slot - ColorLines);
+        const std::vector<QRgb> inks = InksOfLetters();
+        auto beside = BesideInks(PaintedLetters(), inks);
+        for (const QRgb ink : inks) {
+          std::vector<double>& luminances = beside[ink];
+          QVERIFY(luminances.size() > 80);
+          std::ranges::sort(luminances);
+          for (const std::size_t end : {luminances.size() / 10, luminances.size() * 9 / 10}) {
+            const double contrast =
+                Contrast(QColor::fromRgb(ink), {luminances[end], luminances[end]});
+            QVERIFY2(contrast >= kTextContrast, qPrintable(QString("%1 of preset %2 on felt %3: %4")
+                                                               .arg(QColor(ink).name())
+                                                               .arg(preset)
+                                                               .arg(felt)
+                                                               .arg(contrast)));
+          }
+        }
+        const FeltInk line = LineInk(SlotColor(ColorLines), 1);
+        QVERIFY(line.Edge ? Contrast(line.Ink, *line.Edge) >= kLineContrast
+                          : Contrast(line.Ink, GroundOfFelt()) >= kLineContrast);
+      }
+  }
+
+  void everySwitchLeadsBackToTheToldDrawing() {
+    const auto all = {
+        +[] { TheTable.PilesUpward = false; }, +[] { TheTable.PuckMakesRoom = false; },
+        +[] { TheTable.ClearLettering = false; }, +[] { TheTable.StickFrame = StickAsTold; }};
+    for (int preset = 0; preset < kColorPresets; ++preset)
+      for (const QSize size : {preset % 2 == 0 ? QSize(640, 480) : QSize(1003, 740)}) {
+        SetColorPreset(preset);
+        Game.Point = 8;
+        for (const int bet : {int(Lay4) + 3, int(PassLine), int(Hard4)}) {
+          Game.Bets[static_cast<unsigned>(bet)] = 137;
+          ArrangeChips(bet);
+        }
+        TheTable = AsTold();
+        const QImage told = Painted(size);
+        TheTable = {};
+        QImage before = Painted(size);
+        for (const auto& turnOff : all) {
+          turnOff();
+          const QImage after = Painted(size);
+          QVERIFY(after != before);
+          before = after;
+        }
+        QVERIFY(before == told);
+      }
+  }
+
+  void toldChipsLieWhereTheRecordHasThem() {
+    for (const int bet : {int(Come4) + 2, int(DontPassOdds), int(Hop24), int(Hard8)}) {
+      Game.Bets[static_cast<unsigned>(bet)] = 137;
+      ArrangeChips(bet);
+    }
+    const TablePiles piles = LayOutPilesAsTold();
+    std::size_t chip = 0;
+    for (int i = 0; i < Game.ChipCount; ++i) {
+      const Chip& listed = Game.ChipList[static_cast<unsigned>(i)];
+      if (!IsShownOnTable(listed.BetId)) continue;
+      QCOMPARE(piles.Chips.at(chip).Centre, QPointF(listed.X, listed.Y));
+      QCOMPARE(piles.Chips.at(chip++).Picture, listed.Picture);
+    }
+    QCOMPARE(chip, piles.Chips.size());
+    QCOMPARE(piles.Tags.size(), 3U);
+  }
+
+  void anyPileAndItsAmountKeepToTheBox() {
+    for (int bet = Lay4; bet <= LastBet; ++bet)
+      for (int chips = 1; chips <= 13; ++chips) {
+        LayDownDefaults();
+        Game.DisplayHopBets = IsOnHopPanelOnly(bet);
+        const Currency amount =
+            chips == 13 ? Currency::FromRaw(999'995'000) : Currency(chips == 1 ? 1 : 500 * chips);
+        Game.Bets[static_cast<unsigned>(bet)] = amount;
+        ArrangeChips(bet);
+        const TablePiles piles = LayOutPiles();
+        QVERIFY(!piles.Chips.empty());
+        QCOMPARE(piles.Tags.size(), 1U);
+        const auto within = [](int id, const QRectF& part) {
+          return std::ranges::any_of(ChipBoxes(id), [&part](const QPolygonF& box) {
+            return box.boundingRect().adjusted(-0.1, -0.1, 0.1, 0.1).contains(part);
+          });
+        };
+        // The amount of odds on a number stands in the box of their flat bet.
+        const bool odds = IsComeOdds(bet) || IsDontComeOdds(bet);
+        const auto inBox = [&](const QRectF& part) {
+          return within(bet, part) || (odds && within(bet - kOddsOffset, part));
+        };
+        QVERIFY2(inBox(piles.Tags[0].Rect), qPrintable(QString("amount of %1").arg(bet)));
+        for (const DrawnChip& chip : piles.Chips)
+          QVERIFY2(inBox({chip.Centre.x() - kChipRadius, chip.Centre.y() - kChipRadius,
+                          2 * kChipRadius, 2 * kChipRadius}),
+                   qPrintable(QString("%1 chips on %2").arg(chips).arg(bet)));
+        QVERIFY(piles.Tags[0].Text.startsWith('$'));
+      }
+  }
+
+  void theCallBoardFollowsTheThrow() {
+    TheTable.StickFrame = StickCallBoard;
+    TableView view;
+    const auto board = [&view] {
+      TableCache cache;
+      QImage image(640, 480, QImage::Format_RGB32);
+      QPainter painter(&image);
+      PaintTable(painter, image.size(), view, cache);
+      return image;
+    };
+    const QImage empty = board();
+    view.LastThrow = {6, 3, 8, 8, 4};
+    const QImage nine = board();
+    view.LastThrow->Net = -99'999'999;
+    const QImage lost = board();
+    QVERIFY(empty != nine && nine != lost);
+    const QRect frame(505, 4, 131, 93);
+    for (QImage image : {nine, lost}) {
+      QImage rest = empty;
+      QPainter(&rest).fillRect(frame, Qt::black);
+      QPainter(&image).fillRect(frame, Qt::black);
+      QVERIFY(rest == image);
+    }
+  }
+
+  void windowsTakeTheFeltsColours() {
+    static constexpr QRgb kWindows[] = {0xFF0E2015, 0xFF241623, 0xFF1D1D0B,
+                                        0xFFF8EADE, 0xFFF9E9DF, 0xFF101D2A};
+    for (int preset = 0; preset <= kColorPresets; ++preset) {
+      SetColorPreset(preset);
+      const bool contrast = preset == kColorPresets;
+      UseChrome(contrast ? Chrome::HighContrast : Chrome::OfTable, SlotColor(ColorFelt),
+                SlotColor(ColorLines));
+      const ChromeColors& colors = ColorsOfWindows();
+      if (!contrast) {
+        const QColor wanted = QColor::fromRgb(kWindows[preset]);
+        QVERIFY2(std::abs(colors.Window.red() - wanted.red()) <= 2 &&
+                     std::abs(colors.Window.green() - wanted.green()) <= 2 &&
+                     std::abs(colors.Window.blue() - wanted.blue()) <= 2,
+                 qPrintable(QString("%1 of %2").arg(colors.Window.name()).arg(preset)));
+      }
+      QCOMPARE(QApplication::palette().color(QPalette::Window), colors.Window);
+      for (const QColor& ground : {colors.Base, colors.Window, colors.Raised}) {
+        for (const QColor& ink :
+             {colors.Text, colors.Muted, colors.Accent, colors.Gain, colors.Loss, WarningInk()})
+          QVERIFY(Contrast(ink, ground) >= kTextContrast);
+        QVERIFY(Contrast(colors.Border, ground) >= 2.7);
+      }
+      QVERIFY(Contrast(colors.OnAccent, colors.Accent) >= kTextContrast);
+      for (const int figure : {PaletteBlack, PaletteDarkBlue, PaletteBlue, PaletteRed})
+        QVERIFY(Contrast(FigureInk(figure), PaperColor()) >= kTextContrast);
+      QVERIFY(FigureInk(PaletteRed) != FigureInk(PaletteBlue));
+    }
+    UseChrome(Chrome::OfSystem, {}, {});
+    QCOMPARE(FigureInk(PaletteRed), PaletteInk(PaletteRed));
+    QCOMPARE(PaperColor(), QColor(Qt::white));
+  }
+
+  void aSoundsVolumeIsThatOfItsKind() {
+    SetSoundVolume(0.5);
+    SetSoundVolumes({0.2, 0.4, 0.6, 0.8});
+    const std::pair<const char*, double> files[] = {
+        {"/a/Ruby01.stk", 0.1}, {"Felt Roll.DCE", 0.2}, {"Clay Chip.chp", 0.3}, {"Bell.win", 0.4},
+        {"/x/Chips.wav", 0.4},  {"mine.wav", 0.5},      {"none", 0.5}};
+    for (const auto& [file, volume] : files) QCOMPARE(VolumeOfSound(file), volume);
+    SetSoundVolume(1);
+    SetSoundVolumes({1, 1, 1, 1});
+  }
+};
+
+SCREEN_TEST(TestTableLook)
+#include "test_table_look.moc"
