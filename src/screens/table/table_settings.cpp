@@ -111,7 +111,7 @@ const Several kSeverals[] = {
      {{QT_TRANSLATE_NOOP("TableSettings", "In a &Window"), SettleInDialog},
       {QT_TRANSLATE_NOOP("TableSettings", "Beside the &Chips"), SettleBesideChip}}},
     {"Chrome",
-     QT_TRANSLATE_NOOP("TableSettings", "Colours of &Windows"),
+     QT_TRANSLATE_NOOP("TableSettings", "Colors of &Windows"),
      &TableSettings::Chrome,
      {{QT_TRANSLATE_NOOP("TableSettings", "Of the &Table"), ChromeOfTable},
       {QT_TRANSLATE_NOOP("TableSettings", "Of the &System"), ChromeOfSystem},
