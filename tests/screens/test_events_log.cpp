@@ -92,6 +92,8 @@ class TestEventsLog : public QObject {
   }
 
   void linesAreDrawnInTheirColours() {
+    TheTable.Chrome = ChromeOfSystem;
+    UseTableSettings();
     const std::tuple<const char*, bool, bool> lines[] = {
         {"     Bet won $5", false, false},
         {" New game started", true, false},

@@ -186,7 +186,7 @@ class TestTableAccess : public QObject {
     SetTableButtons([] {
       return std::vector<TableButton>{{"Roll", {5, 408, 65, 65}, {}, {}, [] {}, Qt::Key_Space}};
     });
-    SetTableSentences({[] { return std::vector<QString>{"Nine, six three.", "Four, two two."}; }});
+    Game.LastRolls = {{6, 3, 8, 8, 4}, {2, 2, 8, 8, 0}};
     QAccessibleInterface* tree = QAccessible::queryAccessibleInterface(layout());
     const std::vector<int> bets = BetsInReach();
     QCOMPARE(tree->childCount(), static_cast<int>(bets.size()) + 4);
@@ -221,12 +221,17 @@ class TestTableAccess : public QObject {
     QAccessibleInterface* history = tree->child(buttons + 3);
     QCOMPARE(history->role(), QAccessible::List);
     QCOMPARE(history->childCount(), 2);
-    QCOMPARE(history->child(1)->text(QAccessible::Name), "Four, two two.");
-    Announce("Four, two two.");
-    Announce("Four, two two.");  // thrown again, and so told again
-    QCOMPARE(HeardTimes(QAccessible::Alert, "Four, two two."), 2);
-    QCOMPARE(tree->child(buttons + 2)->text(QAccessible::Name), "Four, two two.");
-    SetTableSentences({});
+    QCOMPARE(history->child(1)->text(QAccessible::Name), "Four, two two. Point is still 8.");
+    Game.HandleWinningBets = WinSameBet;
+    BetOf(Field) = 5;
+    const QString three = "Three, one two. Pass Line loses. Won 5 dollars.";
+    for (int roll = 1; roll <= 2; ++roll) {
+      RightClickRolls(table_, 1, 2);
+      table_.RedrawBets();
+      QCOMPARE(HeardTimes(QAccessible::Alert, three), roll);  // each roll once
+    }
+    QCOMPARE(tree->child(buttons + 2)->text(QAccessible::Name), three);
+    QCOMPARE(history->child(0)->text(QAccessible::Name), three);
   }
 
  private:

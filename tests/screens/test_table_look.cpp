@@ -29,15 +29,19 @@ QColor SlotColor(int slot) { return QColor::fromRgb(Game.TableColor[static_cast<
 
 constexpr int kScale = 4;  // pixels of a unit
 
-/// The part of the layout that has letters of every colour and height.
+constexpr QRect kWritten(121, 50, 170, 344);
+/// Where in it letters of every colour and height stand.
+constexpr QRect kLetters[] = {{121, 53, 164, 124}, {190, 270, 100, 34}, {200, 348, 90, 46}};
+
 QImage PaintedLetters() {
-  constexpr QRect kPart(121, 50, 165, 376);
-  QImage image(kPart.size() * kScale, QImage::Format_RGB32);
+  QImage image(kWritten.size() * kScale, QImage::Format_RGB32);
   QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.scale(kScale, kScale);
-  painter.translate(-kPart.topLeft());
-  painter.setClipRect(kPart);
+  painter.translate(-kWritten.topLeft());
+  QRegion letters;
+  for (const QRect& part : kLetters) letters += part;
+  painter.setClipRegion(letters);
   PaintLayout(painter);
   return image;
 }
@@ -56,14 +60,20 @@ std::map<QRgb, std::vector<double>> BesideInks(const QImage& image, const std::v
         if (at(x + right, y + down) == ink) return false;
     return true;
   };
-  for (int y = 2 * kBeside; y < image.height() - 2 * kBeside; y += 2)
-    for (int x = 2 * kBeside; x < image.width() - 2 * kBeside; ++x) {
-      const QRgb ink = at(x, y);
-      if (std::ranges::find(inks, ink) == inks.end()) continue;
-      for (const auto& [right, down] : {std::pair(3, 0), {-3, 0}, {0, 3}, {0, -3}})
-        if (isAlone(x + right, y + down, ink))
-          beside[ink].push_back(Luminance(QColor::fromRgb(at(x + right, y + down))));
-    }
+  const auto look = [&](int x, int y, QRgb ink) {
+    for (const auto& [right, down] : {std::pair(3, 0), {-3, 0}, {0, 3}, {0, -3}})
+      if (isAlone(x + right, y + down, ink))
+        beside[ink].push_back(Luminance(QColor::fromRgb(at(x + right, y + down))));
+  };
+  for (const QRect& part : kLetters) {
+    const QPoint corner = (part.topLeft() - kWritten.topLeft()) * kScale;
+    const QSize size = part.size() * kScale;
+    for (int y = corner.y() + 2 * kBeside; y < corner.y() + size.height() - 2 * kBeside; y += 2)
+      for (int x = corner.x() + 2 * kBeside; x < corner.x() + size.width() - 2 * kBeside; ++x) {
+        const QRgb ink = at(x, y);
+        if (std::ranges::find(inks, ink) != inks.end()) look(x, y, ink);
+      }
+  }
   return beside;
 }
 
@@ -201,19 +211,13 @@ class TestTableLook : public QObject {
 
   void theCallBoardFollowsTheThrow() {
     TheTable.StickFrame = StickCallBoard;
-    TableView view;
-    const auto board = [&view] {
-      TableCache cache;
-      QImage image(640, 480, QImage::Format_RGB32);
-      QPainter painter(&image);
-      PaintTable(painter, image.size(), view, cache);
-      return image;
-    };
-    const QImage empty = board();
-    view.LastThrow = {6, 3, 8, 8, 4};
-    const QImage nine = board();
-    view.LastThrow->Net = -99'999'999;
-    const QImage lost = board();
+    Game.LastRolls.clear();
+    const QImage empty = Painted({640, 480});
+    Game.LastRolls = {{6, 3, 8, 8, 4}};
+    const QImage nine = Painted({640, 480});
+    Game.LastRolls[0].Net = -99'999'999;
+    const QImage lost = Painted({640, 480});
+    Game.LastRolls.clear();
     QVERIFY(empty != nine && nine != lost);
     const QRect frame(505, 4, 131, 93);
     for (QImage image : {nine, lost}) {

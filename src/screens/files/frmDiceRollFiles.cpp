@@ -28,6 +28,7 @@
 #include "screens/files/tape_commands.h"
 #include "screens/files/tape_view.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/player_change.h"
 
@@ -101,7 +102,9 @@ void frmDiceRollFiles::MakeView(QGridLayout* grid) {
   connect(picDiceRolls_, &picDiceRollsBox::Selected, this,
           [this](qint64 position, qint64 end) { Do([&] { Select(position, end); }); });
   lblEmpty_ = EmptyLabel(picDiceRolls_, "lblEmpty", {});
-  lblEmpty_->setStyleSheet("color: dimgray");  // on the paper, whatever the desktop's colours
+  FollowChrome(lblEmpty_, [this] {  // on the paper, whatever the desktop's colours
+    lblEmpty_->setStyleSheet("color: " + InkOnPaper(QColor("dimgray")).name());
+  });
   vscrDiceRolls_ = New<QScrollBar>("vscrDiceRolls", Qt::Vertical);
   vscrDiceRolls_->installEventFilter(this);
   connect(vscrDiceRolls_, &QScrollBar::valueChanged, this,

@@ -15,6 +15,7 @@
 #include "dice/tape_edit.h"
 #include "dice/tape_file.h"
 #include "screens/art/chip_art.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 
 namespace {
@@ -38,6 +39,14 @@ QFont TapeFont() {
 
 int RowsOf(std::int64_t places, int perRow) {
   return static_cast<int>(std::min<std::int64_t>((places + perRow - 1) / perRow, INT_MAX));
+}
+
+QColor BandColor() { return HasOwnChrome() ? ColorsOfWindows().Window : QColor::fromRgb(kBand); }
+
+/// Totals stand on it, too.
+QColor HighlightColor() {
+  const bool dark = PaperColor().lightness() < 128;
+  return dark ? QColor(0x6B, 0x4E, 0x0A) : QColor::fromRgb(kHighlight);
 }
 
 }  // namespace
@@ -149,7 +158,7 @@ const QPixmap& picDiceRollsBox::Die(int face) {
 }
 
 void picDiceRollsBox::PaintRowNumbers(QPainter& painter) const {
-  painter.setPen(QColor::fromRgb(kPale));
+  painter.setPen(InkOnPaper(QColor::fromRgb(kPale)));
   for (int row = 0; row <= WholeRows() && top_ + row < Rows(); ++row) {
     const std::int64_t first = FirstInView() + static_cast<std::int64_t>(row) * perRow_;
     painter.drawText(QRectF(0, row * cell_.height(), gutter_ - 2 * kMargin, cell_.height()),
@@ -159,10 +168,9 @@ void picDiceRollsBox::PaintRowNumbers(QPainter& painter) const {
 
 /// Both dice and what they make; a byte that is no throw by its value.
 void picDiceRollsBox::PaintRoll(QPainter& painter, const QRectF& cell, char throwByte) {
-  if (IsHighlighted(throwByte))
-    painter.fillRect(cell.adjusted(1, 1, -1, -1), QColor::fromRgb(kHighlight));
+  if (IsHighlighted(throwByte)) painter.fillRect(cell.adjusted(1, 1, -1, -1), HighlightColor());
   if (!IsThrow(throwByte)) {
-    painter.setPen(QColor::fromRgb(kBad));
+    painter.setPen(InkOnPaper(QColor::fromRgb(kBad)));
     painter.drawText(cell, Qt::AlignCenter,
                      tr("byte %1").arg(static_cast<unsigned char>(throwByte)));
     return;
@@ -170,7 +178,7 @@ void picDiceRollsBox::PaintRoll(QPainter& painter, const QRectF& cell, char thro
   const QPointF place(cell.left() + kMargin, cell.center().y() - die_ / 2);
   painter.drawPixmap(place, Die(FirstDie(throwByte)));
   painter.drawPixmap(place + QPointF(die_ + 1, 0), Die(SecondDie(throwByte)));
-  painter.setPen(QColor::fromRgb(kInk));
+  painter.setPen(InkOnPaper(QColor::fromRgb(kInk)));
   const double width = painter.fontMetrics().horizontalAdvance("12");
   painter.drawText(QRectF(place.x() + 2 * die_ + kMargin, cell.top(), width, cell.height()),
                    Qt::AlignRight | Qt::AlignVCenter,
@@ -182,7 +190,7 @@ void picDiceRollsBox::PaintPosition(QPainter& painter) const {
   const std::int64_t position = Game.DiceFilePos;
   if (position < FirstInView() || position > length_ + 1) return;
   const QRectF cell = CellOf(position);
-  const QColor color = hasFocus() ? QColor::fromRgb(kBad) : QColor::fromRgb(kPale);
+  const QColor color = InkOnPaper(QColor::fromRgb(hasFocus() ? kBad : kPale));
   const bool over = Game.InsertRolls == TypeOverRolls && position <= length_;
   if (over) {
     painter.setPen(QPen(color, 2));
@@ -194,12 +202,12 @@ void picDiceRollsBox::PaintPosition(QPainter& painter) const {
 
 void picDiceRollsBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(rect(), Qt::white);
+  painter.fillRect(rect(), PaperColor());
   if (Game.DiceRollFile.empty() || !failure_.empty()) return;
   painter.setFont(TapeFont());
   for (int five = 1; five * kFives < perRow_; five += 2) {
     const double left = gutter_ + five * kFives * cell_.width();
-    painter.fillRect(QRectF(left, 0, kFives * cell_.width(), height()), QColor::fromRgb(kBand));
+    painter.fillRect(QRectF(left, 0, kFives * cell_.width(), height()), BandColor());
   }
   PaintRowNumbers(painter);
   const RollSelection selected = SelectedRolls();

@@ -110,7 +110,8 @@ QPalette PaletteOf(const ChromeColors& colors) {
   palette.setColor(QPalette::Link, colors.Accent);
   palette.setColor(QPalette::LinkVisited, colors.Muted);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, Between(colors.Muted, colors.Window));
+    palette.setColor(QPalette::Disabled, role,
+                     Between(colors.Muted, Between(colors.Muted, colors.Window)));
   palette.setColor(QPalette::Disabled, QPalette::Highlight, colors.Border);
   return palette;
 }

@@ -22,6 +22,7 @@
 #include "core/record_file.h"
 #include "screens/files/frmFile.h"
 #include "screens/frame/bind.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/dialog.h"
 #include "screens/frame/guard.h"
@@ -34,10 +35,6 @@ namespace {
 
 constexpr const char* kPlace = "Events Log";
 
-constexpr QRgb kPaper = 0xFFFFFFFF;
-constexpr QRgb kInk = 0xFF000000;
-constexpr QRgb kBlue = 0xFF0000FF;  // colour 9 of the palette
-constexpr QRgb kCyan = 0xFF00FFFF;  // colour 11
 constexpr int kIndent = 5;          // of the text in the view
 constexpr int kHeadroom = 3;        // above the line at the top
 constexpr int kFewestLetters = 48;  // of the system's, that the view has room for
@@ -79,7 +76,20 @@ QString Shown(std::string line) {
   return Text(line);
 }
 
-void DrawLogLine(QPainter& painter, QPointF corner, const std::string& line) {
+/// The colours of the log; as they come, those of a printed page.
+struct LogInks {
+  QColor Plain{Qt::black};
+  QColor Marked{Qt::blue};  // colour 9 of the palette
+  QColor Result{Qt::cyan};  // colour 11, behind what a roll has brought
+};
+
+LogInks InksOnScreen() {
+  LogInks inks{InkOnPaper(Qt::black), InkOnPaper(Qt::blue)};
+  if (PaperColor().lightness() < 128) inks.Result = QColor(0x06, 0x3A, 0x48);
+  return inks;
+}
+
+void DrawLogLine(QPainter& painter, QPointF corner, const std::string& line, const LogInks& inks) {
   const QFontMetricsF metrics(painter.font());
   const LogLineLook look = LookOfLogLine(line);
   if (look == LogLineLook::Roll) {
@@ -87,9 +97,9 @@ void DrawLogLine(QPainter& painter, QPointF corner, const std::string& line) {
     const double left = metrics.horizontalAdvance(Shown(line.substr(0, result.Start)));
     const double width = metrics.horizontalAdvance(Shown(line.substr(result.Start, result.Length)));
     const QRectF box(corner.x() + left, corner.y(), width, metrics.height());
-    if (result.Length > 0) painter.fillRect(box.adjusted(-2, 0, 2, 0), QColor::fromRgb(kCyan));
+    if (result.Length > 0) painter.fillRect(box.adjusted(-2, 0, 2, 0), inks.Result);
   }
-  painter.setPen(QColor::fromRgb(look == LogLineLook::Plain ? kInk : kBlue));
+  painter.setPen(look == LogLineLook::Plain ? inks.Plain : inks.Marked);
   painter.drawText(corner + QPointF(0, metrics.ascent()), Shown(line));
 }
 
@@ -253,13 +263,14 @@ void picEventsLogBox::Measure() {
 void picEventsLogBox::paintEvent(QPaintEvent*) {
   Guarded(kPlace, [this] { Read(); });
   QPainter painter(this);
-  painter.fillRect(rect(), QColor::fromRgb(kPaper));
+  painter.fillRect(rect(), PaperColor());
+  const LogInks inks = InksOnScreen();
   painter.setFont(LogFont());
   const QFontMetricsF metrics(painter.font());
   const double left = kIndent - shift_ * metrics.horizontalAdvance(' ');
   double top = kHeadroom;
   for (const std::string& line : inView_) {
-    DrawLogLine(painter, {left, top}, line);
+    DrawLogLine(painter, {left, top}, line, inks);
     top += metrics.height();
   }
 }
@@ -286,7 +297,9 @@ void frmEventsLog::MakeView(QVBoxLayout* column) {
   picEventsLog_->installEventFilter(this);
   connect(picEventsLog_, &picEventsLogBox::WasRead, this, [this] { ShowBars(); });
   lblEmpty_ = EmptyLabel(picEventsLog_, "lblEmpty", {});
-  lblEmpty_->setStyleSheet("color: dimgray");  // on the paper, whatever the desktop's colors
+  FollowChrome(lblEmpty_, [this] {  // on the paper, whatever the desktop's colors
+    lblEmpty_->setStyleSheet("color: " + InkOnPaper(QColor("dimgray")).name());
+  });
   BindText(lblEmpty_, WhyEmpty);
 
   vscrEventsLog_ = new QScrollBar(Qt::Vertical, parent);

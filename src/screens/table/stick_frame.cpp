@@ -7,6 +7,8 @@
 #include <QString>
 #include <QTextStream>
 
+#include "core/game_state.h"
+#include "figures/call_text.h"
 #include "screens/art/chip_art.h"
 #include "screens/art/roles.h"
 
@@ -236,7 +238,7 @@ void PaintEmptyFrame(QPainter& painter) {
   PaintFramed(painter, Room(), [&] { PaintPart(painter, kFigure[0]); });
 }
 
-void PaintCallBoard(QPainter& painter, const std::optional<CalledThrow>& last) {
+void PaintCallBoard(QPainter& painter) {
   QLinearGradient board(kFrameSize.topLeft(), kFrameSize.bottomLeft());
   board.setColorAt(0, QColor(0x24, 0x18, 0x12));
   board.setColorAt(1, QColor(0x0C, 0x08, 0x06));
@@ -244,6 +246,8 @@ void PaintCallBoard(QPainter& painter, const std::optional<CalledThrow>& last) {
     DrawLettering(painter, QObject::tr("last roll"), {106, 15}, 5.4, 34, kMuted);
     painter.setPen(QPen(kFrameWood, 0.7));
     painter.drawLine(QPointF(8, 55), QPointF(123, 55));
-    if (last) PaintThrow(painter, *last);
+    if (Game.LastRolls.empty()) return;
+    const RollNote& last = Game.LastRolls.front();
+    PaintThrow(painter, {last.Die1, last.Die2, last.PrevPoint, last.Point, last.Net});
   });
 }

@@ -1,10 +1,6 @@
 // What hangs in the frame above the right-hand panel.
 #pragma once
 
-#include <optional>
-
-#include "figures/call_text.h"
-
 class QPainter;
 
 /// The stick person, in lamplight, with the stick held across the chest.
@@ -14,4 +10,4 @@ void PaintStickFigure(QPainter& painter);
 void PaintEmptyFrame(QPainter& painter);
 
 /// The last throw in large figures: its dice, total, call and net result.
-void PaintCallBoard(QPainter& painter, const std::optional<CalledThrow>& last);
+void PaintCallBoard(QPainter& painter);

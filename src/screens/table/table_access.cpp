@@ -8,6 +8,7 @@
 #include "bets/bankroll.h"
 #include "core/game_state.h"
 #include "core/text.h"
+#include "figures/bet_card.h"
 #include "figures/call_text.h"
 #include "screens/frame/controls.h"
 #include "screens/table/bet_focus.h"
@@ -39,9 +40,8 @@ QString MoneySentence() {
       .arg(spoken(Bankroll()), spoken(Game.TotalOnTable), end);
 }
 
-std::vector<QString> HistorySentences() {
-  const auto& history = SentencesOfTable().History;
-  return history ? history() : std::vector<QString>();
+QString RollSentence(const RollNote& note) {
+  return Text(SpokenCall({note.Die1, note.Die2, note.PrevPoint, note.Point, note.Net}));
 }
 
 class TableWidgetAccess;
@@ -158,7 +158,7 @@ QAccessibleInterface* PartAccess::parent() const {
 }
 
 int PartAccess::childCount() const {
-  return part_ == Part::History ? static_cast<int>(HistorySentences().size()) : 0;
+  return part_ == Part::History ? static_cast<int>(Game.LastRolls.size()) : 0;
 }
 
 QAccessibleInterface* PartAccess::child(int index) const {
@@ -180,8 +180,8 @@ QString PartAccess::Name() const {
     case Part::History: return Translated(QT_TRANSLATE_NOOP("TableAccess", "Last rolls"));
     case Part::Roll: break;
   }
-  const std::vector<QString> rolls = HistorySentences();
-  return at_ < static_cast<int>(rolls.size()) ? rolls[static_cast<unsigned>(at_)] : QString();
+  const auto roll = static_cast<std::size_t>(at_);
+  return roll < Game.LastRolls.size() ? RollSentence(Game.LastRolls[roll]) : QString();
 }
 
 QString PartAccess::Value() const {
@@ -306,8 +306,17 @@ void Announce(const QString& sentence) {
   Tell(QAccessible::Alert, call);
 }
 
+/// A roll that has ended is called once.
+void TellRoll() {
+  static int told = 0;
+  const int rolls = Game.RollCount[0];
+  if (std::exchange(told, rolls) == rolls || Game.LastRolls.empty()) return;
+  if (rolls > 0) Announce(RollSentence(Game.LastRolls.front()));
+}
+
 void TellChanges(picLayoutBox* layout) {
   if (!IsHeard() || Game.HyperDriveOn) return;
+  if (!Game.RollInProgress) TellRoll();
   TableWidgetAccess* access = AccessOf(layout);
   if (!access) return;
   static std::map<int, QString> told;
@@ -344,8 +353,9 @@ QString BetValueText(int betId) {
 }
 
 QString BetSentence(int betId) {
-  if (const auto& sentence = SentencesOfTable().Bet) return sentence(betId);
-  const PayoffRecord& payoff = Game.Payoff[static_cast<unsigned>(betId)];
-  return Translated(QT_TRANSLATE_NOOP("TableAccess", "Pays %1."))
-      .arg(PayoffWords(payoff).toLower());
+  const BetCard card = CardOf(betId, AmountOfSelection());
+  QString sentence = Text(card.Says);
+  for (const CardRow& row : card.Rows)
+    sentence += QString(" %1 %2.").arg(Text(row.Label), Text(row.Value));
+  return sentence.simplified();
 }

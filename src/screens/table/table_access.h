@@ -16,7 +16,8 @@ void HearTable(std::function<void(QAccessibleEvent&)> hear);
 /// Reads a call or a notice out, once.
 void Announce(const QString& sentence);
 
-/// The amounts and working states may have changed: tells what has.
+/// The table may have changed: tells the amounts, working states and money that have, and calls a
+/// roll that has ended.
 void TellChanges(picLayoutBox* layout);
 
 /// The keyboard has gone to another bet or button.

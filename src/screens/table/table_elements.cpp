@@ -11,7 +11,12 @@ TableSentences Sentences;
 
 void SetTableButtons(TableButtonsMaker maker) { Maker = std::move(maker); }
 
-std::vector<TableButton> TableButtons() { return Maker ? Maker() : std::vector<TableButton>(); }
+std::vector<TableButton> TableButtons() {
+  std::vector<TableButton> buttons;
+  if (Maker) buttons = Maker();
+  std::erase_if(buttons, [](const TableButton& button) { return !button.Act; });
+  return buttons;
+}
 
 void SetTableSentences(TableSentences sentences) { Sentences = std::move(sentences); }
 

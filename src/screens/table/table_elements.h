@@ -21,13 +21,14 @@ struct TableButton {
 /// so it is cheap. Without a maker there is nothing.
 using TableButtonsMaker = std::function<std::vector<TableButton>()>;
 void SetTableButtons(TableButtonsMaker maker);
+/// Those that can be pressed.
 std::vector<TableButton> TableButtons();
 
-/// The sentences of the history, newest first, and the card of a bet as one sentence. Either may be
-/// missing. A call or a notice is told by `Announce` (table_access.h).
+/// The sentences of the history, newest first, and the call that stands on the table. Either may be
+/// missing. A notice is read out by `Announce` (table_access.h), as each roll is by itself.
 struct TableSentences {
   std::function<std::vector<QString>()> History{};
-  std::function<QString(int betId)> Bet{};
+  std::function<QString()> Call{};
 };
 void SetTableSentences(TableSentences sentences);
 const TableSentences& SentencesOfTable();

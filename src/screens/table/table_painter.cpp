@@ -286,7 +286,7 @@ void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCach
   painter.drawPixmap(QPointF(0, 0), cache.Layout);
   painter.setWorldTransform(stage.Table * stage.Outer);
   const TablePiles piles = TheTable.PilesUpward ? LayOutPiles() : LayOutPilesAsTold();
-  if (TheTable.StickFrame == StickCallBoard) PaintCallBoard(painter, view.LastThrow);
+  if (TheTable.StickFrame == StickCallBoard) PaintCallBoard(painter);
   PaintChipRack(stage);
   if (!TheTable.PuckMakesRoom) PaintPuck(painter, PuckRect(Game.Point));
   PaintChips(stage, piles);

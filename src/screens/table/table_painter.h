@@ -6,11 +6,9 @@
 #include <QString>
 #include <QTransform>
 #include <array>
-#include <optional>
 
 #include "core/currency.h"
 #include "core/settings.h"
-#include "figures/call_text.h"
 #include "screens/table/table_layout.h"
 
 class QPainter;
@@ -22,8 +20,7 @@ struct TableView {
   std::array<double, 2> Turns = {0, 0};            // degrees
   bool Dragging = false;
   Currency DraggedAmount;
-  QPointF DragPoint;                       // in table units
-  std::optional<CalledThrow> LastThrow{};  // what the call board shows
+  QPointF DragPoint;  // in table units
 };
 
 /// Pictures kept between paintings. Belongs to the widget that shows the table.
