@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <optional>
 #include <vector>
 
@@ -77,9 +76,7 @@ std::vector<HotKey> ReadRows(const RecordFile& file) {
 
 /// Beside the damaged file, so that nothing in it is lost.
 void KeepDamagedFile() {
-  const std::filesystem::path file = PathOf(FileToRead());
-  std::filesystem::copy_file(file, PathOf(Game.DataPath + kDamagedFileName),
-                             std::filesystem::copy_options::overwrite_existing);
+  CopyWholeFile(FileToRead(), Game.DataPath + kDamagedFileName);
   Game.HotKeysDamaged = false;
 }
 

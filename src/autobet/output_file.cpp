@@ -1,25 +1,41 @@
 #include "autobet/output_file.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <system_error>
+#include <utility>
 
 #include "autobet/paths.h"
 #include "core/game_state.h"
+#include "core/raw_file.h"
+#include "core/record_file.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Closing {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+constexpr std::size_t kGathered = 1 << 16;  // bytes written at a time
+
+struct OutputFile {
+  std::unique_ptr<RawFile> File;
+  std::string Gathered;
 };
-std::unique_ptr<std::FILE, Closing> outputFile;
+OutputFile output;
 
 [[noreturn]] void RaiseNoFile() { throw RunTimeFault(52, "Bad file name or number"); }
 [[noreturn]] void RaiseDiskFull() { throw RunTimeFault(61, "Disk full"); }
 [[noreturn]] void RaiseNoAccess() { throw RunTimeFault(75, "Path/File access error"); }
 [[noreturn]] void RaiseNoFolder() { throw RunTimeFault(76, "Path not found"); }
+
+void WriteGathered() {
+  try {
+    output.File->Append(output.Gathered);
+    output.Gathered.clear();
+  } catch (const std::system_error&) {
+    output.Gathered.clear();
+    RaiseDiskFull();
+  }
+}
 
 [[noreturn]] void RaiseNotOpened(const std::string& path) {
   std::error_code failed;
@@ -33,21 +49,35 @@ std::unique_ptr<std::FILE, Closing> outputFile;
 void OpenOutputFile(const std::string& path, OutputMode mode) {
   CloseOutputFile();
   const std::string full = PathIn(Game.DataPath, path);
-  outputFile.reset(std::fopen(full.c_str(), mode == OutputMode::Empty ? "wb" : "ab"));
-  if (!outputFile) RaiseNotOpened(full);
+  try {
+    output.File = std::make_unique<RawFile>(full, RawFile::Use::Write);
+    if (mode == OutputMode::Empty) output.File->Cut(0);
+    output.Gathered.reserve(2 * kGathered);
+  } catch (const std::system_error&) {
+    output.File.reset();
+    RaiseNotOpened(full);
+  }
   Game.AutoBetOutputFile = full;
 }
 
 void CloseOutputFile() {
   Game.AutoBetOutputFile.clear();
-  if (outputFile && std::fclose(outputFile.release()) != 0) RaiseDiskFull();
+  if (!output.File) return;
+  const OutputFile closing = std::exchange(output, {});
+  try {
+    closing.File->Append(closing.Gathered);
+    closing.File->Close();
+  } catch (const std::system_error&) {
+    RaiseDiskFull();
+  }
 }
 
 void WriteOutput(const std::string& text) {
-  if (!outputFile) RaiseNoFile();
-  if (std::fwrite(text.data(), 1, text.size(), outputFile.get()) != text.size()) RaiseDiskFull();
+  if (!output.File) RaiseNoFile();
+  output.Gathered += text;
+  if (output.Gathered.size() >= kGathered) WriteGathered();
 }
 
 void FlushOutputFile() {
-  if (outputFile && std::fflush(outputFile.get()) != 0) RaiseDiskFull();
+  if (output.File) WriteGathered();
 }

@@ -2,20 +2,15 @@
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstring>
-#include <memory>
+#include <set>
 #include <system_error>
 #include <type_traits>
-#include <utility>
-
-#if __has_include(<unistd.h>)
-#include <unistd.h>
-#endif
 
 #include "core/ansi.h"
+#include "core/file_calls.h"
+#include "core/raw_file.h"
 
 namespace {
 
@@ -23,35 +18,12 @@ namespace fs = std::filesystem;
 
 constexpr int kBitsPerByte = 8;
 constexpr char kBlank = ' ';
-constexpr int kScratchNames = 1000;
+constexpr std::size_t kGathered = 1 << 16;  // bytes written at a time
 
-[[noreturn]] void Fail(std::errc reason) { throw std::system_error(std::make_error_code(reason)); }
-
-/// The reason that the library left behind; some of its failures leave none.
-[[noreturn]] void FailByErrno() {
-  if (errno == 0) Fail(std::errc::io_error);
-  throw std::system_error(errno, std::generic_category());
-}
-
-struct Closer {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, Closer>;
-
-File Open(const fs::path& path, const char* mode) {
-  errno = 0;
-  return File(std::fopen(path.string().c_str(), mode));
-}
-
-/// Whether there is a file; what is no file at all, such as a folder, is a failure.
-bool FileExists(const fs::path& path) {
-  std::error_code failure;
-  const fs::file_status status = fs::status(path, failure);
-  if (status.type() == fs::file_type::not_found) return false;
-  if (failure) throw std::system_error(failure);
-  if (fs::is_directory(status)) Fail(std::errc::is_a_directory);
-  if (!fs::is_regular_file(status)) Fail(std::errc::not_supported);
-  return true;
+/// Sweeps a folder when it is written to for the first time.
+void SweepOnce(const fs::path& folder) {
+  static std::set<fs::path> swept;
+  if (swept.insert(folder).second) SweepScratchFiles(folder, false);
 }
 
 }  // namespace
@@ -131,66 +103,86 @@ int RecordFile::FileResult() const {
 
 RecordFile ReadRecords(const std::string& path, std::size_t most) {
   RecordFile result;
-  const fs::path name = PathOf(path);
-  if (!FileExists(name)) return result;
-  result.Length = fs::file_size(name);
+  if (!FileExists(PathOf(path))) return result;
+  const RawFile file(path, RawFile::Use::Read);
+  result.Length = static_cast<std::uintmax_t>(file.Length());
   const std::size_t wanted = std::min<std::uintmax_t>(most * kRecordSize, result.Length);
   result.Records.resize((wanted + kRecordSize - 1) / kRecordSize);
-  const File file = Open(name, "rb");
-  if (!file) FailByErrno();
-  if (wanted > 0 && std::fread(result.Records.data(), 1, wanted, file.get()) != wanted)
-    FailByErrno();
+  file.ReadAll(0, {reinterpret_cast<char*>(result.Records.data()), wanted});
   return result;
 }
 
 FileReplacement::FileReplacement(const std::string& path) : target_(PathOf(path)) {
-  if (target_.filename().empty()) Fail(std::errc::no_such_file_or_directory);
+  if (target_.filename().empty()) FailFor(std::errc::no_such_file_or_directory);
   replaces_ = FileExists(target_);
-  if (replaces_ && IsReadOnly(target_)) Fail(std::errc::permission_denied);
+  if (replaces_ && IsReadOnly(target_)) FailFor(std::errc::permission_denied);
   if (replaces_) target_ = fs::canonical(target_);  // a link goes on pointing to the file
-  for (int number = 0; number < kScratchNames && file_ == nullptr; ++number) {
-    scratch_ = target_.parent_path() / ("kelvanor" + std::to_string(number) + ".tmp");
-    file_ = Open(scratch_, "wbx").release();
-    if (file_ == nullptr && errno != EEXIST) FailByErrno();
-  }
-  if (file_ == nullptr) Fail(std::errc::file_exists);
+  SweepOnce(target_.parent_path());
+  scratch_ = std::make_unique<ScratchFile>(target_.parent_path(),
+                                           replaces_ ? RawFile::kThisUser : RawFile::kEverybody);
 }
 
-FileReplacement::~FileReplacement() {
-  if (file_ != nullptr) std::fclose(file_);
-  std::error_code ignored;
-  if (!scratch_.empty()) fs::remove(scratch_, ignored);
-}
+FileReplacement::~FileReplacement() = default;
 
 void FileReplacement::Write(std::string_view bytes) {
-  errno = 0;
-  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) FailByErrno();
+  gathered_ += bytes;
+  if (gathered_.size() >= kGathered) WriteGathered();
 }
 
-void FileReplacement::Finish(Durability durability) {
-  errno = 0;
-  if (std::fflush(file_) != 0) FailByErrno();
-#if __has_include(<unistd.h>)
-  if (durability == Durability::Disk && fsync(fileno(file_)) != 0) FailByErrno();
-#endif
-  if (std::fclose(std::exchange(file_, nullptr)) != 0) FailByErrno();
-  std::error_code failure;
-  if (replaces_) fs::permissions(scratch_, fs::status(target_, failure).permissions(), failure);
-  fs::rename(scratch_, target_, failure);
-  if (failure) throw std::system_error(failure);
-  scratch_.clear();
+void FileReplacement::WriteGathered() {
+  scratch_->File().Write(length_, gathered_);
+  length_ += static_cast<std::int64_t>(gathered_.size());
+  gathered_.clear();
 }
 
-void WriteRecords(const std::string& path, std::span<const Record> records, Durability durability) {
+/// By a second name, so that the file is never without its own; by a copy where a file has but one.
+void FileReplacement::KeepFormer() const {
+  fs::path kept = target_;
+  kept += ".bak";
+  const fs::path name = ScratchName(target_.parent_path());
+  if (TheFileCalls.Link(target_.c_str(), name.c_str()) != 0)
+    return CopyWholeFile(TextOfPath(target_), TextOfPath(kept));
+  try {
+    RenameFile(name, kept);
+    RemoveFile(name);  // a rename between two names of one file leaves both
+  } catch (const std::system_error&) {
+    TheFileCalls.Remove(name.c_str());
+    throw;
+  }
+}
+
+void FileReplacement::Finish(Durability durability, Former former) {
+  WriteGathered();
+  std::error_code ignored;
+  if (replaces_)
+    fs::permissions(scratch_->File().Path(), fs::status(target_, ignored).permissions(), ignored);
+  if (durability == Durability::Disk)
+    scratch_->File().Sync();
+  else
+    scratch_->File().Close();  // some disks tell only here what they couldn't write
+  if (replaces_ && former == Former::Kept) KeepFormer();
+  scratch_->TakePlaceOf(target_);
+  if (durability == Durability::Disk) SyncFolder(target_.parent_path());
+}
+
+void WriteRecords(const std::string& path, std::span<const Record> records, Durability durability,
+                  Former former) {
   FileReplacement file(path);
   file.Write({reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize});
-  file.Finish(durability);
+  file.Finish(durability, former);
 }
 
-bool IsReadOnly(const fs::path& path) {
-  constexpr fs::perms kAnyWrite =
-      fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-  return (fs::status(path).permissions() & kAnyWrite) == fs::perms::none;
+void CopyWholeFile(const std::string& from, const std::string& to) {
+  const RawFile source(from, RawFile::Use::Read);
+  FileReplacement target(to);
+  std::vector<char> block(kGathered);
+  for (std::int64_t done = 0;;) {
+    const std::size_t read = source.ReadSome(done, block);
+    if (read == 0) break;
+    target.Write({block.data(), read});
+    done += static_cast<std::int64_t>(read);
+  }
+  target.Finish();
 }
 
 std::uintmax_t FileLength(const std::string& path) {

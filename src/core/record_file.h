@@ -3,14 +3,15 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/currency.h"
+#include "core/scratch_file.h"
 
 inline constexpr std::size_t kRecordSize = 256;
 
@@ -70,10 +71,15 @@ RecordFile ReadRecords(const std::string& path, std::size_t most);
 /// What a file that was written survives: the end of the program, or the end of the machine too.
 enum class Durability { System, Disk };
 
+/// What becomes of a file that is written anew: it is gone, or stays under its name with ".bak"
+/// behind it.
+enum class Former { Gone, Kept };
+
 /// A file written anew piece by piece: beside the old one, and put in its place by `Finish`, forced
-/// to disk unless told otherwise. On any failure, and without `Finish`, the old file stands
-/// untouched. Each routine throws std::system_error when it fails. A file that is marked as read
-/// only, a folder or a device isn't replaced.
+/// to disk with its name unless told otherwise. On any failure, and without `Finish`, the old file
+/// stands untouched; only when the name can't be forced to disk the new one may be there. Each
+/// routine throws std::system_error when it fails. A file that is marked as read only, a folder or
+/// a device isn't replaced. What killed programs left beside the file is swept at the first time.
 class FileReplacement {
  public:
   explicit FileReplacement(const std::string& path);
@@ -82,21 +88,25 @@ class FileReplacement {
   FileReplacement& operator=(const FileReplacement&) = delete;
 
   void Write(std::string_view bytes);
-  void Finish(Durability durability = Durability::Disk);
+  void Finish(Durability durability = Durability::Disk, Former former = Former::Gone);
 
  private:
+  void WriteGathered();
+  void KeepFormer() const;
+
   std::filesystem::path target_;
-  std::filesystem::path scratch_;
-  std::FILE* file_ = nullptr;
+  std::unique_ptr<ScratchFile> scratch_;
+  std::string gathered_;
+  std::int64_t length_ = 0;
   bool replaces_ = false;
 };
 
 /// Writes a file of records anew, in the safe way of `FileReplacement`.
 void WriteRecords(const std::string& path, std::span<const Record> records,
-                  Durability durability = Durability::Disk);
+                  Durability durability = Durability::Disk, Former former = Former::Gone);
 
-/// Whether an existing file is marked as read only, for everybody.
-bool IsReadOnly(const std::filesystem::path& path);
+/// Copies a file over another, or to a new name, in the same way.
+void CopyWholeFile(const std::string& from, const std::string& to);
 
 /// The length of a file, 0 when there is none.
 std::uintmax_t FileLength(const std::string& path);

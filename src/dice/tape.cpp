@@ -7,7 +7,8 @@
 #include <stdexcept>
 
 #include "core/error_report.h"
-#include "dice/raw_file.h"
+#include "core/raw_file.h"
+#include "dice/tape_change.h"
 
 namespace {
 
@@ -58,7 +59,12 @@ void StopRecording() {
 void Hold(RawFile::Use use) {
   if (held.File && held.Use == use && held.Name == Game.DiceRollFile) return;
   CloseTape();
+  FinishTape(Game.DiceRollFile);
   held.File.emplace(Game.DiceRollFile, use);
+  if (use == RawFile::Use::Change && !held.File->TryLock()) {
+    held.File.reset();
+    FailFor(std::errc::device_or_resource_busy);
+  }
   held.Name = Game.DiceRollFile;
   held.Use = use;
 }

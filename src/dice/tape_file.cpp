@@ -1,10 +1,8 @@
 #include "dice/tape_file.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <climits>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <system_error>
 #include <utility>
@@ -13,9 +11,10 @@
 #include "core/error_report.h"
 #include "core/game_state.h"
 #include "core/progress.h"
+#include "core/raw_file.h"
 #include "core/record_file.h"
-#include "dice/raw_file.h"
 #include "dice/tape.h"
+#include "dice/tape_change.h"
 
 namespace {
 
@@ -36,6 +35,7 @@ void OnTape(const std::string& place, const std::function<std::int64_t()>& work)
   Progress progress(place);
   Progress* const before = std::exchange(Work, &progress);
   try {
+    FinishTape(Game.DiceRollFile);
     const std::int64_t rolls = Game.DiceRollFile.empty() ? 0 : work();
     Game.LastFileResult = static_cast<int>(std::min<std::int64_t>(rolls, INT_MAX));
   } catch (const WorkEnded& ended) {
@@ -59,11 +59,7 @@ bool SameFile(const std::string& a, const std::string& b) {
 
 // --- Ranges ---
 
-/// Throws in a row; places count from 0.
-struct Range {
-  std::int64_t Place = 0;
-  std::int64_t Count = 0;
-};
+using Range = TapeRange;
 
 /// The throws of a range that there are.
 Range WithinTape(std::int64_t from, std::int64_t count, std::int64_t length) {
@@ -85,7 +81,7 @@ std::span<char> PartOf(Block& block, std::int64_t left) {
 
 /// Calls `take` with one block of a range after the other.
 template <class Take>
-void ForBlocks(RawFile& file, const Range& range, Take take) {
+void ForBlocks(const RawFile& file, const Range& range, Take take) {
   Block block(kBlock);
   for (std::int64_t done = 0; done < range.Count; done += kBlock) {
     Work->Show(Share(done, range.Count));
@@ -95,54 +91,17 @@ void ForBlocks(RawFile& file, const Range& range, Take take) {
   }
 }
 
-void CopyBetween(RawFile& source, const Range& range, RawFile& target, std::int64_t to) {
+void CopyBetween(const RawFile& source, const Range& range, RawFile& target, std::int64_t to) {
   ForBlocks(source, range, [&](std::span<const char> bytes) {
     target.Write(to, bytes);
     to += static_cast<std::int64_t>(bytes.size());
   });
 }
 
-/// Moves a range within a file, to the end once begun. A range that moves back towards itself goes
-/// block by block from its end, so that nothing is overwritten before it has been read.
-void MoveRange(RawFile& file, const Range& range, std::int64_t to) {
-  const bool fromEnd = to > range.Place;
-  Block block(kBlock);
-  for (std::int64_t done = 0; done < range.Count; done += std::min(range.Count - done, kBlock)) {
-    Work->ShowOnly(Share(done, range.Count));
-    const std::span<char> bytes = PartOf(block, range.Count - done);
-    const auto size = static_cast<std::int64_t>(bytes.size());
-    const std::int64_t offset = fromEnd ? range.Count - done - size : done;
-    file.ReadAll(range.Place + offset, bytes);
-    file.Write(to + offset, bytes);
-  }
-}
-
 void WriteZeros(RawFile& file, const Range& range) {
   Block zeros(kBlock);
   for (std::int64_t done = 0; done < range.Count; done += kBlock)
     file.Write(range.Place + done, PartOf(zeros, range.Count - done));
-}
-
-void CloseGap(RawFile& tape, const Range& gap) {
-  const std::int64_t length = tape.Length();
-  const std::int64_t behind = gap.Place + gap.Count;
-  MoveRange(tape, {behind, length - behind}, gap.Place);
-  tape.Cut(length - gap.Count);
-}
-
-/// Makes room in the tape, for what `fill` puts there. The tape grows first: a full disk is met
-/// before any throw has moved.
-template <class Fill>
-void Insert(RawFile& tape, const Range& room, Fill fill) {
-  const std::int64_t length = tape.Length();
-  tape.Grow(room.Count);
-  MoveRange(tape, {room.Place, length - room.Place}, room.Place + room.Count);
-  try {
-    fill();
-  } catch (const std::exception&) {
-    CloseGap(tape, room);
-    throw;
-  }
 }
 
 // --- Positions ---
@@ -180,13 +139,6 @@ void FollowDeletion(const Range& gone, std::int64_t length) {
 
 // --- Files ---
 
-std::ofstream OpenToWrite(const std::string& path, std::ios::openmode mode) {
-  errno = 0;
-  std::ofstream file(PathOf(path), mode | std::ios::binary);
-  if (!file) throw std::system_error(errno == 0 ? EIO : errno, std::generic_category());
-  return file;
-}
-
 /// Fills room at `place` of the tape with the tape itself, as it was before the room was made.
 void FillWithItself(RawFile& tape, const Range& room) {
   CopyBetween(tape, {0, room.Place}, tape, room.Place);
@@ -198,7 +150,7 @@ std::int64_t InsertFile(const std::string& path, std::int64_t at) {
   RawFile source(path, Use::Read);
   const Range room = {PlaceToInsert(at, tape.Length()), source.Length()};
   if (room.Count == 0) return 0;
-  Insert(tape, room, [&] {
+  InsertInTape(tape, room, *Work, [&] {
     if (SameFile(path, Game.DiceRollFile))
       FillWithItself(tape, room);
     else
@@ -227,10 +179,10 @@ class DigitReader {
 /// The throws of a text in a file of their own, which goes with this.
 class TextScratch {
  public:
-  TextScratch(const std::string& path, const std::string& text) : path_(path) {
-    RawFile source(text, Use::Read);
-    std::ofstream file = OpenToWrite(path, std::ios::trunc);
-    created_ = true;
+  TextScratch(const std::string& path, const std::string& text) : path_(PathOf(path)) {
+    const RawFile source(text, Use::Read);
+    RemoveFile(path_);  // what a killed program left, and never what it may point to
+    RawFile file(path_, Use::Create, RawFile::kThisUser);
     try {
       Convert(source, file);
     } catch (const std::exception&) {
@@ -243,24 +195,26 @@ class TextScratch {
   TextScratch& operator=(const TextScratch&) = delete;
 
  private:
-  static void Convert(RawFile& source, std::ofstream& file) {
+  static void Convert(const RawFile& source, RawFile& file) {
     DigitReader digits;
+    std::int64_t written = 0;
     ForBlocks(source, {0, source.Length()}, [&](std::span<const char> bytes) {
       std::string throws;
       for (const char character : bytes) digits.Read(character, throws);
-      file << throws;
+      file.Write(written, throws);
+      written += static_cast<std::int64_t>(throws.size());
     });
-    file.close();
-    if (!file) throw std::system_error(std::make_error_code(std::errc::io_error));
   }
 
   void Remove() {
-    std::error_code ignored;
-    if (created_) fs::remove(PathOf(path_), ignored);
+    try {
+      RemoveFile(path_);
+    } catch (const std::exception&) {
+      // The next conversion takes it away.
+    }
   }
 
-  std::string path_;
-  bool created_ = false;
+  std::filesystem::path path_;
 };
 
 }  // namespace
@@ -285,8 +239,9 @@ std::string RollText(char byte, const RollTextOptions& options) {
 void OpenDiceRollFile(const std::string& path) {
   CloseTape();
   try {
-    if (!fs::exists(PathOf(path))) OpenToWrite(path, std::ios::app);
-    const std::int64_t length = RawFile(path, Use::Read).Length();
+    FinishTape(path);
+    const bool isThere = FileExists(PathOf(path));
+    const std::int64_t length = RawFile(path, isThere ? Use::Read : Use::Write).Length();
     Game.DiceRollFile = path;
     Game.DiceFilePos = 1;
     Game.DiceFileLast = Game.DiceFileEnd = 0;
@@ -310,6 +265,11 @@ void CloseDiceRollFile() {
 std::int64_t DiceRollCount() {
   CloseTape();
   if (Game.DiceRollFile.empty()) return 0;
+  try {
+    FinishTape(Game.DiceRollFile);
+  } catch (const std::exception&) {
+    ReportError("Finish Dice Roll File");
+  }
   return static_cast<std::int64_t>(FileLength(Game.DiceRollFile));
 }
 
@@ -373,10 +333,9 @@ void PutRolls(std::int64_t at, std::string_view throws, bool over) {
     const auto count = static_cast<std::int64_t>(throws.size());
     const Range room = {PlaceToInsert(at, length), count};
     if (over) {
-      tape.Grow(std::max<std::int64_t>(room.Place + count - length, 0));
-      tape.Write(room.Place, throws);
+      WriteOverTape(tape, room.Place, throws, *Work);
     } else {
-      Insert(tape, room, [&] { tape.Write(room.Place, throws); });
+      InsertInTape(tape, room, *Work, [&] { tape.Write(room.Place, throws); });
       FollowInsertion(room, tape.Length());
     }
     return count;
@@ -390,8 +349,7 @@ void CopyRollRange(std::int64_t to, std::int64_t from, std::int64_t count) {
     const Range range = WithinTape(from, count, length);
     const std::int64_t place = PlaceToInsert(to, length);
     if (range.Count == 0 || place == range.Place) return 0;
-    tape.Grow(std::max<std::int64_t>(place + range.Count - length, 0));
-    MoveRange(tape, range, place);
+    CopyOverTape(tape, range, place, *Work);
     KeepWithinTape(tape.Length());
     return range.Count;
   });
@@ -403,7 +361,7 @@ void MakeRoomForRolls(std::int64_t at, std::int64_t count) {
     RawFile tape(Game.DiceRollFile, Use::Change);
     const std::int64_t length = tape.Length();
     const Range room = {PlaceToInsert(at, length), count};
-    Insert(tape, room, [&] {
+    InsertInTape(tape, room, *Work, [&] {
       WriteZeros(tape, {room.Place, std::min(count, length - room.Place)});
     });
     FollowInsertion(room, tape.Length());
@@ -416,7 +374,7 @@ void DeleteRollRange(std::int64_t from, std::int64_t count) {
     RawFile tape(Game.DiceRollFile, Use::Change);
     const Range range = WithinTape(from, count, tape.Length());
     if (range.Count == 0) return 0;
-    CloseGap(tape, range);
+    DeleteFromTape(tape, range, *Work);
     FollowDeletion(range, tape.Length());
     return range.Count;
   });

@@ -1,8 +1,8 @@
 // Dice Roll files as a whole: ranges of throws, and their exchange with text. All work on the tape
 // `DiceRollFile` in blocks, so that a tape of any length needs little memory. Records count from 1.
 // Every routine leaves `LastFileResult`: above 0 for success, 0 when there was nothing to do, -1
-// when the system failed: the reason is in `LastErrorText` and the tape is as it was (only a disk
-// that breaks in the middle of a move leaves it half moved). Ranges and positions that lie outside
+// when the system failed: the reason is in `LastErrorText` and the tape is as it was, or becomes so
+// when it is used next (`dice/tape_change`). Ranges and positions that lie outside
 // are cut to the tape, and `DiceFilePos`, `DiceFileLast` and `DiceFileEnd` follow the throws at
 // which they stood. The tape itself is never the target of a copy. What takes long is shown, and
 // may be ended by the player: 0, the tape as it was, and a text in `MsgText`.

@@ -11,6 +11,7 @@
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/record_file.h"
+#include "core/scratch_file.h"
 #include "core/sounds.h"
 #include "dice/generators.h"
 #include "dice/tape.h"
@@ -68,6 +69,7 @@ void StartUp(const std::string& programFolder, const std::string& dataFolder) {
     StartAfresh();
     Game.AppPath = programFolder;
     Game.DataPath = dataFolder;
+    SweepScratchFiles(PathOf(dataFolder), true);
     LayDownDefaults();
     Game.GamesLogFile = Game.DataPath + "default.glg";
     Game.EventsLogFile = Game.DataPath + "Events Log.txt";

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 
 #include "core/ansi.h"
@@ -61,6 +60,17 @@ std::size_t NextLine(const std::string& text, std::size_t from) {
   return end == std::string::npos ? text.size() : end + 1;
 }
 
+/// The last bytes of a log of `length` bytes; none when it can't be read.
+std::string LogTail(std::int64_t length) {
+  try {
+    const RawFile log(Game.EventsLogFile, RawFile::Use::Read);
+    return ReadLogText(log, std::max<std::int64_t>(length - kTail, 0) + 1, kTail);
+  } catch (...) {
+    ReportError("Read Events Log");
+    return {};
+  }
+}
+
 /// Keeps the memory for the next lines.
 void ForgetPending() {
   pending.Text.clear();
@@ -95,9 +105,12 @@ void FlushEventsLog() {
 
 void ClearEventsLog() {
   FlushEventsLog();
-  std::error_code ignored;
-  fs::remove(PathOf(EventsLogIndexPath()), ignored);
-  fs::remove(PathOf(Game.EventsLogFile), ignored);
+  try {
+    RemoveFile(PathOf(EventsLogIndexPath()));
+    RemoveFile(PathOf(Game.EventsLogFile));
+  } catch (...) {
+    ReportError("Clear Events Log");
+  }
   Game.LogTopLine = 1;
 }
 
@@ -133,8 +146,7 @@ std::int64_t EventsLogLength() {
 double LogGrowthOfMillionRolls() {
   const std::int64_t length = EventsLogLength();
   if (!Game.EventsLogActive || length == 0) return 0;
-  std::ifstream log(PathOf(Game.EventsLogFile), std::ios::binary);
-  const std::string tail = ReadLogText(log, std::max<std::int64_t>(length - kTail, 0) + 1, kTail);
+  const std::string tail = LogTail(length);
   int rolls = 0;
   std::size_t first = tail.size();
   for (std::size_t at = 0; at < tail.size(); at = NextLine(tail, at)) {

@@ -5,12 +5,12 @@
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <stdexcept>
 
 #include "core/ansi.h"
 #include "core/error_report.h"
+#include "core/raw_file.h"
 #include "core/record_file.h"
 #include "stats/events_log.h"
 #include "stats/log_files.h"
@@ -47,9 +47,9 @@ class LogSearch {
       : words_(std::move(words)),
         forward_(forward),
         goOn_(goOn),
-        log_(PathOf(Game.EventsLogFile), std::ios::binary),
-        index_(PathOf(EventsLogIndexPath()), std::ios::binary),
-        logEnd_(LengthOf(log_) + 1) {
+        log_(Game.EventsLogFile, RawFile::Use::Read),
+        index_(EventsLogIndexPath(), RawFile::Use::Read),
+        logEnd_(log_.Length() + 1) {
     MakeLower(words_);
   }
 
@@ -136,8 +136,8 @@ class LogSearch {
   int lines_ = LogLineCount();
   int searched_ = 0;
   bool givenUp_ = false;
-  std::ifstream log_;
-  std::ifstream index_;
+  RawFile log_;
+  RawFile index_;
   std::int64_t logEnd_;
   std::vector<std::int64_t> starts_;  // of the lines of the block, and of the one behind them
 };
@@ -155,9 +155,24 @@ int FindLine(const std::string& words, bool forward, const std::function<bool(do
 
 // --- Index ---
 
+/// Sets a flag while it lives.
+class Guard {
+ public:
+  explicit Guard(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Guard() { flag_ = false; }
+  Guard(const Guard&) = delete;
+  Guard& operator=(const Guard&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+/// While an index is built, what happens meanwhile doesn't begin another.
 template <typename Test>
 void RepairIndex(Test isValid) {
-  if (!EventsLogExists()) return;
+  static bool repairing = false;
+  if (repairing || !EventsLogExists()) return;
+  const Guard guard(repairing);
   try {
     if (!isValid()) BuildLogIndex();
   } catch (...) {
@@ -196,23 +211,17 @@ void RefuseIndex(const std::string& path) {
 
 /// A rename, or between disks a copy that takes its place when it is whole.
 void MoveFile(const fs::path& from, const fs::path& to) {
-  std::error_code error;
-  fs::rename(from, to, error);
-  if (!error) return;
-  if (error != std::errc::cross_device_link)
-    throw fs::filesystem_error("Unable to move the Events Log", from, to, error);
-  fs::path beside = to;
-  beside += ".new";
-  if (fs::exists(beside)) throw fs::filesystem_error("In the way", beside, error);
+  if (!FileExists(from)) FailFor(std::errc::no_such_file_or_directory);
+  FileExists(to);
   try {
-    fs::copy_file(from, beside);
-    fs::last_write_time(beside, fs::last_write_time(from));
-    fs::rename(beside, to);
-  } catch (...) {
-    fs::remove(beside, error);
-    throw;
+    RenameFile(from, to);
+    SyncFolder(to.parent_path());
+  } catch (const std::system_error& failure) {
+    if (failure.code() != std::errc::cross_device_link) throw;
+    CopyWholeFile(TextOfPath(from), TextOfPath(to));
+    fs::last_write_time(to, fs::last_write_time(from));  // by which its index knows it
+    RemoveFile(from);
   }
-  fs::remove(from, error);
 }
 
 }  // namespace
@@ -243,12 +252,12 @@ std::vector<std::string> ReadLogLines(int first, int count) {
   const int all = LogLineCount();
   if (first < 1 || first > all || count < 1) return lines;
   try {
-    std::ifstream log(PathOf(Game.EventsLogFile), std::ios::binary);
-    std::ifstream index(PathOf(EventsLogIndexPath()), std::ios::binary);
+    const RawFile log(Game.EventsLogFile, RawFile::Use::Read);
+    const RawFile index(EventsLogIndexPath(), RawFile::Use::Read);
     // With the line behind them, where they end.
     const auto wanted = std::min<std::int64_t>(count, std::int64_t{all} - first + 1);
     auto starts = ReadIndexEntries(index, first, wanted + 1);
-    if (static_cast<std::int64_t>(starts.size()) <= wanted) starts.push_back(LengthOf(log) + 1);
+    if (static_cast<std::int64_t>(starts.size()) <= wanted) starts.push_back(log.Length() + 1);
     for (std::size_t line = 0; line + 1 < starts.size(); ++line) {
       constexpr std::int64_t kLineEnd = 2;
       const std::int64_t length = starts[line + 1] - starts[line];

@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
+#include <memory>
 #include <stdexcept>
 #include <system_error>
 
 #include "core/error_report.h"
 #include "core/faults.h"
 #include "core/game_state.h"
+#include "core/progress.h"
+#include "core/raw_file.h"
 #include "core/record_file.h"
 
 namespace {
@@ -26,28 +27,11 @@ constexpr std::int64_t kBlock = 1 << 18;  // bytes read or written at a time
 fs::path LogPath() { return PathOf(Game.EventsLogFile); }
 fs::path IndexPath() { return PathOf(EventsLogIndexPath()); }
 
-/// With the reason that the system left behind; some of its failures leave none.
-[[noreturn]] void Fail(const char* what, const fs::path& path) {
-  const int reason = errno == 0 ? EIO : errno;
-  throw fs::filesystem_error(what, path, {reason, std::generic_category()});
-}
-
-[[noreturn]] void Refuse(std::errc reason) {
-  throw std::system_error(std::make_error_code(reason));
-}
-
 /// A device or a pipe could be read without end, and a log that is its own index would be lost.
 void RefuseAllButFiles() {
-  for (const fs::path& path : {LogPath(), IndexPath()}) {
-    if (fs::is_directory(path)) Refuse(std::errc::is_a_directory);
-    if (fs::exists(path) && !fs::is_regular_file(path)) Refuse(std::errc::not_supported);
-  }
+  FileExists(LogPath());
+  FileExists(IndexPath());
   if (LogPath() == IndexPath()) throw std::runtime_error("it's the index of the Events Log");
-  errno = 0;
-}
-
-std::fstream OpenForAppending(const fs::path& path) {
-  return std::fstream(path, std::ios::binary | std::ios::in | std::ios::out | std::ios::app);
 }
 
 /// Tells that lines aren't indexed, once for a log.
@@ -70,10 +54,6 @@ void AddEntry(std::string& entries, std::int64_t position) {
   entries.append(bytes.data(), bytes.size());
 }
 
-void WriteTo(std::ostream& file, const std::string& bytes) {
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
 void MakeDatesEqual() {
   const auto date = fs::last_write_time(LogPath());
   fs::last_write_time(IndexPath(), date);
@@ -83,9 +63,9 @@ void MakeDatesEqual() {
 }
 
 /// Whether a line begins at `position` and is the last one of the log.
-bool IsLastLine(std::istream& log, std::int64_t position) {
+bool IsLastLine(const RawFile& log, std::int64_t position) {
   constexpr std::int64_t kLook = 4096;
-  const std::int64_t length = LengthOf(log);
+  const std::int64_t length = log.Length();
   if (position < 1 || position > length) return false;
   const std::int64_t from = std::max<std::int64_t>(position - 1, 1);
   const std::string text = ReadLogText(log, from, kLook);
@@ -96,9 +76,9 @@ bool IsLastLine(std::istream& log, std::int64_t position) {
   return beyond || end == std::string::npos || from + static_cast<std::int64_t>(end) == length;
 }
 
-bool FilesAgree(std::istream& log, std::istream& index) {
-  const std::int64_t length = LengthOf(log);
-  const std::int64_t indexLength = LengthOf(index);
+bool FilesAgree(const RawFile& log, const RawFile& index) {
+  const std::int64_t length = log.Length();
+  const std::int64_t indexLength = index.Length();
   if (length == 0 || indexLength == 0) return length == indexLength;
   if (indexLength % kIndexRecord != 0) return false;
   if (fs::last_write_time(LogPath()) != fs::last_write_time(IndexPath())) return false;
@@ -106,26 +86,25 @@ bool FilesAgree(std::istream& log, std::istream& index) {
   return last.size() == 1 && IsLastLine(log, last[0]);
 }
 
-bool EndsInsideALine(std::istream& log) {
-  const std::int64_t length = LengthOf(log);
+bool EndsInsideALine(const RawFile& log) {
+  const std::int64_t length = log.Length();
   return length > 0 && ReadLogText(log, length, 1) != "\n";
 }
 
 /// Appends to the log; what a full disk cuts off is taken back whole.
-void AppendText(std::fstream& log, const std::string& text, bool agreed) {
-  const std::int64_t length = LengthOf(log);
-  log.seekp(0, std::ios::end);
-  WriteTo(log, text);
-  log.close();
-  if (log) return;
-  std::error_code ignored;
-  fs::resize_file(LogPath(), static_cast<std::uintmax_t>(length), ignored);
-  if (agreed && length > 0) MakeDatesEqual();
-  Fail("Unable to write", LogPath());
+void AppendText(RawFile& log, const std::string& text, bool agreed) {
+  const std::int64_t length = log.Length();
+  try {
+    log.Write(length, text);
+  } catch (const std::system_error&) {
+    log.Cut(length);
+    if (agreed && length > 0) MakeDatesEqual();
+    throw;
+  }
 }
 
 /// Appends the positions of lines behind a log of `length` bytes.
-void AppendEntries(std::fstream& index, const LogLines& lines, std::int64_t length) {
+void AppendEntries(RawFile& index, const LogLines& lines, std::int64_t length) {
   std::string entries;
   entries.reserve(lines.Starts.size() * kIndexRecord);
   for (const std::uint32_t start : lines.Starts) {
@@ -136,55 +115,55 @@ void AppendEntries(std::fstream& index, const LogLines& lines, std::int64_t leng
     }
     AddEntry(entries, position);
   }
-  index.seekp(0, std::ios::end);
-  WriteTo(index, entries);
-  index.close();
-  if (!index) Fail("Unable to write", IndexPath());
+  index.Append(entries);
 }
 
-/// Writes an entry for each line of the log.
-void IndexLines(std::istream& log, std::ostream& index) {
+/// Writes an entry for each line of the log that an entry can name.
+void IndexLines(const RawFile& log, FileReplacement& index) {
   std::vector<char> block(kBlock);
   std::string entries;
   bool atStart = true;
-  std::int64_t before = 0;  // bytes before the block
-  while (log.read(block.data(), kBlock), log.gcount() > 0) {
-    const char* const end = block.data() + log.gcount();
+  const std::int64_t reach = std::min(log.Length(), kLastPosition);
+  Progress progress("Rebuild Log Index");
+  for (std::int64_t before = 0; before < reach;) {
+    const std::size_t wanted = static_cast<std::size_t>(std::min(reach - before, kBlock));
+    const std::size_t read = log.ReadSome(before, std::span(block).first(wanted));
+    if (read == 0) break;
+    const char* const end = block.data() + read;
     for (const char* at = block.data(); at < end;) {
-      const std::int64_t position = before + (at - block.data()) + 1;
-      if (atStart && position > kLastPosition) {
-        WriteTo(index, entries);
-        return TellTooLong();
-      }
-      if (atStart) AddEntry(entries, position);
+      if (atStart) AddEntry(entries, before + (at - block.data()) + 1);
       const void* const lineEnd = std::memchr(at, '\n', static_cast<std::size_t>(end - at));
       atStart = lineEnd != nullptr;
       at = atStart ? static_cast<const char*>(lineEnd) + 1 : end;
     }
-    before += log.gcount();
-    WriteTo(index, entries);
+    before += static_cast<std::int64_t>(read);
+    index.Write(entries);
     entries.clear();
+    if (!Game.RollInProgress)
+      progress.ShowOnly(static_cast<double>(before) / static_cast<double>(reach));
   }
-  if (log.bad()) Fail("Unable to read", LogPath());
+  if (log.Length() > reach) TellTooLong();
+}
+
+/// The open index; none when there is none that could be gone on with.
+std::unique_ptr<RawFile> OpenIndex(const RawFile& log, RawFile::Use use) {
+  if (!FileExists(IndexPath())) {
+    if (use == RawFile::Use::Read || log.Length() > 0) return nullptr;
+    use = RawFile::Use::Write;
+  }
+  auto index = std::make_unique<RawFile>(IndexPath(), use);
+  return FilesAgree(log, *index) ? std::move(index) : nullptr;
 }
 
 }  // namespace
 
 std::string EventsLogIndexPath() { return Game.DataPath + "Events Log.ref"; }
 
-std::int64_t LengthOf(std::istream& file) {
-  file.clear();
-  file.seekg(0, std::ios::end);
-  return std::max<std::int64_t>(file.tellg(), 0);
-}
-
-std::vector<std::int64_t> ReadIndexEntries(std::istream& index, std::int64_t first,
+std::vector<std::int64_t> ReadIndexEntries(const RawFile& index, std::int64_t first,
                                            std::int64_t count) {
   std::string bytes(static_cast<std::size_t>(count * kIndexRecord), '\0');
-  index.clear();
-  index.seekg((first - 1) * kIndexRecord);
-  index.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  std::vector<std::int64_t> entries(static_cast<std::size_t>(index.gcount() / kIndexRecord));
+  const std::size_t read = index.ReadSome((first - 1) * kIndexRecord, bytes);
+  std::vector<std::int64_t> entries(read / kIndexRecord);
   for (std::size_t entry = 0; entry < entries.size(); ++entry) {
     std::uint32_t bits = 0;
     for (unsigned byte = 0; byte < kIndexRecord; ++byte)
@@ -195,32 +174,26 @@ std::vector<std::int64_t> ReadIndexEntries(std::istream& index, std::int64_t fir
   return entries;
 }
 
-std::string ReadLogText(std::istream& log, std::int64_t position, std::int64_t length) {
+std::string ReadLogText(const RawFile& log, std::int64_t position, std::int64_t length) {
   std::string text(static_cast<std::size_t>(std::max<std::int64_t>(length, 0)), '\0');
-  log.clear();
-  log.seekg(std::max<std::int64_t>(position, 1) - 1);
-  log.read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<std::size_t>(log.gcount()));
+  text.resize(log.ReadSome(std::max<std::int64_t>(position, 1) - 1, text));
   return text;
 }
 
 std::int64_t AppendToLogFiles(const LogLines& lines) {
   RefuseAllButFiles();
-  std::fstream log = OpenForAppending(LogPath());
-  if (!log) Fail("Unable to write", LogPath());
-  std::fstream index = OpenForAppending(IndexPath());
-  const bool agreed = index.is_open() && FilesAgree(log, index);
+  RawFile log(LogPath(), RawFile::Use::Write);
+  const std::unique_ptr<RawFile> index = OpenIndex(log, RawFile::Use::Change);
   // A line that another program left open isn't gone on with.
   const std::string lineEnd = EndsInsideALine(log) ? "\r\n" : "";
-  const std::int64_t length = LengthOf(log) + static_cast<std::int64_t>(lineEnd.size());
-  AppendText(log, lineEnd.empty() ? lines.Text : lineEnd + lines.Text, agreed);
-  if (agreed) {
-    const std::int64_t before = LengthOf(index) / kIndexRecord;
-    AppendEntries(index, lines, length);
+  const std::int64_t length = log.Length() + static_cast<std::int64_t>(lineEnd.size());
+  AppendText(log, lineEnd.empty() ? lines.Text : lineEnd + lines.Text, index != nullptr);
+  if (index) {
+    const std::int64_t before = index->Length() / kIndexRecord;
+    AppendEntries(*index, lines, length);
     MakeDatesEqual();
     return before;
   }
-  index.close();
   BuildLogIndex();
   const auto indexed = static_cast<std::int64_t>(fs::file_size(IndexPath())) / kIndexRecord;
   return std::max<std::int64_t>(indexed - static_cast<std::int64_t>(lines.Starts.size()), 0);
@@ -228,27 +201,15 @@ std::int64_t AppendToLogFiles(const LogLines& lines) {
 
 bool LogIndexIsValid() {
   RefuseAllButFiles();
-  std::ifstream log(LogPath(), std::ios::binary);
-  if (!log) Fail("Unable to read", LogPath());
-  std::ifstream index(IndexPath(), std::ios::binary);
-  return index.is_open() && FilesAgree(log, index);
+  const RawFile log(LogPath(), RawFile::Use::Read);
+  return OpenIndex(log, RawFile::Use::Read) != nullptr;
 }
 
 void BuildLogIndex() {
   RefuseAllButFiles();
-  fs::remove(IndexPath());
-  std::ifstream log(LogPath(), std::ios::binary);
-  if (!log) Fail("Unable to read", LogPath());
-  try {
-    std::ofstream index(IndexPath(), std::ios::binary);
-    if (!index) Fail("Unable to write", IndexPath());
-    IndexLines(log, index);
-    index.close();
-    if (!index) Fail("Unable to write", IndexPath());
-    MakeDatesEqual();
-  } catch (...) {
-    std::error_code ignored;
-    fs::remove(IndexPath(), ignored);
-    throw;
-  }
+  const RawFile log(LogPath(), RawFile::Use::Read);
+  FileReplacement index(EventsLogIndexPath());
+  IndexLines(log, index);
+  index.Finish(Durability::System);
+  MakeDatesEqual();
 }

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <istream>
 #include <string>
 #include <vector>
+
+#include "core/raw_file.h"
 
 /// The path of the index: always this one name, whatever the log's.
 std::string EventsLogIndexPath();
@@ -28,16 +29,13 @@ std::int64_t AppendToLogFiles(const LogLines& lines);
 /// Throws when there is something in the place of a file that can't be read.
 bool LogIndexIsValid();
 
-/// Builds the index from the log in one pass, in pieces. Throws when it can't; there is no index
-/// then.
+/// Builds the index from the log in one pass, in pieces, as far as an entry can name a place (2
+/// GB). Throws when it can't; the former index stands then.
 void BuildLogIndex();
 
-/// The length of an open file.
-std::int64_t LengthOf(std::istream& file);
-
 /// Up to `count` entries of an open index from record `first` on.
-std::vector<std::int64_t> ReadIndexEntries(std::istream& index, std::int64_t first,
+std::vector<std::int64_t> ReadIndexEntries(const RawFile& index, std::int64_t first,
                                            std::int64_t count);
 
 /// Up to `length` bytes of an open log from `position` (from 1) on.
-std::string ReadLogText(std::istream& log, std::int64_t position, std::int64_t length);
+std::string ReadLogText(const RawFile& log, std::int64_t position, std::int64_t length);

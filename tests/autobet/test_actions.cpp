@@ -19,6 +19,7 @@
 #include "dice/generators.h"
 
 // After the operators that print money.
+#include "support/file_size_limit.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
@@ -529,10 +530,10 @@ TEST_F(ActionsTest, OutputGoesToTheFileOrIsAFault) {
   EXPECT_EQ(folder_.Read("out.txt"), "");
 }
 
-#ifdef __linux__
 TEST_F(ActionsTest, AFullDiskIsAFault) {
-  const std::string write =
-      "Open/clear file for output: \"/dev/full\"\n Output to file. Message: \"text\"\n";
+  const std::string open = "Open/clear file for output: \"out.txt\"\n";
+  const std::string write = open + " Output to file. Message: \"text\"\n";
+  const FileSizeLimit full(1);
   EXPECT_EQ(Do(write), 0);
   EXPECT_THROW(FlushOutputFile(), RunTimeFault);
   EXPECT_EQ(Do("Close file"), 0) << "it has been told";
@@ -542,7 +543,7 @@ TEST_F(ActionsTest, AFullDiskIsAFault) {
     many += "Output to file. Message: \"" + std::string(70, 'x') + "\"\n";
   EXPECT_EQ(Do(write + many), 61);
   EXPECT_EQ(Do("Close file"), 0) << "there is nothing left to write";
+  EXPECT_EQ(Do({Act(OpenOutput, 0, 0, 0, "/dev/null")}), 75) << "a device is no file";
 }
-#endif
 
 }  // namespace
