@@ -1,12 +1,6 @@
 #include "stats/games_file.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -42,63 +36,16 @@ constexpr std::array<std::string_view, FirstStackColumn> kColumnNames = {
     "Ending bankroll",
 };
 
-[[noreturn]] void Fail(std::errc reason) { throw std::system_error(std::make_error_code(reason)); }
-
-[[noreturn]] void FailByErrno() { throw std::system_error(errno, std::generic_category()); }
-
-/// Whether there is a file; what is no file at all, such as a folder, is a failure.
-bool FileExists(const fs::path& path) {
-  std::error_code failure;
-  const fs::file_status status = fs::status(path, failure);
-  if (status.type() == fs::file_type::not_found) return false;
-  if (failure) throw std::system_error(failure);
-  if (fs::is_directory(status)) Fail(std::errc::is_a_directory);
-  if (!fs::is_regular_file(status)) Fail(std::errc::not_supported);
-  return true;
-}
-
-OpenFile Open(const fs::path& path, int how) {
-  constexpr mode_t kAnyoneReads = 0666;
-  OpenFile file(::open(path.c_str(), how | O_CLOEXEC, kAnyoneReads));
-  if (file.Number() < 0) FailByErrno();
-  return file;
-}
-
-struct stat StatusOf(const OpenFile& file) {
-  struct stat status {};
-  if (::fstat(file.Number(), &status) != 0) FailByErrno();
-  return status;
-}
-
-std::int64_t LengthOf(const OpenFile& file) { return StatusOf(file).st_size; }
-
 constexpr std::int64_t PositionOf(std::int64_t record) {
   return (record - 1) * static_cast<std::int64_t>(kRecordSize);
 }
 
-/// Up to `size` bytes from `position` on; the number that was there.
-std::int64_t ReadBytes(const OpenFile& file, std::int64_t position, void* bytes,
-                       std::int64_t size) {
-  std::int64_t done = 0;
-  while (done < size) {
-    const ssize_t got = ::pread(file.Number(), static_cast<char*>(bytes) + done,
-                                static_cast<std::size_t>(size - done), position + done);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) FailByErrno();
-    if (got == 0) break;
-    done += got;
-  }
-  return done;
+std::span<char> BytesOf(std::span<Record> records) {
+  return {reinterpret_cast<char*>(records.data()), records.size_bytes()};
 }
 
-void WriteBytes(const OpenFile& file, std::int64_t position, const void* bytes, std::int64_t size) {
-  for (std::int64_t done = 0; done < size;) {
-    const ssize_t put = ::pwrite(file.Number(), static_cast<const char*>(bytes) + done,
-                                 static_cast<std::size_t>(size - done), position + done);
-    if (put < 0 && errno == EINTR) continue;
-    if (put < 0) FailByErrno();
-    done += put;
-  }
+std::span<const char> BytesOf(std::span<const Record> records) {
+  return {reinterpret_cast<const char*>(records.data()), records.size_bytes()};
 }
 
 Record FreshHeader() {
@@ -114,11 +61,11 @@ struct Header {
 };
 
 /// The header of an open log, and the games that count.
-Header ReadHeader(const OpenFile& file) {
-  const std::int64_t length = LengthOf(file);
+Header ReadHeader(const RawFile& file) {
+  const std::int64_t length = file.Length();
   Header header{FreshHeader(), 0};
   if (length == 0) return header;
-  if (ReadBytes(file, 0, &header.Bytes, kRecordSize) < static_cast<std::int64_t>(kRecordSize) ||
+  if (file.ReadSome(0, BytesOf(std::span(&header.Bytes, 1))) < kRecordSize ||
       header.Bytes.Text(0, kMarkWidth) != kMark)
     throw NotAGamesLog();
   const std::int64_t whole = length / static_cast<std::int64_t>(kRecordSize) - 1;
@@ -127,11 +74,9 @@ Header ReadHeader(const OpenFile& file) {
 }
 
 /// The records `first` (from 1, the header) and on, as many as there are up to the size of `block`.
-std::span<const Record> ReadRecordsAt(const OpenFile& file, std::int64_t first,
+std::span<const Record> ReadRecordsAt(const RawFile& file, std::int64_t first,
                                       std::span<Record> block) {
-  const std::int64_t got = ReadBytes(file, PositionOf(first), block.data(),
-                                     static_cast<std::int64_t>(block.size_bytes()));
-  return block.first(static_cast<std::size_t>(got) / kRecordSize);
+  return block.first(file.ReadSome(PositionOf(first), BytesOf(block)) / kRecordSize);
 }
 
 GameRecord GameOf(const Record& record) {
@@ -152,37 +97,26 @@ void ShowDone(const ShowShare& show, std::int64_t done, std::int64_t all) {
   if (show) show(static_cast<double>(done) / static_cast<double>(std::max<std::int64_t>(all, 1)));
 }
 
-/// Whether the path still names the open file: while it was waited for, another may have taken its
-/// place.
-bool IsStillAt(const OpenFile& file, const fs::path& path) {
-  struct stat named {};
-  const struct stat opened = StatusOf(file);
-  return ::stat(path.c_str(), &named) == 0 && named.st_ino == opened.st_ino &&
-         named.st_dev == opened.st_dev;
-}
-
-/// Opens a log that nobody else writes, and keeps it so while it is open.
-OpenFile OpenLocked(const fs::path& path) {
-  if (FileExists(path) && IsReadOnly(path)) Fail(std::errc::permission_denied);
+/// Opens a log that nobody else writes, and keeps it so while it is open. While it was waited for,
+/// another may have taken its place.
+std::unique_ptr<RawFile> OpenLocked(const std::string& path) {
   for (;;) {
-    OpenFile file = Open(path, O_RDWR | O_CREAT);
-    // A disk without locks is written all the same.
-    if (::flock(file.Number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-      Fail(std::errc::text_file_busy);
-    if (IsStillAt(file, path)) return file;
+    auto file = std::make_unique<RawFile>(path, RawFile::Use::Write);
+    if (!file->TryLock()) FailFor(std::errc::text_file_busy);
+    if (file->HasName()) return file;
   }
 }
 
 /// Copies the bytes from `from` up to `end` of an open file.
-void CopyBytes(const OpenFile& file, std::int64_t from, std::int64_t end, FileReplacement& to,
+void CopyBytes(const RawFile& file, std::int64_t from, std::int64_t end, FileReplacement& to,
                const ShowShare& show, std::int64_t all) {
   std::string block(static_cast<std::size_t>(kRecordsAtOnce) * kRecordSize, '\0');
   while (from < end) {
-    const std::int64_t got = ReadBytes(
-        file, from, block.data(), std::min(end - from, static_cast<std::int64_t>(block.size())));
-    if (got == 0) Fail(std::errc::io_error);
-    to.Write(std::string_view(block).substr(0, static_cast<std::size_t>(got)));
-    from += got;
+    const auto wanted = std::min(end - from, static_cast<std::int64_t>(block.size()));
+    const auto piece = std::span(block).first(static_cast<std::size_t>(wanted));
+    file.ReadAll(from, piece);
+    to.Write({piece.data(), piece.size()});
+    from += wanted;
     ShowDone(show, from, all);
   }
 }
@@ -191,7 +125,7 @@ void CopyBytes(const OpenFile& file, std::int64_t from, std::int64_t end, FileRe
 void KeepDamaged(const fs::path& path) {
   fs::path kept = path;
   kept.replace_extension(".bad");
-  fs::rename(path, kept);
+  RenameFile(path, kept);
 }
 
 std::string_view BytesOf(const Record& record) {
@@ -221,20 +155,11 @@ std::string GameColumnName(int column) {
   return "Chip-Stack #" + std::to_string(column - FirstStackColumn);
 }
 
-OpenFile& OpenFile::operator=(OpenFile&& other) noexcept {
-  std::swap(number_, other.number_);
-  return *this;
-}
-
-OpenFile::~OpenFile() {
-  if (number_ >= 0) ::close(number_);
-}
-
 bool IsGamesLog(const std::string& path) {
   if (!FileExists(PathOf(path))) return false;
-  const OpenFile file = Open(PathOf(path), O_RDONLY);
+  const RawFile file(path, RawFile::Use::Read);
   try {
-    return LengthOf(file) > 0 && ReadHeader(file).Count >= 0;
+    return file.Length() > 0 && ReadHeader(file).Count >= 0;
   } catch (const NotAGamesLog&) {
     return false;
   }
@@ -244,17 +169,17 @@ bool IsGamesLog(const std::string& path) {
 
 GamesLogReader::GamesLogReader(const std::string& path) {
   if (!FileExists(PathOf(path))) return;
-  file_ = Open(PathOf(path), O_RDONLY);
-  count_ = ReadHeader(file_).Count;
+  file_ = std::make_unique<RawFile>(path, RawFile::Use::Read);
+  count_ = ReadHeader(*file_).Count;
 }
 
 std::vector<GameRecord> GamesLogReader::Read(std::int64_t first, std::int64_t count) const {
-  if (first < 1) return {};
+  if (first < 1 || file_ == nullptr) return {};
   count = std::clamp<std::int64_t>(count, 0, std::max<std::int64_t>(count_ - first + 1, 0));
   std::vector<Record> block(static_cast<std::size_t>(count));
   std::vector<GameRecord> games;
   games.reserve(block.size());
-  for (const Record& record : ReadRecordsAt(file_, first + 1, block))
+  for (const Record& record : ReadRecordsAt(*file_, first + 1, block))
     games.push_back(GameOf(record));
   return games;
 }
@@ -263,8 +188,8 @@ void GamesLogReader::ReadAll(const std::function<void(std::span<const Record> ga
   std::vector<Record> block(static_cast<std::size_t>(std::min(kRecordsAtOnce, count_)));
   for (std::int64_t first = 1; first <= count_; first += kRecordsAtOnce) {
     const auto wanted = static_cast<std::size_t>(std::min(kRecordsAtOnce, count_ - first + 1));
-    const auto games = ReadRecordsAt(file_, first + 1, std::span(block).first(wanted));
-    if (games.size() < wanted) Fail(std::errc::io_error);  // cut off while it is read
+    const auto games = ReadRecordsAt(*file_, first + 1, std::span(block).first(wanted));
+    if (games.size() < wanted) FailFor(std::errc::io_error);  // cut off while it is read
     take(games);
   }
 }
@@ -290,22 +215,29 @@ std::vector<std::vector<Currency>> ReadGameColumns(const std::string& path,
 
 // --- Writing ---
 
-GamesLogWriter::GamesLogWriter(const std::string& path) : file_(OpenLocked(PathOf(path))) {
-  const Header header = ReadHeader(file_);
+GamesLogWriter::GamesLogWriter(const std::string& path) : file_(OpenLocked(path)) {
+  const Header header = ReadHeader(*file_);
   header_ = header.Bytes;
   count_ = header.Count;
-  if (LengthOf(file_) > 0) return;
+  if (file_->Length() > 0) return;
   try {
     WriteHeader(0, Durability::System);
   } catch (...) {
-    static_cast<void>(::ftruncate(file_.Number(), 0));
+    PutBack(0);
     throw;
   }
 }
 
 void GamesLogWriter::WriteRecords(std::int64_t first, std::span<const Record> records) const {
-  WriteBytes(file_, PositionOf(first), records.data(),
-             static_cast<std::int64_t>(records.size_bytes()));
+  file_->Write(PositionOf(first), BytesOf(records));
+}
+
+void GamesLogWriter::PutBack(std::int64_t length) noexcept {
+  try {
+    if (length > 0) WriteRecords(1, {&header_, 1});
+    file_->Cut(length);
+  } catch (...) {  // the disk fails: the failure that led here is told
+  }
 }
 
 void GamesLogWriter::WriteHeader(std::int64_t count, Durability durability) {
@@ -313,7 +245,7 @@ void GamesLogWriter::WriteHeader(std::int64_t count, Durability durability) {
   header.PutText(0, kMarkWidth, kMark);
   header.PutLong(kCountOffset, static_cast<std::int32_t>(count));
   const auto sync = [&] {
-    if (durability == Durability::Disk && ::fdatasync(file_.Number()) != 0) FailByErrno();
+    if (durability == Durability::Disk) file_->Sync();
   };
   sync();  // the records, before a header counts them
   WriteRecords(1, {&header, 1});
@@ -325,14 +257,13 @@ void GamesLogWriter::WriteHeader(std::int64_t count, Durability durability) {
 template <class Work>
 void GamesLogWriter::Append(std::int64_t games, Durability durability, Work writeRecords) {
   if (games == 0) return;
-  if (count_ + games > kMostGames) Fail(std::errc::file_too_large);
-  const std::int64_t length = LengthOf(file_);
+  if (count_ + games > kMostGames) FailFor(std::errc::file_too_large);
+  const std::int64_t length = file_->Length();
   try {
     writeRecords();
     WriteHeader(count_ + games, durability);
   } catch (...) {
-    static_cast<void>(::pwrite(file_.Number(), header_.Bytes(), kRecordSize, 0));
-    static_cast<void>(::ftruncate(file_.Number(), length));
+    PutBack(length);
     throw;
   }
 }
@@ -376,11 +307,11 @@ bool DeleteGames(const std::string& path, std::int64_t first, std::int64_t last,
     log.Shorten(first - 1);
     return true;
   }
-  const OpenFile old = Open(PathOf(path), O_RDONLY);
+  const RawFile old(path, RawFile::Use::Read);
   Record header = ReadHeader(old).Bytes;
   const std::int64_t left = log.Count() - (last - first + 1);
   header.PutLong(kCountOffset, static_cast<std::int32_t>(left));
-  const std::int64_t length = LengthOf(old);
+  const std::int64_t length = old.Length();
   FileReplacement file(path);
   file.Write(BytesOf(header));
   // Game n is record n + 1.
@@ -392,16 +323,16 @@ bool DeleteGames(const std::string& path, std::int64_t first, std::int64_t last,
 }
 
 void WriteEmptyGamesLog(const std::string& path) {
-  const OpenFile lock = OpenLocked(PathOf(path));
-  if (LengthOf(lock) > 0 && !IsGamesLog(path)) KeepDamaged(PathOf(path));
+  const auto lock = OpenLocked(path);
+  if (lock->Length() > 0 && !IsGamesLog(path)) KeepDamaged(PathOf(path));
   FileReplacement file(path);
   file.Write(BytesOf(FreshHeader()));
   file.Finish();
 }
 
 void CopyGamesLog(const std::string& from, const std::string& to) {
-  const OpenFile file = Open(PathOf(from), O_RDONLY);
-  const std::int64_t length = LengthOf(file);
+  const RawFile file(from, RawFile::Use::Read);
+  const std::int64_t length = file.Length();
   FileReplacement copy(to);
   CopyBytes(file, 0, length, copy, {}, length);
   copy.Finish();

@@ -4,13 +4,14 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/currency.h"
+#include "core/raw_file.h"
 #include "core/record_file.h"
 
 /// The columns of a game's record, in the order of the file.
@@ -49,20 +50,6 @@ struct NotAGamesLog : std::runtime_error {
 /// there is something that can't be read, a folder or device among them.
 bool IsGamesLog(const std::string& path);
 
-/// An open file of the system, closed at the end.
-class OpenFile {
- public:
-  OpenFile() = default;
-  explicit OpenFile(int number) : number_(number) {}
-  OpenFile(OpenFile&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  OpenFile& operator=(OpenFile&& other) noexcept;
-  ~OpenFile();
-  int Number() const { return number_; }
-
- private:
-  int number_ = -1;
-};
-
 /// Shows how far a long piece of work has come, from 0 to 1; what it throws ends the work.
 using ShowShare = std::function<void(double share)>;
 
@@ -85,7 +72,7 @@ class GamesLogReader {
   void ReadAll(const std::function<void(std::span<const Record> games)>& take) const;
 
  private:
-  OpenFile file_;
+  std::unique_ptr<RawFile> file_;  // none where there is no file
   std::int64_t count_ = 0;
 };
 
@@ -122,10 +109,11 @@ class GamesLogWriter {
  private:
   void WriteRecords(std::int64_t first, std::span<const Record> records) const;
   void WriteHeader(std::int64_t count, Durability durability);
+  void PutBack(std::int64_t length) noexcept;
   template <class Work>
   void Append(std::int64_t games, Durability durability, Work writeRecords);
 
-  OpenFile file_;
+  std::unique_ptr<RawFile> file_;
   Record header_;
   std::int64_t count_ = 0;
 };
