@@ -1,10 +1,6 @@
 #include "batch/run_file.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +9,7 @@
 
 #include "batch/details.h"
 #include "batch/failure.h"
+#include "core/raw_file.h"
 #include "core/record_file.h"
 
 namespace {
@@ -46,22 +43,12 @@ bool IsDetails(const std::string& path) {
   return std::getline(file, line) && line + "\n" == kDetailsHeading;
 }
 
-[[noreturn]] void FailByErrno() { throw std::system_error(errno, std::generic_category()); }
-
 /// Writes text at a place of a file, which ends behind it, and forces it to disk.
 void WriteTextAt(const std::string& path, std::int64_t at, const std::string& text) {
-  constexpr mode_t kAnyoneReads = 0666;
-  const OpenFile file(::open(PathOf(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, kAnyoneReads));
-  if (file.Number() < 0) FailByErrno();
-  const auto size = static_cast<std::int64_t>(text.size());
-  for (std::int64_t done = 0; done < size;) {
-    const ssize_t put = ::pwrite(file.Number(), text.data() + done,
-                                 static_cast<std::size_t>(size - done), at + done);
-    if (put < 0 && errno == EINTR) continue;
-    if (put < 0) FailByErrno();
-    done += put;
-  }
-  if (::ftruncate(file.Number(), at + size) != 0 || ::fdatasync(file.Number()) != 0) FailByErrno();
+  RawFile file(path, RawFile::Use::Write);
+  file.Write(at, text);
+  file.Cut(at + static_cast<std::int64_t>(text.size()));
+  file.Sync();
 }
 
 }  // namespace
