@@ -14,5 +14,14 @@ void AtmTransaction(AtmKind kind, Currency amount);
 /// `KeepRolling` and leaves the reason in `StopMessage`.
 void CheckBankLimits();
 
+/// Which of the player's limits for a game, `StopLoss` or `WinGoal`, a bankroll has reached: what
+/// counts is the bankroll less what was invested.
+inline RunEndKind RunEndAt(Currency bankroll) {
+  const Currency result = bankroll - Game.InvestedBankroll;
+  if (Game.WinGoal > 0 && result >= Game.WinGoal) return GoalReached;
+  if (Game.StopLoss > 0 && result <= -Game.StopLoss) return LossReached;
+  return NoLimitReached;
+}
+
 /// The sentence that tells how to go on after a limit.
 std::string SelectNewText();

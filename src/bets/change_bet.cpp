@@ -272,7 +272,10 @@ void TellShortBankroll(int betId) {
 /// `limitText` is the text that the minimum and maximum left: what an adjustment added to it is
 /// told afresh for the amount that the bankroll allows.
 void ApplyBankroll(int betId, const std::string& limitText) {
-  if (Game.NegBankroll || Needed(betId, Game.Change) <= Bankroll()) return;
+  if (Game.NegBankroll) return;
+  const Currency left = Bankroll() - Needed(betId, Game.Change);
+  Game.LeastFreeMoney = std::min(Game.LeastFreeMoney, left);
+  if (left >= 0) return;
   ShrinkToBankroll(betId);
   Game.MaxHere = Game.Bets[betId] + Game.Change;
   if (!Game.HyperDriveOn) Game.MsgText = limitText;

@@ -1,5 +1,6 @@
 #include "bets/decide_bet.h"
 
+#include "bets/known_decisions.h"
 #include "bets/settle.h"
 #include "bets/vig.h"
 #include "core/host.h"
@@ -112,12 +113,6 @@ bool MustComeDown(int betId) {
   return IsComeOdds(betId) && Game.Bets[betId - kOddsOffset] == 0;
 }
 
-void CountStreak(int betId) {
-  int& streak = Game.BetOutcome[betId][1];
-  if (Game.NetPayoff > 0) streak = streak > 0 ? streak + 1 : 1;
-  if (Game.NetPayoff < 0) streak = streak < 0 ? streak - 1 : -1;
-}
-
 bool SettledByHand() { return !Game.HyperDriveOn && Game.HandleWinningBets == WinManual; }
 
 /// Odds that weren't working come back; a flat bet that is off just stands.
@@ -135,7 +130,35 @@ void ReturnOdds(int betId, DecisionCode code) {
   Game.WorkingTouched = true;
 }
 
+void PlayDecision(int betId, DecisionCode code) {
+  const Currency bet = Game.Bets[betId];
+  const BetPayoff payoff = FigurePayoff(FigureReal, betId, code, bet, ThrowInForce());
+  Game.Payoff[0] = payoff.Ratio;
+  Game.GrossPayoff = payoff.Gross;
+  Game.NetPayoff = payoff.Net;
+  RecordBetOutcome(Actual, betId, bet, Game.NetPayoff);
+  Touch(betId);
+  LogDecision(betId);
+  // A record that pays 0 decides nothing: the bet stands.
+  if (Game.Payoff[0].Win == 0 && Game.NetPayoff == 0) return;
+  Game.DecidedBet = betId;
+  Game.Bets[BankrollIndex] += Game.NetPayoff;
+  Touch(BankrollIndex);
+  if (!Game.HyperDriveOn) TheHost.BetDecided(betId, bet, Game.NetPayoff);
+  if (betId < kContractSlots) Game.ContractBets[betId] = 0;
+  Game.BetComesDown = MustComeDown(betId);
+  CountStreak(betId, Game.NetPayoff);
+  if (Game.NetPayoff < 0) return HandleLostBet();
+  if (SettledByHand()) FillWinLines();
+  HandleWonBet();
+}
+
 }  // namespace
+
+int OutcomeOf(int betId, DecisionCode code, const DecidedThrow& thrown) {
+  if (betId == Field) return FieldCombination(thrown.Die1, thrown.Die2);
+  return code > 0 ? PayoffSource(betId, thrown) : 0;
+}
 
 int FieldCombination(int die1, int die2) {
   static constexpr signed char kCombinations[7][7] = {{},
@@ -166,25 +189,14 @@ void DecideBet(int betId, DecisionCode code) {
 
 void DecideWager(int betId, DecisionCode code) {
   if (Game.BetWorking[betId] < Working) return ReturnOdds(betId, code);
-  const Currency bet = Game.Bets[betId];
-  if (bet == 0) return;
-  const BetPayoff payoff = FigurePayoff(FigureReal, betId, code, bet, ThrowInForce());
-  Game.Payoff[0] = payoff.Ratio;
-  Game.GrossPayoff = payoff.Gross;
-  Game.NetPayoff = payoff.Net;
-  RecordBetOutcome(Actual, betId, bet, Game.NetPayoff);
-  Touch(betId);
-  LogDecision(betId);
-  // A record that pays 0 decides nothing: the bet stands.
-  if (Game.Payoff[0].Win == 0 && Game.NetPayoff == 0) return;
-  Game.DecidedBet = betId;
-  Game.Bets[BankrollIndex] += Game.NetPayoff;
-  Touch(BankrollIndex);
-  if (!Game.HyperDriveOn) TheHost.BetDecided(betId, bet, Game.NetPayoff);
-  if (betId < kContractSlots) Game.ContractBets[betId] = 0;
-  Game.BetComesDown = MustComeDown(betId);
-  CountStreak(betId);
-  if (Game.NetPayoff < 0) return HandleLostBet();
-  if (SettledByHand()) FillWinLines();
-  HandleWonBet();
+  if (Game.Bets[betId] == 0) return;
+  const int outcome = OutcomeOf(betId, code, ThrowInForce());
+  if (const KnownDecision* known = FindKnownDecision(betId, code, outcome)) {
+    Game.NetPayoff = known->Net;
+    LogDecision(betId);
+    return TakeKnownDecision(betId, *known);
+  }
+  const DecisionLesson lesson(betId, code, outcome);
+  PlayDecision(betId, code);
+  lesson.Learn();
 }

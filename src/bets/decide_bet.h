@@ -38,5 +38,8 @@ struct BetPayoff {
 BetPayoff FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount,
                        const DecidedThrow& thrown);
 
+/// What tells apart the payoffs of a bet, 0 to 127: the record that it is paid by.
+int OutcomeOf(int betId, DecisionCode code, const DecidedThrow& thrown);
+
 /// The place in `FieldPayoff`, 1 to 21, of a throw.
 int FieldCombination(int die1, int die2);

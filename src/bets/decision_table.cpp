@@ -1,8 +1,6 @@
 #include "bets/decision_table.h"
 
-#include <algorithm>
 #include <array>
-#include <iterator>
 #include <vector>
 
 #include "bets/decide_bet.h"
@@ -251,49 +249,66 @@ bool IsOfShooter(const DecisionStep& step) {
 /// The steps of every throw, one behind the other; the two orders of a pair of dice share theirs.
 class Table {
  public:
-  template <typename Wanted>
-  explicit Table(Wanted wanted) {
+  Table() {
+    std::vector<std::size_t> starts;
+    ForEachThrow([&](ThrowSteps& entry, const std::vector<DecisionStep>& steps) {
+      starts.push_back(steps_.size());
+      steps_.insert(steps_.end(), steps.begin(), steps.end());
+      FindPlaces(entry, steps);
+    });
+    // Only now do the steps lie still.
+    auto start = starts.begin();
+    ForEachThrow([&](ThrowSteps& entry, const auto&) { entry.Steps = &steps_[*start++]; });
+  }
+
+  const ThrowSteps& Of(int prevPoint, int die1, int die2, int barDont) const {
+    const auto point = static_cast<unsigned>(
+        prevPoint == 0 ? 0 : BetOnNumber(PlaceFamily, prevPoint) - Place4 + 1);
+    const auto throwIndex = static_cast<unsigned>(FieldCombination(die1, die2));
+    return entries_[barDont == 2 ? 0 : 1][point][throwIndex];
+  }
+
+ private:
+  template <typename Action>
+  void ForEachThrow(Action action) {
     for (unsigned bar = 0; bar < 2; ++bar)
       for (unsigned point = 0; point < kPoints; ++point)
         for (int low = 1; low <= 6; ++low)
           for (int high = low; high <= 6; ++high) {
             const int prevPoint = point == 0 ? 0 : kPointNumbers[point - 1];
-            const auto steps = Writer(prevPoint, low, high, bar == 0 ? 2 : 12).Steps();
-            Entry& entry = entries_[bar][point][static_cast<unsigned>(FieldCombination(low, high))];
-            entry.Start = static_cast<unsigned>(steps_.size());
-            std::copy_if(steps.begin(), steps.end(), std::back_inserter(steps_), wanted);
-            entry.Count = static_cast<unsigned>(steps_.size()) - entry.Start;
+            action(entries_[bar][point][static_cast<unsigned>(FieldCombination(low, high))],
+                   Writer(prevPoint, low, high, bar == 0 ? 2 : 12).Steps());
           }
   }
 
-  std::span<const DecisionStep> Of(int prevPoint, int die1, int die2, int barDont) const {
-    const auto point = static_cast<unsigned>(
-        prevPoint == 0 ? 0 : BetOnNumber(PlaceFamily, prevPoint) - Place4 + 1);
-    const auto throwIndex = static_cast<unsigned>(FieldCombination(die1, die2));
-    const Entry& entry = entries_[barDont == 2 ? 0 : 1][point][throwIndex];
-    return {steps_.data() + entry.Start, entry.Count};
+  static void FindPlaces(ThrowSteps& entry, const std::vector<DecisionStep>& steps) {
+    entry.Count = static_cast<unsigned>(steps.size());
+    for (unsigned place = 0; place < entry.Count; ++place) {
+      const unsigned bet = steps[place].Bet;
+      if (IsOfShooter(steps[place])) {
+        entry.Shooter[place / 64] |= std::uint64_t{1} << place % 64;
+      } else {
+        entry.Bets[bet / 64] |= std::uint64_t{1} << bet % 64;
+        entry.PlaceOf[bet] = static_cast<unsigned char>(place);
+      }
+    }
   }
 
- private:
   static constexpr unsigned kPoints = 7;
   static constexpr unsigned kThrows = 22;
-  struct Entry {
-    unsigned Start = 0;
-    unsigned Count = 0;
-  };
   std::vector<DecisionStep> steps_;
-  std::array<std::array<std::array<Entry, kThrows>, kPoints>, 2> entries_{};
+  std::array<std::array<std::array<ThrowSteps, kThrows>, kPoints>, 2> entries_{};
 };
 
-const Table kAllSteps([](const DecisionStep&) { return true; });
-const Table kShooterSteps(IsOfShooter);
+const Table kAllSteps;
 
 }  // namespace
 
 std::span<const DecisionStep> DecisionsOf(int prevPoint, int die1, int die2, int barDont) {
-  return kAllSteps.Of(prevPoint, die1, die2, barDont);
+  const ThrowSteps& steps = kAllSteps.Of(prevPoint, die1, die2, barDont);
+  return {steps.Steps, steps.Count};
 }
 
-std::span<const DecisionStep> ShooterStepsOf(int prevPoint, int die1, int die2, int barDont) {
-  return kShooterSteps.Of(prevPoint, die1, die2, barDont);
+const ThrowSteps& StepsOfThrow(int prevPoint, int die1, int die2, int barDont) {
+  return kAllSteps.Of(prevPoint, die1, die2, barDont);
 }

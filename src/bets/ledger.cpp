@@ -76,16 +76,13 @@ struct Ledger {
   unsigned Established = 0;  // when the last throw was thrown
   std::array<WorkingStates, kProfiles> Profiles{};
   unsigned ProfileCount = 0;
-  unsigned Profile = 0;  // the one in force
+  unsigned Profile = 0;    // the one in force
+  unsigned KeptSince = 1;  // rises when the profiles start from nothing
 };
 Ledger ledger;
 
 constexpr std::array<BetFamily, 4> kMovingFamilies = {DontComeFamily, DontComeOddsFamily,
                                                       ComeFamily, ComeOddsFamily};
-
-bool IsInForce(const WorkingStates& states) {
-  return std::equal(states.begin(), states.end(), Game.BetWorking.begin());
-}
 
 unsigned EstablishedInTable() {
   unsigned established = 0;
@@ -107,18 +104,37 @@ void TakePhantomBases() {
   ledger.PhantomsAt = Game.RollCount[0];
   ledger.Established = EstablishedInTable();
   ledger.ProfileCount = 0;
+  ++ledger.KeptSince;
   Game.WorkingTouched = true;
 }
 
-/// The established numbers follow the throw before.
+/// `NumberBit` by total, 0 for one that is no number.
+constexpr auto kBitOfTotal = [] {
+  std::array<unsigned, 13> bits{};
+  for (unsigned i = 0; i < kPointNumbers.size(); ++i)
+    bits[static_cast<unsigned>(kPointNumbers[i])] = 1U << i;
+  return bits;
+}();
+
+/// The established numbers follow the throw before. Without a jump: nobody can foretell the dice.
 void FollowLastThrow() {
-  const int total = Game.RollTotal;
-  if (total == 7) ledger.Established = 0;
-  if (!IsPointNumber(total)) return;
-  if (Game.PrevPrevPoint > 0)
-    ledger.Established |= NumberBit(total);
-  else
-    ledger.Established &= ~NumberBit(total);
+  const auto total = static_cast<unsigned>(Game.RollTotal);
+  const unsigned number = kBitOfTotal[total];
+  const unsigned others = total == 7 ? 0 : ledger.Established & ~number;
+  ledger.Established = others | (Game.PrevPrevPoint > 0 ? number : 0);
+}
+
+/// Puts a set of working states in force for the rolls to come.
+void PutInForce(const WorkingStates& states) {
+  const auto begin = ledger.Profiles.begin();
+  const auto end = begin + ledger.ProfileCount;
+  auto profile = std::find(begin, end, states);
+  if (profile == end) {
+    if (ledger.ProfileCount == kProfiles) SettleLedger();  // starts them from nothing
+    profile = begin + ledger.ProfileCount++;
+    *profile = states;
+  }
+  ledger.Profile = static_cast<unsigned>(profile - begin);
 }
 
 // --- Events ---
@@ -231,7 +247,7 @@ void CountGroups() {
     AddTo(ledger.SevensOfComeSide[comeAt],
           {Side::Come, profile, state, Game.Die1, Game.Die2, ledger.Established});
   } else {
-    const unsigned own = IsPointNumber(total) ? ledger.Established & NumberBit(total) : 0;
+    const unsigned own = ledger.Established & kBitOfTotal[static_cast<unsigned>(total)];
     AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)],
           {Side::Both, profile, state, Game.Die1, Game.Die2, own});
   }
@@ -250,6 +266,32 @@ bool IsOfSide(Side side, int betId) {
   return side == Side::Both || (side == Side::Come) == comeSide;
 }
 
+/// What one dollar on a bet wins or loses, worked out once for each outcome under the same rules.
+class PhantomPayoffs {
+ public:
+  Currency Of(int betId, DecisionCode code, const DecidedThrow& thrown) {
+    const int outcome = OutcomeOf(betId, code, thrown);
+    Known& known = known_[static_cast<unsigned>(betId)][static_cast<unsigned>(outcome) % kPlaces];
+    const int wanted = code > 0 ? outcome + 1 : -outcome - 1;
+    if (known.Outcome != wanted || known.Rules != rules_)
+      known = {wanted, rules_, FigurePayoff(FigureRate, betId, code, 1, thrown).Gross};
+    return known.Gross;
+  }
+
+  void Forget() { ++rules_; }
+
+ private:
+  static constexpr unsigned kPlaces = 32;
+  struct Known {
+    int Outcome = 0;
+    unsigned Rules = 0;
+    Currency Gross;
+  };
+  std::array<std::array<Known, kPlaces>, kBetSlots> known_;
+  unsigned rules_ = 1;
+};
+PhantomPayoffs phantomPayoffs;
+
 /// Records the phantom wagers of `count` rolls that are alike.
 void RecordGroup(const GroupKey& key, int count) {
   if (count == 0) return;
@@ -261,14 +303,14 @@ void RecordGroup(const GroupKey& key, int count) {
     if (step.Kind != StepKind::Decide || states[step.Bet] < Working ||
         !IsOfSide(key.Bets, step.Bet))
       continue;
-    const BetPayoff payoff =
-        FigurePayoff(FigureRate, step.Bet, static_cast<DecisionCode>(step.Code), 1, thrown);
-    RecordBetOutcomes(Phantom, step.Bet, 1, payoff.Gross, count);
+    const auto code = static_cast<DecisionCode>(step.Code);
+    RecordBetOutcomes(Phantom, step.Bet, 1, phantomPayoffs.Of(step.Bet, code, thrown), count);
   }
 }
 
 void SettlePhantoms() {
   auto& groups = ledger.TouchedGroups;
+  if (!Game.KnownRollsOn) phantomPayoffs.Forget();  // nobody watches the rules
   // In the order of their last rolls, so that the last amounts of each bet come out right.
   std::sort(groups.begin(), groups.end(),
             [](const auto& a, const auto& b) { return a.Group->LastRoll < b.Group->LastRoll; });
@@ -311,20 +353,24 @@ bool LedgerIsOpen() { return Game.LedgerOpen; }
 void BeginLedgerRoll() {
   FollowLastThrow();
   if (!Game.WorkingTouched) return;
-  Game.WorkingTouched = false;
-  const auto begin = ledger.Profiles.begin();
-  const auto known = std::find_if(begin, begin + ledger.ProfileCount, IsInForce);
-  ledger.Profile = static_cast<unsigned>(known - begin);
-  if (ledger.Profile < ledger.ProfileCount) return;
-  if (ledger.ProfileCount == kProfiles) {
-    SettleLedger();
-    Game.WorkingTouched = false;
-    ledger.Profile = 0;
-  }
-  WorkingStates& states = ledger.Profiles[ledger.Profile];
+  WorkingStates states{};
   std::copy_n(Game.BetWorking.begin(), states.size(), states.begin());
-  ledger.ProfileCount = ledger.Profile + 1;
+  PutInForce(states);
+  Game.WorkingTouched = false;
 }
+
+void BeginLedgerRoll(LedgerProfile& profile, const std::int8_t* states) {
+  FollowLastThrow();
+  if (profile.KeptSince != ledger.KeptSince) {
+    WorkingStates wide{};
+    std::copy_n(states, wide.size(), wide.begin());
+    PutInForce(wide);
+    profile = {ledger.Profile, ledger.KeptSince};
+  }
+  ledger.Profile = profile.Place;
+}
+
+void ForgetPhantomPayoffs() { phantomPayoffs.Forget(); }
 
 void EnterThrow() {
   CountEvents();
@@ -343,7 +389,7 @@ void SettleLedger() {
   SettleEvents();
   if (Game.RollCount[0] == ledger.PhantomsAt) return;
   SettlePhantoms();
-  RecomputeAverages();
+  RecomputeAverages(Game.RollCount[0] - ledger.PhantomsAt);
   TakePhantomBases();
 }
 

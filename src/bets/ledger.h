@@ -1,6 +1,8 @@
 // The ledger: what Hyper-Drive only counts while it runs, and reckons up when somebody looks.
 #pragma once
 
+#include <cstdint>
+
 /// While the ledger is open a roll tallies no event and no phantom wager by itself: it enters its
 /// throw, and `SettleLedger` brings the tallies to where rolls played one by one would have left
 /// them. The roll cycle opens it for a run under Hyper-Drive and closes it at the end, which
@@ -14,8 +16,20 @@ bool LedgerIsOpen();
 /// `PrevPoint` of the roll to come.
 void BeginLedgerRoll();
 
+/// The place of a set of working states in the ledger, for as long as the ledger keeps it.
+struct LedgerProfile {
+  unsigned Place = 0;
+  unsigned KeptSince = 0;
+};
+
+/// `BeginLedgerRoll` with working states that aren't in the record: `states` by bet id.
+void BeginLedgerRoll(LedgerProfile& profile, const std::int8_t* states);
+
 /// Enters the throw in the record; `RollCount[0]` counts it already.
 void EnterThrow();
+
+/// House rules are others than at the last settling.
+void ForgetPhantomPayoffs();
 
 /// Brings all tallies up to date: events, gaps, phantom wagers, moving averages. Nothing happens
 /// while the ledger is closed or empty.

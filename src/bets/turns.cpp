@@ -42,11 +42,15 @@ void GiveTurn() {
   AfterScreen();
 }
 
-void OfferTurn() {
+bool TurnIsDue() {
   const std::uint32_t now = TheHost.Milliseconds();
   if (Game.HyperDriveOn && ++Game.TurnOffers < kMostOffers && now - Game.LastTurnAt < kTurnEvery)
-    return;
+    return false;
   Game.LastTurnAt = now;
   Game.TurnOffers = 0;
-  GiveTurn();
+  return true;
+}
+
+void OfferTurn() {
+  if (TurnIsDue()) GiveTurn();
 }

@@ -12,6 +12,9 @@ void GiveTurn();
 /// still).
 void OfferTurn();
 
+/// Whether an offer made now would give a turn; whoever asks gives it.
+bool TurnIsDue();
+
 /// Keeps the text that lines of a script gather, and the last answer to them, from what is asked
 /// meanwhile.
 class KeptMessage {

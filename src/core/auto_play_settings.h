@@ -104,4 +104,6 @@ struct AutoPlaySettings {
   int AutoRollDelay = 0;  // seconds
   std::array<bool, kAutoStops> AutoStopOn{};
   int HyperThrottle = 0;  // 0 for full speed
+
+  bool operator==(const AutoPlaySettings&) const = default;
 };

@@ -134,4 +134,6 @@ struct Settings {
   int PayoffCellTop = 0;
   bool IncludeZeroOutcomes = false;
   bool ShowMiscData = false;
+
+  bool operator==(const Settings&) const = default;
 };

@@ -58,6 +58,9 @@ struct HyperRun {
   std::uint32_t EndedAt = 0;
 };
 
+/// `LeastFreeMoney` when no change asked for money.
+inline constexpr Currency kFreeEnough = Currency::FromRaw(INT64_MAX);
+
 struct TableState {
   // Money. `Bets` holds the bankroll at 0, the bets at 1 to 83, the five chip values at 95 to 99
   // and the Chip-Stacks from 101.
@@ -76,6 +79,9 @@ struct TableState {
   // What has changed since the last snapshot, one bit an id; everything when `SnapshotsDue`.
   std::array<std::uint64_t, 4> TouchedBets{};
   bool SnapshotsDue = true;
+
+  // The bets that stood when the dice were thrown, one bit an id.
+  std::array<std::uint64_t, 2> StandingBets{};
 
   // Working states, per bet (index 0 is not used but keeps the ids as indices).
   std::array<int, 101> BetWorking{};
@@ -102,6 +108,7 @@ struct TableState {
   bool RollInProgress = false;
   bool KeepRolling = false;
   bool HyperDriveOn = false;
+  bool KnownRollsOn = true;      // rolls that were played before may be known; see known_rolls.h
   bool LedgerOpen = false;       // rolls that are alike are counted, to be reckoned up later
   bool TalliesUnread = false;    // what the ledger holds at the end of a run is let go
   HyperRun LastRun;              // under Hyper-Drive: this run or the last one
@@ -132,7 +139,7 @@ struct TableState {
   int ChipColor = 1;  // what a left click lays: 1-5 chips, 7-10 shown stacks, 89-91 the markers
   std::array<int, 4> VisibleStacks = {101, 102, 103, 104};
 
-  // The change of a bet under way: see change_bet.h.
+  // The change of a bet under way: see change_bet.h. Scratch: known rolls leave it alone.
   Currency ChangeRequest;
   Currency ChangeRequest2;  // the second input box of a message
   Currency Change;
@@ -140,8 +147,10 @@ struct TableState {
   Currency MaxHere;
   Currency OddsMultiple;
   bool MovingBet = false;
+  // The least that a change left of the bankroll that it might need, since it was set.
+  Currency LeastFreeMoney = kFreeEnough;
 
-  // The decision under way: see decide_bet.h and settle.h.
+  // The decision under way: see decide_bet.h and settle.h. Scratch: known rolls leave it alone.
   int DecidedBet = 0;
   Currency GrossPayoff;
   Currency NetPayoff;

@@ -13,6 +13,7 @@
 #include "bets/chips.h"
 #include "bets/decide_bet.h"
 #include "bets/decision_table.h"
+#include "bets/known_rolls.h"
 #include "bets/ledger.h"
 #include "bets/make_bet.h"
 #include "bets/turns.h"
@@ -66,10 +67,17 @@ void ForTouchedBets(Action action) {
       action(word * 64 + static_cast<unsigned>(std::countr_zero(bits)));
 }
 
+void NoteStanding(unsigned id) {
+  const std::uint64_t bit = std::uint64_t{1} << id % 64;
+  std::uint64_t& word = Game.StandingBets[id / 64];
+  word = Game.Bets[id] != 0 ? word | bit : word & ~bit;
+}
+
 void SnapshotAllBets() {
   Game.BetsAtRoll = Game.Bets;
   std::copy_n(Game.Bets.begin(), kContractSlots, Game.ContractBets.begin());
   for (unsigned id = 0; id <= LastBet; ++id) Game.BetOutcome[id][0] = Game.BetOutcome[id][1];
+  for (unsigned id = Lay4; id <= LastBet; ++id) NoteStanding(id);
   ClearRollStats(Actual);
   Game.SnapshotsDue = false;
 }
@@ -80,8 +88,16 @@ void SnapshotTouchedBets() {
     if (id < kContractSlots) Game.ContractBets[id] = Game.Bets[id];
     if (id > LastBet) return;
     Game.BetOutcome[id][0] = Game.BetOutcome[id][1];
+    NoteStanding(id);
     ClearRollStats(static_cast<int>(id));
   });
+}
+
+void KeepLastThrow(int die1, int die2) {
+  Game.PrevPrevPoint = Game.PrevPoint;
+  Game.PrevPoint = Game.Point;
+  Game.PrevDie1 = die1;
+  Game.PrevDie2 = die2;
 }
 
 void TakeSnapshots() {
@@ -98,12 +114,11 @@ void TakeSnapshots() {
     Game.ShooterEventPrev = Game.ShooterEvent;
     Game.ShooterSincePrev = Game.ShooterSince;
   }
-  Game.PrevPrevPoint = Game.PrevPoint;
-  Game.PrevPoint = Game.Point;
-  Game.PrevDie1 = Game.Die1;
-  Game.PrevDie2 = Game.Die2;
+  KeepLastThrow(Game.Die1, Game.Die2);
   Game.WorkingSnapshotDue |= Game.WorkingTouched;
-  if (LedgerIsOpen()) BeginLedgerRoll();
+  if (!LedgerIsOpen()) return;
+  BeginLedgerRoll();
+  BeginLearning(all);
 }
 
 // --- Steps 6 to 10 ---
@@ -241,23 +256,28 @@ void ShooterBar() {
   CallIfSeen(StickBar);
 }
 
-void DecideThrow() {
-  const bool phantoms = !LedgerIsOpen();
-  const bool empty = !phantoms && Game.TotalOnTable == 0;
-  const auto stepsOf = empty ? ShooterStepsOf : DecisionsOf;
-  for (const DecisionStep& step : stepsOf(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont)) {
-    switch (step.Kind) {
-      case StepKind::Decide:
-        if (!phantoms && Game.Bets[step.Bet] == 0) break;
-        (phantoms ? DecideBet : DecideWager)(step.Bet, static_cast<DecisionCode>(step.Code));
-        break;
-      case StepKind::Move: MoveBet(step.Bet, step.Target); break;
-      case StepKind::Pass: ShooterPass(); break;
-      case StepKind::Miss: ShooterMiss(); break;
-      case StepKind::Bar: ShooterBar(); break;
-      case StepKind::LogNatural: LogPassOrMiss("      Pass (natural)"); break;
-    }
+/// Takes one step of the throw's decisions; `decide` is `DecideBet` or, where phantom wagers wait
+/// in the ledger, `DecideWager`.
+template <typename Decide>
+void TakeStep(const DecisionStep& step, Decide decide) {
+  switch (step.Kind) {
+    case StepKind::Decide: return decide(step.Bet, static_cast<DecisionCode>(step.Code));
+    case StepKind::Move: return MoveBet(step.Bet, step.Target);
+    case StepKind::Pass: return ShooterPass();
+    case StepKind::Miss: return ShooterMiss();
+    case StepKind::Bar: return ShooterBar();
+    case StepKind::LogNatural: return LogPassOrMiss("      Pass (natural)");
   }
+}
+
+/// While the ledger is open the phantom wagers wait, and only the bets that stand are visited: a
+/// step leaves all bets alone that come after it.
+void DecideThrow() {
+  const ThrowSteps& steps = StepsOfThrow(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont);
+  if (LedgerIsOpen())
+    return ForStandingBets(steps, Game.StandingBets,
+                           [](const DecisionStep& step) { TakeStep(step, DecideWager); });
+  for (unsigned place = 0; place < steps.Count; ++place) TakeStep(steps.Steps[place], DecideBet);
 }
 
 // --- Step 15 ---
@@ -320,14 +340,13 @@ void FollowBankroll() {
 
 /// What the game has won or lost ends a run of rolls at the player's limits.
 void StopAtLimits() {
-  const Currency result = Bankroll() - Game.InvestedBankroll;
-  const bool lost = Game.StopLoss > 0 && result <= -Game.StopLoss;
-  const bool won = Game.WinGoal > 0 && result >= Game.WinGoal;
-  if ((!lost && !won) || !Game.KeepRolling) return;
+  const RunEndKind end = RunEndAt(Bankroll());
+  if (end == NoLimitReached || !Game.KeepRolling) return;
   Game.KeepRolling = false;
-  Game.RunEnd = won ? GoalReached : LossReached;
+  Game.RunEnd = end;
   if (Game.HyperDriveOn && Game.StopMessage.empty())
-    Game.StopMessage = won ? "Stopped by win goal of $" + MoneyText(Game.WinGoal) + "."
+    Game.StopMessage = end == GoalReached
+                           ? "Stopped by win goal of $" + MoneyText(Game.WinGoal) + "."
                            : "Stopped by loss limit of $" + MoneyText(Game.StopLoss) + ".";
 }
 
@@ -393,6 +412,127 @@ class LastThrow {
   int prevPrevPoint_ = Game.PrevPrevPoint;
 };
 
+/// Step 23. The pace of an unattended run; true when the next roll begins.
+class Pace {
+ public:
+  /// Under Hyper-Drive at full speed: rolls from here on after which nobody can look.
+  int UnseenRolls() {
+    const unsigned toLook = kRollsPerLook - rolls_ % kRollsPerLook;
+    if (toLook > 1) return static_cast<int>(toLook) - 1;
+    return LooksNext() ? 0 : 1;
+  }
+
+  /// Those rolls have been played.
+  void Pass(int unseenRolls) {
+    rolls_ += static_cast<unsigned>(unseenRolls);
+    if (rolls_ % kRollsPerLook == 0) asked_ = false;
+  }
+
+  bool NextRoll() {
+    if (Game.HyperDriveOn) return HyperDrive();
+    if (!Game.AutoRollDice || !Game.KeepRolling) return false;
+    WaitBetweenRolls();
+    if (!Game.KeepRolling) return false;
+    if (Game.Point == 0) StickCall();
+    return true;
+  }
+
+ private:
+  static constexpr unsigned kRollsPerLook = 256;  // rolls between looks at the clock
+  static constexpr std::uint32_t kSpinRate = 10;  // milliseconds, times the throttle squared
+
+  bool HyperDrive() {
+    if (Game.HyperThrottle > 0) {
+      GiveTurn();
+      WaitWhileRolling(static_cast<std::uint32_t>(Game.HyperThrottle) * Game.HyperThrottle *
+                       kSpinRate);
+    } else if (++rolls_ % (LedgerIsOpen() ? kRollsPerLook : 1U) == 0) {
+      if (LooksNext()) GiveTurn();
+      asked_ = false;
+    }
+    return Game.KeepRolling;
+  }
+
+  /// Whether the event loop gets a turn after the roll at which the clock is looked at. It may be
+  /// looked at before the roll.
+  bool LooksNext() {
+    if (!asked_) looks_ = TurnIsDue();
+    asked_ = true;
+    return looks_;
+  }
+
+  static void WaitBetweenRolls() {
+    constexpr std::uint32_t kSecond = 1000;
+    TheHost.Yield();
+    const auto delay = static_cast<std::uint32_t>(std::max(Game.AutoRollDelay, 0)) * kSecond;
+    WaitWhileRolling(std::max(delay, static_cast<std::uint32_t>(std::max(Game.Pace, 0))));
+  }
+
+  /// A pause that ends early with the run.
+  static void WaitWhileRolling(std::uint32_t wait) {
+    constexpr std::uint32_t kSlice = 20;
+    const std::uint32_t start = TheHost.Milliseconds();
+    while (Game.KeepRolling) {
+      const std::uint32_t passed = TheHost.Milliseconds() - start;
+      if (passed >= wait) return;
+      TheHost.Wait(static_cast<int>(std::min(wait - passed, kSlice)));
+    }
+  }
+
+  unsigned rolls_ = 0;
+  bool asked_ = false;  // whether there is a turn at the next look
+  bool looks_ = false;
+};
+
+// --- Known rolls ---
+
+/// The rolls that can be played now before anybody looks, the run ends or the game is full.
+int UnseenRolls(Pace& pace) {
+  int rolls = kMaxRolls - 1 - Game.RollCount[0];
+  if (Game.AutoRollsLeft > 0) rolls = std::min(rolls, Game.AutoRollsLeft - 1);
+  return rolls > 0 ? std::min(rolls, pace.UnseenRolls()) : 0;
+}
+
+/// Throws the dice for a roll that is known, and does of the steps below what there is still to do.
+/// False when it isn't known: the dice wait for a roll that is played in full.
+bool PlayKnownRoll(KnownStretch& stretch) {
+  const int die1 = Game.Die1;
+  const int die2 = Game.Die2;
+  RollWithGenerator();
+  if (!stretch.Knows(Game.Die1, Game.Die2)) {
+    Game.PendingDie1 = std::exchange(Game.Die1, die1);
+    Game.PendingDie2 = std::exchange(Game.Die2, die2);
+    Game.ManualRollPending = true;
+    return false;
+  }
+  KeepLastThrow(die1, die2);
+  stretch.BeginRoll();
+  Game.RollTotal = Game.Die1 + Game.Die2;
+  MovePoint();
+  CountRoll();
+  ForStandingBets(StepsOfThrow(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont), BetMask{},
+                  [](const DecisionStep& step) { TakeStep(step, DecideWager); });
+  stretch.Decide(Game.Die1, Game.Die2);
+  FollowBankroll();
+  AddBankrollPoint(false);
+  Game.RollsSince[0] = Game.RollCount[0];
+  if (Game.AutoRollsLeft > 0) --Game.AutoRollsLeft;
+  return true;
+}
+
+/// Plays rolls for as long as they are known and nobody looks. The next one is played in full, with
+/// the dice that wait if there are any.
+void PlayKnownRolls(Pace& pace) {
+  if (!KnownRollsMayFollow()) return;
+  KnownStretch stretch;
+  for (int rolls = UnseenRolls(pace); rolls > 0; rolls = UnseenRolls(pace)) {
+    int played = 0;
+    while (played < rolls && PlayKnownRoll(stretch)) ++played;
+    pace.Pass(played);
+    if (played < rolls) return;
+  }
+}
+
 /// One throw, from what the player changed before it to the views after it.
 Pass OneRoll() {
   // Step 1. The roll limit.
@@ -425,6 +565,7 @@ Pass OneRoll() {
   StopAutoRollOnTotal();
   // Steps 16 and 17. What follows a change of the point.
   FollowPoint();
+  if (LedgerIsOpen()) Learn();
   if (Game.NeedRepaint && !Game.HyperDriveOn) TheHost.RedrawBets();
   // Steps 18 and 19. Bankroll and graph.
   FollowBankroll();
@@ -443,60 +584,13 @@ Pass OneRoll() {
   return Pass::Rolled;
 }
 
-/// Step 23. The pace of an unattended run; true when the next roll begins.
-class Pace {
- public:
-  bool NextRoll() {
-    if (Game.HyperDriveOn) return HyperDrive();
-    if (!Game.AutoRollDice || !Game.KeepRolling) return false;
-    WaitBetweenRolls();
-    if (!Game.KeepRolling) return false;
-    if (Game.Point == 0) StickCall();
-    return true;
-  }
-
- private:
-  static constexpr unsigned kRollsPerLook = 256;  // rolls between looks at the clock
-  static constexpr std::uint32_t kSpinRate = 10;  // milliseconds, times the throttle squared
-
-  bool HyperDrive() {
-    if (Game.HyperThrottle > 0) {
-      GiveTurn();
-      WaitWhileRolling(static_cast<std::uint32_t>(Game.HyperThrottle) * Game.HyperThrottle *
-                       kSpinRate);
-    } else if (++rolls_ % (LedgerIsOpen() ? kRollsPerLook : 1U) == 0) {
-      OfferTurn();
-    }
-    return Game.KeepRolling;
-  }
-
-  static void WaitBetweenRolls() {
-    constexpr std::uint32_t kSecond = 1000;
-    TheHost.Yield();
-    const auto delay = static_cast<std::uint32_t>(std::max(Game.AutoRollDelay, 0)) * kSecond;
-    WaitWhileRolling(std::max(delay, static_cast<std::uint32_t>(std::max(Game.Pace, 0))));
-  }
-
-  /// A pause that ends early with the run.
-  static void WaitWhileRolling(std::uint32_t wait) {
-    constexpr std::uint32_t kSlice = 20;
-    const std::uint32_t start = TheHost.Milliseconds();
-    while (Game.KeepRolling) {
-      const std::uint32_t passed = TheHost.Milliseconds() - start;
-      if (passed >= wait) return;
-      TheHost.Wait(static_cast<int>(std::min(wait - passed, kSlice)));
-    }
-  }
-
-  unsigned rolls_ = 0;
-};
-
 Pass RunRolls() {
   Pace pace;
   Game.SnapshotsDue = true;
   if (Game.HyperDriveOn) OpenLedger();
   Pass pass = Pass::Rolled;
   do {
+    PlayKnownRolls(pace);
     pass = OneRoll();
   } while (pace.NextRoll());
   return pass;

@@ -50,12 +50,31 @@ void TurnPage() {
   StartPage();
 }
 
-void RecomputeMeansOfGame() {
+void RecomputeMeansOfGame(int newest) {
   Currency sum = Game.BankrollSum;
   int rolls = Game.RollCount[0];
-  for (int point = Game.BankrollHistoryCount; point > 0; --point, --rolls) {
+  const int last = Game.BankrollHistoryCount;
+  for (int point = last; point > std::max(last - newest, 0); --point, --rolls) {
     Game.BankrollAverage[static_cast<unsigned>(point)] = Mean(sum, rolls);
     sum -= History(point);
+  }
+}
+
+/// What `MeanOfSpan` says of each point: the sum of the point before takes one in and lets one go.
+void RecomputeMeansOfSpan(int newest, int span) {
+  const bool earlierPage = Game.RollCount[0] > kGraphPoints;
+  const auto at = [](int point) { return History(point > 0 ? point : point + kPreviousPageEnd); };
+  const int last = Game.BankrollHistoryCount;
+  const int first = std::max(last - newest, 0) + 1;
+  const int oldest = earlierPage ? 1 - kGraphPoints : 1;
+  Currency sum;
+  for (int point = std::max(first - span, oldest); point < first; ++point) sum += at(point);
+  for (int point = first; point <= last; ++point) {
+    sum += at(point);
+    const int gone = point - span;
+    if (gone >= oldest) sum -= at(gone);
+    Game.BankrollAverage[static_cast<unsigned>(point)] =
+        Mean(sum, std::min(span, point - oldest + 1));
   }
 }
 
@@ -92,15 +111,11 @@ Currency BankrollMovingAverage(int point, int span) {
   return span > 0 ? MeanOfSpan(point, std::min(span, kGraphPoints)) : MeanOfGame(point);
 }
 
-void RecomputeAverages() {
-  if (Game.BankrollAverageSpan > 0) {
-    for (int point = 1; point <= Game.BankrollHistoryCount; ++point) {
-      Game.BankrollAverage[static_cast<unsigned>(point)] =
-          BankrollMovingAverage(point, Game.BankrollAverageSpan);
-    }
-  } else {
-    RecomputeMeansOfGame();
-  }
+void RecomputeAverages(int newest) {
+  if (Game.BankrollAverageSpan > 0)
+    RecomputeMeansOfSpan(newest, std::min(Game.BankrollAverageSpan, kGraphPoints));
+  else
+    RecomputeMeansOfGame(newest);
 }
 
 void RecomputeBankrollAverage() {

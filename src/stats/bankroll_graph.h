@@ -7,8 +7,8 @@
 /// one moves behind it. Without `withAverage` the averages wait for `RecomputeAverages`.
 void AddBankrollPoint(bool withAverage = true);
 
-/// Figures the average of every point of the page anew.
-void RecomputeAverages();
+/// Figures the average of every point of the page anew, or of the newest only.
+void RecomputeAverages(int newest = kGraphPoints);
 
 /// The moving average at a point of the page over `span` points (0: all rolls of the game).
 Currency BankrollMovingAverage(int point, int span);

@@ -35,13 +35,17 @@ Currency VigInWager(BetKind kind, int betId) {
   return Currency();
 }
 
-void RecordAmount(BetStats& stats, Currency amount, int count) {
+void RecordEarlierAmount(BetStats& stats, Currency amount, int count) {
   stats[StatCount] += count;
   stats[StatSum] += amount * count;
   if (amount > stats[StatHighest]) stats[StatHighest] = amount;
   const bool first = stats[StatLowest] == 0;
   if (first || amount < stats[StatLowest]) stats[StatLowest] = amount;
   stats[StatLast] = amount;
+}
+
+void RecordAmount(BetStats& stats, Currency amount, int count) {
+  RecordEarlierAmount(stats, amount, count);
   stats[StatRollCount] = 1;
   stats[StatRollAmount] = amount;
 }
@@ -81,6 +85,26 @@ void RecordBetOutcomes(BetKind kind, int betId, Currency wager, Currency net, in
   RecordAmount(Game.BetWagers[kind][at], staked, count);
   if (kind == Actual) Game.WagerSquares[at] += count * Square(staked);
   RecordAmount((net > 0 ? Game.BetWins : Game.BetLosses)[kind][at], Abs(net), count);
+}
+
+void RecordStaked(int betId, Currency staked, Currency net) {
+  const auto at = static_cast<unsigned>(betId);
+  RecordAmount(Game.BetWagers[Actual][at], staked, 1);
+  Game.WagerSquares[at] += Square(staked);
+  RecordAmount((net > 0 ? Game.BetWins : Game.BetLosses)[Actual][at], Abs(net), 1);
+}
+
+void CountStreak(int betId, Currency net) {
+  int& streak = Game.BetOutcome[static_cast<unsigned>(betId)][1];
+  if (net > 0) streak = streak > 0 ? streak + 1 : 1;
+  if (net < 0) streak = streak < 0 ? streak - 1 : -1;
+}
+
+void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count) {
+  const auto at = static_cast<unsigned>(betId);
+  RecordEarlierAmount(Game.BetWagers[Actual][at], staked, count);
+  Game.WagerSquares[at] += count * Square(staked);
+  RecordEarlierAmount((net > 0 ? Game.BetWins : Game.BetLosses)[Actual][at], Abs(net), count);
 }
 
 void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net) {

@@ -12,6 +12,16 @@ void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net);
 /// `count` decisions of a bet that are all alike, as if recorded one by one.
 void RecordBetOutcomes(BetKind kind, int betId, Currency wager, Currency net, int count);
 
+/// Records an actual decision. `staked` is the wager with what vig joins it.
+void RecordStaked(int betId, Currency staked, Currency net);
+
+/// The streak of a bet goes on, or turns, with a decision.
+void CountStreak(int betId, Currency net);
+
+/// `count` actual decisions of a bet before the last roll, all alike. `staked` is the wager with
+/// what vig joins it.
+void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count);
+
 /// Clears the stats of the last roll, for bets 0 to 83, of both kinds or of one.
 void ClearRollStats();
 void ClearRollStats(BetKind kind);

@@ -387,6 +387,37 @@ class Laws : public ::testing::Test {
     return record;
   }
 
+  /// Plays one game under Hyper-Drive in long runs, in whose turns the rules may change.
+  static GameRecord PlayLong(unsigned seed) {
+    Chance chance(seed + 1000);
+    BeginGame(seed);
+    Game.LastTurnAt = Game.TurnOffers = 0;
+    GameRecord record;
+    TheHost.Milliseconds = [now = 0U]() mutable { return now += 10; };
+    TheHost.Yield = [&] {
+      EXPECT_EQ(FirstInconsistency(), "");
+      record.Runs.push_back(Game);
+      if (!chance.OneIn(6)) return;
+      DrawRules(chance);
+      ApplyRules();
+      Game.HyperThrottle = 0;
+    };
+    for (int run = 0; run < 16; ++run) {
+      Game.HandleWinningBets = chance.Of({1, 2, 2, 2, 3, 4, 5, 6, 7});
+      Game.HandleLosingBets = chance.Of({1, 3, 3, 3, 2, 4, 5, 6, 7});
+      Game.HyperThrottle = 0;
+      Game.MaxPlacard = std::min(Game.MaxPlacard, Unit() * 1000);
+      for (int requests = chance.Below(12); requests > 0; --requests) AskForSomething(chance);
+      RollForAWhile(chance.Of({1, 40, 300, 1500, 6000}));
+      EXPECT_EQ(Game.LastErrorText, "");
+      record.Runs.push_back(Game);
+    }
+    record.Counters = Game;
+    record.Graph = Game;
+    TheHost = HeadlessHost();
+    return record;
+  }
+
   static void RollForAWhile(int rolls) {
     Game.AutoRollDice = true;
     Game.NumAutoRolls = Game.AutoRollsLeft = rolls;
@@ -425,7 +456,22 @@ TEST_F(Laws, HyperDrivePlaysTheSameGameAndANewGameRemembersNothing) {
     Play(seed + 100);
     ASSERT_NO_FATAL_FAILURE(ExpectSameGame(atTheTable, Play(seed)));
     Game.HyperDriveOn = true;
-    ASSERT_NO_FATAL_FAILURE(ExpectSameGame(atTheTable, Play(seed)));
+    for (const bool known : {false, true}) {
+      Game.KnownRollsOn = known;
+      ASSERT_NO_FATAL_FAILURE(ExpectSameGame(atTheTable, Play(seed)));
+    }
+  }
+}
+
+TEST_F(Laws, KnownRollsAreTheRollsThatTheyStandFor) {
+  Game.HyperDriveOn = true;
+  Game.ReSeed = false;
+  for (unsigned seed = 300; seed < 364; ++seed) {
+    SCOPED_TRACE("game " + std::to_string(seed));
+    Game.KnownRollsOn = false;
+    const GameRecord inFull = PlayLong(seed);
+    Game.KnownRollsOn = true;
+    ASSERT_NO_FATAL_FAILURE(ExpectSameGame(inFull, PlayLong(seed)));
   }
 }
 

@@ -1,0 +1,42 @@
+// Known rolls: what a throw does to a layout that it has met before.
+//
+// What a roll does to the table depends on the layout (which bets stand with which amounts, point,
+// working states, rules) and on the throw, and on nothing else while the money isn't short. So a
+// roll that was once played in full is known from then on: what it wins, what it decides, and the
+// layout that it leaves. Under Hyper-Drive, while nobody looks, a known roll is a look-up and a few
+// sums; amounts, streaks and bet tables are laid out when the stretch of known rolls ends.
+#pragma once
+
+#include "core/game_state.h"
+
+/// Whether a `KnownStretch` may begin: the layout on the table is known, and nothing looks on from
+/// roll to roll: under Hyper-Drive with the ledger open, without a script, a log of events, a tape.
+bool KnownRollsMayFollow();
+
+/// Takes notice of the layout before a roll that is played in full. `changed`: more than the last
+/// roll may have changed it, or the rules. Knowledge that was won under other rules is forgotten.
+void BeginLearning(bool changed);
+
+/// Learns what the roll since `BeginLearning` did to the bets, and the layout that it left.
+void Learn();
+
+/// For as long as it lives the table stands as the known rolls leave it, and not in the record: of
+/// all that a roll decides only the bankroll is kept up. At its end the record is brought to where
+/// those rolls would have left it, played in full; the roll after it must be played in full.
+class KnownStretch {
+ public:
+  KnownStretch() = default;
+  ~KnownStretch();
+  KnownStretch(const KnownStretch&) = delete;
+  KnownStretch& operator=(const KnownStretch&) = delete;
+
+  /// Whether it is known what these dice do to the layout, with the bankroll as it is; the bank
+  /// isn't broken by it, nor one of the player's limits reached.
+  bool Knows(int die1, int die2) const;
+
+  /// Shows the layout to the ledger, before the dice count: see `BeginLedgerRoll`.
+  void BeginRoll() const;
+
+  /// Does what the dice that `Knows` was asked of decide; `RollCount[0]` counts the roll already.
+  void Decide(int die1, int die2);
+};
