@@ -7,7 +7,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTableView>
-#include <filesystem>
+#include <numeric>
 
 #include "figures/games_log.h"
 #include "screens/frame/report.h"
