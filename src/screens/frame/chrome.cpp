@@ -9,6 +9,7 @@
 #include <tuple>
 #include <vector>
 
+#include "screens/frame/chrome_style.h"
 #include "screens/frame/contrast.h"
 
 namespace {
@@ -65,6 +66,12 @@ ChromeColors ColorsOf(const QPalette& palette) {
 bool IsHighContrast(const QPalette& palette) {
   return Contrast(palette.color(QPalette::WindowText), palette.color(QPalette::Window)) >=
          kHighContrast;
+}
+
+/// Once it is in place it stays; it shows nothing where the colors aren't our own.
+void UseChromeStyle() {
+  if (!qobject_cast<ChromeStyle*>(QApplication::style()))
+    QApplication::setStyle(new ChromeStyle(QApplication::style()->name()));
 }
 
 QColor Between(QColor a, QColor b) {
@@ -124,6 +131,7 @@ void UseChrome(Chrome choice, QColor felt, QColor lines) {
   static const QPalette desktop = QApplication::palette();
   Own = choice == Chrome::HighContrast || (choice == Chrome::OfTable && !IsHighContrast(desktop));
   if (Own) {
+    UseChromeStyle();
     Colors = choice == Chrome::HighContrast ? BlackAndWhite() : ChromeOfFelt(felt, lines);
     QApplication::setPalette(PaletteOf(Colors));
   } else {
