@@ -103,6 +103,7 @@ int main(int argc, char* argv[]) {
   QApplication::processEvents();
   Guarded("Sub Main", AfterTableShown);
   if (!named->isEmpty()) Guarded("Sub Main", [&] { OpenNamedFile(&table, named->toStdString()); });
-  if (firstRun && named->isEmpty()) ShowHandbookPage(kFirstPage);
+  // The first steps are told at the table, or else by the handbook.
+  if (firstRun && named->isEmpty() && !TheTable.Hints) ShowHandbookPage(kFirstPage);
   return QApplication::exec();
 }

@@ -1,6 +1,8 @@
 // The screens' tests in one program: `screen_tests NAME [OPTION...]` runs the tests of one file,
 // without a name all of them.
 #include <QApplication>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include "screens/screen_tests.h"
@@ -8,6 +10,8 @@
 int main(int argc, char** argv) {
   QApplication::setAttribute(Qt::AA_Use96Dpi);
   QApplication application(argc, argv);
+  const QTemporaryDir settings;  // not the settings of whoever runs the tests
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
   QStringList arguments = application.arguments();
   const QString wanted = arguments.size() > 1 ? arguments[1] : QString();
   const bool named = ScreenTests().contains(wanted);

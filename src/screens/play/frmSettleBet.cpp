@@ -3,6 +3,8 @@
 #include <QCursor>
 #include <QFontMetrics>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
 #include <QTimer>
 #include <algorithm>
 
@@ -186,6 +188,178 @@ void frmSettleBet::ArrangeModifyRow(int row, int left, int top) {
   place(cmdUnits_[at], kUnitWidth);
 }
 
+// ---- Beside the chips ----
+
+namespace {
+
+constexpr int kTail = 14;
+constexpr int kRadius = 7;
+constexpr int kBoxHeight = 26;
+constexpr int kDigitSize = 18;
+constexpr double kNetLetters = 1.4;
+constexpr int kForTheDigit = 26;  // wider than without it
+
+QIcon DigitIcon(int digit, const QPalette& palette, double ratio) {
+  QPixmap picture(QSize(kDigitSize, kDigitSize) * ratio);
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(palette.color(QPalette::Base));
+  painter.drawRoundedRect(QRectF(0, 0, kDigitSize, kDigitSize), 4, 4);
+  QFont font;
+  font.setPixelSize(12);
+  font.setBold(true);
+  painter.setFont(font);
+  painter.setPen(palette.color(QPalette::Text));
+  painter.drawText(QRect(0, 0, kDigitSize, kDigitSize), Qt::AlignCenter, QString::number(digit));
+  return picture;
+}
+
+}  // namespace
+
+/// What the frame said stands on the plate: the caption above, and a box below.
+void frmSettleBet::MakePlate() {
+  setWindowFlag(Qt::FramelessWindowHint);
+  plate_ = true;
+  for (int i = 0; i < kChoices; ++i) {
+    QPushButton* button = cmdHandle_[static_cast<unsigned>(i)];
+    button->setIcon(DigitIcon(i + 1, palette(), devicePixelRatioF()));
+    button->setIconSize({kDigitSize, kDigitSize});
+    button->setStyleSheet("text-align: left; padding-left: 6px;");
+  }
+  MakeRoomForDigits();
+  QLabel* caption = new QLabel(windowTitle(), this);
+  caption->setObjectName("lblSettleCaption");
+  caption->setTextFormat(Qt::PlainText);
+  caption->adjustSize();
+  const int head = caption->height() + Units(kLineGap);
+  ShiftControls({0, head});
+  caption->move(Units(kMargin), Units(kMargin) - Units(kLineGap));
+  for (std::size_t i = 0; i < lblWonBet_.size(); ++i) {
+    if (!lblWonBet_[i]->font().bold()) continue;
+    QPalette ink = lblWonBet_[i]->palette();
+    const bool dark = ink.color(QPalette::Window).lightnessF() < 0.5;
+    const QColor gain = dark ? QColor(0x7C, 0xE3, 0xA1) : QColor(0x0B, 0x66, 0x30);
+    const QColor loss = dark ? QColor(0xFF, 0x9F, 0x92) : QColor(0xA3, 0x15, 0x15);
+    ink.setColor(QPalette::WindowText, Game.NetPayoff < Currency() ? loss : gain);
+    lblWonBet_[i]->setPalette(ink);
+    QFont letters = lblWonBet_[i]->font();
+    letters.setPixelSize(qRound(QFontInfo(letters).pixelSize() * kNetLetters));
+    lblWonBet_[i]->setFont(letters);
+    const QPoint corner = lblWonBet_[i]->geometry().bottomRight();
+    lblWonBet_[i]->adjustSize();
+    lblWonBet_[i]->move(corner - QPoint(lblWonBet_[i]->width() - 1, lblWonBet_[i]->height() - 4));
+  }
+  chkForTheRest_ = new QCheckBox(tr("The same for the &rest of this roll"), this);
+  chkForTheRest_->setObjectName("chkForTheRest");
+  chkForTheRest_->setGeometry(Units(kMargin), height() + head - Units(kMargin) + 6,
+                              width() - 2 * Units(kMargin), Units(kBoxHeight));
+  setFixedSize(width(), height() + head + Units(kBoxHeight));
+}
+
+/// All grows as wide as the digit before each choice.
+void frmSettleBet::MakeRoomForDigits() {
+  const int digit = Units(kForTheDigit);
+  for (int i = 0; i < kChoices; ++i) {
+    QPushButton* button = cmdHandle_[static_cast<unsigned>(i)];
+    button->resize(button->width() + digit, button->height());
+    if (i < kFirstModifyChoice) continue;
+    const auto row = static_cast<unsigned>(i - kFirstModifyChoice);
+    for (QWidget* control :
+         {static_cast<QWidget*>(txtModifyAmount_[row]), static_cast<QWidget*>(cmdUnits_[row]),
+          static_cast<QWidget*>(row == 0 ? cmdMathOperator_ : nullptr)})
+      if (control) control->move(control->x() + digit, control->y());
+  }
+  for (QLabel* amount : lblWonBet_) amount->move(amount->x() + digit, amount->y());
+  setFixedSize(width() + digit, height());
+}
+
+void frmSettleBet::ShiftControls(QPoint by) {
+  for (QObject* child : children())
+    if (auto* control = qobject_cast<QWidget*>(child)) control->move(control->pos() + by);
+}
+
+void frmSettleBet::SitBeside(const QRect& pile, const QRect& within,
+                             const std::function<double(const QRect&)>& cost) {
+  MakePlate();
+  struct Side {
+    QPoint Step;
+    QRect Place;
+  };
+  const QSize size = this->size();
+  const QPoint centre = pile.center();
+  const auto place = [&](QPoint step) {
+    QPoint corner(centre.x() - size.width() / 2, centre.y() - size.height() / 2);
+    if (step.x() > 0) corner.setX(pile.right() + kTail);
+    if (step.x() < 0) corner.setX(pile.left() - kTail - size.width());
+    if (step.y() > 0) corner.setY(pile.bottom() + kTail);
+    if (step.y() < 0) corner.setY(pile.top() - kTail - size.height());
+    corner.setX(std::clamp(corner.x(), within.left(),
+                           std::max(within.left(), within.right() - size.width())));
+    corner.setY(std::clamp(corner.y(), within.top(),
+                           std::max(within.top(), within.bottom() - size.height())));
+    return QRect(corner, size);
+  };
+  const QPoint steps[] = {{1, 0}, {-1, 0}, {0, 1}, {0, -1}};
+  const QPoint* best =
+      std::min_element(std::begin(steps), std::end(steps),
+                       [&](QPoint a, QPoint b) { return cost(place(a)) < cost(place(b)); });
+  const QRect body = place(*best);
+  const QPoint step = *best;
+  const QPoint shift(step.x() > 0 ? kTail : 0, step.y() > 0 ? kTail : 0);
+  ShiftControls(shift);
+  setFixedSize(size + QSize(std::abs(step.x()), std::abs(step.y())) * kTail);
+  move(body.topLeft() - shift);
+  QPoint tip(centre - pos());
+  if (step.x() != 0) tip.setX(step.x() > 0 ? 0 : width() - 1);
+  if (step.y() != 0) tip.setY(step.y() > 0 ? 0 : height() - 1);
+  CutOut(tip);
+}
+
+/// The outline of plate and tail.
+void frmSettleBet::CutOut(const QPoint& tip) {
+  QRectF plate = QRectF(rect()).adjusted(0, 0, -1, -1);
+  QPointF along(0, 1);
+  QPointF foot = tip;
+  if (tip.x() == 0) {
+    plate.setLeft(kTail);
+    foot.setX(kTail + 1);
+  } else if (tip.x() == width() - 1) {
+    plate.setRight(width() - 1 - kTail);
+    foot.setX(plate.right() - 1);
+  } else if (tip.y() == 0) {
+    plate.setTop(kTail);
+    foot.setY(kTail + 1);
+    along = {1, 0};
+  } else {
+    plate.setBottom(height() - 1 - kTail);
+    foot.setY(plate.bottom() - 1);
+    along = {1, 0};
+  }
+  QPainterPath path;
+  path.addRoundedRect(plate, kRadius, kRadius);
+  QPainterPath tail;
+  const QPointF half = along * (kTail - 2);
+  foot.setX(std::clamp(foot.x(), plate.left() + half.x(), plate.right() - half.x()));
+  foot.setY(std::clamp(foot.y(), plate.top() + half.y(), plate.bottom() - half.y()));
+  tail.addPolygon(QPolygonF({foot - half, QPointF(tip), foot + half}));
+  tail.closeSubpath();
+  outline_ = path.united(tail).toFillPolygon();
+  setMask(QRegion(outline_.toPolygon()).united(QRegion(plate.adjusted(3, 3, -3, -3).toRect())));
+}
+
+void frmSettleBet::paintEvent(QPaintEvent* event) {
+  QDialog::paintEvent(event);
+  if (outline_.isEmpty()) return;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(QColor(0xE8, 0xC4, 0x6A), 3));
+  painter.drawPolygon(outline_);
+}
+
 void frmSettleBet::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (!Game.SnapMouse) return;
@@ -198,6 +372,12 @@ void frmSettleBet::showEvent(QShowEvent* event) {
 void frmSettleBet::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F1) {
     ShowHelp(Game.Settle.HelpTopic);
+    return;
+  }
+  const int digit = event->key() - Qt::Key_1;
+  if (plate_ && digit >= 0 && digit < kChoices && !event->isAutoRepeat()) {
+    QPushButton* button = cmdHandle_[static_cast<unsigned>(digit)];
+    if (button->isEnabled()) button->click();
     return;
   }
   QDialog::keyPressEvent(event);
@@ -216,6 +396,7 @@ void frmSettleBet::Store() {
 void frmSettleBet::Press(int button) {
   hide();
   Store();
+  choice_ = button;
   PressSettleButton(button);
   done(QDialog::Accepted);
 }

@@ -6,11 +6,13 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
@@ -37,14 +39,19 @@
 #include "screens/frame/screen_table.h"
 #include "screens/frame/window_places.h"
 #include "screens/scripts/script_commands.h"
+#include "screens/table/bet_card_view.h"
+#include "screens/table/first_hints.h"
 #include "screens/table/game_commands.h"
 #include "screens/table/screens.h"
 #include "screens/table/table_access.h"
 #include "screens/table/table_commands.h"
+#include "screens/table/table_layer.h"
 #include "screens/table/table_layout.h"
 #include "screens/table/table_look.h"
 #include "screens/table/table_menus.h"
+#include "screens/table/table_panel.h"
 #include "screens/table/table_settings.h"
+#include "screens/table/toasts.h"
 
 namespace {
 
@@ -52,6 +59,7 @@ constexpr const char* kPlace = "Crap Table";
 constexpr int kQuickStatsInterval = 500;
 constexpr double kShareOfScreen = 0.85;
 constexpr double kWidestAtStart = 1280;
+constexpr int kPanelAtStart = 277;
 constexpr double kKeyedBoxWidth = 58;
 constexpr double kKeyedBoxHeight = 20;
 constexpr double kKeyedLetters = 0.6;  // of the height of the box
@@ -135,9 +143,19 @@ void picLayoutBox::mouseReleaseEvent(QMouseEvent* event) {
 
 void picLayoutBox::leaveEvent(QEvent*) { table_->MouseLeft(); }
 
+bool picLayoutBox::ShowTip(const QHelpEvent* help) {
+  const QString tip = table_->Layer().TipAt(ToTable(help->pos()));
+  if (tip.isEmpty())
+    QToolTip::hideText();
+  else
+    QToolTip::showText(help->globalPos(), tip, this);
+  return true;
+}
+
 void picLayoutBox::resizeEvent(QResizeEvent*) { table_->PlaceKeyedBox(); }
 
 bool picLayoutBox::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) return ShowTip(static_cast<QHelpEvent*>(event));
   if (event->type() == QEvent::ShortcutOverride && !Game.AutoBetRunning &&
       keyboard_.TakesBeforeMenus(*static_cast<QKeyEvent*>(event))) {
     event->accept();
@@ -170,8 +188,13 @@ frmCrapTable::frmCrapTable() {
   column->setSpacing(0);
 
   picLayout_ = new picLayoutBox(this);
-  column->addWidget(picLayout_, 1);
+  QHBoxLayout* row = new QHBoxLayout;
+  row->setSpacing(0);
+  row->addWidget(picLayout_, 1);
+  column->addLayout(row, 1);
   MakeKeyedBox();
+  MakeLayer();
+  row->addWidget(panel_);
 
   MakeStatusRow(column);
   setCentralWidget(content);
@@ -179,7 +202,8 @@ frmCrapTable::frmCrapTable() {
   UseScreens(this, AllScreens());
   AtTable = {[this] { Roll(); }, [this] { RollByCommand(); },
              [this](int die1, int die2) { RollNamed(die1, die2); }, [this] { RunHyperDrive(); }};
-  FollowTableSettings(this, [this] { RedrawLayout(); });
+  hintsWanted_ = TheTable.Hints;
+  FollowTableSettings(this, [this] { FollowSettings(); });
   menus_ = new Menus(this, kPlace);
   MakeTableMenus(this, *menus_);
   timerQuickStats_ = new QTimer(this);
@@ -187,6 +211,7 @@ frmCrapTable::frmCrapTable() {
   connect(timerQuickStats_, &QTimer::timeout, this, [this] {
     if (closeAfterRun_) EndRun();
     ShowQuickStatus();
+    layer_->Tick();
   });
   timerQuickStats_->start(kQuickStatsInterval);
   ShowCaption();
@@ -201,6 +226,68 @@ frmCrapTable::~frmCrapTable() {
   qDeleteAll(screens);
 }
 
+/// What is laid over the table paints itself under and over the chips.
+void frmCrapTable::MakeLayer() {
+  layer_ = new TableLayer(this);
+  view_.Below = [this](QPainter& painter) { layer_->PaintBelow(painter); };
+  view_.Above = [this](QPainter& painter) { layer_->PaintAbove(painter); };
+  panel_ = new TablePanel(this);
+  panel_->hide();
+  card_ = new FloatingCard(this);
+  hints_ = new FirstHints(this);
+  connect(layer_, &TableLayer::Lit, this, [this](int spot) {
+    card_->Follow(spot);
+    panel_->ShowBet(spot);
+  });
+  connect(layer_, &TableLayer::Changed, this, [this] {
+    if (ShowsPanel()) panel_->Refresh();
+  });
+}
+
+/// Hints that the player asks for begin at once.
+void frmCrapTable::FollowSettings() {
+  UseTableLook();
+  PlacePanel();
+  RedrawBets();
+  const bool asked = TheTable.Hints && !hintsWanted_;
+  hintsWanted_ = TheTable.Hints;
+  if (asked) hints_->Begin();
+}
+
+bool frmCrapTable::ShowsPanel() const { return !panel_->isHidden(); }
+
+/// The panel takes the width that the table doesn't need.
+void frmCrapTable::PlacePanel() {
+  const QSize room(centralWidget()->width(),
+                   centralWidget()->height() - lblQuickStats_->sizeHint().height());
+  const int width = TablePanel::WidthFor(room);
+  panel_->SetWidth(width);
+  if (ShowsPanel() == (width > 0)) return;
+  panel_->setVisible(width > 0);
+  card_->Follow(0);
+  panel_->Refresh();
+  picLayout_->update();
+}
+
+void frmCrapTable::RollByItself() {
+  if (running_ || !TableAtRest()) {
+    layer_->Give(RollButton);
+    return;
+  }
+  if (!ClickMayAct()) return;
+  const bool stood = Game.AutoRollDice;
+  Game.AutoRollDice = true;
+  const bool roll = RightClick();
+  const auto run = [stood] {
+    RollDice();
+    Game.AutoRollDice = stood;
+  };
+  if (roll)
+    RunAtTable(run);
+  else
+    Game.AutoRollDice = stood;
+}
+
 /// A window in the middle of the screen, with a table as large as fits well.
 void frmCrapTable::PlaceOnScreen() {
   const QRect available = screen()->availableGeometry();
@@ -208,7 +295,9 @@ void frmCrapTable::PlaceOnScreen() {
       std::min({available.width() * kShareOfScreen / kTableWidth,
                 available.height() * kShareOfScreen / kTableHeight, kWidestAtStart / kTableWidth});
   const int bars = menuBar()->sizeHint().height() + lblQuickStats_->sizeHint().height();
-  resize(qRound(kTableWidth * scale), qRound(kTableHeight * scale) + bars);
+  const int width = qRound(kTableWidth * scale);
+  const bool panel = TheTable.Panel != PanelNever && width + kPanelAtStart <= available.width();
+  resize(width + (panel ? kPanelAtStart : 0), qRound(kTableHeight * scale) + bars);
   move(available.center() - rect().center());
 }
 
@@ -246,6 +335,8 @@ void frmCrapTable::RedrawBets() {
   Game.NeedRepaint = false;
   PlaceKeyedBox();
   ShowQuickStatus();
+  layer_->Follow();
+  hints_->Follow();
   picLayout_->update();
   TellChanges(picLayout_);
 }
@@ -340,6 +431,9 @@ void frmCrapTable::OpenAsLeft() {
   show();
   ShowScreensAsLeft();
   activateWindow();
+  if (TheTable.Hints && Game.RollCount[0] == 0) hints_->Begin();
+  ReadRolls();
+  RedrawBets();
 }
 
 // ---- The mouse ----
@@ -353,6 +447,7 @@ void frmCrapTable::MouseMoved(QPointF place) {
     view_.DragPoint = place;
     picLayout_->update();
   }
+  layer_->MoveTo(place);
   ShowQuickStatus();
 }
 
@@ -364,10 +459,13 @@ void frmCrapTable::PointAt(QPointF place) {
 
 void frmCrapTable::MouseLeft() {
   mouse_ = {-1, -1};
+  layer_->Leave();
   ShowQuickStatus();
 }
 
 void frmCrapTable::MousePressed(QPointF place, const QMouseEvent& event) {
+  layer_->JumpToEnd();
+  if (event.button() == Qt::LeftButton && layer_->Press(place)) return;
   const bool lifts = event.button() == Qt::LeftButton && (event.modifiers() & Qt::AltModifier);
   if (!lifts || !TableAtRest() || Game.ClickMode != NoClickMode) return;
   if (!ClickMayAct()) return;
@@ -391,6 +489,7 @@ void frmCrapTable::MouseReleased(QPointF place, const QMouseEvent& event) {
     ChangeByPlayer([spot, x = qRound(place.x()), y = qRound(place.y())] { DropChips(spot, x, y); });
     return;
   }
+  if (event.button() == Qt::LeftButton && layer_->Release(place)) return;
   if (!ClickMayAct()) return;
   bool roll = false;
   if (event.button() == Qt::RightButton) {
@@ -504,6 +603,7 @@ bool frmCrapTable::TakeTableKey(const QKeyEvent& event) {
 }
 
 void frmCrapTable::keyPressEvent(QKeyEvent* event) {
+  layer_->JumpToEnd();
   if (Game.AutoBetRunning) {
     if (IsWholeKey(*event)) Guarded(kPlace, AskToInterruptRun);
   } else if (TakeHotKey(*event)) {
@@ -515,6 +615,8 @@ void frmCrapTable::keyPressEvent(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_Escape && Game.ClickMode != NoClickMode) {
     Game.ClickMode = NoClickMode;
     RedrawBets();
+  } else if (event->key() == Qt::Key_Escape && (PutToastsAway(this) || hints_->isVisible())) {
+    hints_->End();
   } else {
     QMainWindow::keyPressEvent(event);
   }
@@ -522,6 +624,7 @@ void frmCrapTable::keyPressEvent(QKeyEvent* event) {
 
 void frmCrapTable::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
+  PlacePanel();
   ShowScript();
 }
 
@@ -552,6 +655,7 @@ bool frmCrapTable::KeepSession() {
     }
     CloseGame();
   }
+  KeepRolls();
   TheHost.PrintDuePage();
   return true;
 }

@@ -13,8 +13,12 @@
 #include "screens/table/table_keyboard.h"
 #include "screens/table/table_painter.h"
 
+class FirstHints;
+class FloatingCard;
 class frmCrapTable;
 class Menus;
+class TableLayer;
+class TablePanel;
 
 /// The table itself: a drawing of 640 by 480 units that fills the widget as far as its shape
 /// allows.
@@ -42,13 +46,15 @@ class picLayoutBox : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   bool event(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:
+  bool ShowTip(const QHelpEvent* help);
+
   frmCrapTable* table_;
   TableKeyboard keyboard_;
   TableCache cache_;
@@ -92,6 +98,14 @@ class frmCrapTable : public QMainWindow {
   /// window that was closed meanwhile closes then.
   void RunHyperDrive();
 
+  /// Rolls until something stops the run, as with the auto-roll of Auto-Play; stops a run that goes
+  /// on.
+  void RollByItself();
+
+  /// What is laid over the plain table, and the panel beside it.
+  TableLayer& Layer() { return *layer_; }
+  bool ShowsPanel() const;
+
   /// What is drawn beside the game record: the dice as they lie, chips in the hand.
   TableView& View() { return view_; }
   picLayoutBox* Layout() { return picLayout_; }
@@ -118,6 +132,9 @@ class frmCrapTable : public QMainWindow {
 
  private:
   void OpenAsLeft();
+  void MakeLayer();
+  void PlacePanel();
+  void FollowSettings();
   void PlaceOnScreen();
   /// Runs what throws dice or runs a script; a window that was closed meanwhile closes then.
   void RunAtTable(const std::function<void()>& run);
@@ -136,6 +153,10 @@ class frmCrapTable : public QMainWindow {
 
   TableView view_;
   picLayoutBox* picLayout_ = nullptr;
+  TableLayer* layer_ = nullptr;
+  TablePanel* panel_ = nullptr;
+  FloatingCard* card_ = nullptr;
+  FirstHints* hints_ = nullptr;
   QLabel* lblQuickStats_ = nullptr;
   QLabel* lblAutoBet_ = nullptr;
   QTimer* timerQuickStats_ = nullptr;
@@ -145,6 +166,7 @@ class frmCrapTable : public QMainWindow {
   int helpTopic_ = 0;
   bool takingKeyedAmount_ = false;
   bool chipsInHand_ = false;
+  bool hintsWanted_ = false;
   bool running_ = false;
   bool closeAfterRun_ = false;
   bool rollOnIfItStays_ = false;  // nobody has asked the dice to stop

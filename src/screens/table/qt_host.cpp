@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QProgressDialog>
 #include <QRandomGenerator>
+#include <QScreen>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -27,7 +28,11 @@
 #include "screens/scripts/frmSteps.h"
 #include "screens/statistics/graph_printer.h"
 #include "screens/table/frmCrapTable.h"
+#include "screens/table/pile_layout.h"
+#include "screens/table/table_layer.h"
 #include "screens/table/table_layout.h"
+#include "screens/table/table_settings.h"
+#include "screens/table/toasts.h"
 
 bool HurryHost = false;
 
@@ -73,9 +78,68 @@ void Pause(int milliseconds) {
 /// Chance for show only: it must never move the generators of the game.
 int Chance(int limit) { return static_cast<int>(QRandomGenerator::global()->bounded(limit)); }
 
+/// A choice that holds for all bets of its kind that the roll still decides.
+struct ChoiceOfRoll {
+  int Roll = -1;
+  bool Lost = false;
+  int Button = 0;
+};
+
+/// What a settle screen would hide at a place of the screen: the money of the bets there, and
+/// above all puck, dice and the pile itself.
+double CostOfPlace(const QRect& place, const QRect& pile) {
+  constexpr double kNever = 1e9;
+  const picLayoutBox* layout = Table->Layout();
+  const auto hides = [&](QRectF what) {
+    const QRect seen = layout->FromTable(what);
+    return place.intersects(QRect(layout->mapToGlobal(seen.topLeft()), seen.size()));
+  };
+  double cost = place.intersects(pile) ? kNever : 0;
+  const TablePiles piles = LayOutPiles();
+  if (hides(PuckPlace(piles.Chips))) cost += kNever;
+  for (const QPointF& die : Table->View().Dice)
+    if (hides(QRectF(die - QPointF(kDieSize, kDieSize) / 2, QSizeF(kDieSize, kDieSize))))
+      cost += kNever;
+  std::array<bool, kSlots> counted{};
+  for (const DrawnChip& chip : piles.Chips) {
+    const auto bet = static_cast<unsigned>(chip.BetId);
+    if (counted[bet]) continue;
+    const QPointF radius(kChipRadius, kChipRadius);
+    if (!hides(QRectF(chip.Centre - radius, chip.Centre + radius))) continue;
+    counted[bet] = true;
+    cost += Game.Bets[bet].ToDouble();
+  }
+  return cost;
+}
+
+/// The pile of the decided bet on the screen.
+QRect PileOnScreen() {
+  const picLayoutBox* layout = Table->Layout();
+  constexpr double kReach = 13;
+  const QPointF place = ChipPosition(Game.DecidedBet);
+  const QRect pile =
+      layout->FromTable(QRectF(place - QPointF(kReach, kReach), QSizeF(2 * kReach, 2 * kReach)));
+  return {layout->mapToGlobal(pile.topLeft()), pile.size()};
+}
+
 void ShowSettleScreen() {
+  static ChoiceOfRoll kept;
+  Table->Layer().ShowBeforeSettling();
+  const int roll = Game.RollCount[0];
+  const bool lost = Game.Settle.Lost;
+  if (kept.Roll == roll && kept.Lost == lost) return PressSettleButton(kept.Button);
   frmSettleBet screen(AskingWindow(Table));
+  const bool beside = TheTable.Settle == SettleBesideChip && IsShownOnTable(Game.DecidedBet) &&
+                      Table->isVisible() && !Table->isMinimized();
+  if (beside) {
+    const QRect pile = PileOnScreen();
+    screen.SitBeside(pile, Table->screen()->availableGeometry(),
+                     [&](const QRect& place) { return CostOfPlace(place, pile); });
+  }
   if (screen.exec() == QDialog::Rejected) PressSettleButton(0);  // the program was told to end
+  kept.Roll = screen.ForTheRest() ? roll : -1;
+  kept.Lost = lost;
+  kept.Button = screen.Choice();
 }
 
 bool Near(QPointF a, QPointF b, double across, double down) {
@@ -126,8 +190,9 @@ void SendDiceHome() {
 }
 
 void ThrowDice() {
+  Table->Layer().DiceThrown();
   PlayDiceSound();
-  if (!HurryHost) {
+  if (!HurryHost && MotionWanted()) {
     for (int frame = 1; frame <= kFrames; ++frame) {
       ShowDiceFrame(Table->View(), frame == kFrames);
       Pause(kFrameTime);
@@ -207,12 +272,16 @@ void InstallQtHost(frmCrapTable* table) {
     return started;
   }();
   TheHost.ShowMessage = [](bool modal) {
+    if (TheTable.Notices == NoticesAsToast && MayBeToast(Game.MsgFlags)) return ShowToast(Table);
     const PointerLook plain(Qt::ArrowCursor);  // whatever is waited for waits for the player now
     ShowMessageScreen(Table, modal);
   };
   TheHost.ShowSettleScreen = ShowSettleScreen;
   TheHost.ThrowDice = ThrowDice;
   TheHost.SendDiceHome = SendDiceHome;
+  TheHost.BetDecided = [](int betId, Currency stake, Currency net) {
+    Table->Layer().BetDecided(betId, stake, net);
+  };
   TheHost.CelebrateBank = CelebrateBank;
   TheHost.PlaySound = PlaySound;
   TheHost.StopSound = StopWave;

@@ -178,10 +178,9 @@ void PaintChipRack(const Stage& stage) {
     PaintPicked(stage.Painter, place.center(), 11.3);
 }
 
-void PaintCaption(QPainter& painter) {
+void PaintCaption(QPainter& painter, const QRectF& plate) {
   const QString caption = TableCaption();
   if (caption.isEmpty()) return;
-  const QRectF plate(196, 448, 228, 22);
   painter.setPen(QPen(QColor(0x7A, 0x59, 0x1E), 0.8));
   painter.setBrush(QColor(0xFF, 0xE9, 0x9C));
   painter.drawRoundedRect(plate, 11, 11);
@@ -289,13 +288,16 @@ void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCach
   if (TheTable.StickFrame == StickCallBoard) PaintCallBoard(painter);
   PaintChipRack(stage);
   if (!TheTable.PuckMakesRoom) PaintPuck(painter, PuckRect(Game.Point));
+  if (view.Below) view.Below(painter);
   PaintChips(stage, piles);
   if (TheTable.PuckMakesRoom) PaintPuck(painter, PuckPlace(piles.Chips));
   PaintMarkers(painter, piles);
   PaintAmounts(painter, piles);
   PaintRecorder(painter);
   PaintDice(painter, view);
-  PaintCaption(painter);
+  for (const DrawnChip& chip : view.Flying) PlaceChip(stage, chip.Centre, chip.Picture);
+  if (view.Above) view.Above(painter);
+  PaintCaption(painter, view.CaptionPlate);
   PaintDragged(stage, view);
   painter.restore();
 }

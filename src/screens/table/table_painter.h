@@ -6,9 +6,12 @@
 #include <QString>
 #include <QTransform>
 #include <array>
+#include <functional>
+#include <vector>
 
 #include "core/currency.h"
 #include "core/settings.h"
+#include "screens/table/pile_layout.h"
 #include "screens/table/table_layout.h"
 
 class QPainter;
@@ -21,6 +24,12 @@ struct TableView {
   bool Dragging = false;
   Currency DraggedAmount;
   QPointF DragPoint;  // in table units
+  // What is laid over the plain table: painted under the chips and over them, and chips on their
+  // way to the house or from it.
+  std::function<void(QPainter&)> Below;
+  std::function<void(QPainter&)> Above;
+  std::vector<DrawnChip> Flying;
+  QRectF CaptionPlate{196, 448, 228, 22};
 };
 
 /// Pictures kept between paintings. Belongs to the widget that shows the table.

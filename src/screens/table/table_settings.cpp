@@ -23,6 +23,8 @@ struct Menu {
 };
 
 constexpr const char* kGroup = "Table";
+constexpr const char* kRollsKey = "Rolls/Last";
+constexpr const char* kRollCountKey = "Rolls/Thrown";
 constexpr int kMostPace = 1200;
 constexpr int kMostVolume = 100;
 constexpr int kVolumeStep = 20;
@@ -336,6 +338,35 @@ void ReadTableSettings() {
   for (const Limit& limit : kLimits) ReadLimit(store, limit);
   Stored = true;
   UseTableSettings();
+}
+
+void KeepRolls() {
+  if (!Stored) return;
+  QStringList rolls;
+  for (const RollNote& note : Game.LastRolls)
+    rolls << QString("%1 %2 %3 %4 %5")
+                 .arg(note.Die1)
+                 .arg(note.Die2)
+                 .arg(note.PrevPoint)
+                 .arg(note.Point)
+                 .arg(qlonglong{note.Net.Raw()});
+  QSettings store = OpenStore();
+  store.setValue(kRollsKey, rolls);
+  store.setValue(kRollCountKey, Game.RollCount[0]);
+}
+
+void ReadRolls() {
+  const QSettings store = OpenStore();
+  if (!Stored || store.value(kRollCountKey, -1).toInt() != Game.RollCount[0]) return;
+  Game.LastRolls.clear();
+  for (const QString& line : store.value(kRollsKey).toStringList()) {
+    const QStringList parts = line.split(' ');
+    if (parts.size() != 5 || Game.LastRolls.size() == kRollNotes) continue;
+    const RollNote note{parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt(),
+                        Currency::FromRaw(parts[4].toLongLong())};
+    const bool dice = note.Die1 >= 1 && note.Die1 <= 6 && note.Die2 >= 1 && note.Die2 <= 6;
+    if (dice) Game.LastRolls.push_back(note);
+  }
 }
 
 void FollowTableSettings(QObject* with, std::function<void()> follow) {

@@ -61,6 +61,11 @@ void UseTableSettings();
 /// Reads the settings from the store. What is no setting counts as its default.
 void ReadTableSettings();
 
+/// The last rolls outlive a session where the same game comes back: they are kept beside the
+/// settings, and read again when as many rolls have been thrown.
+void KeepRolls();
+void ReadRolls();
+
 /// `follow` runs now and after each change of the settings. Nothing is followed once `with` is
 /// gone.
 void FollowTableSettings(QObject* with, std::function<void()> follow);
