@@ -144,7 +144,9 @@ void SaveHotKeys() {
       records.push_back(MakeRow(row.Key, row.File, row.Description));
     WriteRecords(FilePath(), records);
     Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
+    Game.HotKeysUnsaved = false;
   } catch (const std::exception&) {
+    Game.HotKeysUnsaved = true;
     FileFailed(FilePath(), "saved", "Save Hot-Keys", "Hot-Key", kTopicHotKeys);
   }
 }

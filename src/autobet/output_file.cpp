@@ -9,6 +9,7 @@
 #include "core/game_state.h"
 #include "core/raw_file.h"
 #include "core/record_file.h"
+#include "core/strange_files.h"
 
 namespace {
 
@@ -44,7 +45,27 @@ void WriteGathered() {
   RaiseNoFolder();
 }
 
+/// Whether a file can be opened or made there: opening a pipe would wait for its reader.
+bool IsFileOrFree(const std::string& path) {
+  std::error_code none;
+  const fs::file_status status = fs::status(PathOf(path), none);
+  return !fs::exists(status) || fs::is_regular_file(status);
+}
+
+/// A file that a game has named is opened when it is first written to.
+void OpenNamedFile() {
+  const std::string named = Game.AutoBetOutputFile;
+  if (named.empty()) RaiseNoFile();
+  if (IsStrange(named)) RaiseNoAccess();
+  OpenOutputFile(named, OutputMode::Append);
+}
+
 }  // namespace
+
+void UseOutputFile(const std::string& path) {
+  CloseOutputFile();
+  if (IsFileOrFree(path)) Game.AutoBetOutputFile = path;
+}
 
 void OpenOutputFile(const std::string& path, OutputMode mode) {
   CloseOutputFile();
@@ -73,7 +94,7 @@ void CloseOutputFile() {
 }
 
 void WriteOutput(const std::string& text) {
-  if (!output.File) RaiseNoFile();
+  if (!output.File) OpenNamedFile();
   output.Gathered += text;
   if (output.Gathered.size() >= kGathered) WriteGathered();
 }

@@ -9,6 +9,11 @@ enum class OutputMode { Empty, Append };
 /// after closing any open file. A file that can't be opened is a run-time fault, and none is open.
 void OpenOutputFile(const std::string& path, OutputMode mode);
 
+/// A game names `path` as the file in use, after any open one is closed. It is opened to be
+/// appended to when something is first written: opening a game makes and changes no file. What is
+/// there and no file isn't used.
+void UseOutputFile(const std::string& path);
+
 /// Writes what is pending and closes. Nothing happens with none open.
 void CloseOutputFile();
 

@@ -53,6 +53,7 @@ int ActionOf(int number) {
 void ScriptEdited() {
   Game.ScriptStale = true;
   Game.FlagsTouched = true;
+  ++Game.ScriptEdits;
 }
 
 NameRegisters::NameRegisters() {

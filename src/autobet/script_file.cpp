@@ -234,6 +234,11 @@ void OpenWholeScript(const std::string& path) { Open(path, ReadInto::Whole); }
 
 bool WriteScript(const std::string& path) { return WriteLines(path, false); }
 
+bool StoreScript(const std::string& path) {
+  WriteRecords(path, RecordsToSave(false));
+  return true;
+}
+
 void SaveScript(const std::string& path) {
   const bool written = WriteLines(path, Game.ScriptCopyMode);
   if (!written || Game.ScriptCopyMode || Game.HotKeyRunning) return;

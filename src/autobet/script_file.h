@@ -17,6 +17,9 @@ void OpenWholeScript(const std::string& path);
 /// and the player learn of it as by `SaveScript`.
 bool WriteScript(const std::string& path);
 
+/// The same without a word to anybody; a failure is thrown.
+bool StoreScript(const std::string& path);
+
 /// Writes the script, or under `ScriptCopyMode` the selected lines, to `path`, which becomes
 /// `AutoBetFile` unless lines are copied or a Hot-Key is running. The old file stays whole until
 /// the new one is complete. `LastFileResult` is the length written, -1 when the system failed (the

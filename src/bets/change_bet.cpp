@@ -6,12 +6,16 @@
 #include "bets/proper_odds.h"
 #include "bets/vig.h"
 #include "core/help_topics.h"
+#include "core/limits.h"
 #include "core/messages.h"
 #include "core/text.h"
 
 namespace {
 
-constexpr Currency kStackLimit = Currency::FromRaw(999'999'999'999'999'999);
+constexpr Currency kStackLimit = kMostMoney;
+
+/// Any request can be told from a larger one up to here: it empties or fills a Chip-Stack.
+constexpr Currency kMostRequest = kMostMoney * 2;
 
 const char* const kPassLineContract =
     "You may not decrease or remove your Pass Line bet \nwhile a point is established.";
@@ -367,13 +371,16 @@ void WriteChange(int betId) {
 
 // --- Maximum of a bet ---
 
+/// A maximum of `count` ten-thousandths, as far as bets may go.
+Currency UpToMostBet(double count) {
+  return Currency::FromCount(std::min(count, static_cast<double>(kMostBet.Raw())));
+}
+
 /// The largest stake on which a proposition bet pays no more than `MaxPropPayoff` at `netRatio`.
 void LimitByPayoff(double netRatio) {
   // A ratio that wins nothing sets no limit of its own: the placard's stands.
   if (!(netRatio > 0)) return;
-  const double count = static_cast<double>(Game.MaxPropPayoff.Raw()) / netRatio;
-  constexpr double kAnyAmount = 9e18;
-  Game.MaxHere = Currency::FromCount(std::min(count, kAnyAmount));
+  Game.MaxHere = UpToMostBet(static_cast<double>(Game.MaxPropPayoff.Raw()) / netRatio);
 }
 
 double HighestRatio(std::initializer_list<int> betIds) {
@@ -386,7 +393,7 @@ double HighestRatio(std::initializer_list<int> betIds) {
 /// `MaxHere` times `by` divided by `over`, rounded as money after each step.
 void ScaleMaximum(Currency by, Currency over) {
   if (over <= 0) return;
-  Game.MaxHere = Currency::FromCount(Game.MaxHere * by / over * Currency::kScale);
+  Game.MaxHere = UpToMostBet(Game.MaxHere * by / over * Currency::kScale);
 }
 
 }  // namespace
@@ -425,11 +432,12 @@ void FigureMaxBet(int betId) {
       LimitByPayoff(payoff.Win / payoff.Per);
     }
   }
-  Game.MaxHere = RoundDownTo(Game.MaxHere, Unit());
+  Game.MaxHere = RoundDownTo(std::min(Game.MaxHere, kMostBet), Unit());
 }
 
 void ChangeBet(int betId) {
   if (!Game.HyperDriveOn) Game.MsgText.clear();
+  Game.ChangeRequest = std::clamp(Game.ChangeRequest, -kMostRequest, kMostRequest);
   Game.Change = Game.ChangeRequest;
   if (betId >= ChipStackBase && betId <= LastSlot) {
     LimitChipStack(betId);

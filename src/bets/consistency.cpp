@@ -8,6 +8,7 @@
 #include "bets/chips.h"
 #include "bets/vig.h"
 #include "core/game_state.h"
+#include "core/limits.h"
 #include "core/text.h"
 
 namespace {
@@ -30,7 +31,7 @@ std::string CheckChipValues() {
 std::string CheckBets() {
   for (int id = Lay4; id <= LastBet; ++id) {
     if (Game.Bets[id] < 0) return BetName(id) + ": the bet is negative";
-    if (Game.Bets[id] > kBeyondPlay) return BetName(id) + ": the bet is beyond the bank";
+    if (Game.Bets[id] > kMostBet) return BetName(id) + ": the bet is beyond the largest";
     if (!IsWhole(Game.Bets[id] / Unit())) return BetName(id) + ": the bet isn't in whole Units";
   }
   return {};
@@ -216,19 +217,27 @@ std::string CheckPiles() {
   return {};
 }
 
-constexpr std::array kChecks = {
-    &CheckChipValues,    &CheckBets,     &CheckHeldVig,  &CheckTotalOnTable,
-    &CheckBankrollRange, &CheckDice,     &CheckPoint,    &CheckWorkingStates,
-    &CheckRollCounts,    &CheckGaps,     &CheckShooters, &CheckShownStacks,
-    &CheckBetTables,     &CheckChipList, &CheckPiles,
-};
+constexpr std::array kChecksOfCounters = {&CheckRollCounts, &CheckGaps, &CheckShooters,
+                                          &CheckBetTables, &CheckBankrollRange};
 
-}  // namespace
+constexpr std::array kOtherChecks = {
+    &CheckChipValues, &CheckBets,          &CheckHeldVig,     &CheckTotalOnTable, &CheckDice,
+    &CheckPoint,      &CheckWorkingStates, &CheckShownStacks, &CheckChipList,     &CheckPiles};
 
-std::string FirstInconsistency() {
-  for (const auto check : kChecks) {
+template <class Checks>
+std::string FirstFault(const Checks& checks) {
+  for (const auto check : checks) {
     std::string fault = check();
     if (!fault.empty()) return fault;
   }
   return {};
+}
+
+}  // namespace
+
+std::string FirstInconsistencyOfCounters() { return FirstFault(kChecksOfCounters); }
+
+std::string FirstInconsistency() {
+  const std::string fault = FirstFault(kOtherChecks);
+  return fault.empty() ? FirstInconsistencyOfCounters() : fault;
 }

@@ -364,12 +364,12 @@ bool KnownRollsMayFollow() {
   return known.At != kNowhere && !Game.SnapshotsDue && !Game.ManualRollPending && NobodyLooksOn();
 }
 
-void BeginLearning(bool changed) {
+void BeginLearning(bool changed, bool mayLearn) {
   if (changed) {
     known.At = kNowhere;
     if (Game.KnownRollsOn) FollowRules();
   }
-  known.Learning = NobodyLooksOn() && !known.Pays.Rests();
+  known.Learning = mayLearn && NobodyLooksOn() && !known.Pays.Rests();
   if (known.Learning && known.At == kNowhere) known.Learning = SquaresAreWhole();
   if (!known.Learning) {
     known.At = kNowhere;

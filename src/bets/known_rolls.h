@@ -15,7 +15,8 @@ bool KnownRollsMayFollow();
 
 /// Takes notice of the layout before a roll that is played in full. `changed`: more than the last
 /// roll may have changed it, or the rules. Knowledge that was won under other rules is forgotten.
-void BeginLearning(bool changed);
+/// `mayLearn`: nothing in the roll can fail.
+void BeginLearning(bool changed, bool mayLearn);
 
 /// Learns what the roll since `BeginLearning` did to the bets, and the layout that it left.
 void Learn();

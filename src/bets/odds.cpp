@@ -1,6 +1,7 @@
 #include "bets/odds.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -38,6 +39,27 @@ Currency MinorPush(Currency times, Currency upTo, Currency step) {
   return result == 0 ? times : result;
 }
 
+__extension__ using Wide = __int128;
+
+/// The fewest steps that bring `from` to a multiple of `of`, all above 0; -1 when none do. Every
+/// amount of a large bet would be too many to try.
+Wide StepsToMultiple(Wide from, Wide step, Wide of) {
+  // What a step comes to among the multiples, by Euclid: `factor` steps come to `common`.
+  Wide common = step % of;
+  Wide rest = of;
+  Wide factor = 1;
+  Wide nextFactor = 0;
+  while (rest != 0) {
+    const Wide quotient = common / rest;
+    common = std::exchange(rest, common - quotient * rest);
+    factor = std::exchange(nextFactor, factor - quotient * nextFactor);
+  }
+  const Wide missing = (of - from % of) % of;
+  if (missing % common != 0) return -1;
+  const Wide period = of / common;
+  return (missing / common % period) * ((factor % period + period) % period) % period;
+}
+
 /// The first amount from `times` on that wins whole chips of `chip`; `times` itself when there is
 /// none up to `upTo`.
 Currency ColorCandidate(Currency times, Currency upTo, Currency chip, Currency payNum,
@@ -45,10 +67,17 @@ Currency ColorCandidate(Currency times, Currency upTo, Currency chip, Currency p
   // One quotient of exact products: taken in steps, cents would pick up noise.
   const auto num = static_cast<double>(payNum.Raw());
   const double wanted = static_cast<double>(payDen.Raw()) * static_cast<double>(chip.Raw());
-  for (Currency candidate = times; candidate <= upTo; candidate += Unit()) {
+  constexpr int kQuickSteps = 1000;
+  Currency candidate = times;
+  for (int step = 0; step < kQuickSteps; ++step, candidate += Unit()) {
+    if (candidate > upTo) return times;
     if (IsWhole(static_cast<double>(candidate.Raw()) * num / wanted)) return candidate;
   }
-  return times;
+  const Wide steps =
+      StepsToMultiple(Wide{candidate.Raw()} * payNum.Raw(), Wide{Unit().Raw()} * payNum.Raw(),
+                      Wide{payDen.Raw()} * chip.Raw());
+  const bool found = steps >= 0 && steps <= (upTo - candidate).Raw() / Unit().Raw();
+  return found ? candidate + Unit() * static_cast<std::int64_t>(steps) : times;
 }
 
 /// "X Flat w/ Color Push": the largest chip whose push stays within one flat bet.

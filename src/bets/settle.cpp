@@ -1,10 +1,14 @@
 #include "bets/settle.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "bets/vig.h"
 #include "core/help_topics.h"
 #include "core/host.h"
+#include "core/limits.h"
 #include "core/messages.h"
 #include "core/sounds.h"
 #include "core/text.h"
@@ -172,6 +176,13 @@ Currency ChipUnits(int unit) {
   return Game.Bets[SmallestChip + (unit - ModifyFirstChip)] * Game.Payoff[Game.DecidedBet].Per;
 }
 
+/// A product as money; what is beyond all money stays at its end, where limits cut a request.
+Currency RequestOf(Currency a, Currency b) {
+  const double product = a.ToDouble() * b.ToDouble();
+  if (std::abs(product) < kMostMoney.ToDouble()) return a * b;
+  return product < 0 ? -kMostMoney : kMostMoney;
+}
+
 int UnitOf(int slot) { return static_cast<int>(Int(Game.ModifyUnit[slot] / Currency(1))); }
 
 Currency ModifiedRequest(int slot) {
@@ -183,13 +194,15 @@ Currency ModifiedRequest(int slot) {
   Currency factor = unit >= ModifyFirstChip ? ChipUnits(unit) : Currency(1);
   if (operation == ModifyAdd || operation == ModifySubtract) {
     if (percent) factor = Currency::FromCount(stake / Currency(100) * Currency::kScale);
-    return operation == ModifyAdd ? amount * factor : -(amount * factor);
+    const Currency change = RequestOf(amount, factor);
+    return operation == ModifyAdd ? change : -change;
   }
   if (percent) factor = Currency::FromRaw(100);
-  if (operation == ModifyTimes) return stake * amount * factor - stake;
-  const Currency divisor = amount * factor;
+  if (operation == ModifyTimes) return RequestOf(RequestOf(stake, amount), factor) - stake;
+  const Currency divisor = RequestOf(amount, factor);
   if (divisor <= 0) return 0;
-  return Currency::FromCount(stake / divisor * Currency::kScale) - stake;
+  const double quotient = std::min(stake / divisor, kMostMoney.ToDouble());
+  return Currency::FromCount(quotient * Currency::kScale) - stake;
 }
 
 void ActOnWin(int choice, int sameSlot, int betSlot) {
@@ -336,7 +349,7 @@ void SetBetTo(int slot) {
   TakeOffStake();
   const int unit = UnitOf(slot);
   const Currency factor = unit >= ModifyFirstChip ? ChipUnits(unit) : Currency(1);
-  Adjust(Game.ModifyAmount[slot] * factor, "");
+  Adjust(RequestOf(Game.ModifyAmount[slot], factor), "");
 }
 
 void SameBetModified(int slot) { Adjust(ModifiedRequest(slot), ""); }

@@ -47,11 +47,15 @@ class Currency {
 
   constexpr Currency operator-() const { return Currency() - *this; }
   constexpr Currency& operator+=(Currency other) {
-    if (__builtin_add_overflow(raw_, other.raw_, &raw_)) RaiseOverflow();
+    std::int64_t sum = 0;  // an amount that overflows stays as it was
+    if (__builtin_add_overflow(raw_, other.raw_, &sum)) RaiseOverflow();
+    raw_ = sum;
     return *this;
   }
   constexpr Currency& operator-=(Currency other) {
-    if (__builtin_sub_overflow(raw_, other.raw_, &raw_)) RaiseOverflow();
+    std::int64_t difference = 0;
+    if (__builtin_sub_overflow(raw_, other.raw_, &difference)) RaiseOverflow();
+    raw_ = difference;
     return *this;
   }
   friend constexpr Currency operator+(Currency a, Currency b) { return a += b; }

@@ -26,6 +26,11 @@ std::string Description() {
 
 }  // namespace
 
+std::string FaultWords() {
+  const std::string fault = Description();
+  return fault == "Overflow" ? "an amount is larger than the game can count" : fault;
+}
+
 std::string FailureReason(const std::string& path) {
   if (Game.LastSystemError == 0) return Description();
   switch (static_cast<std::errc>(Game.LastSystemError)) {

@@ -11,6 +11,9 @@ std::string FileText(const std::string& path, std::string_view words);
 /// the system didn't refuse is told in its own words.
 std::string FailureReason(const std::string& path);
 
+/// That failure in words where no file is at fault: an overflow is an amount too large to count.
+std::string FaultWords();
+
 /// A message about that failure: "can't be `done`: " and the reason.
 std::string FileFailureText(const std::string& path, std::string_view done);
 

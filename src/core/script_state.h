@@ -94,6 +94,7 @@ struct ScriptState {
   std::vector<Flag> Flags;
   std::vector<std::string> ScriptLabels;
   bool FlagsTouched = true;  // a flag may differ from its `FlagPrev`
+  unsigned ScriptEdits = 0;  // how often anything about the lines has changed
   int ScriptLoads = 0;       // how often the lines were replaced by other than an edit
   bool ScriptStale = true;   // names and codes are to be resolved anew before the next run
 
@@ -122,5 +123,6 @@ struct ScriptState {
   std::uint32_t AutoBetStartTime = 0;  // milliseconds
   std::vector<HotKey> HotKeys;         // in their order on the screen
   bool HotKeysDamaged = false;         // their file held what couldn't be read
+  bool HotKeysUnsaved = false;         // their file couldn't be written
   std::string AutoBetStatus;  // what the table's status line says of the run; empty for nothing
 };

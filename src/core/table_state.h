@@ -126,6 +126,7 @@ struct TableState {
   std::string DiceRollFile;
   std::string GamesLogFile;
   std::string EventsLogFile;
+  std::vector<std::string> StrangeFiles;  // of these: see strange_files.h
 
   // Names: 1 to 83 the bets, 101 to 104 the four Chip-Stacks shown on the table.
   std::array<std::string, 105> BetNames;

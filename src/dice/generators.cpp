@@ -402,6 +402,13 @@ bool SeedRng(SeedSource source) {
   }
 }
 
+GeneratorStates::GeneratorStates() : mt_(mtGenerator), cokus_(cokusGenerator) {}
+
+void GeneratorStates::PutBack() const {
+  mtGenerator = mt_;
+  cokusGenerator = cokus_;
+}
+
 void ResetGenerators() {
   mtGenerator = std::mt19937();
   cokusGenerator = std::mt19937();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <random>
 #include <span>
 
 #include "core/game_state.h"
@@ -53,6 +54,17 @@ enum SeedSource : int { SeedInChangeRequest = -1, FindSeed = 0 };
 /// or above the generator's limit seeds nothing. Leaves `RngState` and `LastSeed`.
 /// True when the generator was seeded.
 bool SeedRng(SeedSource source);
+
+/// The two Mersenne Twisters, which stand beside the record, as they were when it was made.
+class GeneratorStates {
+ public:
+  GeneratorStates();
+  void PutBack() const;
+
+ private:
+  std::mt19937 mt_;
+  std::mt19937 cokus_;
+};
 
 /// The generators as in a program that has just been loaded, which gave no seeds out yet. The
 /// states in the record are the caller's.

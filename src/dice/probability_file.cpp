@@ -130,6 +130,11 @@ bool WriteProbabilityFile(const std::string& path) {
   }
 }
 
+bool StoreProbability(const std::string& path) {
+  WriteRecords(path, MakeRecords(Game.ProbMatrix));
+  return true;
+}
+
 void SaveProbabilityFile(const std::string& path) {
   if (!WriteProbabilityFile(path)) return;
   Game.PrbFileName = path;

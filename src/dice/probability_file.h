@@ -14,6 +14,9 @@ void LoadProbabilityFile(const std::string& path);
 /// told by `SaveProbabilityFile`.
 bool WriteProbabilityFile(const std::string& path);
 
+/// The same without a word to anybody; a failure is thrown.
+bool StoreProbability(const std::string& path);
+
 /// Writes `ProbMatrix` to a `.prb` file, in the way that can't lose an old one: its path is in
 /// `PrbFileName` then, `ProbabilityChanged` is false and `LastFileResult` the length. When the
 /// system fails `LastFileResult` is -1, the player is told as by `LoadProbabilityFile`, and nothing

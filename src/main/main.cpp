@@ -13,6 +13,8 @@
 #include "core/game_state.h"
 #include "core/host.h"
 #include "main/command_line.h"
+#include "main/end_signals.h"
+#include "persistence/kept_game.h"
 #include "persistence/session.h"
 #include "play/start_up.h"
 #include "screens/files/data_folder.h"
@@ -100,7 +102,12 @@ int main(int argc, char* argv[]) {
   InstallQtHost(&table);
   Guarded("Sub Main", OpenLastSession);
   table.ShowAsLeft();
+  const EndSignals endSignals([&table] { table.EndUnasked(); });
+  QObject::connect(
+      &application, &QGuiApplication::commitDataRequest, &table, [&table] { table.LoginEnds(); },
+      Qt::DirectConnection);
   QApplication::processEvents();
+  Guarded("Sub Main", OfferKeptGame);
   Guarded("Sub Main", AfterTableShown);
   if (!named->isEmpty()) Guarded("Sub Main", [&] { OpenNamedFile(&table, named->toStdString()); });
   // The first steps are told at the table, or else by the handbook.

@@ -11,6 +11,7 @@
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
+#include "core/strange_files.h"
 #include "dice/matrix.h"
 #include "dice/probability_file.h"
 #include "persistence/kept_path.h"
@@ -45,13 +46,6 @@ bool Exists(const std::string& path) {
   return !path.empty() && fs::is_regular_file(PathOf(path), none);
 }
 
-/// Whether a file can be opened or made there: opening a pipe would wait for its reader.
-bool IsFileOrFree(const std::string& path) {
-  std::error_code none;
-  const fs::file_status status = fs::status(PathOf(path), none);
-  return !fs::exists(status) || fs::is_regular_file(status);
-}
-
 // --- Writing ---
 
 bool MatrixIsUnsaved() {
@@ -60,20 +54,25 @@ bool MatrixIsUnsaved() {
 
 std::string IfThere(const std::string& path) { return Exists(path) ? path : std::string(); }
 
-/// The last session keeps a script without a name in a file of its own, and goes on doing so.
-std::string ScriptPath(bool keepUnsaved) {
-  const std::string own = InData("default.bet");
+std::string SessionBeside() { return InData("default"); }
+
+/// The script without a name, or one that only the last session has named, goes on being kept. A
+/// kept game has what was changed in a named one, too.
+bool KeepsScript(const KeepUnsaved& unsaved) {
+  const std::string own = SessionBeside() + ".bet";
   const bool unnamed = Game.AutoBetFile.empty() || Game.AutoBetFile == own;
-  if (keepUnsaved && unnamed && Game.ScrCount > 0) return WriteScript(own) ? own : std::string();
-  return IfThere(Game.AutoBetFile);
+  const bool changed = Game.ScriptUnsaved && unsaved.Beside != SessionBeside();
+  return !unsaved.Beside.empty() && Game.ScrCount > 0 && (unnamed || changed);
 }
 
-std::string MatrixPath(bool keepUnsaved) {
-  const std::string own = InData("default.prb");
-  const bool unsaved = MatrixIsUnsaved();
-  if (keepUnsaved && (unsaved || Game.PrbFileName == own))
-    return WriteProbabilityFile(own) ? own : std::string();
-  return unsaved ? std::string() : IfThere(Game.PrbFileName);
+bool KeepsMatrix(const KeepUnsaved& unsaved) {
+  return !unsaved.Beside.empty() &&
+         (MatrixIsUnsaved() || Game.PrbFileName == SessionBeside() + ".prb");
+}
+
+/// The path of a companion that has been written; empty when it couldn't be.
+std::string Written(const std::string& path, bool (*write)(const std::string&)) {
+  return write(path) ? path : std::string();
 }
 
 void PutHeading(Record& record, const std::string& path, const std::string& date) {
@@ -156,6 +155,14 @@ void TakeMatrix(const Companion& companion) {
   SetFairMatrix();
 }
 
+void TakeOutputFile(const Companion& companion) {
+  try {
+    UseOutputFile(companion.Path);
+  } catch (const std::exception&) {
+    ReportError("Open Game");  // of the file that was in use before
+  }
+}
+
 /// A log that was never begun isn't missed.
 void TakeGamesLog(const Companion& companion) {
   const std::string standard = InData("default.glg");
@@ -181,15 +188,6 @@ void TakeEventsLog(const Companion& companion) {
 
 }  // namespace
 
-void UseOutputFile(const std::string& path) {
-  try {
-    CloseOutputFile();
-    if (!path.empty() && IsFileOrFree(path)) OpenOutputFile(path, OutputMode::Append);
-  } catch (const std::exception&) {
-    ReportError("Open Game");
-  }
-}
-
 bool IsGameHeading(const Record& heading) {
   return heading.Text(0, kTextWidth).find(kFormatMark) != std::string::npos;
 }
@@ -212,9 +210,13 @@ std::string DateTextOf(const std::string& path) {
   return text;
 }
 
-void PutCompanions(std::vector<Record>& records, bool keepUnsaved) {
-  const std::string script = ScriptPath(keepUnsaved);
-  const std::string matrix = MatrixPath(keepUnsaved);
+bool PutCompanions(std::vector<Record>& records, const KeepUnsaved& unsaved) {
+  const bool keepsScript = KeepsScript(unsaved);
+  const bool keepsMatrix = KeepsMatrix(unsaved);
+  const std::string script =
+      keepsScript ? Written(unsaved.Beside + ".bet", unsaved.Script) : IfThere(Game.AutoBetFile);
+  std::string matrix = MatrixIsUnsaved() ? std::string() : IfThere(Game.PrbFileName);
+  if (keepsMatrix) matrix = Written(unsaved.Beside + ".prb", unsaved.Matrix);
   const auto put = [&records](HeadingOf heading, const std::string& path, bool dated) {
     PutHeading(records.at(heading - 1), path, dated ? DateTextOf(path) : std::string());
   };
@@ -224,16 +226,22 @@ void PutCompanions(std::vector<Record>& records, bool keepUnsaved) {
   put(OutputHeading, Game.AutoBetOutputFile, false);
   put(GamesLogHeading, Game.GamesLogFile, false);
   put(EventsLogHeading, Game.EventsLogFile, true);
+  return !(keepsScript && script.empty()) && !(keepsMatrix && matrix.empty());
 }
 
-void TakeCompanions(const RecordFile& file) {
+KeepUnsaved InSession() { return {SessionBeside(), WriteScript, WriteProbabilityFile}; }
+
+void TakeCompanions(const RecordFile& file, const std::string& gameFolder) {
+  Game.StrangeFiles.clear();
   TakeScript(ReadHeading(file, ScriptHeading, {InData("default.bet"), Game.AutoBetFile}));
   TakeDiceFile(ReadHeading(file, DiceHeading, {Game.DiceRollFile}));
   TakeMatrix(ReadHeading(file, MatrixHeading, {InData("default.prb"), Game.PrbFileName}));
-  UseOutputFile(ReadHeading(file, OutputHeading, {Game.AutoBetOutputFile}).Path);
+  TakeOutputFile(ReadHeading(file, OutputHeading, {Game.AutoBetOutputFile}));
   TakeGamesLog(ReadHeading(file, GamesLogHeading, {InData("default.glg"), Game.GamesLogFile}));
   TakeEventsLog(
       ReadHeading(file, EventsLogHeading, {InData("Events Log.txt"), Game.EventsLogFile}));
+  for (const std::string& path : {Game.DiceRollFile, Game.AutoBetOutputFile, Game.EventsLogFile})
+    NoteFileOfGame(path, gameFolder);
 }
 
 void TakeMatrixAlone(const RecordFile& file) {

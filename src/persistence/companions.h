@@ -11,21 +11,29 @@ inline constexpr int kHeadingRecords = 6;
 /// True when the heading of a file says that it is a game file.
 bool IsGameHeading(const Record& heading);
 
-/// Fills the six headings with the files in use and their dates. For the game of the last session
-/// (`keepUnsaved`) a script and a matrix that aren't saved anywhere are written beside it first.
-void PutCompanions(std::vector<Record>& records, bool keepUnsaved);
+/// Where a script and a matrix go that aren't saved anywhere, and the routines that write them;
+/// without a place they are left out.
+struct KeepUnsaved {
+  std::string Beside;  // a path without extension
+  bool (*Script)(const std::string& path) = nullptr;
+  bool (*Matrix)(const std::string& path) = nullptr;
+};
+
+/// "default.bet" and "default.prb" in `DataPath`. What can't be written is told.
+KeepUnsaved InSession();
+
+/// Fills the six headings with the files in use and their dates, after writing what is unsaved.
+/// False when that couldn't be written; all else is filled in.
+bool PutCompanions(std::vector<Record>& records, const KeepUnsaved& unsaved);
 
 /// Puts the files of the headings in use, and tells the player of each that is missing or has
 /// changed. Reads the script, the matrix and the recorder's state; a script that is gone leaves
-/// none, a matrix that is gone the fair one. A copy of the script goes to `active.tmp`.
-void TakeCompanions(const RecordFile& file);
+/// none, a matrix that is gone the fair one. A copy of the script goes to `active.tmp`. Files that
+/// will be written to are only named: of those outside `gameFolder` the player is asked before.
+void TakeCompanions(const RecordFile& file, const std::string& gameFolder);
 
 /// Puts the matrix of the headings in use, and no other file.
 void TakeMatrixAlone(const RecordFile& file);
-
-/// Goes on with an output file of scripts, at its end; none when the path is empty or can't be
-/// written, which is kept as the last error.
-void UseOutputFile(const std::string& path);
 
 /// Writes the script in force to `active.tmp`.
 void KeepActiveScript();

@@ -17,6 +17,7 @@
 #include "core/host.h"
 #include "core/messages.h"
 #include "core/record_file.h"
+#include "core/strange_files.h"
 #include "dice/probability_file.h"
 #include "dice/tape_edit.h"
 #include "dice/tape_file.h"
@@ -123,6 +124,7 @@ bool RunSaveGame(const std::string& path) {
 
 bool RunOpenDiceRolls(const std::string& path) {
   OpenDiceRollFile(path);
+  if (Succeeded()) TrustFile(path);
   return SucceededWithChange();
 }
 
@@ -259,6 +261,7 @@ bool RunOpenEventsLog(const std::string& path) {
   static_cast<void>(ReadRecords(path, 1));  // fails where there's nothing to read
   FlushEventsLog();                         // what is gathered belongs to the log in force
   Game.EventsLogFile = path;
+  TrustFile(path);
   Game.LogTopLine = 1;
   EnsureLogIndex();
   Game.LastFileResult = kDone;
@@ -270,8 +273,11 @@ bool RunSaveEventsLog(const std::string& path) {
     return Refuse(FileCommand::SaveEventsLogAs, path,
                   "can't be written: there is no Events Log yet.");
   }
+  if (!MayWriteTo(Game.EventsLogFile, "the Events Log, and would be moved", "it stays where it is"))
+    return false;
   // Moved onto itself the log would be lost.
   const bool moved = IsSameFile(path, Game.EventsLogFile) || MoveEventsLog(path);
+  if (moved) TrustFile(path);
   Game.LastFileResult = moved ? kDone : kSystemFailed;
   return SucceededWithChange();
 }
@@ -405,6 +411,7 @@ std::string CompletePath(std::string_view typed, const std::string& folder,
   const std::string_view extension = LastOf(pattern, kExtensionLength);
   if (extension == kAnyExtension) return path;
   if (path.ends_with('.')) path += LastOf(extension, kExtensionLength - 1);
+  if (Lower(path).ends_with(kFormerExtension)) return path;  // a file as it was before a save
   if (Lower(pattern).find(Lower(LastOf(path, kExtensionLength))) == std::string::npos)
     path += extension;
   return path;

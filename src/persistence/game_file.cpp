@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <memory>
 
+#include "autobet/output_file.h"
 #include "autobet/script.h"
 #include "bets/bet_history.h"
 #include "bets/consistency.h"
 #include "bets/ledger.h"
+#include "core/checksum.h"
 #include "core/error_report.h"
 #include "core/faults.h"
 #include "core/file_failure.h"
@@ -22,6 +24,8 @@
 #include "stats/bankroll_graph.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const char* kUnableToOpen = "Unable to Open Kelvanor Game File";
 constexpr const char* kUnableToSave = "Unable to Save Kelvanor Game File";
@@ -41,6 +45,64 @@ constexpr std::size_t kMostRecords = 10'000;
 
 void Tell(const std::string& path, const std::string& text, const char* title) {
   ShowMessage(BareName(path) + text, title, kTopicFiles, OkStop);
+}
+
+// --- The checksum ---
+
+constexpr std::string_view kSumMark = "SUM1";
+constexpr std::size_t kSumMarkOffset = 200;
+constexpr std::size_t kSumOffset = kSumMarkOffset + kSumMark.size();
+
+/// Of all bytes of a file but those of the sum itself, and of its length.
+std::uint32_t SumOf(std::vector<Record> records, std::uintmax_t length) {
+  records[kOwnFieldsRecord - 1].PutLong(kSumOffset, 0);
+  const std::uint32_t sum =
+      Crc32c({reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize});
+  return Crc32c(std::to_string(length), sum);
+}
+
+std::int32_t Signed(std::uint32_t sum) { return static_cast<std::int32_t>(sum); }
+
+void PutChecksum(std::vector<Record>& records) {
+  Record& own = records[kOwnFieldsRecord - 1];
+  own.PutText(kSumMarkOffset, kSumMark.size(), kSumMark);
+  own.PutLong(kSumOffset, Signed(SumOf(records, records.size() * kRecordSize)));
+}
+
+/// Files of before, and of other programs, have no sum. Where one of the two marks is damaged the
+/// other tells.
+bool HasChecksum(const Record& own) {
+  const bool marked = own.Text(kSumMarkOffset, kSumMark.size()) == kSumMark;
+  const bool ours = own.Text(kOwnFieldsOffset, kOwnFieldsMarker.size()) == kOwnFieldsMarker;
+  return marked || (ours && (own.Long(kSumMarkOffset) != 0 || own.Long(kSumOffset) != 0));
+}
+
+bool IsDamaged(const RecordFile& file) {
+  const Record own = file.At(kOwnFieldsRecord);
+  return HasChecksum(own) && own.Long(kSumOffset) != Signed(SumOf(file.Records, file.Length));
+}
+
+std::string FormerFileText(const std::string& path) {
+  const std::string former = path + std::string(kFormerExtension);
+  if (FileLength(former) == 0) return {};
+  return "\n\nThe file from before the last save is there too: " + BareName(former) + ".";
+}
+
+bool WantsDamaged(const std::string& path) {
+  return AskYesNo(FileText(path,
+                           "is damaged: it isn't what Kelvanor has written.\n\nDo you want to "
+                           "open what can be read of it, as a new game without a name? The "
+                           "file stays as it is." +
+                               FormerFileText(path)),
+                  "Damaged Game File", kTopicFiles);
+}
+
+void TellCountersAnew(const std::string& path) {
+  ShowMessage(FileText(path,
+                       "holds counts of rolls and bets that contradict each other. They begin "
+                       "anew; bankroll, bets and settings are as they were saved." +
+                           FormerFileText(path)),
+              "Counts Begin Anew", kTopicFiles, OkStop);
 }
 
 // --- Writing ---
@@ -80,23 +142,59 @@ void PutFlags(std::vector<Record>& records) {
   }
 }
 
-std::vector<Record> RecordsOfGame(bool keepUnsaved) {
+/// False in `whole` when something unsaved couldn't be written.
+std::vector<Record> RecordsOfGame(const KeepUnsaved& unsaved, bool& whole) {
   std::vector<Record> records(kFixedRecords);
-  PutCompanions(records, keepUnsaved);
+  whole = PutCompanions(records, unsaved);
   PutFields(WindowFields(), Game, records);
   PutFields(GameFields(), Game, records);
   records[kOwnFieldsRecord - 1].PutText(kOwnFieldsOffset, kOwnFieldsMarker.size(),
                                         kOwnFieldsMarker);
   PutChips(records);
   PutFlags(records);
+  PutChecksum(records);
   return records;
 }
 
-void WriteGame(const std::string& path, bool keepUnsaved, Durability durability) {
-  const std::vector<Record> records = RecordsOfGame(keepUnsaved);
-  WriteRecords(path, records, durability);
-  Game.LastFileResult = static_cast<int>(records.size() * kRecordSize);
-}
+/// The file that stands before a save, kept as a `.bak` beside it. Until the new one is in its
+/// place both names are the same file. A disk that has no links gets a copy; without that the save
+/// goes on.
+class FormerFile {
+ public:
+  explicit FormerFile(const std::string& path) {
+    std::error_code failure;
+    file_ = fs::canonical(PathOf(path), failure);
+    if (failure || !fs::is_regular_file(file_, failure)) {
+      file_.clear();
+      return;
+    }
+    fs::remove(Beside(kNext), failure);
+    fs::create_hard_link(file_, Beside(kNext), failure);
+    if (failure) fs::copy_file(file_, Beside(kNext), failure);
+  }
+  ~FormerFile() {
+    std::error_code ignored;
+    if (!file_.empty()) fs::remove(Beside(kNext), ignored);
+  }
+  FormerFile(const FormerFile&) = delete;
+  FormerFile& operator=(const FormerFile&) = delete;
+
+  /// The new file stands.
+  void Keep() const {
+    std::error_code ignored;
+    if (!file_.empty()) fs::rename(Beside(kNext), Beside(kFormerExtension), ignored);
+  }
+
+ private:
+  static constexpr std::string_view kNext = ".bak.new";
+
+  fs::path Beside(std::string_view extension) const {
+    fs::path beside = file_;
+    return beside += extension;
+  }
+
+  fs::path file_;
+};
 
 /// No game is written or read in the middle of a roll.
 bool IsAmidRoll(const std::string& path, const char* doing, const char* title) {
@@ -110,6 +208,12 @@ bool IsAmidRoll(const std::string& path, const char* doing, const char* title) {
 void NameGame(const std::string& path) {
   Game.GameFileName = IsDefaultGame(path) ? std::string() : path;
   Game.GameChanged = false;
+}
+
+/// A game that must not be saved over the file that it came from.
+void LeaveUntitled() {
+  Game.GameFileName.clear();
+  Game.GameChanged = true;
 }
 
 // --- Reading ---
@@ -151,21 +255,30 @@ void EndCommands() {
   Game.StopMessage.clear();
 }
 
-/// Reads and repairs all that stands in the file itself. False when no game can be made of it; the
-/// record is in any state then. `chipRecords` is the number of records that chips take up.
-bool TakeRecord(const RecordFile& file, bool windows, std::size_t& chipRecords) {
+/// What the file itself has told.
+struct Taken {
+  bool Sound = false;
+  bool CountersAnew = false;
+  std::size_t ChipRecords = 0;  // that chips take up
+};
+
+/// Reads and repairs all that stands in the file itself. When no game can be made of it the record
+/// is in any state.
+Taken TakeRecord(const RecordFile& file, bool windows) {
+  Taken taken;
   try {
     EndCommands();
     TakeFields(GameFields(), file, Game);
     if (windows) TakeFields(WindowFields(), file, Game);
-    chipRecords = RecordsOfChips(Game.ChipCount);
+    taken.ChipRecords = RecordsOfChips(Game.ChipCount);
     TakeChips(file);
-    RepairGame();
+    taken.CountersAnew = RepairGame();
     RecomputeBankrollAverage();
-    return FirstInconsistency().empty();
+    taken.Sound = FirstInconsistency().empty();
   } catch (const RunTimeFault&) {
-    return false;  // amounts beyond all reckoning
+    taken.Sound = false;  // amounts beyond all reckoning
   }
+  return taken;
 }
 
 /// The log has nothing to tell of what was read, and the next roll takes all snapshots.
@@ -208,18 +321,20 @@ enum class Companions { All, DiceAlone };
 
 /// Reads a whole game; false when the file is none. What is in force then is not to be used.
 bool TakeGame(const std::string& path, const RecordFile& file, Companions companions) {
-  std::size_t chipRecords = 0;
-  if (!CanBeAGame(file) || !TakeRecord(file, IsDefaultGame(path), chipRecords)) return false;
+  const Taken taken = TakeRecord(file, IsDefaultGame(path));
+  if (!taken.Sound) return false;
   {
     const Loading loading;
     if (companions == Companions::All)
-      TakeCompanions(file);
+      TakeCompanions(file, TextOfPath(PathOf(path).parent_path()));
     else
       TakeMatrixAlone(file);
+    if (taken.CountersAnew) TellCountersAnew(path);
   }
-  TakeFlags(file, chipRecords);
+  TakeFlags(file, taken.ChipRecords);
   SettleIn();
   NameGame(path);
+  if (path.ends_with(kFormerExtension)) LeaveUntitled();
   Game.LastFileResult = file.FileResult();
   return true;
 }
@@ -229,8 +344,14 @@ void Open(const std::string& path, bool tellRefusal, Companions companions) {
   std::unique_ptr<GameState> former;
   try {
     const RecordFile file = ReadRecords(path, kMostRecords);
+    const bool damaged = CanBeAGame(file) && IsDamaged(file);
+    if (damaged && !WantsDamaged(path)) {
+      Game.LastFileResult = 0;
+      return;
+    }
     former = std::make_unique<GameState>(Game);
-    if (TakeGame(path, file, companions)) {
+    if (CanBeAGame(file) && TakeGame(path, file, companions)) {
+      if (damaged) LeaveUntitled();
       ShowGame();
       return;
     }
@@ -253,11 +374,22 @@ bool IsDefaultGame(const std::string& path) {
   return TrimmedLower(BareName(path)) == "default.crp";
 }
 
+std::vector<Record> MakeGameRecords(const KeepUnsaved& unsaved) {
+  bool whole = false;
+  return RecordsOfGame(unsaved, whole);
+}
+
 void SaveGame(const std::string& path) {
   if (IsAmidRoll(path, "written", kUnableToSave)) return;
   try {
-    WriteGame(path, IsDefaultGame(path), Durability::Disk);
-    NameGame(path);
+    bool whole = false;
+    const std::vector<Record> records =
+        RecordsOfGame(IsDefaultGame(path) ? InSession() : KeepUnsaved(), whole);
+    const FormerFile former(path);
+    WriteRecords(path, records);
+    former.Keep();
+    Game.LastFileResult = whole ? static_cast<int>(records.size() * kRecordSize) : kSystemFailed;
+    if (whole) NameGame(path);
   } catch (const std::exception&) {
     FileFailed(path, "written", "Save Game", kUnableToSave, kTopicFiles);
   }
@@ -276,8 +408,9 @@ void SaveGameToTemp() {
   keptAt = now;
   try {
     SettleLedger();
-    WriteGame(Game.DataPath + "lastgame.crp", false,
-              Game.HyperDriveOn ? Durability::System : Durability::Disk);
+    // Under Hyper-Drive games may end many times a second.
+    WriteRecords(Game.DataPath + "lastgame.crp", MakeGameRecords({}),
+                 Game.HyperDriveOn ? Durability::System : Durability::Disk);
   } catch (const std::exception&) {
     ReportError("Save Game");
     Game.LastFileResult = kSystemFailed;

@@ -6,9 +6,8 @@
 #include <memory>
 
 #include "autoplay/auto_play.h"
-#include "bets/consistency.h"
+#include "core/limits.h"
 #include "core/text.h"
-#include "persistence/game_limits.h"
 
 namespace {
 
@@ -103,13 +102,21 @@ constexpr SlotLimits kAnyWhole = Whole(INT_MIN, INT_MAX);
 constexpr SlotLimits kTruth = Whole(-1, 0);
 constexpr SlotLimits kCount = Whole(0, kMaxRolls);
 constexpr SlotLimits kFromZero = Whole(0, INT_MAX);
-constexpr SlotLimits kMoney = Raw(-kMostMoney, kMostMoney);
-constexpr SlotLimits kPositive = Raw(0, kMostMoney);
-constexpr SlotLimits kInBank = Raw(-kBeyondPlay.Raw(), kBeyondPlay.Raw());
+constexpr SlotLimits UpTo(Currency most) { return {0, most.Raw()}; }
+constexpr SlotLimits Around(Currency most) { return {-most.Raw(), most.Raw()}; }
+constexpr SlotLimits kMoney = Around(kMostMoney);
+constexpr SlotLimits kPositive = UpTo(kMostMoney);
+constexpr SlotLimits kBet = UpTo(kMostBet);
+constexpr SlotLimits kOdds = UpTo(kMostOdds);
+constexpr SlotLimits kRatio = Around(kMostPayoff);
+constexpr SlotLimits kSum = UpTo(kMostSum);
 
 constexpr int kSlowestThrottle = 10;
 constexpr int kLargestFont = 400;
 constexpr int kLastTapePosition = 2'000'000'000;
+
+/// The largest scale of the bankroll graph.
+constexpr std::int64_t kLargestGraphScale = 40'000LL * 1'000'000 * kScale;
 
 // --- The table ---
 
@@ -165,24 +172,24 @@ constexpr FieldRow kGameTable[] = {
     {"ReSeed", 10, 208, CurrencySlot, Of<&G::ReSeed>, kTruth},
 
     // Limits, vig, dice and bankroll.
-    {"MinPlacard", 11, 0, CurrencySlot, Of<&G::MinPlacard>, kPositive},
-    {"MaxPlacard", 11, 8, CurrencySlot, Of<&G::MaxPlacard>, kPositive},
-    {"OddsAllowed410", 11, 16, CurrencySlot, Of<&G::OddsAllowed410>, kPositive},
-    {"OddsAllowed59", 11, 24, CurrencySlot, Of<&G::OddsAllowed59>, kPositive},
-    {"OddsAllowed68", 11, 32, CurrencySlot, Of<&G::OddsAllowed68>, kPositive},
+    {"MinPlacard", 11, 0, CurrencySlot, Of<&G::MinPlacard>, kBet},
+    {"MaxPlacard", 11, 8, CurrencySlot, Of<&G::MaxPlacard>, kBet},
+    {"OddsAllowed410", 11, 16, CurrencySlot, Of<&G::OddsAllowed410>, kOdds},
+    {"OddsAllowed59", 11, 24, CurrencySlot, Of<&G::OddsAllowed59>, kOdds},
+    {"OddsAllowed68", 11, 32, CurrencySlot, Of<&G::OddsAllowed68>, kOdds},
     {"OddsCalcMethod", 11, 40, CurrencySlot, Of<&G::OddsCalcMethod>,
      WholeElse(0, OddsSingleOfFlat, OddsAutoSelect)},
     {"BarDont", 11, 48, CurrencySlot, Of<&G::BarDont>, Whole(2, 12)},
-    {"LayVigPct", 11, 56, CurrencySlot, Of<&G::LayVigPct>, kPositive},
+    {"LayVigPct", 11, 56, CurrencySlot, Of<&G::LayVigPct>, UpTo(kMostVig)},
     {"RoundLayVig", 11, 64, CurrencySlot, Of<&G::RoundLayVig>, Whole(0, RoundedUp)},
     {"LayVigUpFront", 11, 72, CurrencySlot, Of<&G::LayVigUpFront>, kTruth},
-    {"BuyVigPct", 11, 80, CurrencySlot, Of<&G::BuyVigPct>, kPositive},
+    {"BuyVigPct", 11, 80, CurrencySlot, Of<&G::BuyVigPct>, UpTo(kMostVig)},
     {"RoundBuyVig", 11, 88, CurrencySlot, Of<&G::RoundBuyVig>, Whole(0, RoundedUp)},
     {"BuyVigUpFront", 11, 96, CurrencySlot, Of<&G::BuyVigUpFront>, kTruth},
     {"AllowPutBets", 11, 104, CurrencySlot, Of<&G::AllowPutBets>, kTruth},
     {"UseSkewedProbability", 11, 112, CurrencySlot, Of<&G::UseSkewedProbability>, kTruth},
     {"ProbabilityView", 11, 120, CurrencySlot, Of<&G::ProbabilityView>, Whole(0, 3)},
-    {"RollsOutOf", 11, 128, CurrencySlot, Of<&G::RollsOutOf>, kPositive},
+    {"RollsOutOf", 11, 128, CurrencySlot, Of<&G::RollsOutOf>, UpTo(kMostRollsOutOf)},
     {"IncludeZeroOutcomes", 11, 136, CurrencySlot, Of<&G::IncludeZeroOutcomes>, kTruth},
     {"ShowMiscData", 11, 144, CurrencySlot, Of<&G::ShowMiscData>, kTruth},
     {"AdvantageScroll", 11, 152, CurrencySlot, Of<&G::AdvantageScroll>, kFromZero},
@@ -192,10 +199,10 @@ constexpr FieldRow kGameTable[] = {
      Whole(0, CarryBankrollAndNet)},
     {"BankrollInitAmt", 11, 184, CurrencySlot, Of<&G::BankrollInitAmt>, kMoney},
     {"AtmAmount", 11, 192, CurrencySlot, Of<&G::AtmAmount>, kPositive},
-    {"BankrollSum", 11, 200, CurrencySlot, Of<&G::BankrollSum>},
+    {"BankrollSum", 11, 200, CurrencySlot, Of<&G::BankrollSum>, Around(kMostSum)},
     {"InvestedBankroll", 11, 208, CurrencySlot, Of<&G::InvestedBankroll>, kMoney},
     {"MaxPropPayoff", 11, 216, CurrencySlot, Of<&G::MaxPropPayoff>, kPositive},
-    {"MaxOddsBet", 11, 224, CurrencySlot, Of<&G::MaxOddsBet>, kPositive},
+    {"MaxOddsBet", 11, 224, CurrencySlot, Of<&G::MaxOddsBet>, kBet},
 
     // Auto-Play.
     {"AutoAdjust", 12, 0, CurrencySlot, Of<&G::AutoAdjust>, Whole(0, AdjustColor)},
@@ -242,8 +249,8 @@ constexpr FieldRow kGameTable[] = {
     {"AutoBetActive", 14, 104, CurrencySlot, Of<&G::AutoBetActive>, Whole(0, 1)},
     {"ShowStepsMode", 14, 112, CurrencySlot, Of<&G::ShowStepsMode>, Whole(-1, 1)},
     {"ShowLineNumbers", 14, 120, CurrencySlot, Of<&G::ShowLineNumbers>, kTruth},
-    {"BankrollHigh", 14, 136, CurrencySlot, Of<&G::BankrollHigh>, kInBank},
-    {"BankrollLow", 14, 144, CurrencySlot, Of<&G::BankrollLow>, kInBank},
+    {"BankrollHigh", 14, 136, CurrencySlot, Of<&G::BankrollHigh>, kMoney},
+    {"BankrollLow", 14, 144, CurrencySlot, Of<&G::BankrollLow>, kMoney},
     {"BankrollHistoryCount", 14, 152, CurrencySlot, Of<&G::BankrollHistoryCount>,
      Whole(0, kGraphPoints)},
     {"BankrollAutoPrint", 14, 160, CurrencySlot, Of<&G::BankrollAutoPrint>, kTruth},
@@ -320,7 +327,7 @@ constexpr FieldRow kGameTable[] = {
     {"PadShowCounter", 18, 182, IntegerSlot, Of<&G::PadShowCounter>, kTruth},
     {"PadShowHyperDrive", 18, 184, IntegerSlot, Of<&G::PadShowHyperDrive>, kTruth},
     {"PadShowRandom", 18, 186, IntegerSlot, Of<&G::PadShowRandom>, kTruth},
-    {"OddsMultiple", 18, 188, CurrencySlot, Of<&G::OddsMultiple>, kPositive},
+    {"OddsMultiple", 18, 188, CurrencySlot, Of<&G::OddsMultiple>, kOdds},
     {"ProfileOn", 18, 196, IntegerSlot, ProfileSwitch, kTruth},
 
     // Bets.
@@ -337,16 +344,16 @@ constexpr FieldRow kGameTable[] = {
     {"ComeOutWorking", 46, 0, IntegerSlot, In<&G::ComeOutWorking>, Whole(NotWorking, Working), 101,
      101},
     {"BetWorking", 47, 2, IntegerSlot, In<&G::BetWorking, 1>, Whole(CalledOff, CalledOn), 100, 100},
-    {"Payoff", 48, 0, CurrencySlot, BetPayoff, kMoney, 300, 32},
-    {"FieldPayoff", 58, 0, CurrencySlot, FieldBetPayoff, kMoney, 3 * kFieldCombinations, 32},
+    {"Payoff", 48, 0, CurrencySlot, BetPayoff, kRatio, 300, 32},
+    {"FieldPayoff", 58, 0, CurrencySlot, FieldBetPayoff, kRatio, 3 * kFieldCombinations, 32},
 
     // Statistics.
-    {"BetWagers", 60, 0, CurrencySlot, StatsIn<&G::BetWagers>, kPositive, 1600, 32},
-    {"BetWins", 110, 0, CurrencySlot, StatsIn<&G::BetWins>, kPositive, 1600, 32},
-    {"BetLosses", 160, 0, CurrencySlot, StatsIn<&G::BetLosses>, kPositive, 1600, 32},
+    {"BetWagers", 60, 0, CurrencySlot, StatsIn<&G::BetWagers>, kSum, 1600, 32},
+    {"BetWins", 110, 0, CurrencySlot, StatsIn<&G::BetWins>, kSum, 1600, 32},
+    {"BetLosses", 160, 0, CurrencySlot, StatsIn<&G::BetLosses>, kSum, 1600, 32},
     {"BankrollHistory(0)", 210, 0, CurrencySlot, In<&G::BankrollHistory>, kCount},
-    {"BankrollHistory(1-31)", 210, 8, CurrencySlot, In<&G::BankrollHistory, 1>, kInBank, 31, 31},
-    {"BankrollHistory(32-1050)", 211, 0, CurrencySlot, In<&G::BankrollHistory, 32>, kInBank, 1019,
+    {"BankrollHistory(1-31)", 210, 8, CurrencySlot, In<&G::BankrollHistory, 1>, kMoney, 31, 31},
+    {"BankrollHistory(32-1050)", 211, 0, CurrencySlot, In<&G::BankrollHistory, 32>, kMoney, 1019,
      32},
     {"BetOutcome(0)", 243, 0, IntegerSlot, Streak<0>, Whole(SHRT_MIN, SHRT_MAX), 100, 100},
     {"BetOutcome(1)", 244, 0, IntegerSlot, Streak<1>, Whole(SHRT_MIN, SHRT_MAX), 100, 100},
@@ -379,7 +386,7 @@ int RoundedInt(std::int64_t raw) {
 /// A number of ten-thousandths that no slot can overflow.
 std::int64_t RawOf(double value) {
   if (std::isnan(value)) return 0;
-  const double most = static_cast<double>(kMostMoney);
+  const double most = static_cast<double>(kMostMoney.Raw());
   return std::llround(std::clamp(value * kScale, -most, most));
 }
 

@@ -2,67 +2,33 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <numeric>
-#include <utility>
 
 #include "bets/chips.h"
 #include "bets/consistency.h"
 #include "bets/vig.h"
-#include "core/faults.h"
 #include "core/game_state.h"
-#include "persistence/repair_counters.h"
+#include "core/limits.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
+#include "stats/bankroll_graph.h"
 
 namespace {
 
 // --- House rules ---
 
-/// The largest amount of which all chips but the smallest, and a dollar, are whole multiples.
-Currency CommonUnit() {
-  std::int64_t unit = Currency::kScale;
-  for (int chip = SmallestChip + 1; chip <= LargestChip; ++chip)
-    unit = std::gcd(unit, std::max<std::int64_t>(Game.Bets[chip].Raw(), 0));
-  return Currency::FromRaw(unit);
-}
-
 bool ChipsAreRight() {
   for (int chip = SmallestChip; chip <= LargestChip; ++chip) {
     const Currency value = Game.Bets[chip];
-    if (value <= 0 || !IsWhole(value / Unit())) return false;
+    if (value < kLeastCheck || value > kMostCheck || !IsWhole(value / Unit())) return false;
     if (chip > SmallestChip && value < Game.Bets[chip - 1]) return false;
   }
   return true;
 }
 
-/// A value between two neighbours that ascend is the one out of place.
-void PutChipsInOrder() {
-  for (int chip = SmallestChip + 1; chip < LargestChip; ++chip) {
-    const Currency below = Game.Bets[chip - 1];
-    const Currency above = Game.Bets[chip + 1];
-    if (below > 0 && below <= above) Game.Bets[chip] = std::clamp(Game.Bets[chip], below, above);
-  }
-}
-
-void RepairChipValues() {
-  if (ChipsAreRight()) return;
-  PutChipsInOrder();
-  if (ChipsAreRight()) return;
-  const Currency second = Game.Bets[SmallestChip + 1];
-  if (Game.Bets[SmallestChip] <= 0 || Game.Bets[SmallestChip] > second) {
-    if (second > 0) Game.Bets[SmallestChip] = CommonUnit();
-    if (Game.Bets[SmallestChip] <= 0) Game.Bets[SmallestChip] = 1;
-  }
-  for (int chip = SmallestChip + 1; chip <= LargestChip; ++chip) {
-    const Currency value = std::max(Game.Bets[chip], Currency(0));
-    Game.Bets[chip] = std::max(RoundDownTo(value, Unit()), Game.Bets[chip - 1]);
-  }
-}
-
 /// A ratio pays on whole units of a bet.
 void RepairPer(Currency& per, Currency usual) {
   constexpr Currency kHalf = Currency::FromRaw(Currency::kScale / 2);
-  per = per <= 0 ? usual : std::max(RoundDownTo(per + kHalf, 1), Currency(1));
+  per = per <= 0 ? usual : std::clamp(RoundDownTo(per + kHalf, 1), Currency(1), kMostPer);
 }
 
 void RepairPayoffs() {
@@ -103,7 +69,7 @@ bool CanBePickedUp(int color) {
 
 void RepairRules() {
   constexpr int kNeither = 7;
-  RepairChipValues();
+  if (!ChipsAreRight()) SetDefaultDenominations();
   RepairPayoffs();
   RepairVisibleStacks();
   Game.MinPlacard = std::max(Game.MinPlacard, Unit());
@@ -114,47 +80,12 @@ void RepairRules() {
 
 // --- Money ---
 
-/// A bet that its snapshots don't know and the bankroll can't cover never stood.
-void RepairBet(int id) {
-  Currency& bet = Game.Bets[id];
-  bet = RoundDownTo(std::max(bet, Currency(0)), Unit());
-  const Currency most = Bankroll() + (Game.NegBankroll ? Currency(kBankLimit) : Currency(0));
-  if (bet <= most || bet == Game.BetsAtRoll[id] || bet == Game.BetsAfterRoll[id]) {
-    bet = std::min(bet, RoundDownTo(kBeyondPlay, Unit()));
-    return;
-  }
-  const Currency before = Game.BetsAfterRoll[id];
-  const bool stood = before >= 0 && before <= most && IsWhole(before / Unit());
-  bet = stood ? before : RoundDownTo(std::max(most, Currency(0)), Unit());
-}
-
-bool VigCanBeFigured(int id) {
-  try {
-    FigureBuyVig(id, Game.Bets[id]);
-    FigureLayVig(id, Game.Bets[id]);
-    return true;
-  } catch (const RunTimeFault&) {
-    return false;
-  }
-}
-
-/// A rate or a payoff that the vig of a bet is beyond reckoning by becomes the usual one.
-void RepairVigOf(int id) {
-  constexpr Currency kWholeBet = 1;
-  if (VigCanBeFigured(id)) return;
-  Currency& rate = IsBuy(id) ? Game.BuyVigPct : Game.LayVigPct;
-  if (rate > kWholeBet) rate = Settings().LayVigPct;
-  if (!VigCanBeFigured(id)) Game.Payoff[id] = DefaultPayoffs(Game.Point)[id];
-}
+void RepairBet(Currency& bet) { bet = RoundDownTo(std::clamp(bet, Currency(0), kMostBet), Unit()); }
 
 void RepairMoney() {
-  Currency& bankroll = Game.Bets[BankrollIndex];
-  bankroll = std::clamp(bankroll, -kBeyondPlay, kBeyondPlay);
-  if (bankroll < 0) Game.NegBankroll = true;
-  for (int id = Lay4; id <= LastBet; ++id) RepairBet(id);
-  for (int id = Lay4; id < kContractSlots; ++id)
-    Game.ContractBets[id] = std::max(Game.ContractBets[id], Currency(0));
-  for (int id = Lay4; id <= LastBet; ++id) RepairVigOf(id);
+  if (Bankroll() < 0) Game.NegBankroll = true;
+  for (int id = Lay4; id <= LastBet; ++id) RepairBet(Game.Bets[id]);
+  for (int id = Lay4; id < kContractSlots; ++id) RepairBet(Game.ContractBets[id]);
   RefigureHeldVig();
 }
 
@@ -175,17 +106,44 @@ void RepairPoints() {
   Game.RollTotal = Game.Die1 + Game.Die2;
 }
 
-void RepairGraph() {
-  const int rolls = Game.RollCount[0];
-  int& count = Game.BankrollHistoryCount;
-  if ((rolls == 0) != (count == 0)) count = rolls == 0 ? 0 : (rolls - 1) % kGraphPoints + 1;
-  // All bankrolls but the last lay within the bank limit.
-  const Currency limit = kBankLimit * rolls + kBeyondPlay;
-  Game.BankrollSum = std::clamp(Game.BankrollSum, -limit, limit);
-  if (rolls == 0) return;
-  const Currency decided = Game.BankrollHistory[static_cast<unsigned>(count)];
-  Game.BankrollLow = std::min(Game.BankrollLow, decided);
-  Game.BankrollHigh = std::max(Game.BankrollHigh, decided);
+// --- Counters ---
+
+/// Squares of wagers lie between those of equal wagers and of the highest ones; a file from before
+/// they were kept has none.
+void RepairSquares(unsigned id) {
+  const BetStats& wagers = Game.BetWagers[Actual][id];
+  const double count = wagers[StatCount].ToDouble();
+  const double sum = wagers[StatSum].ToDouble();
+  double& squares = Game.WagerSquares[id];
+  if (count == 0) {
+    squares = 0;
+    return;
+  }
+  constexpr double kHair = 1e-9;  // of what a sum of many squares may be off by
+  const double least = sum / count * sum;
+  const double most = std::max(least, sum * wagers[StatHighest].ToDouble());
+  if (squares < least * (1 - kHair) || squares > most * (1 + kHair))
+    squares = std::clamp(squares, least, most);
+}
+
+/// The game goes on with its money and rules, and counts from here.
+void BeginCountersAnew() {
+  static_cast<Tallies&>(Game) = Tallies{};
+  Game.ShooterStats = {};
+  Game.ShooterStats[PointsEstablished] = Game.ShooterStats[ComeOutRolls] = Game.Point != 0 ? 1 : 0;
+  Game.BetOutcome = {};
+  Game.BankrollSum = 0;
+  Game.BankrollHigh = Game.BankrollLow = Bankroll();
+  RestartGraph();
+}
+
+/// True when the counters contradicted each other.
+bool RepairCounters() {
+  Game.RollsSince[0] = Game.RollCount[0];
+  const bool contradict = !FirstInconsistencyOfCounters().empty();
+  if (contradict) BeginCountersAnew();
+  for (unsigned id = Lay4; id <= LastBet; ++id) RepairSquares(id);
+  return contradict;
 }
 
 // --- Chips ---
@@ -204,12 +162,11 @@ void RepairChips() {
 
 }  // namespace
 
-void RepairGame() {
+bool RepairGame() {
   RepairRules();
   RepairMoney();
   RepairPoints();
-  RepairCounters();
-  RepairBetTables();
-  RepairGraph();
+  const bool anew = RepairCounters();
   RepairChips();
+  return anew;
 }

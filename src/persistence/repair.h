@@ -3,7 +3,6 @@
 
 /// Brings the record to where it agrees with itself, changing as little as it can: a value that
 /// can't stand becomes the nearest one that can, and what follows from other fields is reckoned
-/// anew. Of counters that contradict each other, the one is mended that all others speak against.
-/// A record that agrees is left as it is. Every field must lie within its limits before. May raise
-/// a run-time fault when amounts are beyond all reckoning.
-void RepairGame();
+/// anew. Counters that contradict each other begin anew; true when they did. A record that agrees
+/// is left as it is. Every field must lie within its limits before.
+bool RepairGame();

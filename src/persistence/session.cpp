@@ -2,10 +2,12 @@
 
 #include <filesystem>
 
+#include "autobet/hot_keys.h"
 #include "core/game_state.h"
 #include "core/record_file.h"
 #include "persistence/companions.h"
 #include "persistence/game_file.h"
+#include "persistence/kept_game.h"
 #include "play/start_up.h"
 
 namespace {
@@ -23,8 +25,16 @@ void OpenLastSession() {
 }
 
 bool CloseSession() {
+  if (Game.HotKeysUnsaved) SaveHotKeys();
   SaveGame(SessionFile());
-  if (Game.LastFileResult <= 0) return false;
+  if (Game.LastFileResult <= 0 || Game.HotKeysUnsaved) return false;
+  RemoveKeptGame();
   CloseGame();
   return true;
+}
+
+void EndSession() {
+  KeepGame();
+  SaveGame(SessionFile());
+  CloseGame();
 }

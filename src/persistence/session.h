@@ -6,7 +6,12 @@
 /// `StartUp`, with a host that can show messages.
 void OpenLastSession();
 
-/// Writes `default.crp` and deletes the scratch files of the run. A game that can't be written is
-/// told to the player; the scratch files stay then, for a run that may go on. True when it was
-/// written.
+/// Writes `default.crp` with what isn't saved elsewhere, and Hot-Keys that couldn't be written
+/// before, and deletes the scratch files of the run and the kept game. What can't be written is
+/// told to the player; all else is written, and the scratch files stay, for a run that may go on.
+/// True when everything was written.
 bool CloseSession();
+
+/// Ends a session that nobody closes: the game is kept, to be offered at the next start, and
+/// `default.crp` written.
+void EndSession();

@@ -22,11 +22,14 @@
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
+#include "core/record_file.h"
 #include "core/sounds.h"
+#include "core/strange_files.h"
 #include "core/text.h"
 #include "dice/generators.h"
 #include "dice/tape.h"
 #include "play/course.h"
+#include "play/roll_guard.h"
 #include "play/roll_log.h"
 #include "stats/bankroll_graph.h"
 #include "stats/bet_tables.h"
@@ -100,7 +103,7 @@ void KeepLastThrow(int die1, int die2) {
   Game.PrevDie2 = die2;
 }
 
-void TakeSnapshots() {
+void TakeSnapshots(bool mayLearn) {
   const bool all = Game.SnapshotsDue || !LedgerIsOpen();
   if (all)
     SnapshotAllBets();
@@ -118,7 +121,7 @@ void TakeSnapshots() {
   Game.WorkingSnapshotDue |= Game.WorkingTouched;
   if (!LedgerIsOpen()) return;
   BeginLedgerRoll();
-  BeginLearning(all);
+  BeginLearning(all, mayLearn);
 }
 
 // --- Steps 6 to 10 ---
@@ -486,9 +489,10 @@ class Pace {
 
 // --- Known rolls ---
 
-/// The rolls that can be played now before anybody looks, the run ends or the game is full.
+/// The rolls that can be played now before anybody looks, at the sums of the game too, the run ends
+/// or the game is full.
 int UnseenRolls(Pace& pace) {
-  int rolls = kMaxRolls - 1 - Game.RollCount[0];
+  int rolls = std::min(kMaxRolls - 1 - Game.RollCount[0], static_cast<int>(RollsToLook));
   if (Game.AutoRollsLeft > 0) rolls = std::min(rolls, Game.AutoRollsLeft - 1);
   return rolls > 0 ? std::min(rolls, pace.UnseenRolls()) : 0;
 }
@@ -529,6 +533,7 @@ void PlayKnownRolls(Pace& pace) {
     int played = 0;
     while (played < rolls && PlayKnownRoll(stretch)) ++played;
     pace.Pass(played);
+    RollsToLook -= static_cast<unsigned>(played);
     if (played < rolls) return;
   }
 }
@@ -540,14 +545,16 @@ Pass OneRoll() {
     Game.ManualRollPending = false;
     return Pass::NoDice;
   }
+  const bool guarded = BeginGuardedRoll();
   // Step 2. The log of what the player did since the last roll.
   LogChangesSinceRoll();
   // Steps 3 to 5. Snapshots.
   const LastThrow lastThrow;
-  TakeSnapshots();
+  TakeSnapshots(!guarded);
   // Steps 6 to 10. The dice.
   if (!TakeDice()) {
     lastThrow.PutBack();
+    if (guarded) EndGuardedRoll();
     return Pass::TapeStopped;
   }
   ShowThrow();
@@ -571,6 +578,7 @@ Pass OneRoll() {
   FollowBankroll();
   StopAtLimits();
   FollowGraph();
+  if (guarded) EndGuardedRoll();
   // Step 20. Auto-Bet.
   if (Game.AutoBetActive == 1 && Game.ScrCount > 0) RunAutoBets();
   // Step 21. End snapshots.
@@ -587,6 +595,7 @@ Pass OneRoll() {
 Pass RunRolls() {
   Pace pace;
   Game.SnapshotsDue = true;
+  RollsToLook = 0;  // anything may have been loaded since
   if (Game.HyperDriveOn) OpenLedger();
   Pass pass = Pass::Rolled;
   do {
@@ -596,9 +605,29 @@ Pass RunRolls() {
   return pass;
 }
 
+/// What a game that was opened wants written elsewhere, the player is asked for before the first
+/// roll that would write it.
+void AskForStrangeFiles() {
+  if (Game.StrangeFiles.empty()) return;
+  if (Game.EventsLogActive &&
+      !MayWriteTo(
+          Game.EventsLogFile, "the Events Log",
+          "events are logged in " + Quoted(BareName(DefaultEventsLog())) + " of your data folder"))
+    Game.EventsLogFile = DefaultEventsLog();
+  if (Game.RecorderStatus == Recording &&
+      !MayWriteTo(Game.DiceRollFile, "the Dice Roll file that is being recorded",
+                  "the recorder is switched off"))
+    Game.RecorderStatus = RecorderOff;
+  if (Game.AutoBetActive == 1 && Game.ScrCount > 0 &&
+      !MayWriteTo(Game.AutoBetOutputFile, "the output file of the Auto-Bets",
+                  "the Auto-Bets have no output file"))
+    UseOutputFile("");
+}
+
 /// Whether the dice may be thrown at all.
 bool MayRoll() {
   CorrectRngChoice();
+  AskForStrangeFiles();
   if (Game.KeyedBoxOpen) {
     Game.MsgText.clear();
     EnterKeyedBet();
@@ -628,11 +657,34 @@ void EndDeferral() {
   }
 }
 
+/// The run ends where the last whole roll left the game; what the player is to be told of it.
+std::string GiveUpRoll() {
+  ReportError("Roll Dice");
+  Game.KeepRolling = false;
+  if (!TakeBackRoll()) return {};
+  Game.KeepRolling = false;
+  Game.ManualRollPending = false;
+  return "The dice can't be rolled: " + FaultWords() +
+         ".\n\nThe game stands as it did before this roll. Please take down the largest bets, or "
+         "save "
+         "the game and select " +
+         Quoted("New") + " from the " + Quoted("Game") + " menu.";
+}
+
+void TellOfLostRoll(const std::string& text) {
+  if (text.empty()) return;
+  if (Game.HyperDriveOn)
+    Game.StopMessage = text;
+  else
+    ShowMessage(text, "Roll Taken Back", kTopicLimits, OkStop);
+}
+
 }  // namespace
 
 void RollDice() {
   if (Game.RollInProgress) return;
   Pass pass = Pass::NoDice;
+  std::string lost;
   try {
     if (!MayRoll()) {
       Game.KeepRolling = false;  // a run that was asked for hasn't begun
@@ -645,8 +697,7 @@ void RollDice() {
     Game.RunEnd = NoLimitReached;
     pass = RunRolls();
   } catch (const std::exception&) {
-    ReportError("Roll Dice");
-    Game.KeepRolling = false;
+    lost = GiveUpRoll();
   }
   EndDeferral();
   ForgetCommands();
@@ -654,6 +705,7 @@ void RollDice() {
   if (pass != Pass::TapeStopped && !Game.TableMinimised) TheHost.RedrawBets();
   if (Game.Point == 0) StickCall();
   Game.RollInProgress = false;
+  TellOfLostRoll(lost);
 }
 
 void RollNamedDice(int die1, int die2) {

@@ -110,6 +110,7 @@ bool MayClose(const std::function<void()>& storeWindowPlaces) {
 }
 
 void CloseGame() {
+  Game.HotKeysUnsaved = false;  // the player has been asked
   for (const char* scratch : {"copyfile.rll", "active.tmp"}) {
     std::error_code ignored;
     std::filesystem::remove(PathOf(Game.DataPath + scratch), ignored);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/game_state.h"
+#include "core/limits.h"
 #include "core/text.h"
 #include "rules/presets.h"
 #include "rules/roll_rate.h"
@@ -64,6 +65,10 @@ CheckResult CheckDenominations(const std::array<Currency, 5>& checks) {
   for (int index = 0; index < 5; ++index) {
     const Currency value = checks[static_cast<unsigned>(index)];
     if (value == Currency()) return CheckFault(index, "Check values must be greater than zero.");
+    if (value < kLeastCheck || value > kMostCheck) {
+      return CheckFault(index, "Check values must lie between $" + MoneyText(kLeastCheck) +
+                                   " and $" + MoneyText(kMostCheck) + ".");
+    }
     if (index > 0 && value < checks[static_cast<unsigned>(index - 1)]) {
       return CheckFault(index,
                         "Checks must be listed in ascending order with the \nsmallest valued "

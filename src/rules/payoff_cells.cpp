@@ -1,6 +1,9 @@
 #include "rules/payoff_cells.h"
 
+#include <algorithm>
+
 #include "core/game_state.h"
+#include "core/limits.h"
 #include "core/text.h"
 #include "rules/presets.h"
 
@@ -14,7 +17,8 @@ Currency ShownWin(const PayoffRecord& record) {
 
 /// The left number stays as shown; what the bet pays follows.
 void SetShownWin(PayoffRecord& record, Currency shown) {
-  record.Win = ShowsFor(record) ? shown - record.Per : shown;
+  const Currency win = ShowsFor(record) ? shown - record.Per : shown;
+  record.Win = std::clamp(win, -kMostPayoff, kMostPayoff);
 }
 
 void SetWord(PayoffRecord& record, bool to) {
@@ -52,7 +56,7 @@ void CommitPayoffCell(const PayoffCell& cell, const std::string& text) {
     SetShownWin(record, entry);
   } else if (cell.Column == PayoffColumn::Per && entry > Currency()) {
     const Currency shown = ShownWin(record);
-    record.Per = entry;
+    record.Per = std::min(entry, kMostPer);
     SetShownWin(record, shown);
   }
 }

@@ -10,25 +10,30 @@ constexpr int kPreviousPageEnd = 2 * kGraphPoints;
 
 Currency& History(int point) { return Game.BankrollHistory[static_cast<unsigned>(point)]; }
 
-Currency Mean(Currency sum, int count) {
-  return count > 0 ? Currency::FromDouble(sum / Currency(count)) : Currency();
+/// A sum of bankrolls in ten-thousandths, which money has no room for.
+__extension__ using WideSum = __int128;
+
+Currency Mean(WideSum sum, int count) {
+  if (count <= 0) return {};
+  const auto counted = static_cast<double>(Currency(count).Raw());
+  return Currency::FromDouble(static_cast<double>(sum) / counted);
 }
 
 /// The mean over all rolls of the game, as far as a point; the page keeps only its own rolls, so
 /// that any point but the newest is taken for the one before it.
 Currency MeanOfGame(int point) {
   const int rolls = Game.RollCount[0];
-  if (point >= Game.BankrollHistoryCount) return Mean(Game.BankrollSum, rolls);
-  return Mean(Game.BankrollSum - Bankroll(), rolls - 1);
+  if (point >= Game.BankrollHistoryCount) return Mean(Game.BankrollSum.Raw(), rolls);
+  return Mean(WideSum{Game.BankrollSum.Raw()} - Bankroll().Raw(), rolls - 1);
 }
 
 /// The mean of `span` points back from a point, or of as many as there are.
 Currency MeanOfSpan(int point, int span) {
   const bool earlierPage = Game.RollCount[0] > kGraphPoints;
-  Currency sum;
+  WideSum sum = 0;
   int summed = 0;
   for (int at = point; summed < span && at > 0; ++summed) {
-    sum += History(at);
+    sum += History(at).Raw();
     --at;
     if (at == 0 && earlierPage) at = kPreviousPageEnd;
   }
@@ -51,23 +56,25 @@ void TurnPage() {
 }
 
 void RecomputeMeansOfGame(int newest) {
-  Currency sum = Game.BankrollSum;
+  WideSum sum = Game.BankrollSum.Raw();
   int rolls = Game.RollCount[0];
   const int last = Game.BankrollHistoryCount;
   for (int point = last; point > std::max(last - newest, 0); --point, --rolls) {
     Game.BankrollAverage[static_cast<unsigned>(point)] = Mean(sum, rolls);
-    sum -= History(point);
+    sum -= History(point).Raw();
   }
 }
 
 /// What `MeanOfSpan` says of each point: the sum of the point before takes one in and lets one go.
 void RecomputeMeansOfSpan(int newest, int span) {
   const bool earlierPage = Game.RollCount[0] > kGraphPoints;
-  const auto at = [](int point) { return History(point > 0 ? point : point + kPreviousPageEnd); };
+  const auto at = [](int point) {
+    return History(point > 0 ? point : point + kPreviousPageEnd).Raw();
+  };
   const int last = Game.BankrollHistoryCount;
   const int first = std::max(last - newest, 0) + 1;
   const int oldest = earlierPage ? 1 - kGraphPoints : 1;
-  Currency sum;
+  WideSum sum = 0;
   for (int point = std::max(first - span, oldest); point < first; ++point) sum += at(point);
   for (int point = first; point <= last; ++point) {
     sum += at(point);

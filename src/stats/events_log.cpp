@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
 #include "core/ansi.h"
 #include "core/error_report.h"
 #include "core/file_failure.h"
 #include "core/record_file.h"
+#include "core/strange_files.h"
 #include "stats/log_files.h"
 
 namespace {
@@ -24,6 +26,14 @@ struct PendingLines : LogLines {
   std::size_t TopRoll = 0;  // from 1, the line that goes to the top of the view; 0 is none
 };
 PendingLines pending;
+
+/// Where the lines of a roll begin that may still be taken back.
+struct HeldLines {
+  std::size_t Text = 0;
+  std::size_t Starts = 0;
+  std::size_t TopRoll = 0;
+};
+std::optional<HeldLines> held;
 
 /// The log that couldn't be written, and why.
 struct FailedLog {
@@ -76,6 +86,7 @@ void ForgetPending() {
   pending.Text.clear();
   pending.Starts.clear();
   pending.TopRoll = 0;
+  if (held) held = HeldLines{};
 }
 
 }  // namespace
@@ -86,12 +97,16 @@ void WriteLogLine(const std::string& text) {
   } catch (...) {
     ReportError("Write Log Line");
   }
-  const bool gather = Game.HyperDriveOn && Game.RollInProgress;
+  const bool gather = held || (Game.HyperDriveOn && Game.RollInProgress);
   if (!gather || pending.Text.size() > kMostPending) FlushEventsLog();
 }
 
 void FlushEventsLog() {
   if (pending.Starts.empty()) return;
+  if (IsStrange(Game.EventsLogFile)) {
+    if (pending.Text.size() <= kMostPending) return;  // until the player has been asked
+    Game.EventsLogFile = DefaultEventsLog();
+  }
   try {
     const auto before = static_cast<std::size_t>(AppendToLogFiles(pending));
     if (pending.TopRoll > 0) Game.LogTopLine = static_cast<int>(before + pending.TopRoll);
@@ -103,16 +118,36 @@ void FlushEventsLog() {
   ForgetPending();
 }
 
+void HoldLogLines() { held = {pending.Text.size(), pending.Starts.size(), pending.TopRoll}; }
+
+void ReleaseLogLines() {
+  if (!held) return;
+  held.reset();
+  if (!Game.HyperDriveOn) FlushEventsLog();
+}
+
+void DropHeldLogLines() {
+  // Somebody may have looked at the log meanwhile: what was written stays.
+  if (held && pending.Starts.size() >= held->Starts) {
+    pending.Text.resize(held->Text);
+    pending.Starts.resize(held->Starts);
+    pending.TopRoll = held->TopRoll;
+  }
+  held.reset();
+}
+
 void ClearEventsLog() {
   FlushEventsLog();
   try {
     RemoveFile(PathOf(EventsLogIndexPath()));
-    RemoveFile(PathOf(Game.EventsLogFile));
+    if (!IsStrange(Game.EventsLogFile)) RemoveFile(PathOf(Game.EventsLogFile));
   } catch (...) {
     ReportError("Clear Events Log");
   }
   Game.LogTopLine = 1;
 }
+
+std::string DefaultEventsLog() { return Game.DataPath + std::string(kDefaultName); }
 
 std::string LogWriteFailure() {
   return failed.File == Game.EventsLogFile ? failed.Reason : std::string();
@@ -120,7 +155,7 @@ std::string LogWriteFailure() {
 
 void BeginNewEventsLog() {
   FlushEventsLog();
-  Game.EventsLogFile = Game.DataPath + std::string(kDefaultName);
+  Game.EventsLogFile = DefaultEventsLog();
   ClearEventsLog();
 }
 

@@ -18,6 +18,12 @@ void WriteLogLine(const std::string& text);
 /// log.
 void FlushEventsLog();
 
+/// Gathers the lines from here on. `ReleaseLogLines` lets them go where lines go;
+/// `DropHeldLogLines` takes back those that haven't been written since.
+void HoldLogLines();
+void ReleaseLogLines();
+void DropHeldLogLines();
+
 /// True when the log records now, and `classSwitch` with it.
 inline bool LogWants(bool classSwitch) { return Game.EventsLogActive && classSwitch; }
 
@@ -31,6 +37,9 @@ void ClearEventsLog();
 /// Goes back to the log of the default name, "Events Log.txt" in `DataPath`, and empties it; the
 /// log that was in use stays as a file of its own.
 void BeginNewEventsLog();
+
+/// The log of the default name.
+std::string DefaultEventsLog();
 
 /// True when `path` bears the default name, or none.
 bool IsDefaultLogName(const std::string& path);

@@ -68,7 +68,9 @@ class Conditions : public TableTest {
     TableTest::SetUp();
     ClearScript();
     Game.RollCount[0] = 5;
-    Game.Bets = Game.BetsAfterRoll = {};
+    Game.Bets = {};
+    SetDefaultDenominations();
+    Game.BetsAfterRoll = Game.Bets;
   }
 
   static void Expect(const ScriptLine& line, const std::string& verdict) {

@@ -181,6 +181,24 @@ TEST_F(OddsTest, PushTheMultipleByTheirMethod) {
   ExpectTaken(OddsNoPush, {{2, 6, 1000, 1495}});
 }
 
+TEST_F(OddsTest, ColorPushOfALargeBetIsTheFirstAmountThatWinsWholeChips) {
+  Game.OddsCalcMethod = OddsColorPush;
+  Game.OddsAllowed68 = 1;
+  Game.MaxOddsBet = 100'000'000;
+  int pushed = 0;
+  for (const int chip : {1009, 2500, 4099, 5000, 7919, 9973}) {
+    for (const int flat : {20'000, 30'100, 70'700}) {
+      SetChips({1, 1, 1, 1, chip});
+      Game.Bets[kCome6] = flat;
+      int first = flat;
+      while (first <= 2 * flat && first * 6 % (5 * chip) != 0) ++first;
+      EXPECT_EQ(Maximum(kCome6Odds), Currency(first <= 2 * flat ? first : flat)) << chip;
+      pushed += first > flat && first <= 2 * flat ? 1 : 0;
+    }
+  }
+  EXPECT_GT(pushed, 10);
+}
+
 TEST_F(OddsTest, ColorPushAsksForHundredsTwentyFivesAndFivesWhateverTheChips) {
   ExpectTaken(OddsColorPush, {{2, 5, 220, 450}});  // no whole 25: not 600
   SetChips({1, 2, 8, 500, 1000});

@@ -28,11 +28,22 @@ struct Format {
   std::size_t Least;  // a shorter file is refused, any other is read
 };
 
+const PlannedAnswer kYes = {1, false, "", ""};
+
 void OpenNamedGame(const std::string& path) { OpenGame(path, true); }
+
+/// As before there was a checksum.
+void SaveOldGame(const std::string& path) {
+  SaveGame(path);
+  RecordFile file = ReadRecords(path, 10'000);
+  for (const std::size_t offset : {200, 204}) file.Records[kOwnFieldsRecord - 1].PutLong(offset, 0);
+  WriteRecords(path, file.Records);
+}
 
 constexpr std::size_t kAnywhere = SIZE_MAX;
 const Format kFormats[] = {
     {"game.crp", SaveGame, OpenNamedGame, 61, 0, 92, kFixedRecords* kRecordSize},
+    {"old.crp", SaveOldGame, OpenNamedGame, 61, 0, 92, kFixedRecords* kRecordSize},
     {"script.bet", SaveScript, OpenScript, 1, 17, kAnywhere, 0},
     {"matrix.prb", SaveProbabilityFile, LoadProbabilityFile, 1, 42, kAnywhere, 1152}};
 
@@ -74,8 +85,15 @@ class Damage : public TableTest, public ::testing::WithParamInterface<Format> {
   /// True when the bytes were read.
   bool Open(const std::string& bytes) {
     const auto before = std::make_unique<GameState>(Game);
+    Answers = {kYes};  // yes, though it is damaged
     GetParam().Open(folder_.Write(std::string("damaged ") + GetParam().Name, bytes));
+    Answers.clear();
+    if (GetParam().Save == SaveGame && Game.LastFileResult > 0) {
+      EXPECT_EQ(Shown.empty() ? "" : Shown.front().Title, "Damaged Game File");
+      EXPECT_EQ(Game.GameFileName, "");
+    }
     if (Game.LastFileResult <= 0) {
+      if (Shown.size() > 1) Shown.erase(Shown.begin());
       EXPECT_TRUE(TakeOnlyMessage().Title.starts_with("Unable to Open "));
       EXPECT_TRUE(FieldsAsBytes(Game) == FieldsAsBytes(*before)) << "a refusal changes nothing";
       EXPECT_EQ(Game.Script, before->Script);

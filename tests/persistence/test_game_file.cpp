@@ -8,6 +8,8 @@
 #include <random>
 #include <set>
 
+#include "autobet/hot_keys.h"
+#include "autobet/output_file.h"
 #include "autobet/script.h"
 #include "autobet/script_file.h"
 #include "autobet/script_reader.h"
@@ -17,9 +19,11 @@
 #include "bets/new_game.h"
 #include "core/file_failure.h"
 #include "core/help_topics.h"
+#include "core/limits.h"
 #include "dice/generators.h"
 #include "dice/probability_file.h"
 #include "persistence/game_file_table.h"
+#include "persistence/kept_game.h"
 #include "persistence/session.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
@@ -33,12 +37,38 @@ namespace {
 
 namespace fs = std::filesystem;
 
+const PlannedAnswer kYes = {1, false, "", ""};
+
 constexpr const char* kScriptText =
     "When . . .\nNext roll is a come-out roll\nFlag \"Hot\" is True\nthen . . .\n"
     "Set flag \"Hot\" to False\nSet flag \"Cold\" to True\n";
 
 std::string BytesOf(const std::vector<Record>& records) {
   return {reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize};
+}
+
+/// A file of the game as it was before there was a checksum.
+std::string WithoutChecksum(std::string bytes) {
+  return bytes.replace((kOwnFieldsRecord - 1) * kRecordSize + 200, 8, 8, '\0');
+}
+
+/// A count of ten-thousandths up to `most`, small ones as likely as large ones.
+std::int64_t AnyRaw(std::mt19937_64& chance, Currency most) {
+  if (chance() % 4 == 0) return most.Raw();
+  return static_cast<std::int64_t>((chance() >> chance() % 64)) % (most.Raw() / 2) * 2 % most.Raw();
+}
+
+/// Puts any value that its row allows into a slot of money.
+void DrawSlot(const FieldRow& row, int index, std::mt19937_64& chance, std::string& bytes) {
+  Record slot;
+  const Currency low = Currency::FromRaw(row.Limits.Low);
+  const Currency high = Currency::FromRaw(row.Limits.High);
+  const bool below = low < 0 && chance() % 4 == 0;
+  const std::int64_t raw = AnyRaw(chance, below ? -low : high);
+  slot.PutMoney(0, Currency::FromRaw(below ? -raw : raw));
+  const std::size_t at = (static_cast<unsigned>(row.Record + index / row.PerRecord) - 1) * 256 +
+                         static_cast<unsigned>(row.Offset + index % row.PerRecord * 8);
+  bytes.replace(at, 8, reinterpret_cast<const char*>(slot.Bytes()), 8);
 }
 
 /// The fields of a game as bytes of a file.
@@ -241,7 +271,7 @@ TEST_F(GameFile, WithoutOurMarkerOurFieldsTakeTheirDefaults) {
   Game.LogTopLine = 50;
   Game.ColorPrint = false;
   SaveGame(folder_ / "a.crp");
-  std::string bytes = folder_.Read("a.crp");
+  std::string bytes = WithoutChecksum(folder_.Read("a.crp"));
   OpenGame(folder_ / "a.crp", true);
   EXPECT_EQ(Game.LogTopLine, 50);
   bytes[17 * 256 + 48] = 'x';
@@ -253,36 +283,94 @@ TEST_F(GameFile, WithoutOurMarkerOurFieldsTakeTheirDefaults) {
 
 // --- Damage ---
 
-TEST_F(GameFile, OneDamagedCounterIsMendedByTheOthers) {
-  const std::string bytes = SaveBusyGame(700);
-  OpenGame(folder_ / "a.crp", true);
+TEST_F(GameFile, CountersThatContradictEachOtherBeginAnew) {
+  std::string bytes = WithoutChecksum(SaveBusyGame(700));
   const auto whole = std::make_unique<GameState>(Game);
-  struct Damage {
-    const char* What;
-    unsigned Record, Offset;
-  };
-  for (const Damage& damage : std::initializer_list<Damage>{{"RollCount(0)", 245, 0},
-                                                            {"RollCount(7)", 245, 28},
-                                                            {"RollsSince(12)", 247, 48},
-                                                            {"gap 3 of event 1", 257, 13},
-                                                            {"gap 5 of event 7", 275, 218},
-                                                            {"all passes", 540, 41},
-                                                            {"come-out rolls", 540, 57},
-                                                            {"TotalOnTable", 14, 98},
-                                                            {"held vig", 45, 10},
-                                                            {"the smallest chip", 22, 165},
-                                                            {"the rate of vig", 11, 87},
-                                                            {"the payoff of Lay 4", 48, 7},
-                                                            {"decisions", 62, 8}}) {
-    std::string damaged = bytes;
-    char& byte = damaged[(damage.Record - 1) * 256 + damage.Offset];
-    byte = static_cast<char>(byte ^ 0x11);
-    OpenGame(folder_.Write("damaged.crp", damaged), true);
-    EXPECT_TRUE(FieldsOf(static_cast<Tallies&>(Game)) == FieldsOf(static_cast<Tallies&>(*whole)))
-        << damage.What;
-    EXPECT_TRUE(FieldsOf(static_cast<TableState&>(Game)) ==
-                FieldsOf(static_cast<TableState&>(*whole)))
-        << damage.What;
+  bytes[244 * 256 + 28] ^= 0x11;  // how often a 7 was rolled
+  OpenGame(folder_.Write("damaged.crp", bytes), true);
+  EXPECT_EQ(TakeOnlyMessage().Title, "Counts Begin Anew");
+  EXPECT_EQ(FirstInconsistency(), "");
+  EXPECT_EQ(std::pair(Game.RollCount[0], Game.BankrollSum), std::pair(0, Currency(0)));
+  EXPECT_TRUE(Game.Bets == whole->Bets && Game.Point == whole->Point);
+}
+
+TEST_F(GameFile, ADamagedFileIsOpenedOnlyWhenThePlayerWantsTo) {
+  std::string bytes = SaveBusyGame(20);
+  bytes += '\0';
+  const std::string path = folder_.Write("a.crp", bytes);
+  const Currency bankroll = Bankroll();
+  NewGame(false);
+  OpenGame(path, true);  // the answer by rule is No
+  const ShownMessage question = TakeOnlyMessage();
+  EXPECT_EQ(question.Title, "Damaged Game File");
+  EXPECT_TRUE(question.Text.starts_with("a.crp\nis damaged"));
+  EXPECT_EQ(std::pair(Game.LastFileResult, Game.RollCount[0]), std::pair(0, 0));
+  Answers = {kYes};
+  OpenGame(path, true);
+  EXPECT_EQ(Bankroll(), bankroll);
+  EXPECT_TRUE(Game.GameFileName.empty() && Game.GameChanged) << "never saved over the damaged one";
+}
+
+TEST_F(GameFile, TheFormerFileIsKeptBesideTheNewOne) {
+  const std::string path = folder_ / "a.crp";
+  const std::string first = SaveBusyGame(5);
+  EXPECT_FALSE(fs::exists(path + ".bak"));
+  Play(5, 9);
+  SaveGame(path);
+  EXPECT_TRUE(folder_.Read("a.crp.bak") == first && folder_.Read("a.crp") != first);
+  Play(5, 9);
+  SaveGame(path);
+  EXPECT_TRUE(folder_.Read("a.crp.bak") != first);
+  EXPECT_FALSE(fs::exists(path + ".bak.new"));
+  OpenGame(path + ".bak", true);
+  EXPECT_EQ(Game.RollCount[0], 10);
+  EXPECT_TRUE(Game.GameFileName.empty() && Game.GameChanged);
+}
+
+/// Rates and amounts from the whole range of their rows: what is loaded can be played.
+TEST_F(GameFile, NoRollOverflowsWithinTheLimits) {
+  const std::string bytes = WithoutChecksum(SaveBusyGame(3));
+  for (unsigned seed = 0; seed < 30; ++seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937_64 chance(seed);
+    std::string drawn = bytes;
+    for (const FieldRow& row : GameFields()) {
+      const bool money = std::holds_alternative<Currency*>(row.Field(Game, 0));
+      const bool sum = row.Limits.High == kMostSum.Raw();
+      if (!money || sum || row.Record < 10 || row.Record > 59) continue;
+      for (int index = 0; index < row.Count; ++index)
+        if (chance() % 3 == 0) DrawSlot(row, index, chance, drawn);
+    }
+    Game.HyperDriveOn = false;
+    OpenGame(folder_.Write("drawn.crp", drawn), true);
+    ASSERT_GT(Game.LastFileResult, 0);
+    ASSERT_EQ(FirstInconsistency(), "");
+    Game.NegBankroll = chance() % 2 == 0;
+    Game.Bets[BankrollIndex] = Game.NegBankroll && chance() % 2 == 0 ? -9'999'999 : 9'999'999;
+    Game.HyperDriveOn = chance() % 2 == 0;
+    Game.AutoTakeFullOdds = Game.AutoLayFullOdds = chance() % 2 == 0;
+    Game.OddsCalcMethod = static_cast<int>(chance() % 6);
+    Game.HandleWinningBets = static_cast<int>(chance() % 7) + 1;
+    Game.HandleLosingBets = static_cast<int>(chance() % 7) + 1;
+    Game.LastErrorText.clear();
+    for (int roll = 0; roll < 12 && Abs(Bankroll()) <= kRollingLimit; ++roll) {
+      for (int bet = 0; bet < 20; ++bet)
+        Put(static_cast<int>(chance() % LastBet) + 1,
+            Currency::FromRaw(AnyRaw(chance, kMostMoney)));
+      RollDice();
+      ASSERT_EQ(Game.LastErrorText, "");
+    }
+    Game.HyperDriveOn = false;
+    ArrangeAllChips();
+    ASSERT_EQ(FirstInconsistency(), "");
+    Game.NegBankroll = Game.NegBankroll || Bankroll() < 0;
+    SaveGame(folder_ / "played.crp");
+    const std::string played = FieldsAsBytes();
+    OpenGame(folder_ / "played.crp", true);
+    const std::string back = FieldsAsBytes();
+    const auto at = std::mismatch(back.begin(), back.end(), played.begin()).first - back.begin();
+    EXPECT_TRUE(back == played) << "record " << at / 256 + 1 << " offset " << at % 256;
+    Shown.clear();
   }
 }
 
@@ -296,7 +384,7 @@ TEST_F(GameFile, AnotherFileIsNoGame) {
   EXPECT_EQ(TakeOnlyMessage().Text,
             "other.crp\n\nThis file is either from a different version, has been corrupted, or is "
             "not a true Kelvanor game file.");
-  std::string other = bytes;
+  std::string other = WithoutChecksum(bytes);
   other.replace(0, 92, "Some text with Data Format 5.1 in it" + std::string(56, ' '));
   OpenGame(folder_.Write("other.crp", other), true);
   EXPECT_GT(Game.LastFileResult, 0) << "the text is searched for, not compared";
@@ -425,7 +513,7 @@ TEST_F(GameFile, WhatIsNoFileIsRefusedWithoutWaitingForIt) {
   EXPECT_TRUE(fs::is_fifo(pipe));
   // The output file of a script, too.
   SaveGame(folder_ / "a.crp");
-  std::string bytes = folder_.Read("a.crp");
+  std::string bytes = WithoutChecksum(folder_.Read("a.crp"));
   bytes.replace(3 * 256 + 100, pipe.size(), pipe);
   OpenGame(folder_.Write("a.crp", bytes), true);
   EXPECT_GT(Game.LastFileResult, 0);
@@ -511,6 +599,122 @@ TEST_F(GameFile, TheLastSessionComesBackWithItsWindowsAndWhatWasNotSaved) {
   OpenLastSession();
   EXPECT_TRUE(Shown.empty());
   EXPECT_EQ(Bankroll(), Currency(500));
+}
+
+TEST_F(GameFile, ClosingTellsWhatItCannotKeep) {
+  struct Case {
+    const char* File;
+    void (*Change)();
+  };
+  for (const Case& at : {Case{"default.bet", [] { LoadScript(kScriptText); }},
+                         Case{"default.prb", [] { Game.ProbabilityChanged = true; }},
+                         Case{"HotKeys.dta", [] { SaveHotKeys(); }}, Case{"default.crp", [] {}}}) {
+    Restart();
+    Game.ProbabilityChanged = false;
+    fs::remove_all(folder_ / "default.crp");
+    fs::create_directories(folder_ / at.File);
+    at.Change();
+    Shown.clear();
+    EXPECT_FALSE(CloseSession()) << at.File;
+    EXPECT_TRUE(TakeOnlyMessage().Text.starts_with(at.File));
+    EXPECT_EQ(fs::is_regular_file(folder_ / "default.crp"), at.File != std::string("default.crp"));
+    fs::remove(folder_ / at.File);
+    EXPECT_TRUE(CloseSession()) << at.File;
+  }
+}
+
+TEST_F(GameFile, AGameThatWasNotClosedIsOffered) {
+  const std::string saved = SaveBusyGame(5);
+  OfferKeptGame();
+  KeepGame();
+  EXPECT_FALSE(fs::exists(folder_ / "kept1.crp")) << "nothing has changed";
+  Play(5, 4);
+  InsertLine(1, ReadLine("' not saved"));
+  Game.ScriptUnsaved = true;
+  Game.ProbMatrix[1][2][1] += 5;
+  Game.ProbabilityChanged = true;
+  KeepGame();
+  const auto written = fs::last_write_time(folder_ / "kept1.crp");
+  KeepGame();
+  EXPECT_EQ(fs::last_write_time(folder_ / "kept1.crp"), written);
+  EXPECT_TRUE(folder_.Read("a.crp") == saved);
+  const auto kept = std::make_unique<GameState>(Game);
+
+  // Declined it stays, and the next one has another name.
+  Restart();
+  OfferKeptGame();
+  EXPECT_EQ(TakeOnlyMessage().Title, "Kelvanor Was Not Closed Properly");
+  EXPECT_EQ(Game.RollCount[0], 0);
+  Play(1, 4);
+  KeepGame();
+  EXPECT_TRUE(fs::exists(folder_ / "kept2.crp") && fs::exists(folder_ / "kept1-declined.crp"));
+  fs::remove(folder_ / "kept2.crp");
+  fs::rename(folder_ / "kept1-declined.crp", folder_ / "kept1.crp");
+
+  Restart();
+  Answers = {kYes};
+  OfferKeptGame();
+  EXPECT_EQ(TakeShown().size(), 1U);
+  EXPECT_EQ(Game.Bets, kept->Bets);
+  EXPECT_EQ(Game.RollCount, kept->RollCount);
+  EXPECT_TRUE(Game.ScrCount == 7 && Game.ScriptUnsaved && Game.AutoBetFile.empty());
+  EXPECT_TRUE(Game.ProbMatrix == kept->ProbMatrix && Game.PrbFileName.empty());
+  EXPECT_TRUE(Game.GameChanged && Game.GameFileName.empty());
+  EndSession();
+  EXPECT_TRUE(fs::exists(folder_ / "kept1.crp") && fs::exists(folder_ / "default.crp"));
+  EXPECT_TRUE(CloseSession());
+  EXPECT_FALSE(fs::exists(folder_ / "kept1.crp") || fs::exists(folder_ / "kept1.bet"));
+}
+
+TEST_F(GameFile, NothingIsWrittenWhereThePlayerHasNotChosen) {
+  for (const char* folder : {"data", "game", "elsewhere"}) fs::create_directory(folder_ / folder);
+  Game.DataPath = folder_ / "data/";
+  LoadScript("While . . .\nNext roll is a come-out roll\nthen . . .\nOutput to file. New line.\n");
+  LogEverything();
+  const auto nameFiles = [&] {
+    Game.EventsLogFile = folder_ / "elsewhere/log.txt";
+    Game.DiceRollFile = folder_.Write("elsewhere/t.rol", "\x24");
+    Game.RecorderStatus = Recording;
+    Game.DiceFilePos = 2;
+    Game.AutoBetOutputFile = folder_ / "elsewhere/out.txt";
+  };
+  SaveScript(folder_ / "game/s.bet");
+  folder_.Write("elsewhere/log.txt", "");
+  nameFiles();
+  Game.AutoBetActive = 1;
+  SaveGame(folder_ / "game/a.crp");
+  fs::remove(folder_ / "elsewhere/log.txt");
+  const auto open = [&] {
+    folder_.Write("elsewhere/log.txt", "");
+    OpenGame(folder_ / "game/a.crp", true);
+    Game.ClearLogOnNew = true;
+    Shown.clear();
+    Game.ScriptChanged = false;
+  };
+  open();
+  NewGame(true);  // would clear the log
+  Game.Point = 0;
+  RollNamedDice(1, 2);
+  std::vector<ShownMessage> asked = TakeShown();
+  ASSERT_EQ(asked.size(), 3U);
+  for (const ShownMessage& question : asked)
+    EXPECT_EQ(question.Title, "File Outside the Folder of the Game");
+  EXPECT_EQ(Game.EventsLogFile, folder_ / "data/Events Log.txt");
+  EXPECT_GT(FileLength(Game.EventsLogFile), 50U);
+  EXPECT_EQ(folder_.Read("elsewhere/log.txt") + folder_.Read("elsewhere/t.rol"), "\x24");
+  EXPECT_FALSE(fs::exists(folder_ / "elsewhere/out.txt"));
+
+  open();
+  Answers.assign(3, kYes);
+  RollNamedDice(1, 2);
+  EXPECT_EQ(TakeShown().size(), 3U);
+  EXPECT_GT(FileLength(folder_ / "elsewhere/log.txt"), 50U);
+  EXPECT_EQ(FileLength(folder_ / "elsewhere/t.rol"), 2U);
+  EXPECT_TRUE(fs::exists(folder_ / "elsewhere/out.txt")) << Game.LastErrorText;
+  open();
+  RollNamedDice(1, 2);
+  EXPECT_TRUE(TakeShown().empty()) << "what was allowed is remembered";
+  CloseOutputFile();
 }
 
 TEST_F(GameFile, AScriptThatResetsTheTableKeepsTheGame) {

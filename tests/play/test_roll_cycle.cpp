@@ -1,11 +1,16 @@
 // Whole rolls: the point, the shooter, what stops a run, and what a roll leaves behind.
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <set>
 
+#include "bets/chips.h"
+#include "bets/consistency.h"
 #include "bets/make_bet.h"
 #include "dice/tape.h"
 #include "play/roll_cycle.h"
+#include "rules/defaults.h"
+#include "support/same_game.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
@@ -273,17 +278,53 @@ TEST_F(RollCycleTest, AHundredMillionRollsAreTheLimit) {
   EXPECT_TRUE(TakeShown().empty());
 }
 
-TEST_F(RollCycleTest, AnOverflowEndsTheRunAndIsReported) {
-  Game.BankrollSum = Currency::FromRaw(INT64_MAX);
-  Game.AutoRollDice = Game.KeepRolling = true;
-  Roll(2, 4);
-  EXPECT_EQ(Game.LastErrorText, "Overflow, Error #6 occurred, at: Roll Dice\n");
-  EXPECT_FALSE(Game.KeepRolling);
-  EXPECT_FALSE(Game.RollInProgress);
-  EXPECT_TRUE(TakeShown().empty());
-  Game.BankrollSum = 0;
-  Roll(2, 4);
-  EXPECT_EQ(Game.RollTotal, 6) << "the table goes on";
+TEST_F(RollCycleTest, ARollThatOverflowsIsTakenBackWhole) {
+  const ScratchFolder folder("taken_back");
+  for (const bool hyperDrive : {false, true}) {
+    LayDownDefaults();
+    Game.HandleWinningBets = WinTakeDown;
+    LogEverything();
+    Game.EventsLogFile = folder / (hyperDrive ? "hyper.txt" : "table.txt");
+    Given(Field, 5);
+    Given(PassLine, 10);
+    SeedDice(4711);
+    Game.HyperDriveOn = hyperDrive;
+    Game.NumAutoRolls = Game.AutoRollsLeft = 3;
+    RollDice();
+    // The last of the money that the loser of the Field can be counted with.
+    const std::string log = folder.Read(hyperDrive ? "hyper.txt" : "table.txt");
+    Given(Field, 5);
+    Game.BetLosses[Actual][Field][StatSum] = Currency::FromRaw(INT64_MAX);
+    Game.BetWins[Actual][Field][StatSum] = Currency::FromRaw(INT64_MAX);
+    const auto before = std::make_unique<GameState>(Game);
+    Game.KeepRolling = hyperDrive;
+    TakeShown();
+    RollDice();
+    EXPECT_TRUE(FieldsOf(static_cast<TableState&>(Game)) ==
+                FieldsOf(static_cast<TableState&>(*before)));
+    EXPECT_TRUE(FieldsOf(static_cast<Tallies&>(Game)) == FieldsOf(static_cast<Tallies&>(*before)));
+    EXPECT_TRUE(FieldsOf(static_cast<GraphState&>(Game)) ==
+                FieldsOf(static_cast<GraphState&>(*before)));
+    EXPECT_EQ(Game.AutoRollsLeft, before->AutoRollsLeft);
+    EXPECT_EQ(folder.Read(hyperDrive ? "hyper.txt" : "table.txt"), log);
+    EXPECT_FALSE(Game.KeepRolling || Game.RollInProgress);
+    const std::string told = hyperDrive ? Game.StopMessage : TakeOnlyMessage().Text;
+    EXPECT_TRUE(told.starts_with("The dice can't be rolled: an amount is larger"));
+    // The same dice fall once there is room.
+    const int totalOfLostRoll = [] {
+      Game.BetLosses[Actual][Field] = Game.BetWins[Actual][Field] = {};
+      Game.BetWagers[Actual][Field] = {};
+      RollDice();
+      return Game.RollTotal;
+    }();
+    Game.HyperDriveOn = false;
+    ArrangeAllChips();
+    EXPECT_EQ(FirstInconsistency(), "");
+    SeedDice(4711);
+    RollDice();
+    RollDice();
+    EXPECT_EQ(Game.RollTotal, totalOfLostRoll);
+  }
 }
 
 TEST_F(RollCycleTest, AKeyedAmountIsEnteredBeforeTheRollAndAMessageCallsItOff) {

@@ -275,8 +275,7 @@ class TestBankroll : public QObject {
     Run(0);
     QVERIFY(!table_->isVisible() && !screen_->isVisible() && !Game.HyperDriveOn);
     QCOMPARE(PlannedMessages.Shown[1].Text, "Do you want to stop Hyper-Drive?");
-    ExpectMessage("Your current game has not been saved.\nDo you want to save it now?",
-                  "Save Game?");
+    QCOMPARE(PlannedMessages.Shown.back().Title, std::string("Save Game?"));
   }
 
  private:

@@ -14,6 +14,9 @@
 #include <utility>
 
 #include "autobet/script.h"
+#include "bets/consistency.h"
+#include "bets/make_bet.h"
+#include "persistence/kept_game.h"
 #include "persistence/session.h"
 #include "screens/files/data_folder.h"
 #include "screens/files/folder_lock.h"
@@ -210,10 +213,9 @@ class TestFileScreen : public QObject {
 
     // A game that can't be kept isn't thrown away unasked.
     const std::string dataPath = std::exchange(Game.DataPath, Path("gone/").toStdString());
-    PlannedMessages.Answers = {{AnswerNo}, {AnswerNo}, {AnswerOk}, {AnswerNo}};
+    PlannedMessages.Answers = {{AnswerNo}, {AnswerNo}, {AnswerOk}, {AnswerOk}, {AnswerNo}};
     table_->close();
-    ExpectMessage("The game can't be kept for the next session.\n\nDo you want to end anyway?",
-                  "Kelvanor");
+    ExpectQuestionAboutSession();
     QVERIFY(table_->isVisible() && PlannedMessages.Answers.empty());
     Game.DataPath = dataPath;
     Game.GameChanged = true;
@@ -304,8 +306,10 @@ class TestFileScreen : public QObject {
     Game.MsgAnswer = AnswerNo;
     PlannedMessages.Answers = {{AnswerCancel}};
     QVERIFY(!table_->close());
-    ExpectMessage("Your current game has not been saved.\nDo you want to save it now?",
-                  "Save Game?");
+    ExpectMessage(
+        "Your current game has not been saved.\nDo you want to save it now?\n\n"
+        "With No it goes on all the same when you start Kelvanor again.",
+        "Save Game?");
     QVERIFY(!table_->isMinimized());
   }
 
@@ -333,11 +337,26 @@ class TestFileScreen : public QObject {
     PlannedMessages.Answers = {{AnswerOk}, {AnswerNo}, {AnswerOk}, {AnswerYes}};
     QVERIFY(!table_->close());
     QVERIFY(PlannedMessages.Shown.front().Text.starts_with("default.crp\ncan't be written: "));
-    ExpectMessage("The game can't be kept for the next session.\n\nDo you want to end anyway?",
-                  "Kelvanor");
+    ExpectQuestionAboutSession();
     QVERIFY(table_->isVisible() && !QGuiApplication::overrideCursor());
     QVERIFY(table_->close());
     QVERIFY(!table_->isVisible());
+  }
+
+  /// The program is told to end while the dice roll and a screen waits for an answer.
+  void aProgramThatIsToldToEndAsksNothing() {
+    OfferKeptGame();
+    PlannedMessages.Active = false;
+    Game.HandleWinningBets = WinManual;
+    Game.HandleLosingBets = LossManual;
+    Game.AutoRollDice = true;
+    Game.ChangeRequest = 5;
+    MakeBet(Field);
+    OnNextScreen([this](QDialog*) { table_->EndUnasked(); });
+    ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
+    QTRY_VERIFY(!table_->isVisible());
+    QCOMPARE(FirstInconsistency(), std::string());
+    QVERIFY(QFile::exists(Path("default.crp")) && QFile::exists(Path("kept1.crp")));
   }
 
   void folderIsHeldByOneProgram() {
@@ -362,6 +381,12 @@ class TestFileScreen : public QObject {
   }
 
  private:
+  static void ExpectQuestionAboutSession() {
+    const ShownMessage& question = PlannedMessages.Shown.back();
+    QCOMPARE(question.Title, std::string("Unable to Keep the Session"));
+    QVERIFY(question.Text.starts_with("default.crp\ncan't be written: "));
+  }
+
   QString Path(const QString& name) const { return folder_->path() + "/" + name; }
 
   void Write(const QString& name) {

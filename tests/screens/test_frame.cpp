@@ -21,6 +21,7 @@
 #include "bets/consistency.h"
 #include "bets/make_bet.h"
 #include "core/host.h"
+#include "persistence/game_file.h"
 #include "persistence/game_file_table.h"
 #include "play/roll_cycle.h"
 #include "rules/presets.h"
@@ -97,6 +98,7 @@ class TestFrame : public QObject {
         control->window()->setFocus();
         binding->Load();
         QCOMPARE(ShownBy(control), shown);
+        if (input < 4 && qobject_cast<QLineEdit*>(control)) ExpectToComeBack(control);
       }
       ++walked;
     }
@@ -115,6 +117,17 @@ class TestFrame : public QObject {
     Game.RollInProgress = false;
     CarryOutChanges();
     QVERIFY(before != Kept() && Game.GameChanged && !ChangesWait());
+  }
+
+  void aChangeThatOverflowsIsPutBackWhole() {
+    const std::vector<Record> before = Kept();
+    ChangeByPlayer([] {
+      Game.MinPlacard = 7;
+      Game.BankrollSum = Currency::FromRaw(INT64_MAX);
+      Game.BankrollSum += 1;
+    });
+    QVERIFY(before == Kept());
+    QCOMPARE(PlannedMessages.Shown.back().Title, std::string("Change Taken Back"));
   }
 
   void aMinimisedScreenComesBackAndAHiddenOneRests() {
@@ -242,6 +255,14 @@ class TestFrame : public QObject {
     }
     int Answered = 0;
   };
+
+  /// What stands is the same after it was saved and opened.
+  void ExpectToComeBack(const QWidget* control) {
+    const std::vector<Record> stands = Kept();
+    SaveGame(folder_.filePath("back.crp").toStdString());
+    OpenGame(folder_.filePath("back.crp").toStdString(), true);
+    QVERIFY2(stands == Kept(), qPrintable(control->objectName() + ": " + ShownBy(control)));
+  }
 
   static QWidget* WindowOf(QObject* of) {
     while (!qobject_cast<QMainWindow*>(of)) of = of->parent();

@@ -3,9 +3,13 @@
 #include <utility>
 #include <vector>
 
+#include "core/error_report.h"
+#include "core/faults.h"
+#include "core/file_failure.h"
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "core/host.h"
+#include "core/kept_record.h"
 #include "core/messages.h"
 #include "screens/frame/guard.h"
 
@@ -15,6 +19,21 @@ namespace {
 
 int turns = 0;
 std::vector<std::function<void()>> waiting;
+
+/// A change that the game can't reckon with is taken back whole.
+void CarryOut(const std::function<void()>& change) {
+  KeptRecord before;
+  before.Keep();
+  try {
+    change();
+  } catch (const RunTimeFault&) {
+    ReportError("Player Change");
+    before.PutBack();
+    ShowMessage("This can't be set: " + FaultWords() +
+                    ".\n\nWhat stood before stands again. Please enter a smaller number.",
+                "Change Taken Back", kTopicLimits, OkStop);
+  }
+}
 
 bool MustWait() { return (Game.RollInProgress && turns == 0) || ScriptAtWork(); }
 
@@ -46,12 +65,14 @@ void ChangeByPlayer(std::function<void()> change) {
   CarryOutChanges();
 }
 
+bool RecordAtRest() { return !MustWait(); }
+
 bool ChangesWait() { return !waiting.empty(); }
 
 void CarryOutChanges() {
   if (waiting.empty() || MustWait()) return;
   for (const auto& change : std::exchange(waiting, {})) {
-    Guarded("Player Change", change);
+    Guarded("Player Change", [&] { CarryOut(change); });
     Game.GameChanged = true;
   }
   TheHost.RefreshViews();

@@ -5,8 +5,12 @@
 
 /// Carries out a change that the player made: now, or, with dice in the air or a script at work,
 /// once they have done, so that it acts from the next roll on. The game then counts as changed, and
-/// all open views are refreshed. A fault in the change is reported, and the change given up.
+/// all open views are refreshed. A change that overflows is taken back whole, and the player told;
+/// any other fault in it is reported, and the change given up.
 void ChangeByPlayer(std::function<void()> change);
+
+/// True while the record is whole: between two rolls, also of a run, and with no script at work.
+bool RecordAtRest();
 
 /// True while changes wait for the dice.
 bool ChangesWait();

@@ -7,12 +7,12 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "bets/rule_changes.h"
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "core/host.h"
+#include "core/limits.h"
 #include "rules/choices.h"
 #include "screens/frame/bind.h"
 #include "screens/frame/controls.h"
@@ -21,15 +21,13 @@
 namespace {
 
 constexpr int kPercentDecimals = 1;
-constexpr Currency kLargestPercent = 99'999'999'999;
+constexpr Currency kLargestPercent = kMostVig * 100;
 
 /// A fraction as the percentage that its box shows and takes. Standing bets follow it when the
 /// screen closes.
 RecordField<Currency> Percent(Currency& fraction) {
   return RecordField<Currency>(
-             [&fraction] {
-               return PercentOfFraction(std::min(fraction, FractionOfPercent(kLargestPercent)));
-             },
+             [&fraction] { return PercentOfFraction(fraction); },
              [&fraction](Currency percent) { fraction = FractionOfPercent(percent); })
       .Within(0, kLargestPercent);
 }

@@ -15,6 +15,7 @@
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "core/host.h"
+#include "core/limits.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "rules/choices.h"
@@ -95,11 +96,12 @@ class ChecksPage : public ConfigPage {
       QLineEdit* box = TextBox(QString("txtDenomination_%1").arg(i), kMoneyLength / 2);
       box->setMaxLength(kMoneyLength);
       box->setAccessibleName(tr("Check %1, counted from the smallest").arg(i + 1));
-      const RecordField<Currency> entry([this, at] { return pending_[at].Get(); },
-                                        [this, at](Currency value) {
-                                          pending_[at].Set(value);
-                                          StoreChecks();
-                                        });
+      const auto entry = RecordField<Currency>([this, at] { return pending_[at].Get(); },
+                                               [this, at](Currency value) {
+                                                 pending_[at].Set(value);
+                                                 StoreChecks();
+                                               })
+                             .Within(0, kMostCheck);
       Bind(box, entry, {.Decimals = kMoneyDecimals, .Stores = NumberForm::AtEachKey});
       connect(box, &QLineEdit::editingFinished, this, [this] { FitBets(); });
       grid->addWidget(box, 0, i);

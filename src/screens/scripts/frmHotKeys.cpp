@@ -270,7 +270,7 @@ void frmHotKeys::Opened() { cmbKey_->setCurrentIndex(FreeKey()); }
 
 /// A change that couldn't be written is tried once more; it has been told, and is again.
 bool frmHotKeys::MayClose() {
-  if (std::exchange(unsaved_, false)) SaveHotKeys();
+  if (Game.HotKeysUnsaved) SaveHotKeys();
   return true;
 }
 
@@ -394,15 +394,11 @@ bool frmHotKeys::TakeCell(int row, std::string HotKey::*text, const QString& typ
 void frmHotKeys::Edit(const QString& name, const std::function<void()>& act) {
   const std::vector<HotKey> before = Game.HotKeys;
   act();
-  unsaved_ = Game.LastFileResult == kSystemFailed;
   undo_->push(new TableChange(name, before));
   Refresh();
 }
 
-void frmHotKeys::Step(void (QUndoStack::*direction)()) {
-  (undo_->*direction)();
-  unsaved_ = Game.LastFileResult == kSystemFailed;
-}
+void frmHotKeys::Step(void (QUndoStack::*direction)()) { (undo_->*direction)(); }
 
 Report frmHotKeys::HotKeysReport() {
   const QString date = QLocale().toString(QDate::currentDate(), QLocale::LongFormat);

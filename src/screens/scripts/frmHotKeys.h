@@ -70,5 +70,4 @@ class frmHotKeys : public Screen {
   QLabel* lblNoHotKeys_ = nullptr;
   QLabel* lblDamaged_ = nullptr;
   QUndoStack* undo_ = nullptr;
-  bool unsaved_ = false;  // the last change could not be written
 };

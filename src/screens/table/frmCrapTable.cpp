@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -19,11 +20,13 @@
 #include "autobet/hot_keys.h"
 #include "autoplay/hyper_drive.h"
 #include "bets/chips.h"
+#include "bets/headless_host.h"
 #include "bets/make_bet.h"
 #include "core/help_topics.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "persistence/file_commands.h"
+#include "persistence/kept_game.h"
 #include "persistence/session.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
@@ -57,6 +60,9 @@ namespace {
 
 constexpr const char* kPlace = "Crap Table";
 constexpr int kQuickStatsInterval = 500;
+constexpr int kKeepInterval = 60'000;
+constexpr int kEndStep = 20;
+constexpr int kLoginEnds = 30'000;
 constexpr double kShareOfScreen = 0.85;
 constexpr double kWidestAtStart = 1280;
 constexpr int kPanelAtStart = 277;
@@ -77,6 +83,14 @@ bool IsWholeKey(const QEvent& event) {
   const int key = static_cast<const QKeyEvent&>(event).key();
   return key != Qt::Key_unknown && !(key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) &&
          key != Qt::Key_AltGr && !(key >= Qt::Key_Super_L && key <= Qt::Key_Hyper_R);
+}
+
+/// From now on questions are answered by rule.
+void AskNobody() {
+  const Host nobody = HeadlessHost();
+  TheHost.ShowMessage = nobody.ShowMessage;
+  TheHost.ShowSettleScreen = nobody.ShowSettleScreen;
+  TheHost.ShowStep = nobody.ShowStep;
 }
 
 int SpotOf(const SpotHit& hit) { return hit.PickedSpot != NoSpot ? hit.PickedSpot : hit.HotSpot; }
@@ -214,6 +228,10 @@ frmCrapTable::frmCrapTable() {
     layer_->Tick();
   });
   timerQuickStats_->start(kQuickStatsInterval);
+  auto* timerKeepGame = new QTimer(this);
+  timerKeepGame->setObjectName("timerKeepGame");
+  connect(timerKeepGame, &QTimer::timeout, this, [this] { KeepGameWhilePlaying(); });
+  timerKeepGame->start(kKeepInterval);
   ShowCaption();
   ShowQuickStatus();
   PlaceOnScreen();
@@ -395,6 +413,7 @@ void frmCrapTable::RunHyperDrive() {
     }
     return;
   }
+  KeepGameWhilePlaying();
   RunAtTable(ToggleHyperDrive);
 }
 
@@ -402,6 +421,7 @@ void frmCrapTable::RunAtTable(const std::function<void()>& run) {
   running_ = true;
   Guarded(kPlace, run);
   running_ = false;
+  if (keepDue_) KeepGameWhilePlaying();
   TheHost.RefreshViews();
   if (!closeAfterRun_) return;
   closeAfterRun_ = false;
@@ -649,8 +669,10 @@ bool frmCrapTable::KeepSession() {
   bool kept = false;
   Guarded(kPlace, [&] { kept = CloseSession(); });
   if (!kept) {
-    if (!AskYesNo("The game can't be kept for the next session.\n\nDo you want to end anyway?",
-                  "Kelvanor", kTopicFiles)) {
+    // The last message has told which file can't be written, and why.
+    if (!AskYesNo(Game.MsgText + "\n\nIt can't be kept for the next session. With No you can save "
+                                 "it in another place first.\nDo you want to end anyway?",
+                  "Unable to Keep the Session", kTopicFiles)) {
       return false;
     }
     CloseGame();
@@ -660,7 +682,52 @@ bool frmCrapTable::KeepSession() {
   return true;
 }
 
+void frmCrapTable::KeepGameWhilePlaying() {
+  keepDue_ = !RecordAtRest();
+  if (!keepDue_) Guarded(kPlace, KeepGame);
+}
+
+void frmCrapTable::CloseUnasked(QCloseEvent* event) {
+  event->ignore();
+  AskNobody();
+  EndRun();
+  closeAfterRun_ = running_;
+  if (running_) return;
+  KeepWindowPlaces();
+  Guarded(kPlace, EndSession);
+  CloseScreens();
+  event->accept();
+}
+
+void frmCrapTable::EndUnasked() {
+  if (std::exchange(ending_, true)) return;
+  AskNobody();
+  EndStep();
+}
+
+/// Closes what waits for an answer, one after the other: the routines that asked stand below.
+void frmCrapTable::EndStep() {
+  EndRun();
+  QWidget* asking = QApplication::activePopupWidget();
+  if (!asking) asking = QApplication::activeModalWidget();
+  if (asking) {
+    // A bet can't be left unsettled by closing its screen.
+    if (auto* screen = qobject_cast<QDialog*>(asking); !asking->close() && screen)
+      screen->done(QDialog::Rejected);
+  } else if (!running_ && TableAtRest() && close()) {
+    return;
+  }
+  QTimer::singleShot(kEndStep, this, &frmCrapTable::EndStep);
+}
+
+void frmCrapTable::LoginEnds() {
+  KeepGameWhilePlaying();
+  ending_ = true;
+  QTimer::singleShot(kLoginEnds, this, [this] { ending_ = false; });
+}
+
 void frmCrapTable::closeEvent(QCloseEvent* event) {
+  if (ending_) return CloseUnasked(event);
   event->ignore();
   if (isMinimized()) ShowToAsk();
   if (!MayClose(KeepWindowPlaces)) return;
@@ -671,7 +738,7 @@ void frmCrapTable::closeEvent(QCloseEvent* event) {
     closeAfterRun_ = true;
     return;
   }
-  if (!MayLeaveGame(this)) return;
+  if (!MayLeaveGame(this, Leaving::Program)) return;
   if (!KeepSession()) return;
   CloseScreens();
   event->accept();

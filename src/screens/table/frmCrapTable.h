@@ -106,6 +106,14 @@ class frmCrapTable : public QMainWindow {
   TableLayer& Layer() { return *layer_; }
   bool ShowsPanel() const;
 
+  /// Ends the program as closing the window does, without a question: whatever runs or asks is
+  /// ended first, and the game kept for the next start.
+  void EndUnasked();
+
+  /// The login session is about to end: the game is kept, and a closing that follows soon asks
+  /// nothing.
+  void LoginEnds();
+
   /// What is drawn beside the game record: the dice as they lie, chips in the hand.
   TableView& View() { return view_; }
   picLayoutBox* Layout() { return picLayout_; }
@@ -142,6 +150,9 @@ class frmCrapTable : public QMainWindow {
   void RollOn();
   void ShowToAsk();
   bool KeepSession();
+  void EndStep();
+  void CloseUnasked(QCloseEvent* event);
+  void KeepGameWhilePlaying();
   void MakeKeyedBox();
   void TakeKeyedAmount();
   void MakeStatusRow(QVBoxLayout* column);
@@ -169,5 +180,7 @@ class frmCrapTable : public QMainWindow {
   bool hintsWanted_ = false;
   bool running_ = false;
   bool closeAfterRun_ = false;
+  bool keepDue_ = false;          // the game is kept as soon as the roll is whole
+  bool ending_ = false;           // nobody is there to be asked
   bool rollOnIfItStays_ = false;  // nobody has asked the dice to stop
 };

@@ -17,16 +17,18 @@ namespace {
 
 enum class Offer { Save, LetGo, GoBack };
 
-Offer OfferToSave(const char* question, const char* title) {
+Offer OfferToSave(const std::string& question, const char* title) {
   ShowMessage(question, title, kTopicFiles, YesNoCancel);
   if (Game.MsgAnswer == AnswerYes) return Offer::Save;
   return Game.MsgAnswer == AnswerNo ? Offer::LetGo : Offer::GoBack;
 }
 
-bool MayLeaveTable(QWidget* parent) {
+bool MayLeaveTable(QWidget* parent, Leaving leaving) {
   if (!Game.GameChanged) return true;
-  switch (OfferToSave("Your current game has not been saved.\nDo you want to save it now?",
-                      "Save Game?")) {
+  std::string question = "Your current game has not been saved.\nDo you want to save it now?";
+  if (leaving == Leaving::Program)
+    question += "\n\nWith No it goes on all the same when you start Kelvanor again.";
+  switch (OfferToSave(question, "Save Game?")) {
     case Offer::Save: return SaveGameCommand(parent);
     case Offer::LetGo: return true;
     default: return false;
@@ -40,8 +42,8 @@ void ShowAll() {
 
 }  // namespace
 
-bool MayLeaveGame(QWidget* parent) {
-  return MayReplaceScript() && MayLeaveProbability(parent) && MayLeaveTable(parent);
+bool MayLeaveGame(QWidget* parent, Leaving leaving) {
+  return MayReplaceScript() && MayLeaveProbability(parent) && MayLeaveTable(parent, leaving);
 }
 
 void OpenGameCommand(QWidget* parent) {

@@ -5,9 +5,12 @@
 
 class QWidget;
 
+/// What the game in force is left for; it goes on at the next start of the program.
+enum class Leaving { ForAnother, Program };
+
 /// Offers to save the script, the probabilities and the game, each that isn't saved. False as soon
 /// as the player wants to go back, or what was to be saved couldn't be.
-bool MayLeaveGame(QWidget* parent);
+bool MayLeaveGame(QWidget* parent, Leaving leaving = Leaving::ForAnother);
 
 /// Opens a game that the player chooses, after the offers to save the one in force.
 void OpenGameCommand(QWidget* parent);

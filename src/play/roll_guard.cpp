@@ -1,0 +1,63 @@
+#include "play/roll_guard.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "bets/ledger.h"
+#include "core/kept_record.h"
+#include "core/limits.h"
+#include "dice/generators.h"
+#include "dice/tape.h"
+#include "stats/events_log.h"
+
+namespace {
+
+constexpr unsigned kRollsPerLook = 2048;
+/// A sum up to here has room for that many rolls.
+constexpr Currency kOrdinarySum = kMostSum - Currency(200'000'000'000) * kRollsPerLook;
+
+struct Guard {
+  KeptRecord Record;
+  std::optional<GeneratorStates> Generators;
+};
+Guard guard;
+
+bool AnySumBeyond(Currency most) {
+  if (Abs(Game.BankrollSum) > most) return true;
+  const auto isBeyond = [most](const BetStats& stats) { return stats[StatSum] > most; };
+  for (const BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses})
+    for (const auto& kind : *table)
+      if (std::any_of(kind.begin() + Lay4, kind.end(), isBeyond)) return true;
+  return false;
+}
+
+}  // namespace
+
+bool GuardRoll() {
+  if (LedgerIsOpen() && Game.TotalOnTable <= kOrdinaryBets && !AnySumBeyond(kOrdinarySum)) {
+    RollsToLook = kRollsPerLook - 1;
+    return false;
+  }
+  SettleLedger();
+  CloseTape();
+  guard.Record.Keep();
+  guard.Generators.emplace();
+  HoldLogLines();
+  return true;
+}
+
+void EndGuardedRoll() {
+  if (AnySumBeyond(kMostSum)) RaiseOverflow();
+  guard.Record.Forget();
+  ReleaseLogLines();
+}
+
+bool TakeBackRoll() {
+  if (!guard.Record.PutBack()) return false;
+  guard.Generators->PutBack();
+  DropHeldLogLines();
+  if (LedgerIsOpen()) OpenLedger();  // what it has counted since belongs to the lost roll
+  Game.SnapshotsDue = true;
+  Game.WorkingTouched = true;
+  return true;
+}
