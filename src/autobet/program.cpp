@@ -44,6 +44,7 @@ ProgramLine PlanLine(int number, const std::unordered_map<std::string, int>& lab
 void MakeProgram() {
   program = Program();
   const auto labels = FindLabels();
+  const FlagPlaces flags;
   for (int number = 1; number <= Game.ScrCount; ++number)
     program.Lines.push_back(PlanLine(number, labels));
   while (program.FirstLine <= Game.ScrCount && Line(program.FirstLine).LineKind == RemarkLine)

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <unordered_map>
 
 #include "autobet/language.h"
 #include "autobet/profile.h"
@@ -9,6 +11,9 @@
 namespace {
 
 constexpr char kBlank = ' ';
+
+/// The flags by their trimmed names, of equal ones the first, while a program is made.
+std::optional<std::unordered_map<std::string, int>> flagPlaces;
 
 /// Capital letters of file texts beyond a to z that aren't 32 above their small form.
 struct LetterPair {
@@ -121,8 +126,19 @@ void ScriptReplaced() {
   ScriptEdited();
 }
 
+FlagPlaces::FlagPlaces() {
+  flagPlaces.emplace();
+  for (std::size_t place = 0; place < Game.Flags.size(); ++place)
+    flagPlaces->emplace(Trimmed(Game.Flags[place].FlagName), static_cast<int>(place));
+}
+FlagPlaces::~FlagPlaces() { flagPlaces.reset(); }
+
 int FindFlag(const std::string& name) {
   const std::string wanted = Trimmed(name);
+  if (flagPlaces) {
+    const auto place = flagPlaces->find(wanted);
+    return place == flagPlaces->end() ? -1 : place->second;
+  }
   const auto found =
       std::find_if(Game.Flags.begin(), Game.Flags.end(),
                    [&wanted](const Flag& flag) { return Trimmed(flag.FlagName) == wanted; });

@@ -55,6 +55,15 @@ void ClearScript();
 /// The number of a flag in `Flags` by its trimmed name, case kept; -1 for none.
 int FindFlag(const std::string& name);
 
+/// While it lives flags are found at once, and none may come, go or be renamed.
+class FlagPlaces {
+ public:
+  FlagPlaces();
+  ~FlagPlaces();
+  FlagPlaces(const FlagPlaces&) = delete;
+  FlagPlaces& operator=(const FlagPlaces&) = delete;
+};
+
 /// Every flag's value becomes its previous value.
 void TakeFlagSnapshot();
 
