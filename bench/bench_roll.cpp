@@ -59,6 +59,7 @@ constexpr Load kPassLine = {"PassLine", kLineBet};
 constexpr Load kPassAndOdds = {"PassAndOdds", kLineBet, true};
 constexpr Load kComeSystem = {"ComeSystem", kComeAndPlace, true};
 constexpr Load kThirty = {"ThirtyBets", kThirtyBets};
+constexpr Load kEveryOnce = {"EveryBetOnce", kEveryBet, true, kRollsPerRun, 6};
 constexpr Load kEvery = {"EveryBet", kEveryBet, true, kShortRun, 6};
 
 /// The processor's time of this program: what else the machine does stays out of it.
@@ -82,7 +83,7 @@ void SetRules(const Load& load) {
 
 /// Lays the bets, with a point on 6 where they need one. Don't bets on numbers are as if moved.
 void LayBets(const Load& load) {
-  if (load.RollsPerRun == kShortRun) Game.Point = Game.PrevPoint = 6;
+  if (load.Bets.size() == LastBet) Game.Point = Game.PrevPoint = 6;
   Game.MovingBet = true;
   for (const int bet : load.Bets) {
     if (bet == DontPass && Game.Point != 0) Game.ContractBets[DontPass] = load.Stake;
@@ -176,6 +177,7 @@ BENCHMARK_CAPTURE(Roll, PassLine, kPassLine)->UseManualTime()->Unit(benchmark::k
 BENCHMARK_CAPTURE(Roll, PassAndOdds, kPassAndOdds)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, ComeSystem, kComeSystem)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, ThirtyBets, kThirty)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, EveryBetOnce, kEveryOnce)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, EveryBet, kEvery)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 /// The usual console lines, and the rate of each benchmark kept for the closing table.

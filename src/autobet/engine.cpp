@@ -123,7 +123,7 @@ class Run {
   /// Does what a line says; the line that comes next, or `kStop`.
   int PlayLine(const ProgramLine& line) {
     switch (line.Kind) {
-      case ConditionLine: TestCondition(line); break;
+      case ConditionLine: return TestCondition(line);
       case ActionLine: return PlayAction(line);
       case LabelLine:
         Fired(Game.ScrLine);
@@ -162,16 +162,36 @@ class Run {
     return Game.ScrLine + 1;
   }
 
-  void TestCondition(const ProgramLine& line) {
-    if (IsPassedOver(line)) return;
+  int TestCondition(const ProgramLine& line) {
+    if (IsPassedOver(line)) return Game.ScrLine + 1;
     const Verdict verdict = Evaluate(program_.Conditions[static_cast<std::size_t>(line.Plan)],
                                      IsWhileBlock(BlockStart));
     BlockTrue = verdict.True;
     LineNew = verdict.True && verdict.New;
     BlockHasNew |= LineNew;
-    if (!BlockTrue) return Trace(status::kConditionFalse);
+    if (!BlockTrue) {
+      Trace(status::kConditionFalse);
+      return PassFalseStatement(line.IfFalse);
+    }
     Fired(Game.ScrLine);
     Trace(LineNew ? status::kConditionNew : status::kConditionOld);
+    return Game.ScrLine + 1;
+  }
+
+  /// The line that follows a false condition. Nothing happens in a "then" that isn't taken: it is
+  /// left behind at once, unless somebody watches, a turn comes, or an "xor" has still to be
+  /// decided.
+  int PassFalseStatement(int ifFalse) {
+    const int passed = ifFalse - 1 - Game.ScrLine;
+    if (Breaking || ifFalse == 0 || XorPending != 0 || yieldCount_ + passed >= kLinesPerYield ||
+        Tracing())
+      return Game.ScrLine + 1;
+    yieldCount_ += passed;
+    PrevBlockTrue = false;
+    BlockHasNew = false;
+    BlockStart = ThenLine;
+    Game.ScrLine = ifFalse - 1;
+    return ifFalse;
   }
 
   int PlayAction(const ProgramLine& line) {

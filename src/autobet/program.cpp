@@ -41,12 +41,28 @@ ProgramLine PlanLine(int number, const std::unordered_map<std::string, int>& lab
   return planned;
 }
 
+/// Finds where each statement goes on whose last block is false.
+void PlanFalseStatements() {
+  auto behind = static_cast<int>(program.Lines.size()) + 1;  // the actions from this line on
+  int ifFalse = 0;
+  for (int number = behind - 1; number >= 1; --number) {
+    ProgramLine& line = program.Lines[static_cast<std::size_t>(number - 1)];
+    if (line.Kind == RemarkLine) continue;
+    if (line.Kind == ConditionLine)
+      line.IfFalse = ifFalse;
+    else
+      ifFalse = line.Kind == ThenLine ? behind : 0;
+    if (line.Kind != ActionLine) behind = number;
+  }
+}
+
 void MakeProgram() {
   program = Program();
   const auto labels = FindLabels();
   const FlagPlaces flags;
   for (int number = 1; number <= Game.ScrCount; ++number)
     program.Lines.push_back(PlanLine(number, labels));
+  PlanFalseStatements();
   while (program.FirstLine <= Game.ScrCount && Line(program.FirstLine).LineKind == RemarkLine)
     ++program.FirstLine;
 }

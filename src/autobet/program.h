@@ -17,6 +17,9 @@ struct ProgramLine {
   // Of "Go to" and "Gosub": the line of the label, 0 when there is none of that name, `kNextLine`
   // when no label is named.
   int JumpTo = 0;
+  // Of a condition that is the last block before a "then": the line behind the actions, where a
+  // statement goes on that is false by it. 0 for none.
+  int IfFalse = 0;
 };
 
 struct Program {

@@ -293,6 +293,7 @@ struct Played {
 Played Play(bool hyperDrive) {
   Game.Notify = 0;
   Game.HyperDriveOn = hyperDrive;
+  Game.ShowStepsMode = hyperDrive ? 0 : kTrue;  // a traced run passes no line over
   Game.AutoRollDice = true;
   for (const int rolls : {1, 40, 7, 150, 2, 300}) {
     Game.NumAutoRolls = Game.AutoRollsLeft = rolls;
