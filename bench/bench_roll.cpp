@@ -17,6 +17,7 @@
 #include "bets/change_bet.h"
 #include "bets/headless_host.h"
 #include "bets/make_bet.h"
+#include "bets/new_game.h"
 #include "dice/generators.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
@@ -170,6 +171,26 @@ void Roll(benchmark::State& state, const Load& load) {
       static_cast<double>(allocated) / static_cast<double>(state.iterations());
 }
 
+/// A game of a hundred rolls in a run of many: what it costs beside its rolls shows against
+/// `PassLine`.
+void ShortGame(benchmark::State& state) {
+  constexpr int kRolls = 100;
+  Load load = kPassLine;
+  load.RollsPerRun = kRolls;
+  init_genrand(kSeed);
+  SetRules(load);
+  Game.ReSeed = false;
+  for (auto _ : state) {
+    const double start = ProcessorSeconds();
+    NewGame(false);
+    LayBets(load);
+    RunHyperDrive();
+    state.SetIterationTime(ProcessorSeconds() - start);
+    if (Game.RollCount[0] != kRolls) state.SkipWithError("the run stopped early");
+  }
+  state.SetItemsProcessed(state.iterations() * kRolls);
+}
+
 BENCHMARK(BareDraw)->Unit(benchmark::kMillisecond);
 BENCHMARK(BareGame)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, NoBets, kNoBets)->UseManualTime()->Unit(benchmark::kMillisecond);
@@ -179,6 +200,8 @@ BENCHMARK_CAPTURE(Roll, ComeSystem, kComeSystem)->UseManualTime()->Unit(benchmar
 BENCHMARK_CAPTURE(Roll, ThirtyBets, kThirty)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, EveryBetOnce, kEveryOnce)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, EveryBet, kEvery)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+BENCHMARK(ShortGame)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 /// The usual console lines, and the rate of each benchmark kept for the closing table.
 class Reporter : public benchmark::ConsoleReporter {
