@@ -149,9 +149,12 @@ class TestTableAccess : public QObject {
     QCOMPARE(BetOf(PassLine), Currency(25));
     QTest::keyClick(Find<QLineEdit>(&table_, "txtEnterBet"), Qt::Key_Escape);
     Game.AutoBetRunning = true;
-    PlannedMessages.Answers = {{AnswerNo}};
-    QTest::keyClick(layout(), Qt::Key_H);
-    ExpectMessage("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active");
+    for (const Qt::Key plain : {Qt::Key_H, Qt::Key_Tab, Qt::Key_Delete, Qt::Key_Space}) {
+      PlannedMessages.Shown.clear();
+      PlannedMessages.Answers = {{AnswerNo}};
+      key(plain);
+      ExpectMessage("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active");
+    }
     Game.AutoBetRunning = false;
     QVERIFY(!Game.DisplayHopBets);
   }

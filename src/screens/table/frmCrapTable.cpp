@@ -642,6 +642,11 @@ void frmCrapTable::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+/// While a script runs Tab asks, as every key does.
+bool frmCrapTable::focusNextPrevChild(bool next) {
+  return !Game.AutoBetRunning && QMainWindow::focusNextPrevChild(next);
+}
+
 void frmCrapTable::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   PlacePanel();
