@@ -8,8 +8,6 @@
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "autobet/script_reader.h"
-#include "autoplay/hyper_drive.h"
-#include "dice/generators.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "support/table_fixture.h"
@@ -335,19 +333,6 @@ TEST_F(Conditions, CompareValues) {
   Expect("F Simulated hours are less than 5");
 }
 
-TEST_F(Conditions, FindTheBetOnThePoint) {
-  for (const Row& family : Rows("B+1 Lay; B+19 Come; B+25 Come Odds; B+31 Place; B+37 Buy"))
-    for (int i = -1; i < 6; ++i) {
-      Game.Bets.fill(0);
-      Game.Point = i < 0 ? 0 : kPointNumbers[static_cast<unsigned>(i)];
-      Game.Bets[family.Numbers[0] + std::max(i, 0)] = 7;
-      Expect(family.Words + " (shooter's point) is equal to $ 7", i < 0 ? "F" : "N");
-      Expect(family.Words + " (shooter's point) is equal to $ 0", "F");
-    }
-  Game.Point = 0;
-  Expect("F Field is not equal to Buy (shooter's point)");
-}
-
 TEST_F(Conditions, TakeGroupsForOneOrForAllBets) {
   Set({{Place4, 10, 10}, {Place6, 20, 5}, {Place8, 30, 30}});
   Expect(R"(
@@ -450,153 +435,9 @@ TEST_F(Conditions, AverageTheBankroll) {
   Game.BankrollSum = 90;
   Set({{BankrollIndex, 60, 20}});
   Expect(R"(
-    N Bankroll ( 2 roll average ) is equal to $ 40;
     O Bankroll ( 2 roll average ) is greater than $ 14;
-    N Bankroll ( 0 roll average ) is equal to $ 30;
-    N Bankroll ( 2 roll average ) is greater than bankroll average 3;
     F Bankroll ( 3 roll average ) is not equal to bankroll average 3;
-    F Bankroll ( 3 roll average ) is equal to bankroll average 3;
-    O Bankroll ( 3 roll average ) is equal to bankroll average 0;
-    O Bankroll is greater than bankroll average 3)");
-}
-
-TEST_F(Conditions, WithCodesOutOfTheLanguageNeverHold) {
-  // Subject, operator, stack, second subject, its stack.
-  const auto rows = Rows(R"(
-    F+0+11+0+0+0 no subject; F+84+11+0+0+0 F-5+11+0+0+0 no bet; F+1319+11+0+0+0 no count;
-    F+1404+16+0+0+0 no value; F+2001+7+0+0+0 F+2090+7+0+0+0 no event; F+49+0+0+0+0 no operator;
-    F+49+28+0+0+0 F+49+70+0+0+0 F+49+267+0+0+0 F+49+22+0+0+0 none; F+49+23+0+0+0 of totals;
-    F+49+5+0+0+0 of events; F+2007+60+0+0+0 F+1311+61+0+0+0 of bets; F+1207+60+0+0+0 not of totals;
-    F+1306+32+0+0+0 F+1306+49+0+0+0 no choice; F+49+22+0+1311+0 a count;
-    F+49+22+0+1600+101 F+49+22+0+1601-1 F+1600+16+101+0+0 F+1600+16-1+0+0 F+1601+16+101+0+0 no stack;
-    F+1600+60+1+0+0 F+1400+62+0+0+0 no streak; F+49+27+0+0+0 no name)");
-  for (const auto& [verdict, codes, words] : rows) {
-    ScriptLine line;
-    line.LineKind = ConditionLine;
-    line.OfSubject = codes[0];
-    line.LineCode = codes[1];
-    line.OfStackNum = codes[2];
-    line.ToSubject = codes[3];
-    line.ToStackNum = codes[4];
-    SCOPED_TRACE(::testing::PrintToString(codes) + words);
-    Expect(line, verdict);
-  }
-}
-
-/// A statement that counts, on a Chip-Stack, how often a condition holds.
-std::string Counting(const std::string& start, const std::string& condition, std::size_t stack) {
-  return start + " . . .\n" + condition + "\nthen . . .\nAdd $ 1 to Chip-Stack # " +
-         std::to_string(stack) + "\n";
-}
-
-/// A game of its own dice with a few bets that stay.
-class PlayedConditions : public Conditions {
- protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Start();
-  }
-
-  static void Start() {
-    LayDownDefaults();
-    ClearScript();
-    SeedDice(4711);
-    Game.NegBankroll = true;
-    Game.HandleWinningBets = WinSameBet;
-    Game.HandleLosingBets = LossSameBet;
-    Game.AutoBetActive = 1;
-    Given(Field, 5);
-    Given(Place6, 12);
-  }
-};
-
-TEST_F(PlayedConditions, CountAsTheDiceFall) {
-  // How often each holds in nine rolls and the initializing cycle: there is a 7 on rolls 1, 3 and
-  // 9, the Field wins on rolls 2 and 4 to 7, and a point stands after rolls 5, 6 and 8.
-  const auto rows = Rows(R"(
-    When+9 On each roll; When+1 Initializing Auto-Bet; When+3 Any 7 has rolled;
-    When+1 While+6 Any 7 has rolled 2 times; When+5 Field has won;
-    When+1 While+1 Field has won 3 times in a row; While+0 Any Place bet is less than $ 10;
-    While+10 Any Place bet is equal to $ 0; While+3 Lay (shooter's point) is equal to $ 0;
-    While+0 Chip-Stack ref # 90 is equal to $ 0; While+10 Chip-Stack ref # 91 is equal to $ 0;
-    While+10 Flag "first" is True; While+10 Flag "last" is False;
-    While+0 Total # of true flags number -1; While+10 Total # of false flags number 0)");
-  std::string script = "Do this . . .\nSet flag \"first\" to True\n";
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    script += Counting(rows[i].Verdict, rows[i].Words, i);
-  LoadScript(script);
-  Set({{190, 100, 100}, {191, 99, 99}});
-  Game.ScriptChanged = true;
-  Answers = {{1, false, "", ""}};
-  for (const std::string dice : {"34", "12", "16", "56", "46", "45", "55", "23", "34"})
-    Roll(dice[0] - '0', dice[1] - '0');
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    EXPECT_EQ(Game.Bets[100 + i], rows[i].Numbers[0]) << rows[i].Verdict << " " << rows[i].Words;
-  EXPECT_EQ(Game.LastErrorText, "");
-}
-
-std::vector<std::string> ManyConditions() {
-  constexpr const char* kOperators[] = {
-      " has rolled ",           " has rolled more than ",   " has not rolled ",
-      " has rolled less than ", " has rolled in the last ", " has not rolled in the last "};
-  std::vector<std::string> conditions = List(R"(
-    On each pass; On each miss; Any 7 has rolled; Any 7 has not rolled;
-    Next roll is a come-out roll; Last roll was NOT a come-out roll;
-    A point is decided "for" the number 6 or 8; The # of rolls in the game are not less than 150;
-    The # of rolls for this shooter are equal to 4;
-    The # of rolls for the last shooter are greater than 6;
-    The # of passes in the game are greater than 30;
-    The # of passes for this shooter are equal to 2;
-    The # of passes for the last shooter are equal to 1;
-    The # of misses in the game are less than 20; The # of misses for this shooter are equal to 1;
-    The # of misses for the last shooter are greater than 1; Simulated hours are greater than 1.5;
-    Bankroll is less than bankroll average 10;
-    Bankroll ( 5 roll average ) is greater than bankroll average 0;
-    Available bankroll is greater than $ 400; Field has won;
-    Field has lost more than 2 times in a row; Any Place bet has lost;
-    Total bets have won 1 times in a row; Any Chip-Stack is equal to $ 60)");
-  for (int event = 2; event <= 89; ++event) {
-    const bool inLast = event % 6 >= 4;
-    const int amount = 1 + event % 4;
-    conditions.push_back(std::string(TextOf(ConditionList(), EventSubject + event)) +
-                         kOperators[event % 6] + std::to_string(amount) +
-                         (inLast ? " rolls" : " times"));
-  }
-  return conditions;
-}
-
-TEST_F(PlayedConditions, HoldUnderHyperDriveAsAtTheTable) {
-  constexpr int kRuns = 30;
-  constexpr int kRollsOfRun = 100;
-  constexpr std::size_t kOfScript = 45;
-  const std::vector<std::string> all = ManyConditions();
-  for (std::size_t first = 0; first < all.size(); first += kOfScript) {
-    const std::size_t count = std::min(kOfScript, all.size() - first);
-    std::string script =
-        "When . . .\nThe # of rolls for the last shooter are greater than 12\nthen . . .\n"
-        "Reset rolls of all the numbers\nReset wins / losses of Field\n";
-    for (std::size_t i = 0; i < count; ++i)
-      script += Counting("When", all[first + i], i) + Counting("While", all[first + i], 50 + i);
-    std::vector<decltype(Game.Bets)> atTheTable;
-    const auto play = [&](bool hyperDrive) {
-      Start();
-      LoadScript(script);
-      for (std::size_t run = 1; run <= kRuns; ++run) {
-        Game.NumAutoRolls = Game.AutoRollsLeft = kRollsOfRun;
-        if (hyperDrive) ToggleHyperDrive();
-        for (int roll = 0; roll < kRollsOfRun && !hyperDrive; ++roll) RollDice();
-        ASSERT_EQ(Game.RollCount[0], run * kRollsOfRun);
-        if (!hyperDrive) atTheTable.push_back(Game.Bets);
-        for (std::size_t id = 100; id < 200; ++id)
-          ASSERT_EQ(Game.Bets[id], atTheTable[run - 1][id])
-              << all[first + id % 50] << " by roll " << Game.RollCount[0];
-      }
-    };
-    ASSERT_NO_FATAL_FAILURE(play(false));
-    ASSERT_NO_FATAL_FAILURE(play(true));
-    for (std::size_t i = 0; i < count; ++i)
-      EXPECT_GT(Game.Bets[150 + i], 0) << all[first + i] << " never held";
-  }
+    F Bankroll ( 3 roll average ) is equal to bankroll average 3)");
 }
 
 TEST_F(Conditions, TellOfTheLastShooterOnceOneHasFinished) {

@@ -19,11 +19,9 @@
 #include "autobet/script.h"
 #include "autobet/script_file.h"
 #include "autobet/script_reader.h"
-#include "autoplay/hyper_drive.h"
 #include "bets/consistency.h"
 #include "bets/new_game.h"
 #include "core/text.h"
-#include "dice/tape.h"
 #include "play/roll_cycle.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
@@ -124,37 +122,14 @@ std::string ValueOfColumn(const std::string& column) {
   return MoneyText(Game.Bets[static_cast<unsigned>(name - kBetNames.begin())]);
 }
 
-std::vector<int> StreaksNow() {
-  std::vector<int> streaks;
-  for (const auto& outcome : Game.BetOutcome) streaks.push_back(outcome[1]);
-  return streaks;
-}
-
-/// All that a script can move, to be compared between games.
-struct Standing {
-  decltype(Game.Bets) Bets = Game.Bets;
-  decltype(Game.BetWorking) Working = Game.BetWorking;
-  std::vector<int> Streaks = StreaksNow();
-  decltype(Game.ChipStackName) StackNames = Game.ChipStackName;
-  std::vector<Flag> Flags = Game.Flags;
-  Currency TotalOnTable = Game.TotalOnTable;
-  int Point = Game.Point;
-  int Rolls = Game.RollCount[0];
-
-  bool operator==(const Standing&) const = default;
-};
-
-class ScriptFixture : public TableTest {
+class ScriptFixtures : public TableTest, public ::testing::WithParamInterface<std::string> {
  protected:
   /// Begins the game of a fixture: its script saved to a file, and opened.
-  void Begin(const std::string& fixture, bool log) {
-    TableTest::TearDown();
-    TableTest::SetUp();
+  void Begin(const std::string& fixture) {
     fixture_ = fixture;
     Game.DataPath = scratch_ / "";
     Game.EventsLogFile = scratch_ / (fixture + ".log");
     LogEverything();
-    Game.EventsLogActive = log;
     Game.ReSeed = false;
     ReadStart();
     OpenItsScript();
@@ -178,21 +153,9 @@ class ScriptFixture : public TableTest {
       Texts cells;
       for (const std::string& column : columns) cells.push_back(ValueOfColumn(column));
       rows.push_back(Joined(cells));
-      standings_.emplace_back();
     }
     EXPECT_EQ(TakeOnlyMessage().Title, "Auto-Bet") << "the offer, and no bet refused";
     return rows;
-  }
-
-  /// Plays the throws of the fixture from a file under Hyper-Drive, begun again whenever the script
-  /// stops it.
-  void PlayByHyperDrive() {
-    std::string tape;
-    for (const auto& [die1, die2] : throws_) tape += static_cast<char>(DiceByte(die1, die2));
-    Game.DiceRollFile = scratch_.Write(fixture_ + ".rol", tape);
-    Game.RecorderStatus = Playback;
-    Game.DiceFilePos = 1;
-    EXPECT_EQ(RunToTheEndOfTheTape(), stopsUnderHyperDrive_) << fixture_;
   }
 
   /// The lines of the Events Log, files by their bare names.
@@ -205,22 +168,7 @@ class ScriptFixture : public TableTest {
     return LinesOf(lines);
   }
 
-  std::vector<Standing> standings_;  // after each throw by hand
-
  private:
-  /// Runs Hyper-Drive again and again; how often the script has stopped it.
-  int RunToTheEndOfTheTape() {
-    int stops = 0;
-    for (; stops <= stopsUnderHyperDrive_; ++stops) {
-      ToggleHyperDrive();
-      ExpectAFinishedRoll();
-      const std::vector<ShownMessage> shown = TakeShown();
-      if (shown.empty() || shown.back().Text != "Stopped by Auto-Bet command.") break;
-    }
-    EXPECT_EQ(Game.StopMessage, "Stopped due to end of Dice Roll File reached.") << fixture_;
-    return stops;
-  }
-
   /// Sets one of the fields that fixtures need; false for any other.
   bool SetField(const std::string& name, Currency value) {
     const std::map<std::string, int*> fields = {
@@ -228,7 +176,6 @@ class ScriptFixture : public TableTest {
         {"HandleLosingBets", &Game.HandleLosingBets},
         {"AutoAdjust", &Game.AutoAdjust},
         {"InterruptAfterTurns", &interruptAfter_},
-        {"StopsUnderHyperDrive", &stopsUnderHyperDrive_},
     };
     const auto field = fields.find(name);
     if (name == "BankrollInitAmt") {
@@ -308,48 +255,17 @@ class ScriptFixture : public TableTest {
   std::string fixture_;
   std::vector<std::pair<int, int>> throws_;
   int interruptAfter_ = 0;
-  int stopsUnderHyperDrive_ = 0;
 };
 
-class ScriptFixtures : public ScriptFixture, public ::testing::WithParamInterface<std::string> {};
-
 TEST_P(ScriptFixtures, PlayAsWorkedOutByHand) {
-  Begin(GetParam(), true);
+  Begin(GetParam());
   Texts expected = ReadLines(GetParam(), "money.txt");
   for (std::string& row : expected) row = Joined(CellsOf(row));
   ExpectSameLines(GetParam() + "/money.txt", expected, PlayByHand());
   ExpectSameLines(GetParam() + "/log.txt", ReadLines(GetParam(), "log.txt"), Log());
 }
 
-TEST_P(ScriptFixtures, EndTheSameUnderHyperDrive) {
-  Begin(GetParam(), false);
-  PlayByHand();
-  Begin(GetParam(), false);
-  PlayByHyperDrive();
-  EXPECT_TRUE(standings_.back() == Standing()) << GetParam();
-  EXPECT_EQ(Game.Bets, standings_.back().Bets);
-}
-
 INSTANTIATE_TEST_SUITE_P(Folders, ScriptFixtures, ::testing::ValuesIn(FixturesFound()),
                          [](const auto& folder) { return folder.param; });
-
-TEST_F(ScriptFixture, TwoWaysOfOneSystemDoTheSame) {
-  std::vector<Standing> games[2];
-  Texts logs[2];
-  for (const int way : {0, 1}) {
-    Begin(way == 0 ? "two_ways_a" : "two_ways_b", true);
-    PlayByHand();
-    games[way].swap(standings_);
-    for (Standing& standing : games[way]) standing.Flags.clear();  // only one of them has any
-    logs[way] = Log();
-    std::erase_if(logs[way], [](const std::string& line) { return line.ends_with(".bet)"); });
-  }
-  ASSERT_EQ(games[0].size(), games[1].size());
-  for (std::size_t i = 0; i < games[0].size(); ++i) {
-    ASSERT_EQ(games[0][i].Bets, games[1][i].Bets) << "throw " << i + 1;
-    ASSERT_TRUE(games[0][i] == games[1][i]) << "throw " << i + 1;
-  }
-  ExpectSameLines("two_ways", logs[0], logs[1]);
-}
 
 }  // namespace
