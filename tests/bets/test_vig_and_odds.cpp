@@ -49,22 +49,18 @@ class VigTest : public TableTest {
 };
 
 TEST_F(VigTest, IsRoundedInThreeWaysAndNeverNothing) {
-  struct Row {
-    int Bet, Amount, Normally, Down, Up;
-  };
-  // Buy: 5 % is 0.05, 0.25, 1, 1.05, 1.25, 1.5, 1.55, 1.95, 2. Lay bets pay it of what they would
-  // win: 20, 30, 32, 40, 33.3333, 30, 25.8333 and 2.
-  for (const Row& row : {Row{Buy4, 1, 1, 1, 1}, Row{Buy4, 5, 1, 1, 1}, Row{Buy4, 20, 1, 1, 1},
-                         Row{Buy4, 21, 1, 1, 2}, Row{Buy4, 25, 1, 1, 2}, Row{Buy4, 30, 1, 1, 2},
-                         Row{Buy4, 31, 2, 1, 2}, Row{Buy4, 39, 2, 1, 2}, Row{Buy4, 40, 2, 2, 2},
-                         Row{Lay4, 40, 1, 1, 1}, Row{Lay4, 60, 1, 1, 2}, Row{Lay10, 64, 2, 1, 2},
-                         Row{kLay5, 60, 2, 2, 2}, Row{kLay5, 50, 2, 1, 2}, Row{kLay6, 36, 1, 1, 2},
-                         Row{kLay6, 31, 1, 1, 2}, Row{Lay4, 4, 1, 1, 1}, Row{Buy4, 0, 0, 0, 0},
-                         Row{Place4, 9, 0, 0, 0}}) {
-    SCOPED_TRACE(BetName(row.Bet) + " of " + std::to_string(row.Amount));
-    EXPECT_EQ(Vig(row.Bet, row.Amount, RoundedNormally), Currency(row.Normally));
-    EXPECT_EQ(Vig(row.Bet, row.Amount, RoundedDown), Currency(row.Down));
-    EXPECT_EQ(Vig(row.Bet, row.Amount, RoundedUp), Currency(row.Up));
+  // The bet, its amount, and its vig rounded normally, down and up. Buy bets pay 5 % of the bet,
+  // Lay bets of what they would win.
+  const int rows[][5] = {{Buy4, 1, 1, 1, 1},   {Buy4, 20, 1, 1, 1},  {Buy4, 21, 1, 1, 2},
+                         {Buy4, 30, 1, 1, 2},  {Buy4, 31, 2, 1, 2},  {Buy4, 40, 2, 2, 2},
+                         {Lay4, 40, 1, 1, 1},  {Lay4, 60, 1, 1, 2},  {Lay10, 64, 2, 1, 2},
+                         {kLay5, 60, 2, 2, 2}, {kLay6, 31, 1, 1, 2}, {Lay4, 4, 1, 1, 1},
+                         {Buy4, 0, 0, 0, 0},   {Place4, 9, 0, 0, 0}};
+  for (const auto& [bet, amount, normally, down, up] : rows) {
+    SCOPED_TRACE(BetName(bet) + " of " + std::to_string(amount));
+    EXPECT_EQ(Vig(bet, amount, RoundedNormally), Currency(normally));
+    EXPECT_EQ(Vig(bet, amount, RoundedDown), Currency(down));
+    EXPECT_EQ(Vig(bet, amount, RoundedUp), Currency(up));
   }
   SetChips({5, 25, 100, 500, 1000});
   EXPECT_EQ(Vig(Buy4, 150, RoundedNormally), Currency(5)) << "7.5 is one Unit and a half";
@@ -93,25 +89,6 @@ TEST_F(VigTest, IsToldAsItChangesAndHeldUpFront) {
     Ask(id, -20 * times, 20 * times, "\"Vig\" decreased by $1\n\n" + charge + "1");
     Ask(id, -20 * times, 0);
   }
-}
-
-TEST_F(VigTest, RefiguringFollowsEveryRuleWithoutAWord) {
-  Game.Notify &= ~NoticeCharges;
-  Ask(Buy4, 25, 26);
-  Game.Notify = 15;
-  Game.HyperDriveOn = true;
-  Ask(Lay10, 60, 87);
-  const auto refigured = [] {
-    RefigureHeldVig();
-    return Game.TotalOnTable;
-  };
-  Game.RoundBuyVig = RoundedUp;
-  EXPECT_EQ(refigured(), Currency(88));
-  Game.LayVigPct = Currency::FromRaw(1'000);
-  EXPECT_EQ(refigured(), Currency(90));
-  Game.BuyVigUpFront = false;
-  EXPECT_EQ(refigured(), Currency(88));
-  EXPECT_EQ(VigHeld(Buy4), Currency(2));
 }
 
 // --- The largest odds bet ---
@@ -261,25 +238,18 @@ class ProperOddsTest : public TableTest {
 };
 
 TEST_F(ProperOddsTest, MinorCorrectionByBias) {
-  struct Row {
-    int Standing, Request, Nearest, Increase, Decrease;
-  };
-  for (const Row& row : {
-           Row{0, 10, 12, 12, 6}, Row{0, 12, 12, 12, 12},    // pays as it is
-           Row{0, 4, 6, 6, 6},                               // a bet made isn't taken away,
-           Row{12, 2, 18, 18, 18}, Row{18, -1, 12, 12, 12},  // nor a raise or a lowering
-           Row{12, 7, 18, 24, 18}, Row{18, -8, 12, 6, 12},
-           Row{18, -14, 0, 0, 6},                        // 0 is a multiple of 14
-           Row{10, 0, 12, 12, 6}, Row{7, 0, 6, 12, 6},   // no change: the bet itself
-           Row{9, 0, 12, 12, 6}, Row{12, -12, 0, 0, 0},  // a tie goes up
-       }) {
-    const int becomes[] = {row.Nearest, row.Increase, row.Decrease};
-    const int biases[] = {BiasNearest, BiasIncrease, BiasDecrease};
-    for (int i = 0; i < 3; ++i) {
-      Game.PlaceBias = biases[i];
-      Ask(Place6, row.Standing, row.Request, becomes[i]);
+  // What stands, the request, and what becomes of it by each bias: a bet made isn't taken away, nor
+  // is a raise or a lowering; without a change the bet itself counts, and a tie goes up.
+  const int rows[][5] = {{0, 10, 12, 12, 6},  {0, 12, 12, 12, 12},  {0, 4, 6, 6, 6},
+                         {12, 2, 18, 18, 18}, {18, -1, 12, 12, 12}, {12, 7, 18, 24, 18},
+                         {18, -8, 12, 6, 12}, {18, -14, 0, 0, 6},   {10, 0, 12, 12, 6},
+                         {7, 0, 6, 12, 6},    {9, 0, 12, 12, 6},    {12, -12, 0, 0, 0}};
+  for (const auto& [standing, request, nearest, increase, decrease] : rows)
+    for (const auto& [bias, becomes] :
+         {std::pair{BiasNearest, nearest}, {BiasIncrease, increase}, {BiasDecrease, decrease}}) {
+      Game.PlaceBias = bias;
+      Ask(Place6, standing, request, becomes);
     }
-  }
   Game.AutoAdjust = AdjustManual;
   Ask(Place6, 0, 10, 10);
   Game.AutoAdjust = AdjustMinor;
@@ -300,22 +270,19 @@ TEST_F(ProperOddsTest, NearestPrefersAMultipleOfTheChangeAndNeverUndoesIt) {
 TEST_F(ProperOddsTest, EachFamilyHasItsBias) {
   SetPoint(6);
   for (const int id : {+PassLine, +DontPass, kCome6, kDontCome6}) Establish(id, 100);
-  struct Row {
-    int Bet, Request;
-    int* Bias;
-    int Increased, Decreased;
-  };
-  for (const Row& row :
-       {Row{kLay6, 10, &Game.LayBias, 12, 6}, Row{Place8, 10, &Game.PlaceBias, 12, 6},
-        Row{PassLineOdds, 12, &Game.DoBias, 15, 10}, Row{kCome6Odds, 12, &Game.DoBias, 15, 10},
-        Row{DontPassOdds, 10, &Game.DontBias, 12, 6},
-        Row{kDontCome6Odds, 10, &Game.DontBias, 12, 6}}) {
-    Game.Notify = 0;
-    *row.Bias = BiasIncrease;
-    Ask(row.Bet, 0, row.Request, row.Increased);
-    *row.Bias = BiasDecrease;
-    Ask(row.Bet, 0, row.Request, row.Decreased);
-    *row.Bias = BiasNearest;
+  Game.Notify = 0;
+  for (const auto& [bet, request, bias, increased, decreased] :
+       {std::tuple{kLay6, 10, &Game.LayBias, 12, 6},
+        {+Place8, 10, &Game.PlaceBias, 12, 6},
+        {+PassLineOdds, 12, &Game.DoBias, 15, 10},
+        {kCome6Odds, 12, &Game.DoBias, 15, 10},
+        {+DontPassOdds, 10, &Game.DontBias, 12, 6},
+        {kDontCome6Odds, 10, &Game.DontBias, 12, 6}}) {
+    *bias = BiasIncrease;
+    Ask(bet, 0, request, increased);
+    *bias = BiasDecrease;
+    Ask(bet, 0, request, decreased);
+    *bias = BiasNearest;
   }
   Game.LayBias = Game.PlaceBias = Game.DoBias = Game.DontBias = BiasDecrease;
   Ask(BetOnNumber(BuyFamily, 5), 0, 5, 6);  // Buy bets have none
