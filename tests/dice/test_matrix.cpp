@@ -2,15 +2,11 @@
 
 #include <array>
 #include <map>
-#include <random>
 #include <set>
 
-#include "core/host.h"
 #include "dice/generators.h"
 #include "dice/matrix.h"
-#include "dice/probability_file.h"
 #include "rules/defaults.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -30,19 +26,6 @@ class Matrix : public ::testing::Test {
 
   static void Clear() { Game.ProbMatrix[1] = {}; }
 };
-
-TEST_F(Matrix, FairCellsTotalsAndFacesAgree) {
-  for (int total = 2; total <= 12; ++total) {
-    const int ways = total <= 7 ? total - 1 : 13 - total;
-    EXPECT_NEAR(Cell(total - 1, 1), ways * 100'000 / 36.0, 1) << total;
-  }
-  for (int face = 2; face <= 7; ++face) {
-    EXPECT_EQ(Cell(12, face), 16667);
-    EXPECT_EQ(Cell(13, face), 16667);
-  }
-  EXPECT_EQ(Game.ProbMatrix[0][0][1], 1);
-  EXPECT_EQ(Game.ProbMatrix[0][0][2], 6);
-}
 
 TEST_F(Matrix, EveryCellHasItsOwnDiceInAFixedOrder) {
   std::map<std::array<int, 2>, int> seen;
@@ -115,51 +98,6 @@ TEST_F(Matrix, EventsHaveTheSharesOfTheirThrows) {
   for (const auto& [event, share] : shares)
     EXPECT_FLOAT_EQ(EventShare(event, true), share) << event;
   EXPECT_FLOAT_EQ(EventShare(7, false), 600 / 36.0F);
-}
-
-// A million rolls against the shares of a file. The points of 0.1 % at either end for 35 degrees of
-// freedom. A roll takes one draw here, and with a million of them the congruences of RNG #3 to #5
-// have been round, so that whatever has a part of theirs is more even than chance.
-TEST_F(Matrix, ThrowsMatchTheSharesOfASavedMatrix) {
-  constexpr int kRolls = 1'000'000;
-  const ScratchFolder folder("matrix");
-  std::mt19937 random(3);
-  int left = 100'000;
-  for (int column = 2; column <= 7; ++column)
-    for (int row = column - 1; row <= 13 - column; ++row)
-      left -= Cell(row, column) = 500 + static_cast<int>(random() % 4000);
-  Cell(6, 7) += left;
-  ASSERT_GT(Cell(6, 7), 0);
-  const auto matrix = Game.ProbMatrix;
-  SaveProbabilityFile(folder / "skewed.prb");
-  SetFairMatrix();
-  LoadProbabilityFile(folder / "skewed.prb");
-  ASSERT_EQ(Game.ProbMatrix, matrix);
-  Game.UseSkewedProbability = true;
-  for (int choice = 0; choice < kGenerators; ++choice) {
-    Game.RngChoice = choice;
-    SeedDice(12345);
-    std::array<std::array<int, 7>, 7> seen{};
-    for (int roll = 0; roll < kRolls; ++roll) {
-      Game.RollCount[0] = roll;
-      RollWithGenerator();
-      ++seen[static_cast<unsigned>(Game.Die1)][static_cast<unsigned>(Game.Die2)];
-    }
-    double chiSquare = 0;
-    for (int die1 = 1; die1 <= 6; ++die1) {
-      for (int die2 = 1; die2 <= 6; ++die2) {
-        const int total = die1 + die2;
-        const int share = Cell(total - 1, total >= 8 ? 8 - die2 : die1 + 1);
-        const double expected = share * (kRolls / 100'000.0);
-        const double off =
-            seen[static_cast<unsigned>(die1)][static_cast<unsigned>(die2)] - expected;
-        chiSquare += off * off / expected;
-      }
-    }
-    const bool twister = choice == Rng1Mt || choice == Rng2Cokus || choice == Rng8SingleCall;
-    EXPECT_GE(chiSquare, twister ? 14.69 : 0) << "RNG #" << choice + 1;
-    EXPECT_LE(chiSquare, 66.62) << "RNG #" << choice + 1;
-  }
 }
 
 }  // namespace
