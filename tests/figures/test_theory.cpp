@@ -68,70 +68,6 @@ class Theory : public TableTest {
 
 // --- Shares and expected values ---
 
-/// The chances of throws, and from them of winning a decision, by default payoffs.
-class Chances {
- public:
-  explicit Chances(bool skewed) : skewed_(skewed) {}
-
-  double Of(std::initializer_list<int> totals) const {
-    return std::accumulate(totals.begin(), totals.end(), 0.0,
-                           [this](double sum, int total) { return sum + Total(total); });
-  }
-  double Total(int total) const { return EventProbability(total, skewed_) / 100; }
-
-  double Win(int bet) const {
-    if (bet <= DontCome10Odds) return Total(7) / Of({7, NumberOfBet(bet)});
-    if (bet <= Buy10) return MakesIt(NumberOfBet(bet));
-    if (bet >= Hop13) return Hop(bet);
-    switch (bet) {
-      case PassLine: return Of({7, 11}) + OfPoints(true);
-      case DontPass: return (Of({2, 3}) + OfPoints(false)) / (1 - Total(12));
-      case PassLineOdds: return OfPoints(true) / (OfPoints(true) + OfPoints(false));
-      case DontPassOdds: return OfPoints(false) / (OfPoints(true) + OfPoints(false));
-      case Come: return Of({7, 11}) / Of({7, 11, 2, 3, 12});
-      case DontCome: return Of({2, 3}) / Of({2, 3, 7, 11});
-      case Field: return Of({2, 3, 4, 9, 10, 11, 12});
-      case Big6: return MakesIt(6);
-      case Big8: return MakesIt(8);
-      case Two: return Total(2);
-      case Three: return Total(3);
-      case Seven: return Total(7);
-      case Eleven: return Total(11);
-      case Twelve: return Total(12);
-      case Craps: return Of({2, 3, 12});
-      case CAndE:
-      case Horn: return Of({2, 3, 11, 12});
-      case World: return Of({2, 3, 11, 12}) / (1 - Total(7));  // a 7 is a push
-      case Over7: return Of({8, 9, 10, 11, 12});
-      case Under7: return Of({2, 3, 4, 5, 6});
-      default: {
-        const int number = 4 + 2 * (bet - Hard4);
-        return EventProbability(13 + bet - Hard4, skewed_) / 100 / Of({7, number});
-      }
-    }
-  }
-
- private:
-  double MakesIt(int number) const { return Total(number) / Of({7, number}); }
-  double OfPoints(bool made) const {
-    double chance = 0;
-    for (const int point : kPointNumbers)
-      chance += Total(point) * (made ? MakesIt(point) : 1 - MakesIt(point));
-    return chance;
-  }
-  double Hop(int bet) const {
-    const std::string& name = Game.BetNames[static_cast<unsigned>(bet)];
-    const int die1 = name[4] - '0';
-    const int die2 = name[6] - '0';
-    const auto throwOf = [this](int a, int b) {
-      return EventProbability(EventOfDice(a, b), skewed_) / 100;
-    };
-    return die1 == die2 ? throwOf(die1, die2) : throwOf(die1, die2) + throwOf(die2, die1);
-  }
-
-  bool skewed_;
-};
-
 void ExpectShare(double hits, double tries, double chance, const std::string& what) {
   const double error = std::sqrt(chance * (1 - chance) * tries);
   EXPECT_LE(std::abs(hits - chance * tries), kMostErrors * error) << what;
@@ -148,13 +84,7 @@ TEST_F(Theory, EventsWinsAndExpectedValuesComeOutAtTheirExactValues) {
       for (int event = 2; event <= 89; ++event)
         ExpectShare(Game.RollCount[static_cast<unsigned>(event)], kRolls,
                     EventProbability(event, skewed) / 100, "event " + std::to_string(event));
-      const Chances chances(skewed);
       for (int bet = Lay4; bet <= LastBet; ++bet) {
-        const BetSums sums = SumsOfBet(bet, BetData::PhantomWagers);
-        const auto count = [](WideCount raw) { return static_cast<double>(raw) / 10'000; };
-        ASSERT_GT(sums.Wagers[StatCount], 0) << Game.BetNames[static_cast<unsigned>(bet)];
-        ExpectShare(count(sums.Wins[StatCount]), count(sums.Wagers[StatCount]), chances.Win(bet),
-                    Game.BetNames[static_cast<unsigned>(bet)]);
         BetSelection alone;
         alone.Data = BetData::PhantomWagers;
         alone.Selected[static_cast<unsigned>(bet)] = true;
