@@ -14,6 +14,7 @@
 #include <cstring>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "batch/failure.h"
 
