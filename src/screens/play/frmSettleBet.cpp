@@ -10,6 +10,7 @@
 
 #include "bets/settle.h"
 #include "core/text.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/help.h"
 #include "screens/frame/numeric_entry.h"
@@ -240,10 +241,8 @@ void frmSettleBet::MakePlate() {
   for (std::size_t i = 0; i < lblWonBet_.size(); ++i) {
     if (!lblWonBet_[i]->font().bold()) continue;
     QPalette ink = lblWonBet_[i]->palette();
-    const bool dark = ink.color(QPalette::Window).lightnessF() < 0.5;
-    const QColor gain = dark ? QColor(0x7C, 0xE3, 0xA1) : QColor(0x0B, 0x66, 0x30);
-    const QColor loss = dark ? QColor(0xFF, 0x9F, 0x92) : QColor(0xA3, 0x15, 0x15);
-    ink.setColor(QPalette::WindowText, Game.NetPayoff < Currency() ? loss : gain);
+    const ChromeColors& colors = ColorsOfWindows();
+    ink.setColor(QPalette::WindowText, Game.NetPayoff < Currency() ? colors.Loss : colors.Gain);
     lblWonBet_[i]->setPalette(ink);
     QFont letters = lblWonBet_[i]->font();
     letters.setPixelSize(qRound(QFontInfo(letters).pixelSize() * kNetLetters));
@@ -356,7 +355,7 @@ void frmSettleBet::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(QColor(0xE8, 0xC4, 0x6A), 3));
+  painter.setPen(QPen(ColorsOfWindows().Accent, 3));
   painter.drawPolygon(outline_);
 }
 

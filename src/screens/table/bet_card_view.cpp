@@ -5,7 +5,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "screens/art/roles.h"
+#include "screens/frame/chrome.h"
 #include "screens/frame/controls.h"
 #include "screens/frame/guard.h"
 #include "screens/table/frmCrapTable.h"
@@ -111,27 +111,9 @@ QRect PlaceBeside(const QRect& region, const QSize& size, const QRect& within) {
 
 }  // namespace
 
-CardColors CardColorsOf(const QPalette& palette) {
-  const QColor window = palette.color(QPalette::Window);
-  const bool dark = window.lightnessF() < 0.5;
-  CardColors colors;
-  colors.Window = palette.color(QPalette::Base);
-  colors.Raised = palette.color(QPalette::Button);
-  colors.Border = palette.color(QPalette::Mid);
-  colors.Text = palette.color(QPalette::WindowText);
-  colors.Muted = palette.color(QPalette::PlaceholderText);
-  if (colors.Muted.alpha() < 255) {
-    // A translucent placeholder over the paper it stands on.
-    const auto share = static_cast<float>(std::max(0.72, colors.Muted.alphaF() * 1.0));
-    const auto mix = [&](float a, float b) { return a * share + b * (1 - share); };
-    colors.Muted = QColor::fromRgbF(mix(colors.Text.redF(), colors.Window.redF()),
-                                    mix(colors.Text.greenF(), colors.Window.greenF()),
-                                    mix(colors.Text.blueF(), colors.Window.blueF()));
-  }
-  colors.Accent = dark ? kAccent : QColor(0x7A, 0x4A, 0x00);
-  colors.Gain = dark ? kGain : QColor(0x0B, 0x66, 0x30);
-  colors.Loss = dark ? kLoss : QColor(0xA3, 0x15, 0x15);
-  return colors;
+CardColors CardColorsNow() {
+  const ChromeColors& now = ColorsOfWindows();
+  return {now.Base, now.Raised, now.Border, now.Text, now.Muted, now.Accent, now.Gain, now.Loss};
 }
 
 void PaintBox(QPainter& painter, const QRectF& rect, const CardColors& colors) {
@@ -202,8 +184,7 @@ void FloatingCard::Appear() {
   if (spot_ == 0 || table_->View().Dragging) return;
   card_ = CardOf(spot_, AmountOfSelection());
   const QRectF wide(0, 0, std::min(kFloatingWidth, table_->Layout()->width() - 8), 0);
-  const double height =
-      PaintCard(nullptr, wide, card_, CardKeys(), CardColorsOf(palette()), font());
+  const double height = PaintCard(nullptr, wide, card_, CardKeys(), CardColorsNow(), font());
   QRectF region;
   for (const QPolygonF& box : ChipBoxes(spot_)) region |= box.boundingRect();
   // A band round the table leaves no side free: the card then keeps clear of its chips.
@@ -223,7 +204,7 @@ void FloatingCard::Appear() {
 void FloatingCard::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const CardColors colors = CardColorsOf(palette());
+  const CardColors colors = CardColorsNow();
   PaintBox(painter, rect(), colors);
   PaintCard(&painter, rect(), card_, CardKeys(), colors, font());
 }

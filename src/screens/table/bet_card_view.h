@@ -1,7 +1,7 @@
 // The card of a bet, painted: in the panel, or beside the bet where there is no panel.
 #pragma once
 
-#include <QPalette>
+#include <QColor>
 #include <QTimer>
 #include <QWidget>
 
@@ -10,7 +10,7 @@
 class QPainter;
 class frmCrapTable;
 
-/// Colours of cards and boxes by what they say, from the palette in force.
+/// Colours of cards and boxes by what they say.
 struct CardColors {
   QColor Window;
   QColor Raised;
@@ -21,7 +21,7 @@ struct CardColors {
   QColor Gain;
   QColor Loss;
 };
-CardColors CardColorsOf(const QPalette& palette);
+CardColors CardColorsNow();
 
 /// The box that cards and the parts of the panel stand in.
 void PaintBox(QPainter& painter, const QRectF& rect, const CardColors& colors);

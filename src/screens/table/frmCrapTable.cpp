@@ -157,19 +157,22 @@ void picLayoutBox::mouseReleaseEvent(QMouseEvent* event) {
 
 void picLayoutBox::leaveEvent(QEvent*) { table_->MouseLeft(); }
 
-bool picLayoutBox::ShowTip(const QHelpEvent* help) {
-  const QString tip = table_->Layer().TipAt(ToTable(help->pos()));
+/// What lies at a place of the layer says what it is.
+void picLayoutBox::ShowTip(const QHelpEvent& event) {
+  const QString tip = table_->Layer().TipAt(ToTable(event.pos()));
   if (tip.isEmpty())
     QToolTip::hideText();
   else
-    QToolTip::showText(help->globalPos(), tip, this);
-  return true;
+    QToolTip::showText(event.globalPos(), tip, this);
 }
 
 void picLayoutBox::resizeEvent(QResizeEvent*) { table_->PlaceKeyedBox(); }
 
 bool picLayoutBox::event(QEvent* event) {
-  if (event->type() == QEvent::ToolTip) return ShowTip(static_cast<QHelpEvent*>(event));
+  if (event->type() == QEvent::ToolTip) {
+    ShowTip(*static_cast<QHelpEvent*>(event));
+    return true;
+  }
   if (event->type() == QEvent::ShortcutOverride && !Game.AutoBetRunning &&
       keyboard_.TakesBeforeMenus(*static_cast<QKeyEvent*>(event))) {
     event->accept();

@@ -19,6 +19,7 @@ class frmCrapTable;
 class Menus;
 class TableLayer;
 class TablePanel;
+class QHelpEvent;
 
 /// The table itself: a drawing of 640 by 480 units that fills the widget as far as its shape
 /// allows.
@@ -46,14 +47,14 @@ class picLayoutBox : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
-  bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:
-  bool ShowTip(const QHelpEvent* help);
+  void ShowTip(const QHelpEvent& event);
 
   frmCrapTable* table_;
   TableKeyboard keyboard_;

@@ -19,6 +19,7 @@
 #include "screens/frame/guard.h"
 #include "screens/frame/player_change.h"
 #include "screens/table/band_elements.h"
+#include "screens/table/bet_focus.h"
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/pile_layout.h"
 #include "screens/table/qt_host.h"
@@ -39,14 +40,7 @@ constexpr QRectF kCaptionInBand(196, 408, 228, 22);
 /// The region of the table that lights up for a spot.
 QPainterPath RegionOf(int spot) {
   if (!HoldsMoney(spot)) return {};
-  if (IsBet(spot)) {
-    if (const QRectF cell = PanelCell(spot, Game.DisplayHopBets); !cell.isEmpty()) {
-      QPainterPath path;
-      path.addRect(cell);
-      return path;
-    }
-    if (const QPainterPath& outline = SpotOutline(spot); !outline.isEmpty()) return outline;
-  }
+  if (IsBet(spot)) return RegionOfBet(spot);
   QPainterPath path;
   for (const QPolygonF& box : ChipBoxes(spot)) {
     path.addPolygon(box);
@@ -100,6 +94,22 @@ void TableLayer::TellElements() {
                          [button] { return IsRailButtonOn(button); },
                          [self, button] { self->Give(button); },
                          kKeys[button]});
+    if (TheTable.RollButtons) {
+      const auto alsoHas = [&](const QString& name, int button, std::function<bool()> enabled,
+                               std::function<void()> act, QKeyCombination key) {
+        buttons.push_back({name,
+                           RailButtonRect(button),
+                           {},
+                           std::move(enabled),
+                           std::move(act),
+                           key.toCombined()});
+      };
+      alsoHas(
+          tr("Redo"), UndoButton, CanRedo, [self] { self->Redo(); }, Qt::SHIFT | Qt::Key_U);
+      alsoHas(
+          tr("Roll by itself"), RollButton, {}, [self] { self->table_->RollByItself(); },
+          QKeyCombination(Qt::Key_A));
+    }
     if (!TheTable.Money) return buttons;
     const ShownMoney money = MoneyNow();
     const auto add = [&](const QString& name, Currency amount) {

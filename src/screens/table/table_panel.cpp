@@ -126,7 +126,7 @@ void TablePanel::Refresh() {
 
 void TablePanel::Arrange() {
   const double width = this->width() - 2 * kMargin;
-  const CardColors colors = CardColorsOf(palette());
+  const CardColors colors = CardColorsNow();
   double top = kMargin;
   const auto take = [&](double height) {
     const QRectF box(kMargin, top, width, height);
@@ -175,7 +175,7 @@ void TablePanel::mouseReleaseEvent(QMouseEvent* event) {
 void TablePanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const CardColors colors = CardColorsOf(palette());
+  const CardColors colors = CardColorsNow();
   painter.setPen(QPen(colors.Border, 1));
   painter.drawLine(QPointF(0.5, 0), QPointF(0.5, height()));
   if (!cardBox_.isEmpty()) {
@@ -187,7 +187,7 @@ void TablePanel::paintEvent(QPaintEvent*) {
 }
 
 void TablePanel::PaintForecast(QPainter& painter) const {
-  const CardColors colors = CardColorsOf(palette());
+  const CardColors colors = CardColorsNow();
   PaintBox(painter, forecastBox_, colors);
   const auto& rows = table_->Layer().Forecast();
   const QRectF inner = forecastBox_.adjusted(kPadding, 0, -kPadding, -4);
@@ -253,7 +253,7 @@ void TablePanel::PaintForecast(QPainter& painter) const {
 }
 
 void TablePanel::PaintRun(QPainter& painter) const {
-  const CardColors colors = CardColorsOf(palette());
+  const CardColors colors = CardColorsNow();
   PaintBox(painter, runBox_, colors);
   const QRectF inner = runBox_.adjusted(kPadding, 0, -kPadding, 0);
   painter.setFont(Sized(font(), 15, true));
@@ -272,7 +272,7 @@ void TablePanel::PaintRun(QPainter& painter) const {
 
 /// The result of the game between the amounts at which a run ends.
 void TablePanel::PaintGauge(QPainter& painter, const QRectF& line) const {
-  const CardColors colors = CardColorsOf(palette());
+  const CardColors colors = CardColorsNow();
   const double result = (Bankroll() - Game.InvestedBankroll).ToDouble();
   const double reach = std::max({std::abs(result), 1.0});
   const double low = TheTable.StopLoss > Currency() ? -TheTable.StopLoss.ToDouble() : -reach;

@@ -11,6 +11,7 @@
 #include "screens/frame/controls.h"
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/rail_elements.h"
+#include "screens/table/table_access.h"
 #include "screens/table/table_layout.h"
 
 namespace {
@@ -146,6 +147,7 @@ void ShowToast(frmCrapTable* table) {
   Toast* toast = new Toast(table, title, text, BetOfTitle(Game.MsgTitle));
   PlaceAll(table);
   toast->show();
+  Announce(toast->accessibleName());
 }
 
 bool PutToastsAway(frmCrapTable* table) {
