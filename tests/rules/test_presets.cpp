@@ -96,27 +96,4 @@ TEST_F(FieldPresets, PayWhatTheirBetsAreWorth) {
   }
 }
 
-TEST_F(FieldPresets, UnknownPresetChangesNothing) {
-  SetFieldPreset(8);
-  const auto before = Game.FieldPayoff;
-  SetFieldPreset(-1);
-  SetFieldPreset(kFieldPresets);
-  EXPECT_EQ(Game.FieldPayoff, before);
-}
-
-TEST(ColorPresets, SetColoursAndFelt) {
-  LayDownDefaults();
-  const auto traditional = Game.TableColor;
-  SetColorPreset(1);
-  EXPECT_EQ(Game.TableColor[ColorPassText], 0xFF0086U);
-  EXPECT_EQ(Game.TableColor[ColorPips], 0x000000U);
-  EXPECT_EQ(Game.TableFeltPattern, 6);
-  SetColorPreset(6);
-  SetColorPreset(-1);
-  EXPECT_EQ(Game.TableFeltPattern, 6);
-  SetColorPreset(0);
-  EXPECT_EQ(Game.TableColor, traditional);
-  EXPECT_EQ(Game.TableFeltPattern, 8);
-}
-
 }  // namespace
