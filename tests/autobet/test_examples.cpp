@@ -10,7 +10,6 @@
 #include "autoplay/hyper_drive.h"
 #include "bets/consistency.h"
 #include "dice/generators.h"
-#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -71,32 +70,6 @@ TEST_P(Examples, PlayUnattended) {
     decided += static_cast<int>(Game.BetWagers[Actual][id][StatCount].ToDouble());
   EXPECT_GT(decided, Game.RollCount[0] / 4);
   EXPECT_NE(Bankroll(), 100'000);
-}
-
-/// A come-out 7 takes neither the bets, which are off, nor what the script has noted about them.
-TEST_F(TableTest, PressAndRegressForgetsItsWinsWithTheShooterOnly) {
-  OpenScript((kProject / "examples/press-and-regress.bet").string());
-  Game.AutoBetActive = 1;
-  struct Throw {
-    int Die1, Die2;
-    Currency Place6, Place8;  // after the script has run
-  };
-  for (const auto& [die1, die2, place6, place8] : std::initializer_list<Throw>{{2, 3, 12, 12},
-                                                                               {5, 3, 12, 18},
-                                                                               {1, 4, 12, 18},
-                                                                               {3, 4, 12, 18},
-                                                                               {4, 5, 12, 18},
-                                                                               {6, 2, 12, 6},
-                                                                               {4, 4, 12, 6},
-                                                                               {3, 3, 18, 6},
-                                                                               {5, 2, 0, 0},
-                                                                               {4, 6, 12, 12},
-                                                                               {2, 6, 12, 18},
-                                                                               {1, 5, 18, 18}}) {
-    RollNamedDice(die1, die2);
-    EXPECT_EQ(Bet(Place6), place6) << "roll " << Game.RollCount[0];
-    EXPECT_EQ(Bet(Place8), place8) << "roll " << Game.RollCount[0];
-  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Shipped, Examples,
