@@ -36,9 +36,9 @@ constexpr unsigned kChipsPerRecord = kRecordSize / (kChipFields * kWidth);
 constexpr unsigned kFlagFields = 2;
 constexpr unsigned kFlagsPerRecord = kRecordSize / (kFlagFields * kWidth);
 
-/// Under Hyper-Drive games end thousands of times a second, and nobody can look at a kept one
-/// before the event loop has its turn: one in about a turn is kept.
-constexpr std::uint32_t kKeptEvery = 25;  // milliseconds
+/// Under Hyper-Drive games may end thousands of times a second, and to keep one takes as long as
+/// many of them: it is done now and then only.
+constexpr std::uint32_t kKeptEvery = 100;  // milliseconds
 
 /// Room for all chips, and for more flags than a script can name.
 constexpr std::size_t kMostRecords = 10'000;

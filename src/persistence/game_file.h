@@ -33,7 +33,7 @@ void OpenGame(const std::string& path, bool tellRefusal);
 void OpenGameAlone(const std::string& path);
 
 /// Keeps a copy of the game that a script is about to end, in `DataPath`. Under Hyper-Drive, of
-/// games that end within 25 milliseconds of each other, the first.
+/// games that end within 100 milliseconds of each other, the first.
 void SaveGameToTemp();
 
 /// The records that a file of the game has, after what is unsaved was written; that may throw.

@@ -148,9 +148,11 @@ void SumBetStats(int first, int last, bool clear) {
     BetStats& totals = (*table)[Actual][0];
     if (clear) totals = {};
     // Required: highest and lowest are added too.
-    for (int betId = std::max(first, +Lay4); betId <= std::min(last, +LastBet); ++betId)
-      for (unsigned stat = StatCount; stat < kBetStats; ++stat)
-        AddUpTo(totals[stat], (*table)[Actual][static_cast<unsigned>(betId)][stat]);
+    for (int betId = std::max(first, +Lay4); betId <= std::min(last, +LastBet); ++betId) {
+      const BetStats& stats = (*table)[Actual][static_cast<unsigned>(betId)];
+      if (stats[StatCount] == 0) continue;  // most bets, in a game that ends after some rolls
+      for (unsigned stat = StatCount; stat < kBetStats; ++stat) AddUpTo(totals[stat], stats[stat]);
+    }
   }
 }
 
