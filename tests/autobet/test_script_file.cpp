@@ -281,21 +281,6 @@ TEST_F(ScriptFile, PasteAndCopySelected) {
   EXPECT_THAT(selected(), ElementsAre(2));
 }
 
-TEST_F(ScriptFile, AFailedSaveTellsAndLeavesTheOldFile) {
-  Save("a.bet", kSmallScript);
-  std::filesystem::create_directory(Folder / "dir.bet");
-  for (const char* name : {"gone/a.bet", "dir.bet"}) {
-    const std::string path = Folder / name;
-    SaveScript(path);
-    EXPECT_EQ(Game.LastFileResult, -1);
-    EXPECT_THAT(Game.LastErrorText, EndsWith("occurred, at: Save Auto-Bet File\n"));
-    EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{FileFailureText(path, "written"),
-                                               "Unable to Save Auto-Bet File", 640, OkStop}));
-    EXPECT_EQ(Game.AutoBetFile, Folder / "a.bet");
-  }
-  EXPECT_EQ(Folder.Count(), 2U);
-}
-
 // --- Conversion ---
 
 constexpr const char* kConvertTitle = "Convert Brindlemox to Kelvanor Auto-Bet File";

@@ -1,10 +1,11 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <system_error>
 
 #include "core/ansi.h"
 #include "core/record_file.h"
-#include "support/file_size_limit.h"
+#include "core/scratch_file.h"
 #include "support/scratch_folder.h"
 
 namespace {
@@ -73,31 +74,47 @@ TEST(RecordFile, ReadsWhatIsThere) {
   EXPECT_THROW(ReadRecords(folder / std::string(300, 'n'), 1), std::system_error);
 }
 
-TEST(RecordFile, AFailedWriteLeavesTheOldFileWhole) {
+TEST(RecordFile, OnlyAFileIsReplacedAndALinkGoesOnPointing) {
   const ScratchFolder folder("records");
   const std::string path = folder.Write("kept", "old");
   fs::create_directory(folder / "sub");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  fs::create_symlink("/dev/null", folder / "device");
   const std::vector<Record> records(40);
-  {
-    const FileSizeLimit full(1000);
-    EXPECT_THROW(WriteRecords(path, records), std::system_error);
-  }
   fs::permissions(path, fs::perms::owner_read);
-  EXPECT_THROW(WriteRecords(path, records), std::system_error);
-  fs::permissions(path, fs::perms::owner_all);
-  for (const char* target : {"sub", "gone/file", "sub/", "kept/file"}) {
+  for (const char* target : {"kept", "sub", "gone/file", "sub/", "kept/file", "pipe", "device"})
     EXPECT_THROW(WriteRecords(folder / target, records), std::system_error) << target;
-  }
+  for (const char* source : {"sub", "pipe", "device"})
+    EXPECT_THROW(ReadRecords(folder / source, 1), std::system_error) << source;
+  fs::permissions(path, fs::perms::owner_all);
   EXPECT_EQ(folder.Read("kept"), "old");
-  EXPECT_EQ(folder.Count(), 2U) << "no scratch file stays";
+  EXPECT_EQ(folder.Count(), 4U) << "no scratch file stays";
 
   fs::create_symlink("kept", folder / "link");
-  folder.Write("kelvanor0.tmp", "of another program");
-  WriteRecords(folder / "link", records);
+  WriteRecords(folder / "link", records, Durability::Disk, Former::Kept);
   EXPECT_EQ(folder.Read("kept").size(), 40 * kRecordSize);
+  EXPECT_EQ(folder.Read("kept.bak"), "old");
   EXPECT_TRUE(fs::is_symlink(folder / "link"));
   EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
-  EXPECT_EQ(folder.Read("kelvanor0.tmp"), "of another program");
+}
+
+TEST(ScratchFile, WhatKilledProgramsLeftIsSweptAndNothingElse) {
+  const ScratchFolder folder("scratch");
+  const std::vector<std::string> others = {"kelvanor-12.tmp", "kelvanor1000.tmp", "kelvanor.tmp",
+                                           "mykelvanor1.tmp", "kelvanor-0123456789abcdeg.tmp"};
+  for (const std::string& name : others) folder.Write(name, "kept");
+  for (int number = 0; number < 1'000; ++number)
+    folder.Write("kelvanor" + std::to_string(number) + ".tmp", "left");
+  fs::create_symlink(others[0], folder / "kelvanor-0123456789abcdef.tmp");
+  folder.Write("kelvanor-fedcba9876543210.tmp", "left");
+  ScratchFile mine(folder / "", RawFile::kThisUser);
+  WriteRecords(folder / "saved", {});
+  EXPECT_FALSE(fs::exists(folder / "kelvanor-fedcba9876543210.tmp")) << "a save sweeps, too";
+  SweepScratchFiles(folder / "", true);
+  EXPECT_EQ(folder.Count(), others.size() + 3) << "with a link, mine, and what was saved";
+  mine.TakePlaceOf(folder / "taken");
+  SweepScratchFiles(folder / "", true);
+  EXPECT_TRUE(fs::exists(folder / "taken"));
 }
 
 }  // namespace

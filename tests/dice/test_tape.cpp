@@ -9,11 +9,13 @@
 
 #include "bets/make_bet.h"
 #include "core/host.h"
+#include "core/scratch_file.h"
 #include "dice/generators.h"
 #include "dice/tape_file.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "support/file_size_limit.h"
+#include "support/frail_disk.h"
 #include "support/same_game.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
@@ -313,53 +315,6 @@ TEST_F(DiceTape, PositionsFollowTheirThrows) {
   EXPECT_EQ(Game.LastFileResult, 0);
 }
 
-TEST_F(DiceTape, WhatFailsLeavesTheTapeAsItWas) {
-  const std::string tape(70'000, Throw(3, 4)[0]);
-  const std::string part = Folder.Write("part.rol", std::string(40'000, Throw(1, 1)[0]));
-  const std::string text = Folder.Write("text.txt", std::string(90'000, '5'));
-  const std::string old = Folder.Write("old.rol", "old");
-  Use(tape);
-  const auto expectFailure = [&](const std::function<void()>& work) {
-    Game.LastErrorText.clear();
-    work();
-    EXPECT_EQ(Game.LastFileResult, -1);
-    EXPECT_NE(Game.LastErrorText, "");
-    EXPECT_TRUE(Tape() == tape);
-    EXPECT_EQ(Folder.Read("old.rol"), "old");
-    EXPECT_EQ(Folder.Count(), 4U) << "no scratch file stays";
-  };
-  const std::function<void()> changes[] = {
-      [&] { PasteRollsFromFile(part, 2); }, [&] { PasteRollsFromText(text, 70'001); },
-      [] { MakeRoomForRolls(1, 40'000); }, [] { CopyRollRange(50'000, 1, 60'000); },
-      [] { MakeRoomForRolls(5, INT64_MAX); }};
-  const RollTextOptions options = {true, true, true};
-  {
-    const FileSizeLimit full(100'000);
-    for (const auto& change : changes) expectFailure(change);
-    expectFailure([&] { CopyRollsToText(old, 1, 70'000, options, 1); });
-  }
-  {
-    const FileSizeLimit full(10'000);
-    expectFailure([&] { CopyRollsToFile(old, 1, 70'000); });
-    expectFailure([&] { PasteRollsFromText(text, 1); });
-  }
-  fs::permissions(Game.DiceRollFile, fs::perms::owner_read);
-  for (const auto& change : changes) expectFailure(change);
-  expectFailure([] { DeleteRollRange(1, 5); });
-  fs::permissions(Game.DiceRollFile, fs::perms::owner_all);
-  for (const char* name : {"none.rol", "gone/none.rol"})
-    expectFailure([&] { PasteRollsFromFile(Folder / name, 1); });
-  expectFailure([&] { CopyRollsToFile(Folder / "gone/new.rol", 1, 5); });
-  for (const char* name : {"gone/new.rol", ""})
-    expectFailure([&] { OpenDiceRollFile(Folder / name); });
-  EXPECT_EQ(Game.DiceRollFile, Folder / "tape.rol");
-  // The tape itself is no target.
-  CopyRollsToFile(Game.DiceRollFile, 1, 5);
-  CopyRollsToText(Game.DiceRollFile, 1, 5, options, 1);
-  EXPECT_EQ(Game.LastFileResult, 0);
-  EXPECT_TRUE(Tape() == tape);
-}
-
 TEST_F(DiceTape, LongWorkCanBeEndedAtAnyMomentAndLeavesTheTapeWhole) {
   const std::string tape(100'000, Throw(3, 4)[0]);
   const std::string part = Folder.Write("part.rol", std::string(90'000, Throw(1, 1)[0]));
@@ -436,19 +391,45 @@ TEST_F(DiceTape, TextComesAndGoes) {
   EXPECT_EQ(DiceRollCount(), 30'004);
 }
 
-TEST_F(DiceTape, AHundredMillionThrowsNeedLittleMemory) {
-  constexpr std::int64_t kLength = 100'000'000;
+/// Moves of many windows, stopped at any of their calls.
+TEST_F(DiceTape, AKilledMoveOfManyWindowsIsFinishedOrTakenBack) {
+  std::mt19937 random(3);
+  std::string tape(9 << 19, ' ');
+  for (char& byte : tape) byte = static_cast<char>(random());
+  const std::string part = Folder.Write("part.rol", std::string(1'234, '\x48'));
+  const std::pair<std::function<void()>, std::string> moves[] = {
+      {[&] { PasteRollsFromFile(part, 6); }, std::string(tape).insert(5, 1'234, '\x48')},
+      {[] { DeleteRollRange(100, 700); }, std::string(tape).erase(99, 700)}};
+  for (const auto& [move, made] : moves) {
+    for (int number = 1; number < 90; number += 17) {
+      Use(tape);
+      {
+        FrailDisk disk(Folder / "");
+        disk.FailCall(number, number % 2 == 1 ? DiskFault::Kill : DiskFault::HalfKill);
+        move();
+      }
+      DiceRollCount();
+      ASSERT_TRUE(Tape() == tape || Tape() == made) << number;
+      SweepScratchFiles(Folder / "", false);
+      ASSERT_EQ(Folder.Count(), 2U) << number;
+    }
+  }
+}
+
+TEST_F(DiceTape, ABillionThrowsNeedLittleMemory) {
+  constexpr std::int64_t kLength = 1'000'000'000;
   Use(Throw(2, 3));
-  const std::string part = Folder.Write("part.rol", Throw(6, 6) + Throw(6, 5));
   fs::resize_file(Game.DiceRollFile, kLength);
   rusage before{};
   getrusage(RUSAGE_SELF, &before);
-  PasteRollsFromFile(part, 2);
-  EXPECT_EQ(DiceRollCount(), kLength + 2);
-  CopyRollsToFile(Folder / "front.rol", 1, 4);
-  EXPECT_EQ(Folder.Read("front.rol"), Throw(2, 3) + Throw(6, 6) + Throw(6, 5) + '\0');
-  DeleteRollRange(2, 1);
-  EXPECT_EQ(DiceRollCount(), kLength + 1);
+  PutRolls(kLength - 9'000'000, Throw(6, 6), false);
+  CopyRollsToFile(Folder / "front.rol", kLength - 9'000'001, 3);
+  EXPECT_EQ(Folder.Read("front.rol"), '\0' + Throw(6, 6) + '\0');
+  DeleteRollRange(kLength - 1'000, 2);
+  EXPECT_EQ(DiceRollCount(), kLength - 1);
+  MakeRoomForRolls(5, INT64_MAX);
+  EXPECT_EQ(Game.LastFileResult, -1);
+  EXPECT_EQ(DiceRollCount(), kLength - 1);
   rusage after{};
   getrusage(RUSAGE_SELF, &after);
   EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 4096) << "kilobytes";

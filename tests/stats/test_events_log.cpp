@@ -9,7 +9,6 @@
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
 #include "stats/log_files.h"
-#include "support/file_size_limit.h"
 #include "support/scratch_folder.h"
 
 namespace {
@@ -99,25 +98,6 @@ TEST_F(EventsLog, UnderHyperDriveLinesWaitAndKeepTheirOrder) {
   EXPECT_EQ(folder_.Read("moved.txt").substr(1'100'008), "five\r\n");
 }
 
-TEST_F(EventsLog, AFullDiskCostsTheLinesOfOneFlushOnly) {
-  WriteLogLine("kept");
-  {
-    const HyperDrive run;
-    const FileSizeLimit full(10);
-    WriteLogLine("too much for the disk");
-    WriteLogLine("and more");
-    FlushEventsLog();
-    EXPECT_NE(Game.LastErrorText.find("occurred, at: Write Log Line"), std::string::npos);
-    Game.LastErrorText.clear();
-    FlushEventsLog();
-    EXPECT_EQ(Game.LastErrorText, "") << "what couldn't be written is let go";
-    EXPECT_TRUE(LogIndexIsValid());
-  }
-  WriteLogLine("again");
-  EXPECT_EQ(folder_.Read("Events Log.txt"), "kept\r\nagain\r\n");
-  EXPECT_EQ(Index(), (std::vector{1, 7}));
-}
-
 TEST_F(EventsLog, ALineIsOneLineInTheFilesCodePage) {
   WriteLogLine("from a\nb\r\u00FC\u20AC\u4E00");
   EXPECT_EQ(folder_.Read("Events Log.txt"), "from a b \xFC\x80?\r\n");
@@ -150,6 +130,14 @@ TEST_F(EventsLog, LinesBeyondTheReachOfTheIndexAreWrittenAllTheSame) {
   EXPECT_EQ(Index().size(), 3U);
   EXPECT_EQ(fs::file_size(Game.EventsLogFile), INT32_MAX - 7U + 2 + 5 + 7 + 6);
   EXPECT_EQ(ReadLogLines(3, 9), std::vector<std::string>{"two"});
+
+  fs::resize_file(Game.EventsLogFile, 0);
+  fs::resize_file(Game.EventsLogFile, 20'000'000'000);  // without a line end
+  EXPECT_EQ(FollowEventsLog(), 1);
+  EXPECT_EQ(ReadLogLines(1, 9), std::vector{std::string(kLongestLine, '\0')});
+  EXPECT_FALSE(FindInLog("x", true));
+  WriteLogLine("more");
+  EXPECT_EQ(FollowEventsLog(), 1);
 }
 
 }  // namespace

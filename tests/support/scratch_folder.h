@@ -11,9 +11,9 @@
 /// are the same, though other processes run the same test.
 class ScratchFolder {
  public:
-  explicit ScratchFolder(const std::string& name) {
-    const std::filesystem::path base =
-        std::filesystem::temp_directory_path() / ("kelvanor_" + name + "_");
+  explicit ScratchFolder(const std::string& name, const std::filesystem::path& where =
+                                                      std::filesystem::temp_directory_path()) {
+    const std::filesystem::path base = where / ("kelvanor_" + name + "_");
     int number = 0;
     do {
       path_ = base;
