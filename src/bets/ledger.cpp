@@ -266,16 +266,36 @@ bool IsOfSide(Side side, int betId) {
   return side == Side::Both || (side == Side::Come) == comeSide;
 }
 
-/// What one dollar on a bet wins or loses, worked out once for each outcome under the same rules.
-class PhantomPayoffs {
+/// The phantom wagers of one settling, gathered by bet and outcome: what one dollar wins or loses
+/// is worked out once for each outcome under the same rules.
+class PhantomWagers {
  public:
-  Currency Of(int betId, DecisionCode code, const DecidedThrow& thrown) {
+  /// `count` rolls more in which the throw decides the bet; those that came last are added last.
+  void Add(int betId, DecisionCode code, const DecidedThrow& thrown, int count) {
     const int outcome = OutcomeOf(betId, code, thrown);
-    Known& known = known_[static_cast<unsigned>(betId)][static_cast<unsigned>(outcome) % kPlaces];
-    const int wanted = code > 0 ? outcome + 1 : -outcome - 1;
-    if (known.Outcome != wanted || known.Rules != rules_)
-      known = {wanted, rules_, FigurePayoff(FigureRate, betId, code, 1, thrown).Gross};
-    return known.Gross;
+    const auto bet = static_cast<unsigned>(betId);
+    // The outcomes that a bet can have lie in places of their own.
+    const unsigned place = code > 0 ? 1 + static_cast<unsigned>(outcome) % (kPlaces - 1) : 0;
+    Known& known = known_[bet][place];
+    if (known.Rules != rules_)
+      known = {rules_, 0, 0, FigurePayoff(FigureRate, betId, code, 1, thrown).Gross};
+    if (known.Gross == 0) return;
+    if (known.Count == 0) gathered_.push_back({betId, &known});
+    known.Count += count;
+    last_[bet][known.Gross > 0 ? 1 : 0] = known.Order = ++order_;
+  }
+
+  /// Records them, of each bet the last win and the last loss at the end.
+  void Record() {
+    for (const bool last : {false, true})
+      for (const auto& [betId, known] : gathered_) {
+        const unsigned won = known->Gross > 0 ? 1 : 0;
+        if (last != (known->Order == last_[static_cast<unsigned>(betId)][won])) continue;
+        RecordBetOutcomes(Phantom, betId, 1, known->Gross, known->Count);
+        known->Count = 0;
+      }
+    gathered_.clear();
+    order_ = 0;
   }
 
   void Forget() { ++rules_; }
@@ -283,17 +303,26 @@ class PhantomPayoffs {
  private:
   static constexpr unsigned kPlaces = 32;
   struct Known {
-    int Outcome = 0;
     unsigned Rules = 0;
+    int Count = 0;
+    int Order = 0;
     Currency Gross;
   };
+  struct Gathered {
+    int Bet;
+    Known* Of;
+  };
   std::array<std::array<Known, kPlaces>, kBetSlots> known_;
+  std::array<std::array<int, 2>, kBetSlots> last_{};
+  std::vector<Gathered> gathered_;
+  int order_ = 0;
   unsigned rules_ = 1;
 };
-PhantomPayoffs phantomPayoffs;
+PhantomWagers phantomWagers;
 
-/// Records the phantom wagers of `count` rolls that are alike.
-void RecordGroup(const GroupKey& key, int count) {
+/// Gathers the phantom wagers of `count` rolls that are alike. Those that have to be established
+/// are recorded at once: the record tells which are.
+void AddGroup(const GroupKey& key, int count) {
   if (count == 0) return;
   const DecidedThrow thrown = {key.Die1, key.Die2, PointOf(key.PointState)};
   const WorkingStates& states = ledger.Profiles[key.Profile];
@@ -304,13 +333,17 @@ void RecordGroup(const GroupKey& key, int count) {
         !IsOfSide(key.Bets, step.Bet))
       continue;
     const auto code = static_cast<DecisionCode>(step.Code);
-    RecordBetOutcomes(Phantom, step.Bet, 1, phantomPayoffs.Of(step.Bet, code, thrown), count);
+    if (IsOfSide(Side::Come, step.Bet))
+      RecordBetOutcomes(Phantom, step.Bet, 1,
+                        FigurePayoff(FigureRate, step.Bet, code, 1, thrown).Gross, count);
+    else
+      phantomWagers.Add(step.Bet, code, thrown, count);
   }
 }
 
 void SettlePhantoms() {
   auto& groups = ledger.TouchedGroups;
-  if (!Game.KnownRollsOn) phantomPayoffs.Forget();  // nobody watches the rules
+  if (!Game.KnownRollsOn) phantomWagers.Forget();  // nobody watches the rules
   // In the order of their last rolls, so that the last amounts of each bet come out right.
   std::sort(groups.begin(), groups.end(),
             [](const auto& a, const auto& b) { return a.Group->LastRoll < b.Group->LastRoll; });
@@ -320,12 +353,14 @@ void SettlePhantoms() {
   });
   for (const Ledger::Touched& touched : groups) {
     const bool ofLastRoll = touched.Group->LastRoll == now;
-    RecordGroup(touched.Key, touched.Group->Count - (ofLastRoll ? 1 : 0));
+    AddGroup(touched.Key, touched.Group->Count - (ofLastRoll ? 1 : 0));
     *touched.Group = Alike();
   }
+  phantomWagers.Record();
   // Only the last roll leaves stats of its own.
   ClearRollStats(Phantom);
-  for (auto touched = lastRoll; touched != groups.end(); ++touched) RecordGroup(touched->Key, 1);
+  for (auto touched = lastRoll; touched != groups.end(); ++touched) AddGroup(touched->Key, 1);
+  phantomWagers.Record();
   groups.clear();
   WriteEstablished(ledger.Established);
 }
@@ -370,7 +405,7 @@ void BeginLedgerRoll(LedgerProfile& profile, const std::int8_t* states) {
   ledger.Profile = profile.Place;
 }
 
-void ForgetPhantomPayoffs() { phantomPayoffs.Forget(); }
+void ForgetPhantomPayoffs() { phantomWagers.Forget(); }
 
 void EnterThrow() {
   CountEvents();
