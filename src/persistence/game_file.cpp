@@ -25,8 +25,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr const char* kUnableToOpen = "Unable to Open Kelvanor Game File";
 constexpr const char* kUnableToSave = "Unable to Save Kelvanor Game File";
 
@@ -155,46 +153,6 @@ std::vector<Record> RecordsOfGame(const KeepUnsaved& unsaved, bool& whole) {
   PutChecksum(records);
   return records;
 }
-
-/// The file that stands before a save, kept as a `.bak` beside it. Until the new one is in its
-/// place both names are the same file. A disk that has no links gets a copy; without that the save
-/// goes on.
-class FormerFile {
- public:
-  explicit FormerFile(const std::string& path) {
-    std::error_code failure;
-    file_ = fs::canonical(PathOf(path), failure);
-    if (failure || !fs::is_regular_file(file_, failure)) {
-      file_.clear();
-      return;
-    }
-    fs::remove(Beside(kNext), failure);
-    fs::create_hard_link(file_, Beside(kNext), failure);
-    if (failure) fs::copy_file(file_, Beside(kNext), failure);
-  }
-  ~FormerFile() {
-    std::error_code ignored;
-    if (!file_.empty()) fs::remove(Beside(kNext), ignored);
-  }
-  FormerFile(const FormerFile&) = delete;
-  FormerFile& operator=(const FormerFile&) = delete;
-
-  /// The new file stands.
-  void Keep() const {
-    std::error_code ignored;
-    if (!file_.empty()) fs::rename(Beside(kNext), Beside(kFormerExtension), ignored);
-  }
-
- private:
-  static constexpr std::string_view kNext = ".bak.new";
-
-  fs::path Beside(std::string_view extension) const {
-    fs::path beside = file_;
-    return beside += extension;
-  }
-
-  fs::path file_;
-};
 
 /// No game is written or read in the middle of a roll.
 bool IsAmidRoll(const std::string& path, const char* doing, const char* title) {
@@ -385,9 +343,7 @@ void SaveGame(const std::string& path) {
     bool whole = false;
     const std::vector<Record> records =
         RecordsOfGame(IsDefaultGame(path) ? InSession() : KeepUnsaved(), whole);
-    const FormerFile former(path);
-    WriteRecords(path, records);
-    former.Keep();
+    WriteRecords(path, records, Durability::Disk, Former::Kept);
     Game.LastFileResult = whole ? static_cast<int>(records.size() * kRecordSize) : kSystemFailed;
     if (whole) NameGame(path);
   } catch (const std::exception&) {
