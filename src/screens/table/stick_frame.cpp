@@ -1,6 +1,7 @@
 #include "screens/table/stick_frame.h"
 
 #include <QColor>
+#include <QObject>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadialGradient>
