@@ -87,7 +87,9 @@ void ShootSheet(const QString& name, int count, int columns, QSize cell,
 }
 
 void Lay(int betId, Currency amount) {
-  Game.Bets[static_cast<unsigned>(betId)] = amount;
+  Currency& bet = Game.Bets[static_cast<unsigned>(betId)];
+  if (betId <= LastBet) Game.TotalOnTable += amount - bet;
+  bet = amount;
   ArrangeChips(betId);
 }
 
