@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "autobet/checker.h"
 #include "autobet/compose.h"
@@ -32,12 +33,15 @@
 #include "dice/probability_file.h"
 #include "dice/tape.h"
 #include "dice/tape_file.h"
+#include "figures/games_log.h"
+#include "figures/games_view.h"
 #include "persistence/game_file.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
 #include "rules/defaults.h"
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
+#include "stats/games_file.h"
 #include "stats/log_files.h"
 
 namespace {
@@ -176,15 +180,33 @@ void ReadRows(std::string_view input) {
   }
 }
 
+void ReadGames(std::string_view input) {
+  const std::string log = folder + "games.glg";
+  Write("games.glg", input);
+  if (!OpenGamesLog(log)) return;
+  const std::int64_t games = CountGames(log);
+  for (int column = 0; column < kGameColumns; ++column) {
+    const GamePopulation population = LoadPopulation(log, column);
+    const std::vector<Currency> values = CountedValues(population, {});
+    const GameHistogram histogram = MakeHistogram(values, 1);
+    std::int64_t drawn = 0;
+    for (const GameBin& bin : histogram.Bins) drawn += bin.Count;
+    Require(drawn == games, "every game stands in a bar");
+    FigureGames(population, {}, values, histogram);
+  }
+  GamesLogWriter(log).Append(std::vector<GameRecord>(2), Durability::System);
+  Require(DeleteGames(log, 1, 1) && CountGames(log) == games + 1, "games are counted");
+}
+
 struct Reader {
   std::string_view Name;
   void (*Read)(std::string_view input);
 };
 
 constexpr Reader kReaders[] = {
-    {"game", ReadGame},    {"script", ReadScript}, {"foreign", ReadScript},
-    {"tape", ReadTape},    {"matrix", ReadMatrix}, {"log", ReadLog},
-    {"keys", ReadHotKeys}, {"throws", ReadThrows}, {"text", ReadRows}};
+    {"game", ReadGame},     {"script", ReadScript}, {"foreign", ReadScript}, {"tape", ReadTape},
+    {"matrix", ReadMatrix}, {"log", ReadLog},       {"keys", ReadHotKeys},   {"throws", ReadThrows},
+    {"text", ReadRows},     {"games", ReadGames}};
 const Reader* reader = nullptr;
 
 // --- The ground ---
