@@ -8,6 +8,7 @@
 #include "bets/held.h"
 #include "bets/make_bet.h"
 #include "core/host.h"
+#include "core/kept_record.h"
 #include "core/sounds.h"
 
 namespace {
@@ -57,26 +58,6 @@ int GoBackTo(const BetStand& stand, const BetStand& from) {
   return refused;
 }
 
-/// A command over all bets: silent but for its chips, and one step.
-template <typename Request>
-void AskForAll(Request request) {
-  NoteCommand();
-  {
-    const Held silent(Game.Notify, 0);
-    ForBets(false, [&](int id) {
-      const Currency more = request(id);
-      if (more > 0) RequestChange(id, more);
-      if (more > 0 && Game.Change != 0) ArrangeChips(id);
-    });
-  }
-  if (StandNow() != Game.Noted) PlayChipSound();
-  NoteCommand();
-  TheHost.RedrawBets();
-}
-
-/// What lay on a bet at the last throw and doesn't lie there now.
-Currency Missing(int id) { return std::max(Currency(), Game.BetsAtRoll[id] - Game.Bets[id]); }
-
 /// A number that is taken by the point can't be asked for: what moves there came from elsewhere.
 bool MayRise(int id) {
   if (id == Come || id == DontCome) return Game.Point != 0;
@@ -89,6 +70,36 @@ bool MayRise(int id) {
   if (IsComeOdds(id) || IsDontComeOdds(id)) return Game.Bets[id - kOddsOffset] != 0;
   return true;
 }
+
+/// Asks for more on a bet; true when that has changed it. Where the rules would lower what lies
+/// there, or put more than that on it, the bet is left as it is.
+bool RaiseOrLeave(int id, Currency more) {
+  const Currency former = Game.Bets[id];
+  KeptRecord kept;
+  kept.Keep();
+  RequestChange(id, more);
+  if (Game.Bets[id] < former || Game.Bets[id] > former + more) kept.PutBack();
+  return Game.Bets[id] != former;
+}
+
+/// A command over all bets: silent but for its chips, and one step.
+template <typename Request>
+void AskForAll(Request request) {
+  NoteCommand();
+  {
+    const Held silent(Game.Notify, 0);
+    ForBets(false, [&](int id) {
+      const Currency more = request(id);
+      if (more > 0 && MayRise(id) && RaiseOrLeave(id, more)) ArrangeChips(id);
+    });
+  }
+  if (StandNow() != Game.Noted) PlayChipSound();
+  NoteCommand();
+  TheHost.RedrawBets();
+}
+
+/// What lay on a bet at the last throw and doesn't lie there now.
+Currency Missing(int id) { return std::max(Currency(), Game.BetsAtRoll[id] - Game.Bets[id]); }
 
 /// Whether any bet has the property.
 template <typename Property>
