@@ -1,8 +1,6 @@
 #include "bets/new_game.h"
 
 #include <algorithm>
-#include <cstring>
-#include <type_traits>
 
 #include "bets/bet_history.h"
 #include "bets/chips.h"
@@ -31,11 +29,28 @@ void ClearBets(bool preserveStacks) {
   ArrangeAllChips();
 }
 
+/// No gap is longer than the game: of the largest table only what a short game can have filled.
+void ClearGaps() {
+  const int longest = std::min(Game.RollCount[AnyRoll], kLongGap - 1);
+  for (auto& gaps : Game.RollGapTally) {
+    std::fill_n(gaps.begin(), longest + 1, 0);
+    gaps[kLongGap] = 0;
+  }
+}
+
 /// In place: a fresh record to copy from would take as long again.
 void ClearTallies() {
-  static_assert(std::is_trivially_copyable_v<Tallies>);
-  Tallies& tallies = Game;
-  std::memset(static_cast<void*>(&tallies), 0, sizeof(tallies));
+  ClearGaps();
+  Game.RollCount = {};
+  Game.RollsSince = {};
+  Game.ShooterEvent = {};
+  Game.ShooterEventPrev = {};
+  Game.ShooterSince = {};
+  Game.ShooterSincePrev = {};
+  Game.BetWagers = {};
+  Game.BetWins = {};
+  Game.BetLosses = {};
+  Game.WagerSquares = {};
 }
 
 void ClearStatistics() {

@@ -33,8 +33,8 @@ constexpr int kMatrixNumbers = 100'000;
 constexpr int kDieFaces = 6;
 constexpr int kDicePairs = 36;
 
-std::mt19937 mtGenerator;
-std::mt19937 cokusGenerator;
+Twister mtGenerator;
+Twister cokusGenerator;
 
 /// Fills the older variant of the Mersenne Twister: an odd first word, each next one the last
 /// times 69069.
@@ -359,7 +359,7 @@ void init_genrand(std::uint32_t seed) { mtGenerator.seed(seed); }
 
 double genrand_real2() { return genrand_int32() * kPerWord; }
 
-std::uint32_t genrand_int32() { return static_cast<std::uint32_t>(mtGenerator()); }
+std::uint32_t genrand_int32() { return mtGenerator(); }
 
 void srandMT(std::uint32_t seed) {
   CokusSeeds seeds(seed);
@@ -368,7 +368,7 @@ void srandMT(std::uint32_t seed) {
 
 double randomMT() { return randomMT_int32() * kPerWord; }
 
-std::uint32_t randomMT_int32() { return static_cast<std::uint32_t>(cokusGenerator()); }
+std::uint32_t randomMT_int32() { return cokusGenerator(); }
 
 void PutTwisterState(std::span<const std::uint32_t, kTwisterWords> words) {
   GivenWords given(words);
@@ -410,8 +410,8 @@ void GeneratorStates::PutBack() const {
 }
 
 void ResetGenerators() {
-  mtGenerator = std::mt19937();
-  cokusGenerator = std::mt19937();
+  mtGenerator = Twister();
+  cokusGenerator = Twister();
   coveredSeeds = coveredCongruenceSeeds = {};
 }
 

@@ -81,7 +81,7 @@ void SnapshotAllBets() {
   std::copy_n(Game.Bets.begin(), kContractSlots, Game.ContractBets.begin());
   for (unsigned id = 0; id <= LastBet; ++id) Game.BetOutcome[id][0] = Game.BetOutcome[id][1];
   for (unsigned id = Lay4; id <= LastBet; ++id) NoteStanding(id);
-  ClearRollStats(Actual);
+  if (Game.RollCount[AnyRoll] > 0) ClearRollStats(Actual);  // a new game has none
   Game.SnapshotsDue = false;
 }
 

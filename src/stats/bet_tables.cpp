@@ -61,6 +61,9 @@ void AddUpTo(Currency& sum, Currency amount) {
   sum = Currency::FromRaw(raw);
 }
 
+/// As most bets are in a game that ends after some rolls.
+bool NeverDecided(unsigned betId) { return Game.BetWagers[Actual][betId][StatCount] == 0; }
+
 void AddFinished(BetStats& finished, const BetStats& ended) {
   if (ended[StatCount] == 0) return;
   AddUpTo(finished[StatCount], ended[StatCount]);
@@ -144,21 +147,23 @@ void UpdateEstablished(int lastTotal, bool pointStood) {
 }
 
 void SumBetStats(int first, int last, bool clear) {
-  for (BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses}) {
-    BetStats& totals = (*table)[Actual][0];
-    if (clear) totals = {};
-    // Required: highest and lowest are added too.
-    for (int betId = std::max(first, +Lay4); betId <= std::min(last, +LastBet); ++betId) {
-      const BetStats& stats = (*table)[Actual][static_cast<unsigned>(betId)];
-      if (stats[StatCount] == 0) continue;  // most bets, in a game that ends after some rolls
-      for (unsigned stat = StatCount; stat < kBetStats; ++stat) AddUpTo(totals[stat], stats[stat]);
-    }
+  const std::array tables = {&Game.BetWagers, &Game.BetWins, &Game.BetLosses};
+  if (clear)
+    for (BetTable* table : tables) (*table)[Actual][0] = {};
+  for (int betId = std::max(first, +Lay4); betId <= std::min(last, +LastBet); ++betId) {
+    const auto at = static_cast<unsigned>(betId);
+    if (NeverDecided(at)) continue;
+    for (BetTable* table : tables)
+      // Required: highest and lowest are added too.
+      for (unsigned stat = StatCount; stat < kBetStats; ++stat)
+        AddUpTo((*table)[Actual][0][stat], (*table)[Actual][at][stat]);
   }
 }
 
 void AddFinishedGame() {
   Game.FinishedRolls += Game.RollCount[0];
   for (unsigned betId = Lay4; betId <= LastBet; ++betId) {
+    if (NeverDecided(betId)) continue;
     AddFinished(Game.FinishedWagers[betId], Game.BetWagers[Actual][betId]);
     AddFinished(Game.FinishedWins[betId], Game.BetWins[Actual][betId]);
     AddFinished(Game.FinishedLosses[betId], Game.BetLosses[Actual][betId]);
