@@ -359,6 +359,24 @@ class TestTableAlive : public QObject {
     QVERIFY(!hints->isVisible() && !TheTable.Hints);
   }
 
+  /// A store that can't be written is told of once, and asked about at the end.
+  void settingsThatCantBeKeptAreTold() {
+    ReadTableSettings();
+    const QString path = QSettings("kelvanor", "kelvanor").fileName();
+    QFile::remove(path);
+    QVERIFY(QDir().mkpath(path));
+    PlannedMessages.Shown.clear();
+    Command(*table_, "mnuTableHistory");
+    Command(*table_, "mnuTableHistory");
+    QCOMPARE(PlannedMessages.Shown.size(), std::size_t{1});
+    QVERIFY(PlannedMessages.Shown[0].Text.starts_with("kelvanor.conf\ncan't be written"));
+    PlannedMessages.Answers = {{AnswerOk}, {AnswerNo}};
+    table_->close();
+    QVERIFY(table_->isVisible());
+    QCOMPARE(PlannedMessages.Shown.back().Title, std::string("Unable to Keep the Session"));
+    QVERIFY(QDir().rmpath(path));
+  }
+
   /// What the store holds comes back; what is no setting counts as its default.
   void settingsAreKeptAndDamagedOnesAreDefaults() {
     ReadTableSettings();

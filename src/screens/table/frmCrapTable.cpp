@@ -95,6 +95,13 @@ void AskNobody() {
 
 int SpotOf(const SpotHit& hit) { return hit.PickedSpot != NoSpot ? hit.PickedSpot : hit.HotSpot; }
 
+/// Whether to end although something can't be kept. The last message has told which file can't be
+/// written, and why.
+bool EndsAnyway(const std::string& lost) {
+  return AskYesNo(Game.MsgText + "\n\n" + lost + "\nDo you want to end anyway?",
+                  "Unable to Keep the Session", kTopicFiles);
+}
+
 }  // namespace
 
 // ---- picLayout ----
@@ -674,18 +681,15 @@ void frmCrapTable::ShowToAsk() {
 /// Keeps the game for the next session; false when it can't be kept and the player wants to go on.
 bool frmCrapTable::KeepSession() {
   const PointerLook busy(Qt::WaitCursor);
+  if (!KeepRolls() && !EndsAnyway("The game itself isn't touched by that.")) return false;
   bool kept = false;
   Guarded(kPlace, [&] { kept = CloseSession(); });
   if (!kept) {
-    // The last message has told which file can't be written, and why.
-    if (!AskYesNo(Game.MsgText + "\n\nIt can't be kept for the next session. With No you can save "
-                                 "it in another place first.\nDo you want to end anyway?",
-                  "Unable to Keep the Session", kTopicFiles)) {
+    if (!EndsAnyway("It can't be kept for the next session. With No you can save it in another "
+                    "place first."))
       return false;
-    }
     CloseGame();
   }
-  KeepRolls();
   TheHost.PrintDuePage();
   return true;
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "core/file_failure.h"
 #include "core/game_state.h"
 #include "core/help_topics.h"
 #include "core/messages.h"
@@ -198,7 +199,21 @@ void Settle(const Several& several) {
     }
 }
 
+/// Whether the store has taken what was put there; the player is told why it hasn't.
+bool IsKept(QSettings& store) {
+  store.sync();
+  if (store.status() == QSettings::NoError) return true;
+  ShowMessage(FileText(store.fileName().toStdString(),
+                       "can't be written: it is no settings file, or it or its folder is closed to "
+                       "you, or the disk is full.\n\nThe settings of the table and its last rolls "
+                       "are lost when Kelvanor ends. Please make room for the file; it is tried "
+                       "again with the next setting that you change."),
+              "Unable to Keep Settings", kTopicFiles, OkStop);
+  return false;
+}
+
 void KeepSettings() {
+  static bool told = false;  // not again with each setting
   QSettings store = OpenStore();
   store.beginGroup(kGroup);
   for (const Mark& mark : kMarks) store.setValue(mark.Name, TheTable.*mark.Setting);
@@ -207,6 +222,8 @@ void KeepSettings() {
     store.setValue(kVolumes[kind].Name, TheTable.Volume[kind]);
   for (const Limit& limit : kLimits)
     store.setValue(limit.Name, qlonglong{(TheTable.*limit.Setting).Raw()});
+  store.endGroup();
+  if (!told) told = !IsKept(store);
 }
 
 // ---- The menu ----
@@ -340,8 +357,8 @@ void ReadTableSettings() {
   UseTableSettings();
 }
 
-void KeepRolls() {
-  if (!Stored) return;
+bool KeepRolls() {
+  if (!Stored) return true;
   QStringList rolls;
   for (const RollNote& note : Game.LastRolls)
     rolls << QString("%1 %2 %3 %4 %5")
@@ -353,6 +370,7 @@ void KeepRolls() {
   QSettings store = OpenStore();
   store.setValue(kRollsKey, rolls);
   store.setValue(kRollCountKey, Game.RollCount[0]);
+  return IsKept(store);
 }
 
 void ReadRolls() {

@@ -62,8 +62,9 @@ void UseTableSettings();
 void ReadTableSettings();
 
 /// The last rolls outlive a session where the same game comes back: they are kept beside the
-/// settings, and read again when as many rolls have been thrown.
-void KeepRolls();
+/// settings, and read again when as many rolls have been thrown. False when the store can't be
+/// written, which the player is told.
+bool KeepRolls();
 void ReadRolls();
 
 /// `follow` runs now and after each change of the settings. Nothing is followed once `with` is
