@@ -118,7 +118,7 @@ void NewGame(bool preserveStacks) {
   Game.AutoRollsLeft = Game.NumAutoRolls;
   StartLog();
   Game.LastRolls.clear();
-  ForgetCommands();
+  if (!Game.RollInProgress) ForgetCommands();  // it is done when the run ends
   Game.GameFileName.clear();
   Game.GameChanged = false;
   if (Game.ReSeed) SeedRng(FindSeed);

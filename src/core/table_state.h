@@ -79,6 +79,7 @@ struct TableState {
   // What has changed since the last snapshot, one bit an id; everything when `SnapshotsDue`.
   std::array<std::uint64_t, 4> TouchedBets{};
   bool SnapshotsDue = true;
+  bool EndSnapshotsDue = true;  // those after the roll
 
   // The bets that stood when the dice were thrown, one bit an id.
   std::array<std::uint64_t, 2> StandingBets{};

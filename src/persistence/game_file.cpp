@@ -36,7 +36,7 @@ constexpr unsigned kFlagsPerRecord = kRecordSize / (kFlagFields * kWidth);
 
 /// Under Hyper-Drive games may end thousands of times a second, and to keep one takes as long as
 /// many of them: it is done now and then only.
-constexpr std::uint32_t kKeptEvery = 100;  // milliseconds
+constexpr std::uint32_t kKeptEvery = 500;  // milliseconds
 
 /// Room for all chips, and for more flags than a script can name.
 constexpr std::size_t kMostRecords = 10'000;

@@ -58,10 +58,6 @@ bool RollLimitReached() {
 
 // --- Steps 3 to 5 ---
 
-/// One bit for each id up to `LastSlot`.
-constexpr std::array<std::uint64_t, 4> kEveryId = {~0ULL, ~0ULL, ~0ULL,
-                                                   (1ULL << (kSlots - 3 * 64)) - 1};
-
 /// Calls `action` for each id that has changed since the last snapshot.
 template <typename Action>
 void ForTouchedBets(Action action) {
@@ -80,7 +76,9 @@ void SnapshotAllBets() {
   Game.BetsAtRoll = Game.Bets;
   std::copy_n(Game.Bets.begin(), kContractSlots, Game.ContractBets.begin());
   for (unsigned id = 0; id <= LastBet; ++id) Game.BetOutcome[id][0] = Game.BetOutcome[id][1];
-  for (unsigned id = Lay4; id <= LastBet; ++id) NoteStanding(id);
+  Game.StandingBets = {};
+  for (unsigned id = Lay4; id <= LastBet; ++id)
+    Game.StandingBets[id / 64] |= std::uint64_t{Game.Bets[id] != 0} << id % 64;
   if (Game.RollCount[AnyRoll] > 0) ClearRollStats(Actual);  // a new game has none
   Game.SnapshotsDue = false;
 }
@@ -109,8 +107,9 @@ void TakeSnapshots(bool mayLearn) {
     SnapshotAllBets();
   else
     SnapshotTouchedBets();
+  Game.TouchedBets = {};
   // What was changed unseen has still to reach `BetsAfterRoll` at the end of this roll.
-  Game.TouchedBets = all ? kEveryId : decltype(Game.TouchedBets){};
+  Game.EndSnapshotsDue = all;
   if (!LedgerIsOpen()) {
     ClearRollStats(Phantom);
     UpdateEstablished(Game.RollTotal, Game.PrevPoint > 0);
@@ -366,7 +365,7 @@ void FollowGraph() {
 
 void TakeEndSnapshots() {
   Game.RollsSince[0] = Game.RollCount[0];
-  const bool all = Game.SnapshotsDue || !LedgerIsOpen();
+  const bool all = Game.SnapshotsDue || std::exchange(Game.EndSnapshotsDue, false);
   if (all)
     Game.BetsAfterRoll = Game.Bets;
   else
