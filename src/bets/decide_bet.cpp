@@ -5,6 +5,7 @@
 #include "bets/vig.h"
 #include "core/host.h"
 #include "core/text.h"
+#include "dice/throw_kinds.h"
 #include "stats/bet_tables.h"
 #include "stats/events_log.h"
 
@@ -160,16 +161,7 @@ int OutcomeOf(int betId, DecisionCode code, const DecidedThrow& thrown) {
   return code > 0 ? PayoffSource(betId, thrown) : 0;
 }
 
-int FieldCombination(int die1, int die2) {
-  static constexpr signed char kCombinations[7][7] = {{},
-                                                      {0, 1, 2, 3, 5, 7, 10},
-                                                      {0, 2, 4, 6, 8, 11, 13},
-                                                      {0, 3, 6, 9, 12, 14, 16},
-                                                      {0, 5, 8, 12, 15, 17, 18},
-                                                      {0, 7, 11, 14, 17, 19, 20},
-                                                      {0, 10, 13, 16, 18, 20, 21}};
-  return kCombinations[die1][die2];
-}
+int FieldCombination(int die1, int die2) { return kKindOfThrow[NumberOfThrow(die1, die2)]; }
 
 BetPayoff FigurePayoff(FigureMode mode, int betId, DecisionCode code, Currency amount,
                        const DecidedThrow& thrown) {

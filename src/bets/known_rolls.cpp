@@ -13,6 +13,7 @@
 #include "bets/known_decisions.h"
 #include "bets/known_trial.h"
 #include "bets/ledger.h"
+#include "dice/throw_kinds.h"
 #include "stats/bet_tables.h"
 
 namespace {
@@ -21,9 +22,9 @@ namespace {
 constexpr unsigned kLayouts = 2048;
 constexpr unsigned kDecisions = 1U << 18U;
 
-constexpr unsigned kThrows = 22;         // of two dice in any order; 0 is not used
-constexpr unsigned kRecent = 4096;       // known rolls whose streaks wait
-constexpr unsigned kPlaces = 1U << 13U;  // of the layouts by their hash, a power of 2
+constexpr unsigned kKinds = kThrowKinds + 1;  // 0 is not used
+constexpr unsigned kRecent = 4096;            // known rolls whose streaks wait
+constexpr unsigned kPlaces = 1U << 13U;       // of the layouts by their hash, a power of 2
 constexpr int kNowhere = -1;
 
 // --- Layouts ---
@@ -92,18 +93,29 @@ struct KnownDecision {
   std::int32_t Net;
 };
 
-/// What a throw does to a layout.
+/// What a throw does to a layout, as each roll needs it.
 struct KnownRoll {
   /// The least bankroll with which it is known: none is enough for a roll that isn't.
   std::int64_t LeastBankroll = std::numeric_limits<std::int64_t>::max();
   std::int64_t Gain = 0;
-  int Next = kNowhere;     // the layout that it leaves
-  int Count = 0;           // times played and not recorded yet
-  int LastRoll = 0;        // the last of them
+  int Next = kNowhere;  // the layout that it leaves
+  int Count = 0;        // times played and not recorded yet
+  int LastRoll = 0;     // the last of them
+  bool TellsOfShooter = false;
+};
+
+/// The bets that it decides.
+struct KnownOutcome {
   unsigned First = 0;      // of its decisions
   unsigned Decisions = 0;  // their number
   BetMask Won{};
   BetMask Lost{};
+};
+
+/// What a throw needs to know of a layout.
+struct KnownTable {
+  LedgerProfile Profile;  // of its working states
+  unsigned char Point = 0;
 };
 
 /// The settings as the knowledge depends on them: all of them, but for those that a roll moves.
@@ -117,8 +129,9 @@ struct Rules : Settings, AutoPlaySettings {
 struct Knowledge {
   Rules Under;
   std::vector<Layout> Layouts;
-  std::vector<LedgerProfile> Profiles;  // of the working states of each layout
-  std::vector<KnownRoll> Rolls;         // `kThrows` of each layout
+  std::vector<KnownTable> Tables;      // of each layout
+  std::vector<KnownRoll> Rolls;        // `kKinds` of each layout
+  std::vector<KnownOutcome> Outcomes;  // of each of those rolls
   std::vector<KnownDecision> Decisions;
   BetMask Decided{};                           // the bets that any of them decides
   std::array<std::int16_t, kPlaces> Places{};  // 1 + the number of a layout, 0 for none
@@ -135,15 +148,16 @@ struct Knowledge {
 };
 Knowledge known;
 
-KnownRoll& RollOf(int layout, int die1, int die2) {
-  return known.Rolls[static_cast<unsigned>(layout) * kThrows +
-                     static_cast<unsigned>(FieldCombination(die1, die2))];
+/// The place of what a throw does to a layout.
+unsigned PlaceOf(int layout, ThrowNumber thrown) {
+  return static_cast<unsigned>(layout) * kKinds + kKindOfThrow[thrown];
 }
 
 void Forget() {
   known.Layouts.clear();
-  known.Profiles.clear();
+  known.Tables.clear();
   known.Rolls.clear();
+  known.Outcomes.clear();
   known.Decisions.clear();
   known.Decided = {};
   known.Places.fill(0);
@@ -153,10 +167,11 @@ void Forget() {
 void MakeRoom() {
   if (known.Rolls.capacity() != 0) return;
   known.Layouts.reserve(kLayouts);
-  known.Profiles.reserve(kLayouts);
-  known.Rolls.reserve(std::size_t{kLayouts} * kThrows);
+  known.Tables.reserve(kLayouts);
+  known.Rolls.reserve(std::size_t{kLayouts} * kKinds);
+  known.Outcomes.reserve(std::size_t{kLayouts} * kKinds);
   known.Decisions.reserve(kDecisions + LastBet);
-  known.Played.reserve(std::size_t{kLayouts} * kThrows);
+  known.Played.reserve(std::size_t{kLayouts} * kKinds);
 }
 
 void ReadRules(Rules& rules) {
@@ -189,8 +204,9 @@ int FindLayout() {
     if (known.Layouts[static_cast<unsigned>(number)] == layout) return number;
   }
   known.Layouts.push_back(layout);
-  known.Profiles.emplace_back();
-  known.Rolls.resize(known.Rolls.size() + kThrows);
+  known.Tables.push_back({{}, static_cast<unsigned char>(Game.Point)});
+  known.Rolls.resize(known.Rolls.size() + kKinds);
+  known.Outcomes.resize(known.Rolls.size());
   known.Places[place] = static_cast<std::int16_t>(known.Layouts.size());
   return known.Places[place] - 1;
 }
@@ -234,8 +250,8 @@ bool SquaresAreWhole() {
 }
 
 /// Reads off the bet tables what this roll has decided; false when it can't be counted.
-bool ReadDecisions(KnownRoll& roll) {
-  roll.First = static_cast<unsigned>(known.Decisions.size());
+bool ReadDecisions(KnownOutcome& outcome) {
+  outcome.First = static_cast<unsigned>(known.Decisions.size());
   const BetMask touched = {Game.TouchedBets[0] & ~std::uint64_t{1},
                            Game.TouchedBets[1] & ((std::uint64_t{1} << kBetSlots % 64) - 1)};
   bool sound = true;
@@ -246,31 +262,35 @@ bool ReadDecisions(KnownRoll& roll) {
     const bool won = Game.BetWins[Actual][at][StatRollCount] != 0;
     const Currency amount = (won ? Game.BetWins : Game.BetLosses)[Actual][at][StatRollAmount];
     sound &= CanBeCounted(wager[StatRollAmount], amount);
-    AddTo(won ? roll.Won : roll.Lost, betId);
+    AddTo(won ? outcome.Won : outcome.Lost, betId);
     AddTo(known.Decided, betId);
     if (!sound) return;
     const auto net = static_cast<std::int32_t>(won ? amount.Raw() : -amount.Raw());
     known.Decisions.push_back({betId, static_cast<std::int32_t>(wager[StatRollAmount].Raw()), net});
   });
-  roll.Decisions = static_cast<unsigned>(known.Decisions.size()) - roll.First;
-  if (!sound) known.Decisions.resize(roll.First);
+  outcome.Decisions = static_cast<unsigned>(known.Decisions.size()) - outcome.First;
+  if (!sound) known.Decisions.resize(outcome.First);
   return sound;
 }
 
-void LearnRoll(KnownRoll& roll, int next) {
-  KnownRoll learnt;
-  if (!ReadDecisions(learnt)) {
+void LearnRoll(unsigned at, int next) {
+  KnownOutcome outcome;
+  if (!ReadDecisions(outcome)) {
     known.At = kNowhere;  // the sums of squares are to be looked at again
     return;
   }
   if (Game.LeastFreeMoney < 0) return;
+  KnownRoll learnt;
   learnt.Next = next;
   learnt.Gain = (Bankroll() - known.BankrollAtStart).Raw();
   // Without a change that the money could have bound, any bankroll will do.
   learnt.LeastBankroll = Game.LeastFreeMoney == kFreeEnough
                              ? std::numeric_limits<std::int64_t>::min()
                              : (known.BankrollAtStart - Game.LeastFreeMoney).Raw();
-  roll = learnt;
+  const ThrowSteps& steps = StepsOfThrow(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont);
+  learnt.TellsOfShooter = steps.Shooter != BetMask{};
+  known.Rolls[at] = learnt;
+  known.Outcomes[at] = outcome;
 }
 
 bool IsFull() { return known.Layouts.size() + 2 > kLayouts || known.Decisions.size() > kDecisions; }
@@ -318,8 +338,8 @@ class RecentStreaks {
 void SettleStreaks() {
   RecentStreaks streaks;
   for (unsigned at = known.RecentCount; at > 0 && !streaks.AllEnded(); --at) {
-    const KnownRoll& roll = known.Rolls[known.Recent[at - 1]];
-    streaks.Add(roll.Won, roll.Lost);
+    const KnownOutcome& outcome = known.Outcomes[known.Recent[at - 1]];
+    streaks.Add(outcome.Won, outcome.Lost);
   }
   streaks.Write();
   known.RecentCount = 0;
@@ -327,12 +347,17 @@ void SettleStreaks() {
 
 /// Records all that the stretch has decided, so that the last amounts of each bet come out right.
 void RecordDecisions() {
+  const auto decides = [](unsigned at) { return known.Outcomes[at].Decisions > 0; };
+  const auto idle = std::partition(known.Played.begin(), known.Played.end(), decides);
+  std::for_each(idle, known.Played.end(), [](unsigned at) { known.Rolls[at].Count = 0; });
+  known.Played.erase(idle, known.Played.end());
   std::sort(known.Played.begin(), known.Played.end(), [](unsigned a, unsigned b) {
     return known.Rolls[a].LastRoll < known.Rolls[b].LastRoll;
   });
   for (const unsigned at : known.Played) {
     KnownRoll& roll = known.Rolls[at];
-    for (unsigned i = roll.First; i < roll.First + roll.Decisions; ++i) {
+    const KnownOutcome& outcome = known.Outcomes[at];
+    for (unsigned i = outcome.First; i < outcome.First + outcome.Decisions; ++i) {
       const KnownDecision& decision = known.Decisions[i];
       RecordEarlierOutcomes(decision.Bet, Currency::FromRaw(decision.Staked),
                             Currency::FromRaw(decision.Net), roll.Count);
@@ -385,40 +410,56 @@ void BeginLearning(bool changed, bool mayLearn) {
 void Learn() {
   if (!known.Learning) return;
   known.Learning = false;
-  const auto at =
-      static_cast<unsigned>(&RollOf(known.At, Game.Die1, Game.Die2) - known.Rolls.data());
+  const unsigned at = PlaceOf(known.At, NumberOfThrow(Game.Die1, Game.Die2));
   if (known.Rolls[at].LeastBankroll <= known.BankrollAtStart.Raw()) {
     known.At = known.Rolls[at].Next;
     return;
   }
   known.Pays.Learnt();
   known.At = FindLayout();
-  LearnRoll(known.Rolls[at], known.At);
+  LearnRoll(at, known.At);
 }
 
-bool KnownStretch::Knows(int die1, int die2) const {
-  const KnownRoll& roll = RollOf(known.At, die1, die2);
-  const std::int64_t bankroll = Bankroll().Raw();
-  const Currency after = Currency::FromRaw(bankroll + roll.Gain);
-  return bankroll >= roll.LeastBankroll && Abs(after) <= kRollingLimit &&
-         RunEndAt(after) == NoLimitReached;
+bool KnownStretch::MayLeave(Currency bankroll) {
+  if (bankroll >= lowest_ && bankroll <= highest_) return true;
+  if (Abs(bankroll) > kRollingLimit || RunEndAt(bankroll) != NoLimitReached) return false;
+  const bool first = lowest_ > highest_;
+  lowest_ = first ? bankroll : std::min(lowest_, bankroll);
+  highest_ = first ? bankroll : std::max(highest_, bankroll);
+  return true;
 }
 
-void KnownStretch::BeginRoll() const {
-  const auto at = static_cast<unsigned>(known.At);
-  BeginLedgerRoll(known.Profiles[at], known.Layouts[at].States.data());
-}
-
-void KnownStretch::Decide(int die1, int die2) {
-  KnownRoll& roll = RollOf(known.At, die1, die2);
-  const auto at = static_cast<unsigned>(&roll - known.Rolls.data());
-  if (roll.Count++ == 0) known.Played.push_back(at);
-  roll.LastRoll = Game.RollCount[0];
-  Game.Bets[BankrollIndex] += Currency::FromRaw(roll.Gain);
-  known.At = roll.Next;
-  ++known.PlayedRolls;
-  if (known.RecentCount == kRecent) SettleStreaks();
-  known.Recent[known.RecentCount++] = at;
+std::span<const KnownStep> KnownStretch::Play(std::span<const ThrowNumber> throws) {
+  if (known.RecentCount + throws.size() > kRecent) SettleStreaks();
+  std::array<LedgerThrow, kMostThrows> entries;
+  unsigned* const recent = known.Recent.data() + known.RecentCount;
+  std::int64_t bankroll = Bankroll().Raw();
+  int layout = known.At;
+  int now = Game.RollCount[0];
+  unsigned played = 0;
+  for (; played < throws.size(); ++played) {
+    const unsigned at = PlaceOf(layout, throws[played]);
+    KnownRoll& roll = known.Rolls[at];
+    const Currency after = Currency::FromRaw(bankroll + roll.Gain);
+    if (bankroll < roll.LeastBankroll || !MayLeave(after)) break;
+    KnownTable& table = known.Tables[static_cast<unsigned>(layout)];
+    if (!table.Profile.IsKept()) {
+      if (played > 0 && !HasRoomForProfile()) break;
+      KeepProfile(table.Profile, known.Layouts[static_cast<unsigned>(layout)].States.data());
+    }
+    entries[played] = {throws[played], table.Point, table.Profile.Place};
+    steps_[played] = {after, roll.TellsOfShooter};
+    recent[played] = at;
+    if (roll.Count++ == 0) known.Played.push_back(at);
+    roll.LastRoll = ++now;
+    bankroll = after.Raw();
+    layout = roll.Next;
+  }
+  known.At = layout;
+  known.RecentCount += played;
+  known.PlayedRolls += static_cast<int>(played);
+  if (played > 0) EnterThrows({entries.data(), played});
+  return {steps_.data(), played};
 }
 
 KnownStretch::~KnownStretch() {

@@ -7,7 +7,11 @@
 // sums; amounts, streaks and bet tables are laid out when the stretch of known rolls ends.
 #pragma once
 
+#include <array>
+#include <span>
+
 #include "core/game_state.h"
+#include "dice/throw_kinds.h"
 
 /// Whether a `KnownStretch` may begin: the layout on the table is known, and nothing looks on from
 /// roll to roll: under Hyper-Drive with the ledger open, without a script, a log of events, a tape.
@@ -21,23 +25,36 @@ void BeginLearning(bool changed, bool mayLearn);
 /// Learns what the roll since `BeginLearning` did to the bets, and the layout that it left.
 void Learn();
 
+/// What is left to be done of a known roll.
+struct KnownStep {
+  Currency Bankroll;            // after it
+  bool TellsOfShooter = false;  // it has steps of the shooter
+};
+
 /// For as long as it lives the table stands as the known rolls leave it, and not in the record: of
-/// all that a roll decides only the bankroll is kept up. At its end the record is brought to where
-/// those rolls would have left it, played in full; the roll after it must be played in full.
+/// all that a roll decides only the bankroll is kept up, by the caller. At its end the record is
+/// brought to where those rolls would have left it, played in full; the roll after it must be
+/// played in full.
 class KnownStretch {
  public:
+  static constexpr std::size_t kMostThrows = 64;
+
   KnownStretch() = default;
   ~KnownStretch();
   KnownStretch(const KnownStretch&) = delete;
   KnownStretch& operator=(const KnownStretch&) = delete;
 
-  /// Whether it is known what these dice do to the layout, with the bankroll as it is; the bank
-  /// isn't broken by it, nor one of the player's limits reached.
-  bool Knows(int die1, int die2) const;
+  /// Does what throws, up to `kMostThrows`, decide, up to the first of which that isn't known with
+  /// the bankroll as it is then, or which breaks the bank or reaches one of the player's limits.
+  /// Enters them in the ledger. What comes back is good until the next call; before that it is to
+  /// be written to the record, with dice, point and counts.
+  std::span<const KnownStep> Play(std::span<const ThrowNumber> throws);
 
-  /// Shows the layout to the ledger, before the dice count: see `BeginLedgerRoll`.
-  void BeginRoll() const;
+ private:
+  bool MayLeave(Currency bankroll);
 
-  /// Does what the dice that `Knows` was asked of decide; `RollCount[0]` counts the roll already.
-  void Decide(int die1, int die2);
+  std::array<KnownStep, kMostThrows> steps_;
+  // Between any two bankrolls that end nothing, none does.
+  Currency lowest_ = 1;
+  Currency highest_ = 0;
 };

@@ -15,11 +15,11 @@
 
 namespace {
 
-constexpr unsigned kPointStates = 7;    // come-out and six points
-constexpr unsigned kCombinations = 22;  // of two dice in any order; 0 is not used
+constexpr unsigned kPointStates = 7;          // come-out and six points
+constexpr unsigned kKinds = kThrowKinds + 1;  // 0 is not used
 constexpr unsigned kNumbers = 6;
 constexpr unsigned kProfiles = 16;  // sets of working states that are told apart at a time
-constexpr unsigned kMaxEventsOfThrow = 16;
+constexpr unsigned kMostEventsOfThrow = 11;
 
 /// The working states of the bets, as they stood at a decision.
 using WorkingStates = std::array<int, kBetSlots>;
@@ -38,40 +38,49 @@ struct GroupKey {
   Side Bets = Side::Both;
   unsigned Profile = 0;
   unsigned PointState = 0;
-  int Die1 = 1;
-  int Die2 = 1;
+  ThrowNumber Thrown = 0;
   unsigned Established = 0;  // one bit a number
 };
 
-unsigned PointStateOf(int point) {
-  return point == 0 ? 0U : static_cast<unsigned>(BetOnNumber(PlaceFamily, point) - Place4) + 1;
-}
+/// By point, 0 for none.
+constexpr auto kPointStateOf = [] {
+  std::array<unsigned, 11> states{};
+  for (unsigned i = 0; i < kPointNumbers.size(); ++i)
+    states[static_cast<unsigned>(kPointNumbers[i])] = i + 1;
+  return states;
+}();
 int PointOf(unsigned state) { return state == 0 ? 0 : kPointNumbers[state - 1]; }
 unsigned NumberBit(int number) {
   return 1U << static_cast<unsigned>(BetOnNumber(PlaceFamily, number) - Place4);
 }
+
+/// What is kept of an event from throw to throw.
+struct EventSlot {
+  int* Gaps = nullptr;  // its row of `RollGapTally`
+  int LastAt = 0;       // the roll on which it last happened
+};
 
 struct Ledger {
   int EventsAt = 0;    // `RollCount[0]` when the events were last up to date
   int PhantomsAt = 0;  // and everything else
 
   // By the dice in order, for the events.
-  std::array<int, 36> Throws{};
-  std::array<int, kRollEvents> LastAt{};              // the roll on which each event last happened
-  std::array<int, kMaxEventsOfThrow> LastAtBefore{};  // of the events of the last throw
+  std::array<int, kThrowNumbers> Throws{};
+  std::array<EventSlot, kRollEvents + 1> Events{};     // one more for what fills up `EventRow`
+  std::array<int, kLongGap + 1> NoGaps{};              // of that one
+  std::array<int, kMostEventsOfThrow> LastAtBefore{};  // of the events of the last throw
 
   // By working states, point state and dice, and for a number whether it is established. A 7
   // decides all numbers: its Come side is counted apart, by come-out or not and all that are
   // established.
-  std::array<Alike, kProfiles * kPointStates * kCombinations * 2> Groups{};
+  std::array<Alike, kProfiles * kPointStates * kKinds * 2> Groups{};
   std::array<Alike, (kProfiles * 2U) << kNumbers> SevensOfComeSide{};
   struct Touched {
     Alike* Group;
     GroupKey Key;
   };
   std::vector<Touched> TouchedGroups;
-  int LastDie1 = 1;
-  int LastDie2 = 1;
+  ThrowNumber LastThrown = 0;
 
   unsigned Established = 0;  // when the last throw was thrown
   std::array<WorkingStates, kProfiles> Profiles{};
@@ -97,7 +106,10 @@ void TakeEventBases() {
   ledger.EventsAt = Game.RollCount[0];
   ledger.Throws.fill(0);
   for (unsigned event = 0; event < kRollEvents; ++event)
-    ledger.LastAt[event] = Game.RollCount[0] - Game.RollsSince[event];
+    ledger.Events[event] = {Game.RollGapTally[event].data(),
+                            Game.RollCount[0] - Game.RollsSince[event]};
+  ledger.NoGaps.fill(0);
+  ledger.Events[kRollEvents] = {ledger.NoGaps.data(), Game.RollCount[0]};
 }
 
 void TakePhantomBases() {
@@ -116,12 +128,13 @@ constexpr auto kBitOfTotal = [] {
   return bits;
 }();
 
-/// The established numbers follow the throw before. Without a jump: nobody can foretell the dice.
-void FollowLastThrow() {
-  const auto total = static_cast<unsigned>(Game.RollTotal);
+/// The established numbers follow the throw before, a total thrown with a point or without. Without
+/// a jump: nobody can foretell the dice.
+void FollowThrow(int thrown, bool pointStood) {
+  const auto total = static_cast<unsigned>(thrown);
   const unsigned number = kBitOfTotal[total];
   const unsigned others = total == 7 ? 0 : ledger.Established & ~number;
-  ledger.Established = others | (Game.PrevPrevPoint > 0 ? number : 0);
+  ledger.Established = others | (pointStood ? number : 0);
 }
 
 /// Puts a set of working states in force for the rolls to come.
@@ -139,28 +152,51 @@ void PutInForce(const WorkingStates& states) {
 
 // --- Events ---
 
-void CountEvents() {
-  const int now = Game.RollCount[0];
-  const auto events = EventsOfThrow(Game.Die1, Game.Die2);
-  for (std::size_t i = 0; i < events.size(); ++i) {
-    const unsigned event = events[i];
-    const int gap = now - ledger.LastAt[event];
-    auto& gaps = Game.RollGapTally[event];
-    if (gap < kLongGap) {
-      ++gaps[static_cast<unsigned>(gap)];
-    } else {
-      ++gaps[kLongGap];
-      gaps[0] += gap;
-    }
-    ledger.LastAtBefore[i] = ledger.LastAt[event];
-    ledger.LastAt[event] = now;
+std::span<const unsigned char> EventsOf(ThrowNumber thrown) {
+  return EventsOfThrow(FirstDieOf(thrown), SecondDieOf(thrown));
+}
+
+/// The events of a throw, and `kRollEvents` up to the same number for all throws: nobody can
+/// foretell how many there are.
+using EventRow = std::array<unsigned char, kMostEventsOfThrow>;
+
+std::array<EventRow, kThrowNumbers> FillEventRows() {
+  std::array<EventRow, kThrowNumbers> rows;
+  for (ThrowNumber thrown = 0; thrown < kThrowNumbers; ++thrown) {
+    rows[thrown].fill(kRollEvents);
+    unsigned place = 0;
+    for (const unsigned char event : EventsOf(thrown)) rows[thrown].at(place++) = event;
   }
-  ++ledger.Throws[static_cast<unsigned>((Game.Die1 - 1) * 6 + Game.Die2 - 1)];
+  return rows;
+}
+const std::array<EventRow, kThrowNumbers> kEventRows = FillEventRows();
+
+void CountEvents(ThrowNumber thrown, int now) {
+  ++ledger.Throws[thrown];
+  for (const unsigned event : kEventRows[thrown]) {
+    EventSlot& slot = ledger.Events[event];
+    const int gap = now - slot.LastAt;
+    slot.LastAt = now;
+    if (gap < kLongGap) {
+      ++slot.Gaps[gap];
+    } else {
+      ++slot.Gaps[kLongGap];
+      slot.Gaps[0] += gap;
+    }
+  }
+}
+
+/// Keeps of the last throw what its events forget.
+void CountLastEvents(ThrowNumber thrown, int now) {
+  ledger.LastThrown = thrown;
+  const EventRow& row = kEventRows[thrown];
+  for (unsigned i = 0; i < row.size(); ++i) ledger.LastAtBefore[i] = ledger.Events[row[i]].LastAt;
+  CountEvents(thrown, now);
 }
 
 /// What `ShooterSince` was one roll ago, for the events of the last throw.
 void SettleSinceOfLastThrow(int now) {
-  const auto events = EventsOfThrow(ledger.LastDie1, ledger.LastDie2);
+  const auto events = EventsOf(ledger.LastThrown);
   for (std::size_t i = 0; i < events.size(); ++i) {
     const int before = ledger.LastAtBefore[i];
     const bool sinceOpen = before > ledger.EventsAt;
@@ -176,11 +212,11 @@ void SettleSince(int now) {
   SettleSinceOfLastThrow(now);
   Game.ShooterSince[AnyRoll] += rolls;
   for (unsigned event = 1; event < kRollEvents; ++event) {
-    const int since = now - ledger.LastAt[event];
-    const bool happened = ledger.LastAt[event] > ledger.EventsAt;
+    const int since = now - ledger.Events[event].LastAt;
+    const bool happened = ledger.Events[event].LastAt > ledger.EventsAt;
     const int shooterSince = happened ? since : Game.ShooterSince[event] + rolls;
     // The events that came up before the last throw stood one roll lower.
-    if (happened && ledger.LastAt[event] < now) Game.ShooterSincePrev[event] = since - 1;
+    if (happened && ledger.Events[event].LastAt < now) Game.ShooterSincePrev[event] = since - 1;
     Game.ShooterSince[event] = shooterSince;
     Game.RollsSince[event] = since;
   }
@@ -188,11 +224,10 @@ void SettleSince(int now) {
 
 void SettleEventCounts() {
   const int rolls = Game.RollCount[0] - ledger.EventsAt;
-  for (unsigned dice = 0; dice < ledger.Throws.size(); ++dice) {
-    const int count = ledger.Throws[dice];
+  for (ThrowNumber thrown = 0; thrown < kThrowNumbers; ++thrown) {
+    const int count = ledger.Throws[thrown];
     if (count == 0) continue;
-    for (const unsigned event :
-         EventsOfThrow(static_cast<int>(dice / 6) + 1, static_cast<int>(dice % 6) + 1)) {
+    for (const unsigned event : EventsOf(thrown)) {
       Game.RollCount[event] += count;
       Game.ShooterEvent[event] += count;
     }
@@ -202,17 +237,14 @@ void SettleEventCounts() {
   Game.ShooterEventPrev = Game.ShooterEvent;
   --Game.ShooterEventPrev[0];
   --Game.ShooterEventPrev[1];
-  for (const unsigned event : EventsOfThrow(ledger.LastDie1, ledger.LastDie2))
-    --Game.ShooterEventPrev[event];
+  for (const unsigned event : EventsOf(ledger.LastThrown)) --Game.ShooterEventPrev[event];
 }
 
 /// The throws, one bit for each pair of dice in order, that show an event.
 std::array<std::uint64_t, kRollEvents> FindThrowsOfEvents() {
   std::array<std::uint64_t, kRollEvents> throws{};
-  for (unsigned dice = 0; dice < 36; ++dice)
-    for (const unsigned event :
-         EventsOfThrow(static_cast<int>(dice / 6) + 1, static_cast<int>(dice % 6) + 1))
-      throws[event] |= std::uint64_t{1} << dice;
+  for (ThrowNumber thrown = 0; thrown < kThrowNumbers; ++thrown)
+    for (const unsigned event : EventsOf(thrown)) throws[event] |= std::uint64_t{1} << thrown;
   return throws;
 }
 
@@ -227,29 +259,26 @@ int ThrowsOfEvent(unsigned event) {
 
 // --- Phantom wagers ---
 
-void AddTo(Alike& group, const GroupKey& key) {
+void AddTo(Alike& group, const GroupKey& key, int now) {
   if (group.Count++ == 0) ledger.TouchedGroups.push_back({&group, key});
-  group.LastRoll = Game.RollCount[0];
+  group.LastRoll = now;
 }
 
-void CountGroups() {
-  const int total = Game.Die1 + Game.Die2;
-  const unsigned state = PointStateOf(Game.PrevPoint);
-  const auto dice = static_cast<unsigned>(FieldCombination(Game.Die1, Game.Die2));
-  const unsigned profile = ledger.Profile;
-  const unsigned at = ((profile * kPointStates + state) * kCombinations + dice) * 2;
-  ledger.LastDie1 = Game.Die1;
-  ledger.LastDie2 = Game.Die2;
+void CountGroups(const LedgerThrow& entry, int now) {
+  const ThrowNumber thrown = entry.Thrown;
+  const int total = kTotalOfThrow[thrown];
+  const unsigned state = kPointStateOf[entry.Point];
+  const unsigned profile = entry.Profile;
+  const unsigned at = ((profile * kPointStates + state) * kKinds + kKindOfThrow[thrown]) * 2;
   if (total == 7) {
-    AddTo(ledger.Groups[at], {Side::Others, profile, state, Game.Die1, Game.Die2, 0});
+    AddTo(ledger.Groups[at], {Side::Others, profile, state, thrown, 0}, now);
     const unsigned comeAt =
         ((profile * 2 + (state == 0 ? 0U : 1U)) << kNumbers) + ledger.Established;
-    AddTo(ledger.SevensOfComeSide[comeAt],
-          {Side::Come, profile, state, Game.Die1, Game.Die2, ledger.Established});
+    AddTo(ledger.SevensOfComeSide[comeAt], {Side::Come, profile, state, thrown, ledger.Established},
+          now);
   } else {
     const unsigned own = ledger.Established & kBitOfTotal[static_cast<unsigned>(total)];
-    AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)],
-          {Side::Both, profile, state, Game.Die1, Game.Die2, own});
+    AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)], {Side::Both, profile, state, thrown, own}, now);
   }
 }
 
@@ -324,7 +353,8 @@ PhantomWagers phantomWagers;
 /// are recorded at once: the record tells which are.
 void AddGroup(const GroupKey& key, int count) {
   if (count == 0) return;
-  const DecidedThrow thrown = {key.Die1, key.Die2, PointOf(key.PointState)};
+  const DecidedThrow thrown = {FirstDieOf(key.Thrown), SecondDieOf(key.Thrown),
+                               PointOf(key.PointState)};
   const WorkingStates& states = ledger.Profiles[key.Profile];
   if (key.Bets != Side::Others) WriteEstablished(key.Established);
   for (const DecisionStep& step :
@@ -386,7 +416,7 @@ void CloseLedger() {
 bool LedgerIsOpen() { return Game.LedgerOpen; }
 
 void BeginLedgerRoll() {
-  FollowLastThrow();
+  FollowThrow(Game.RollTotal, Game.PrevPrevPoint > 0);
   if (!Game.WorkingTouched) return;
   WorkingStates states{};
   std::copy_n(Game.BetWorking.begin(), states.size(), states.begin());
@@ -394,22 +424,41 @@ void BeginLedgerRoll() {
   Game.WorkingTouched = false;
 }
 
-void BeginLedgerRoll(LedgerProfile& profile, const std::int8_t* states) {
-  FollowLastThrow();
-  if (profile.KeptSince != ledger.KeptSince) {
-    WorkingStates wide{};
-    std::copy_n(states, wide.size(), wide.begin());
-    PutInForce(wide);
-    profile = {ledger.Profile, ledger.KeptSince};
-  }
-  ledger.Profile = profile.Place;
+bool LedgerProfile::IsKept() const { return KeptSince == ledger.KeptSince; }
+
+bool HasRoomForProfile() { return ledger.ProfileCount < kProfiles; }
+
+void KeepProfile(LedgerProfile& profile, const std::int8_t* states) {
+  WorkingStates wide{};
+  std::copy_n(states, wide.size(), wide.begin());
+  PutInForce(wide);
+  profile = {ledger.Profile, ledger.KeptSince};
 }
 
 void ForgetPhantomPayoffs() { phantomWagers.Forget(); }
 
 void EnterThrow() {
-  CountEvents();
-  CountGroups();
+  const ThrowNumber thrown = NumberOfThrow(Game.Die1, Game.Die2);
+  const int now = Game.RollCount[0];
+  CountLastEvents(thrown, now);
+  CountGroups({thrown, static_cast<unsigned char>(Game.PrevPoint), ledger.Profile}, now);
+}
+
+void EnterThrows(std::span<const LedgerThrow> throws) {
+  const int before = Game.RollCount[0];
+  int now = before;
+  int total = Game.RollTotal;
+  int point = Game.PrevPoint;
+  for (const LedgerThrow& entry : throws) {
+    FollowThrow(total, point > 0);
+    CountGroups(entry, ++now);
+    total = kTotalOfThrow[entry.Thrown];
+    point = entry.Point;
+  }
+  now = before;
+  for (const LedgerThrow& entry : throws.first(throws.size() - 1)) CountEvents(entry.Thrown, ++now);
+  CountLastEvents(throws.back().Thrown, ++now);
+  ledger.Profile = throws.back().Profile;
 }
 
 void SettleEvents() {
@@ -430,7 +479,7 @@ void SettleLedger() {
 
 int RollsSinceNow(int event) {
   const auto e = static_cast<unsigned>(event);
-  return Game.LedgerOpen ? Game.RollCount[0] - ledger.LastAt[e] : Game.RollsSince[e];
+  return Game.LedgerOpen ? Game.RollCount[0] - ledger.Events[e].LastAt : Game.RollsSince[e];
 }
 
 ShooterTally ShooterTallyNow(int event) {
@@ -443,12 +492,12 @@ ShooterTally ShooterTallyNow(int event) {
   tally.CountPrev = tally.Count;
   const int rolls = now - ledger.EventsAt;
   const int unseen = tally.Since + rolls;  // as it stands when the event hasn't happened meanwhile
-  const bool happened = ledger.LastAt[e] > ledger.EventsAt;
-  tally.Since = happened ? now - ledger.LastAt[e] : unseen;
+  const bool happened = ledger.Events[e].LastAt > ledger.EventsAt;
+  tally.Since = happened ? now - ledger.Events[e].LastAt : unseen;
   tally.SincePrev = tally.Since - 1;
-  if (ledger.LastAt[e] != now || !happened) return tally;
+  if (ledger.Events[e].LastAt != now || !happened) return tally;
   --tally.CountPrev;
-  const auto events = EventsOfThrow(ledger.LastDie1, ledger.LastDie2);
+  const auto events = EventsOf(ledger.LastThrown);
   const auto place = std::find(events.begin(), events.end(), e) - events.begin();
   const int before = ledger.LastAtBefore[static_cast<unsigned>(place)];
   tally.SincePrev = before > ledger.EventsAt ? now - 1 - before : unseen - 1;

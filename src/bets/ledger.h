@@ -2,6 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
+
+#include "dice/throw_kinds.h"
 
 /// While the ledger is open a roll tallies no event and no phantom wager by itself: it enters its
 /// throw, and `SettleLedger` brings the tallies to where rolls played one by one would have left
@@ -16,17 +19,32 @@ bool LedgerIsOpen();
 /// `PrevPoint` of the roll to come.
 void BeginLedgerRoll();
 
+/// Enters the throw in the record; `RollCount[0]` counts it already.
+void EnterThrow();
+
 /// The place of a set of working states in the ledger, for as long as the ledger keeps it.
 struct LedgerProfile {
   unsigned Place = 0;
   unsigned KeptSince = 0;
+
+  bool IsKept() const;
 };
 
-/// `BeginLedgerRoll` with working states that aren't in the record: `states` by bet id.
-void BeginLedgerRoll(LedgerProfile& profile, const std::int8_t* states);
+/// Whether one more can be kept without settling the ledger, at which all places are lost.
+bool HasRoomForProfile();
 
-/// Enters the throw in the record; `RollCount[0]` counts it already.
-void EnterThrow();
+/// Gives working states a place: `states` by bet id. Settles the ledger when there is no room.
+void KeepProfile(LedgerProfile& profile, const std::int8_t* states);
+
+/// A throw that isn't in the record.
+struct LedgerThrow {
+  ThrowNumber Thrown = 0;
+  unsigned char Point = 0;  // when the dice were thrown
+  unsigned Profile = 0;     // the place of the working states
+};
+
+/// Enters throws, at least one, before the record knows or counts any of them.
+void EnterThrows(std::span<const LedgerThrow> throws);
 
 /// House rules are others than at the last settling.
 void ForgetPhantomPayoffs();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <random>
 
 #include "core/error_report.h"
@@ -200,6 +201,13 @@ void RollFairDice() {
   }
 }
 
+/// The generator that makes nothing but pairs of dice, if there is one.
+Twister* TwisterOfRolls() {
+  if (Game.UseSkewedProbability) return nullptr;
+  if (Game.RngChoice == Rng1Mt) return &mtGenerator;
+  return Game.RngChoice == Rng2Cokus ? &cokusGenerator : nullptr;
+}
+
 int NumberForMatrix() {
   switch (GeneratorOfRoll()) {
     case Rng2Cokus: return CutNumber(randomMT());
@@ -317,6 +325,16 @@ void LogSeeding() {
 
 }  // namespace
 
+std::span<const std::uint32_t> Twister::Ahead(unsigned count) {
+  if (end_ - next_ < count) {
+    const auto rest = std::copy(ahead_.begin() + next_, ahead_.begin() + end_, ahead_.begin());
+    std::generate(rest, ahead_.begin() + count, std::ref(engine_));
+    next_ = 0;
+    end_ = count;
+  }
+  return {ahead_.data() + next_, count};
+}
+
 int Rng3(int limit) {
   Game.RngState = static_cast<int>(NextInCongruence(Game.RngState));
   const double product = static_cast<double>(limit) * Game.RngState;
@@ -385,6 +403,17 @@ void RollWithGenerator() {
     RollFairDice();
   }
 }
+
+bool LookAhead(std::span<ThrowNumber> throws) {
+  Twister* const twister = TwisterOfRolls();
+  if (twister == nullptr) return false;
+  const auto words = twister->Ahead(2 * static_cast<unsigned>(throws.size()));
+  for (std::size_t i = 0; i < throws.size(); ++i)
+    throws[i] = NumberOfThrow(Face(words[2 * i] * kPerWord), Face(words[2 * i + 1] * kPerWord));
+  return true;
+}
+
+void SkipThrows(unsigned count) { TwisterOfRolls()->Skip(2 * count); }
 
 bool SeedRng(SeedSource source) {
   try {

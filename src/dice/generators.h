@@ -1,11 +1,13 @@
 // The eight random number generators and their seeding.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <random>
 #include <span>
 
 #include "core/game_state.h"
+#include "dice/throw_kinds.h"
 
 /// The generators that this build goes without, as bits of `MissingRngFiles`.
 inline constexpr int kGeneratorsLeftOut =
@@ -35,11 +37,39 @@ void srandMT(std::uint32_t seed);
 double randomMT();
 std::uint32_t randomMT_int32();
 
-/// The numbers of std::mt19937, on words of 32 bits: where `uint_fast32_t` has 64, its state is
-/// twice as large, and drawing and seeding take more than twice as long.
-using Twister =
-    std::mersenne_twister_engine<std::uint32_t, 32, 624, 397, 31, 0x9908B0DFU, 11, 0xFFFFFFFFU, 7,
-                                 0x9D2C5680U, 15, 0xEFC60000U, 18, 1812433253U>;
+/// A Mersenne Twister, whose next numbers can be looked at before they are drawn. The numbers of
+/// std::mt19937, on words of 32 bits: where `uint_fast32_t` has 64, drawing takes twice as long.
+class Twister {
+ public:
+  static constexpr std::size_t state_size = 624;
+  static constexpr unsigned kMostAhead = 128;
+
+  void seed(std::uint32_t seed) {
+    engine_.seed(seed);
+    next_ = end_ = 0;
+  }
+  template <class Sequence>
+  void seed(Sequence& seeds) {
+    engine_.seed(seeds);
+    next_ = end_ = 0;
+  }
+
+  std::uint32_t operator()() { return next_ < end_ ? ahead_[next_++] : engine_(); }
+
+  /// The next `count` numbers, up to `kMostAhead`; they are still to be drawn.
+  std::span<const std::uint32_t> Ahead(unsigned count);
+
+  /// Draws `count` numbers that were looked at.
+  void Skip(unsigned count) { next_ += count; }
+
+ private:
+  std::mersenne_twister_engine<std::uint32_t, 32, state_size, 397, 31, 0x9908B0DFU, 11, 0xFFFFFFFFU,
+                               7, 0x9D2C5680U, 15, 0xEFC60000U, 18, 1812433253U>
+      engine_;
+  std::array<std::uint32_t, kMostAhead> ahead_{};
+  unsigned next_ = 0;
+  unsigned end_ = 0;
+};
 
 /// The words that a Mersenne Twister stands on.
 inline constexpr std::size_t kTwisterWords = Twister::state_size;
@@ -51,6 +81,15 @@ void PutTwisterState(std::span<const std::uint32_t, kTwisterWords> words);
 /// Sets `Die1` and `Die2` from the generator of `RngChoice`, through the probability matrix when
 /// `UseSkewedProbability` is on. Reads `RollCount[0]` for the generators that alternate.
 void RollWithGenerator();
+
+inline constexpr unsigned kMostThrowsAhead = Twister::kMostAhead / 2;
+
+/// Fills `throws` with those that `RollWithGenerator` will make next, and draws nothing. False when
+/// the generator in force can't tell.
+bool LookAhead(std::span<ThrowNumber> throws);
+
+/// Takes the first `count` of those throws from the generator, and leaves the dice alone.
+void SkipThrows(unsigned count);
 
 /// What `SeedRng` is asked to do.
 enum SeedSource : int { SeedInChangeRequest = -1, FindSeed = 0 };

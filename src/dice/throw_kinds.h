@@ -1,8 +1,27 @@
-// The 21 kinds of throw, the dice in either order, and sets of them.
+// Throws by their number, and the 21 kinds of throw, the dice in either order, and sets of them.
 #pragma once
 
 #include <array>
 #include <cstdint>
+
+/// A throw by the dice in their order.
+using ThrowNumber = unsigned char;
+
+inline constexpr unsigned kThrowNumbers = 36;
+
+constexpr ThrowNumber NumberOfThrow(int die1, int die2) {
+  return static_cast<ThrowNumber>((die1 - 1) * 6 + die2 - 1);
+}
+constexpr int FirstDieOf(ThrowNumber thrown) { return thrown / 6 + 1; }
+constexpr int SecondDieOf(ThrowNumber thrown) { return thrown % 6 + 1; }
+
+/// The total of each throw.
+inline constexpr auto kTotalOfThrow = [] {
+  std::array<unsigned char, kThrowNumbers> totals{};
+  for (ThrowNumber thrown = 0; thrown < kThrowNumbers; ++thrown)
+    totals[thrown] = static_cast<unsigned char>(FirstDieOf(thrown) + SecondDieOf(thrown));
+  return totals;
+}();
 
 /// A kind of throw, the lower die first.
 struct ThrowKind {
@@ -25,6 +44,16 @@ inline constexpr auto kThrowKindTable = [] {
       table[++kind] = {low, total - low};
   }
   return table;
+}();
+
+/// The kind of each throw.
+inline constexpr auto kKindOfThrow = [] {
+  std::array<unsigned char, kThrowNumbers> kinds{};
+  for (unsigned char kind = 1; kind <= kThrowKinds; ++kind) {
+    const auto [low, high] = kThrowKindTable[kind];
+    kinds[NumberOfThrow(low, high)] = kinds[NumberOfThrow(high, low)] = kind;
+  }
+  return kinds;
 }();
 
 /// Bit n stands for kind n.

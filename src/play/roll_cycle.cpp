@@ -179,23 +179,35 @@ void CallThrow() {
 
 // --- Step 11 ---
 
-void MovePoint() {
-  const int total = Game.RollTotal;
-  if (total == 7) {
-    Game.Point = 0;
-    LogPassOrMiss(Game.PrevPoint == 0 ? "      Pass (natural)" : "      Miss (seven-out)");
-  } else if (Game.Point == 0) {
-    if (total == 2 || total == 3 || total == 12) {
-      LogPassOrMiss("      Miss (craps natural)");
-    } else if (IsPointNumber(total)) {
-      Game.Point = total;
-      ++Game.ShooterStats[PointsEstablished];
-      LogPassOrMiss("      Point established");
+/// The point after a total, by the point before: 0 to 10.
+constexpr auto kPointAfter = [] {
+  std::array<std::array<unsigned char, 13>, 11> points{};
+  for (unsigned point = 0; point < points.size(); ++point)
+    for (unsigned total = 2; total <= 12; ++total) {
+      const bool stays = point != 0 && total != 7 && total != point;
+      const bool comes = point == 0 && IsPointNumber(static_cast<int>(total));
+      points[point][total] = static_cast<unsigned char>(stays ? point : comes ? total : 0);
     }
-  } else if (total == Game.Point) {
-    Game.Point = 0;
+  return points;
+}();
+
+void MovePoint() {
+  Game.Point =
+      kPointAfter[static_cast<unsigned>(Game.PrevPoint)][static_cast<unsigned>(Game.RollTotal)];
+  Game.ShooterStats[PointsEstablished] += Game.PrevPoint == 0 && Game.Point != 0 ? 1 : 0;
+}
+
+void LogPoint() {
+  if (!Game.EventsLogActive) return;
+  const bool pointStood = Game.PrevPoint != 0;
+  if (Game.RollTotal == 7)
+    LogPassOrMiss(pointStood ? "      Miss (seven-out)" : "      Pass (natural)");
+  else if (Game.Point != 0 && !pointStood)
+    LogPassOrMiss("      Point established");
+  else if (Game.Point == 0 && pointStood)
     LogPassOrMiss("      Pass (point rolled)");
-  }
+  else if (!pointStood && Game.RollTotal != 11)
+    LogPassOrMiss("      Miss (craps natural)");
 }
 
 // --- Steps 12 and 13 ---
@@ -204,7 +216,9 @@ void CountRoll() {
   ++Game.RollCount[AnyRoll];
   ++Game.ShooterStats[ShooterRolls];
   if (Game.PrevPoint == 0) ++Game.ShooterStats[ComeOutRolls];
-  if (LedgerIsOpen()) return EnterThrow();
+}
+
+void CountEvents() {
   ++Game.ShooterEvent[AnyRoll];
   ++Game.ShooterEvent[AnyRollOfShooter];
   // `RollsSince[0]` isn't a gap: it follows at the end of the roll.
@@ -496,31 +510,83 @@ int UnseenRolls(Pace& pace) {
   return rolls > 0 ? std::min(rolls, pace.UnseenRolls()) : 0;
 }
 
-/// Throws the dice for a roll that is known, and does of the steps below what there is still to do.
-/// False when it isn't known: the dice wait for a roll that is played in full.
-bool PlayKnownRoll(KnownStretch& stretch) {
-  const int die1 = Game.Die1;
-  const int die2 = Game.Die2;
-  RollWithGenerator();
-  if (!stretch.Knows(Game.Die1, Game.Die2)) {
+/// The throws to come, as far as they can be looked at.
+class ComingThrows {
+ public:
+  /// Looks at up to `most`. A generator that can't be looked into makes one, which waits.
+  std::span<const ThrowNumber> Look(unsigned most) {
+    const unsigned wanted = std::min(most, length_);
+    length_ = std::min(2 * length_, static_cast<unsigned>(throws_.size()));
+    const std::span<ThrowNumber> throws = std::span(throws_).first(wanted);
+    if (LookAhead(throws)) return throws;
+    const int die1 = Game.Die1;
+    const int die2 = Game.Die2;
+    RollWithGenerator();
     Game.PendingDie1 = std::exchange(Game.Die1, die1);
     Game.PendingDie2 = std::exchange(Game.Die2, die2);
     Game.ManualRollPending = true;
-    return false;
+    throws_[0] = NumberOfThrow(Game.PendingDie1, Game.PendingDie2);
+    return throws.first(1);
   }
-  KeepLastThrow(die1, die2);
-  stretch.BeginRoll();
-  Game.RollTotal = Game.Die1 + Game.Die2;
+
+  /// The first `count` of them have been thrown.
+  static void Take(unsigned count) {
+    if (Game.ManualRollPending)
+      Game.ManualRollPending = count == 0;
+    else
+      SkipThrows(count);
+  }
+
+ private:
+  std::array<ThrowNumber, std::min<std::size_t>(kMostThrowsAhead, KnownStretch::kMostThrows)>
+      throws_{};
+  unsigned length_ = 8;  // it may not be known for long
+};
+
+/// Does of the steps below what a known roll doesn't, but for the dice.
+void PassKnownRoll(ThrowNumber thrown, const KnownStep& step) {
+  Game.PrevPoint = Game.Point;
+  Game.RollTotal = kTotalOfThrow[thrown];
   MovePoint();
   CountRoll();
-  ForStandingBets(StepsOfThrow(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont), BetMask{},
-                  [](const DecisionStep& step) { TakeStep(step, DecideWager); });
-  stretch.Decide(Game.Die1, Game.Die2);
+  if (step.TellsOfShooter)
+    ForStandingBets(
+        StepsOfThrow(Game.PrevPoint, FirstDieOf(thrown), SecondDieOf(thrown), Game.BarDont),
+        BetMask{}, [](const DecisionStep& s) { TakeStep(s, DecideWager); });
+  Game.Bets[BankrollIndex] = step.Bankroll;
   FollowBankroll();
   AddBankrollPoint(false);
+}
+
+void SetDice(ThrowNumber thrown) {
+  Game.Die1 = FirstDieOf(thrown);
+  Game.Die2 = SecondDieOf(thrown);
+}
+
+/// Does the same for rolls in a row, and keeps the dice of the last two.
+void PassKnownRolls(std::span<const ThrowNumber> throws, std::span<const KnownStep> steps) {
+  const std::size_t last = steps.size() - 1;
+  for (std::size_t i = 0; i < last; ++i) PassKnownRoll(throws[i], steps[i]);
+  if (last > 0) SetDice(throws[last - 1]);
+  KeepLastThrow(Game.Die1, Game.Die2);
+  SetDice(throws[last]);
+  PassKnownRoll(throws[last], steps[last]);
+}
+
+/// Plays up to `rolls` rolls for as long as they are known, and returns their number.
+int PlayKnownRolls(KnownStretch& stretch, ComingThrows& coming, int rolls) {
+  int played = 0;
+  while (played < rolls) {
+    const std::span<const ThrowNumber> throws = coming.Look(static_cast<unsigned>(rolls - played));
+    const std::span<const KnownStep> steps = stretch.Play(throws);
+    ComingThrows::Take(static_cast<unsigned>(steps.size()));
+    if (steps.empty()) break;
+    PassKnownRolls(throws, steps);
+    played += static_cast<int>(steps.size());
+  }
   Game.RollsSince[0] = Game.RollCount[0];
-  if (Game.AutoRollsLeft > 0) --Game.AutoRollsLeft;
-  return true;
+  if (Game.AutoRollsLeft > 0) Game.AutoRollsLeft -= played;
+  return played;
 }
 
 /// Plays rolls for as long as they are known and nobody looks. The next one is played in full, with
@@ -528,9 +594,9 @@ bool PlayKnownRoll(KnownStretch& stretch) {
 void PlayKnownRolls(Pace& pace) {
   if (!KnownRollsMayFollow()) return;
   KnownStretch stretch;
+  ComingThrows coming;
   for (int rolls = UnseenRolls(pace); rolls > 0; rolls = UnseenRolls(pace)) {
-    int played = 0;
-    while (played < rolls && PlayKnownRoll(stretch)) ++played;
+    const int played = PlayKnownRolls(stretch, coming, rolls);
     pace.Pass(played);
     RollsToLook -= static_cast<unsigned>(played);
     if (played < rolls) return;
@@ -563,8 +629,13 @@ Pass OneRoll() {
   CallThrow();
   // Step 11. The point.
   MovePoint();
+  LogPoint();
   // Steps 12 and 13. Counters and events.
   CountRoll();
+  if (LedgerIsOpen())
+    EnterThrow();
+  else
+    CountEvents();
   // Steps 14 and 15. Decisions.
   DecideThrow();
   const Currency net = Bankroll() - Game.BetsAtRoll[BankrollIndex];

@@ -142,6 +142,29 @@ TEST_F(Generators, MixedGeneratorsAlternateWithTheRollCount) {
   }
 }
 
+TEST_F(Generators, ThrowsThatAreLookedAtAreThoseThatCome) {
+  for (const int choice : {Rng1Mt, Rng2Cokus}) {
+    Seed(choice, 7);
+    const std::vector<int> faces = Faces(5000);
+    Seed(choice, 7);
+    std::array<ThrowNumber, kMostThrowsAhead> ahead{};
+    unsigned at = 0;
+    for (unsigned look = 0; at + ahead.size() < faces.size() / 2; ++look) {
+      const unsigned seen = 1 + look * 13 % kMostThrowsAhead;
+      ASSERT_TRUE(LookAhead(std::span(ahead).first(seen)));
+      for (unsigned i = 0; i < seen; ++i)
+        ASSERT_EQ(ahead[i], NumberOfThrow(faces[2 * (at + i)], faces[2 * (at + i) + 1]));
+      const unsigned skipped = look % (seen + 1);
+      SkipThrows(skipped);
+      at += skipped;
+      ASSERT_EQ(Roll(), (std::array{faces[2 * at], faces[2 * at + 1]}));
+      ++at;
+    }
+  }
+  Game.UseSkewedProbability = true;
+  EXPECT_FALSE(LookAhead({}));
+}
+
 /// The chi-square of the 36 combinations over a million rolls.
 double ChiSquare() {
   constexpr int kRolls = 1'000'000;
