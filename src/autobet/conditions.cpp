@@ -341,6 +341,37 @@ Verdict EvaluateBets(const ConditionPlan& plan, bool whileBlock) {
   return {true, !someOldTrue || (plan.Of.All ? someOldFalse : Game.RollCount[0] == 0)};
 }
 
+/// What `EvaluateBets` says of one thing that is no group.
+Verdict VerdictOfOne(const Truths& truths) {
+  return {truths.Now, truths.Now && (!truths.Old || Game.RollCount[0] == 0)};
+}
+
+template <int op>
+Verdict EvaluateAmountOfOne(const ConditionPlan& plan, bool) {
+  const NowAndBefore value = ValueOfId(plan.Of.First);
+  return VerdictOfOne(
+      {CompareValues(value.Now, op, plan.Amount), CompareValues(value.Before, op, plan.Amount)});
+}
+
+Verdict EvaluateStreakOfOne(const ConditionPlan& plan, bool) {
+  const auto& streak = Game.BetOutcome[static_cast<unsigned>(plan.Of.First)];
+  return VerdictOfOne(CompareStreak(plan.Operator, streak[1], streak[0], plan.Amount));
+}
+
+/// The evaluator of a line on bets: most ask of one bet, of the bankroll or of one stack.
+Evaluator EvaluatorOfBets(const ConditionPlan& plan) {
+  constexpr std::array<Evaluator, 6> kOfAmount = {
+      EvaluateAmountOfOne<EqualTo>,     EvaluateAmountOfOne<NotEqualTo>,
+      EvaluateAmountOfOne<GreaterThan>, EvaluateAmountOfOne<NotGreaterThan>,
+      EvaluateAmountOfOne<LessThan>,    EvaluateAmountOfOne<NotLessThan>};
+  const bool one = plan.Of.What == Operand::Kind::Ids && plan.Of.First == plan.Of.Last &&
+                   !plan.Of.Any && !plan.Of.All;
+  const int op = plan.Operator;
+  if (one && ComparesAmounts(op)) return kOfAmount[static_cast<unsigned>(op - EqualTo)];
+  const bool ofStreak = !ComparesSubjects(op) && !ComparesNames(op);
+  return one && ofStreak && IsBet(plan.Of.First) ? EvaluateStreakOfOne : EvaluateBets;
+}
+
 // --- Totals ---
 
 struct StreakSums {
@@ -426,6 +457,18 @@ Truths CompareHours(const ConditionPlan& plan, bool whileBlock) {
 
 Verdict NewUnlessOld(const Truths& truths) { return {truths.Now, truths.Now && !truths.Old}; }
 
+Verdict EvaluateRollsOfGame(const ConditionPlan& plan, bool whileBlock) {
+  return NewUnlessOld(CompareCount(plan, Game.RollCount[0], whileBlock));
+}
+
+Verdict EvaluateRollsOfShooter(const ConditionPlan& plan, bool whileBlock) {
+  return NewUnlessOld(CompareCount(plan, Game.ShooterStats[ShooterRolls], whileBlock));
+}
+
+Verdict EvaluateHours(const ConditionPlan& plan, bool whileBlock) {
+  return NewUnlessOld(CompareHours(plan, whileBlock));
+}
+
 Verdict EvaluateCountAtDecision(const ConditionPlan& plan, bool whileBlock) {
   const Truths truths =
       CompareCount(plan, Game.ShooterStats[static_cast<unsigned>(plan.Index)], whileBlock);
@@ -447,7 +490,7 @@ Verdict EvaluateAvailable(const ConditionPlan& plan, bool whileBlock) {
 
 // --- Roll events ---
 
-Verdict EvaluateEvent(const ConditionPlan& plan) {
+Verdict EvaluateEvent(const ConditionPlan& plan, bool) {
   const ShooterTally tally = ShooterTallyNow(plan.Index);
   const Currency amount = plan.Amount;
   const Currency count = tally.Count;
@@ -486,7 +529,7 @@ bool IsOnMiss() {
   return JustRolled(2) || JustRolled(3) || JustRolled(12) || (JustRolled(7) && Game.PrevPoint > 0);
 }
 
-Verdict EvaluatePoint(const ConditionPlan& plan) {
+Verdict EvaluatePoint(const ConditionPlan& plan, bool) {
   const int choice = plan.Operator;
   const bool before = IsInNumberChoice(choice, Game.PrevPoint);
   const bool decided = Game.Point == 0 && Game.PrevPoint > 0;
@@ -507,20 +550,75 @@ Verdict CompareFlag(const Flag& flag, Currency value) {
   return {Currency(flag.FlagValue) == value, flag.FlagValue != flag.FlagPrev};
 }
 
-Verdict EvaluateAnyFlag(Currency value) {
+Verdict EvaluateOneFlag(const ConditionPlan& plan, bool) {
+  return CompareFlag(Game.Flags[static_cast<unsigned>(plan.Index)], plan.Amount);
+}
+
+Verdict EvaluateLastFlag(const ConditionPlan& plan, bool) {
+  return Game.Flags.empty() ? Verdict() : CompareFlag(Game.Flags.back(), plan.Amount);
+}
+
+Verdict EvaluateAnyFlag(const ConditionPlan& plan, bool) {
   for (const Flag& flag : Game.Flags)
-    if (const Verdict verdict = CompareFlag(flag, value); verdict.True) return verdict;
+    if (const Verdict verdict = CompareFlag(flag, plan.Amount); verdict.True) return verdict;
   return {};
 }
 
-Verdict EvaluateAllFlags(Currency value) {
+Verdict EvaluateAllFlags(const ConditionPlan& plan, bool) {
   Verdict all;
   for (const Flag& flag : Game.Flags) {
-    const Verdict verdict = CompareFlag(flag, value);
+    const Verdict verdict = CompareFlag(flag, plan.Amount);
     if (!verdict.True) return {};
     all = {true, all.New || verdict.New};
   }
   return all;
+}
+
+/// The evaluator of a plan whose codes are known.
+Evaluator EvaluatorOf(const ConditionPlan& plan) {
+  using Plan = const ConditionPlan&;
+  switch (plan.Test) {
+    case ConditionTest::Never: return [](Plan, bool) { return Verdict(); };
+    case ConditionTest::Initializing:
+      return [](Plan, bool) { return Verdict{Game.ScriptChanged || Game.HotKeyRunning, true}; };
+    case ConditionTest::EachRoll:
+      return [](Plan, bool) { return Verdict{Game.RollsSince[0] != Game.RollCount[0], true}; };
+    case ConditionTest::NextIsComeOut:
+      return [](Plan, bool) {
+        return Verdict{Game.Point == 0, Game.RollCount[0] == 0 || Game.PrevPoint > 0};
+      };
+    case ConditionTest::NextIsNotComeOut:
+      return [](Plan, bool) { return Verdict{Game.Point != 0, Game.PrevPoint == 0}; };
+    case ConditionTest::LastWasComeOut:
+      return [](Plan, bool) {
+        return Verdict{Game.RollCount[0] > 0 && Game.PrevPoint == 0, Game.PrevPrevPoint > 0};
+      };
+    case ConditionTest::LastWasNotComeOut:
+      return [](Plan, bool) { return Verdict{Game.PrevPoint != 0, Game.PrevPrevPoint == 0}; };
+    case ConditionTest::PointEstablished:
+    case ConditionTest::PointNotEstablished:
+    case ConditionTest::PointDecidedFor:
+    case ConditionTest::PointDecidedAgainst:
+    case ConditionTest::PointDecided: return EvaluatePoint;
+    case ConditionTest::AnswerIs:
+      return [](Plan asked, bool) { return Verdict{Game.MsgAnswer == asked.Index, true}; };
+    case ConditionTest::EachPass: return [](Plan, bool) { return Verdict{IsOnPass(), true}; };
+    case ConditionTest::EachMiss: return [](Plan, bool) { return Verdict{IsOnMiss(), true}; };
+    case ConditionTest::RollsOfGame: return EvaluateRollsOfGame;
+    case ConditionTest::RollsOfShooter: return EvaluateRollsOfShooter;
+    case ConditionTest::CountAtDecision: return EvaluateCountAtDecision;
+    case ConditionTest::CountOfLastShooter: return EvaluateCountOfLastShooter;
+    case ConditionTest::Hours: return EvaluateHours;
+    case ConditionTest::Available: return EvaluateAvailable;
+    case ConditionTest::Event: return EvaluateEvent;
+    case ConditionTest::OneFlag: return EvaluateOneFlag;
+    case ConditionTest::AnyFlag: return EvaluateAnyFlag;
+    case ConditionTest::AllFlags: return EvaluateAllFlags;
+    case ConditionTest::LastFlag: return EvaluateLastFlag;
+    case ConditionTest::Total: return EvaluateTotal;
+    case ConditionTest::Bets: return EvaluatorOfBets(plan);
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -530,52 +628,10 @@ ConditionPlan PlanCondition(int number) {
   ConditionPlan plan;
   plan.Amount = line.LineAmount;
   PlanTest(plan, line);
-  if (!KnowsOperator(plan.Test, line.LineCode)) {
-    plan.Test = ConditionTest::Never;
-    return plan;
-  }
+  if (!KnowsOperator(plan.Test, line.LineCode)) plan.Test = ConditionTest::Never;
   plan.Operator = static_cast<std::uint8_t>(line.LineCode);
   if (plan.Test == ConditionTest::Bets && ComparesNames(line.LineCode)) plan.Index = number;
   if (ComparesSubjects(line.LineCode)) plan.To = PlanOperand(line.ToSubject, line.ToStackNum);
+  plan.Evaluate = EvaluatorOf(plan);
   return plan;
-}
-
-Verdict Evaluate(const ConditionPlan& plan, bool whileBlock) {
-  switch (plan.Test) {
-    case ConditionTest::Never: return {};
-    case ConditionTest::Initializing: return {Game.ScriptChanged || Game.HotKeyRunning, true};
-    case ConditionTest::EachRoll: return {Game.RollsSince[0] != Game.RollCount[0], true};
-    case ConditionTest::NextIsComeOut:
-      return {Game.Point == 0, Game.RollCount[0] == 0 || Game.PrevPoint > 0};
-    case ConditionTest::NextIsNotComeOut: return {Game.Point != 0, Game.PrevPoint == 0};
-    case ConditionTest::LastWasComeOut:
-      return {Game.RollCount[0] > 0 && Game.PrevPoint == 0, Game.PrevPrevPoint > 0};
-    case ConditionTest::LastWasNotComeOut: return {Game.PrevPoint != 0, Game.PrevPrevPoint == 0};
-    case ConditionTest::PointEstablished:
-    case ConditionTest::PointNotEstablished:
-    case ConditionTest::PointDecidedFor:
-    case ConditionTest::PointDecidedAgainst:
-    case ConditionTest::PointDecided: return EvaluatePoint(plan);
-    case ConditionTest::AnswerIs: return {Game.MsgAnswer == plan.Index, true};
-    case ConditionTest::EachPass: return {IsOnPass(), true};
-    case ConditionTest::EachMiss: return {IsOnMiss(), true};
-    case ConditionTest::RollsOfGame:
-      return NewUnlessOld(CompareCount(plan, Game.RollCount[0], whileBlock));
-    case ConditionTest::RollsOfShooter:
-      return NewUnlessOld(CompareCount(plan, Game.ShooterStats[ShooterRolls], whileBlock));
-    case ConditionTest::CountAtDecision: return EvaluateCountAtDecision(plan, whileBlock);
-    case ConditionTest::CountOfLastShooter: return EvaluateCountOfLastShooter(plan, whileBlock);
-    case ConditionTest::Hours: return NewUnlessOld(CompareHours(plan, whileBlock));
-    case ConditionTest::Available: return EvaluateAvailable(plan, whileBlock);
-    case ConditionTest::Event: return EvaluateEvent(plan);
-    case ConditionTest::OneFlag:
-      return CompareFlag(Game.Flags[static_cast<unsigned>(plan.Index)], plan.Amount);
-    case ConditionTest::AnyFlag: return EvaluateAnyFlag(plan.Amount);
-    case ConditionTest::AllFlags: return EvaluateAllFlags(plan.Amount);
-    case ConditionTest::LastFlag:
-      return Game.Flags.empty() ? Verdict() : CompareFlag(Game.Flags.back(), plan.Amount);
-    case ConditionTest::Total: return EvaluateTotal(plan, whileBlock);
-    case ConditionTest::Bets: return EvaluateBets(plan, whileBlock);
-  }
-  return {};
 }

@@ -61,9 +61,16 @@ enum class ConditionTest : std::uint8_t {
   Bets,
 };
 
+struct ConditionPlan;
+
+/// Evaluates a condition. `whileBlock`: the block is of a "while" kind, which asks no more of a
+/// group than one bet that holds.
+using Evaluator = Verdict (*)(const ConditionPlan& plan, bool whileBlock);
+
 /// A condition line with its codes resolved: made once when a script is loaded or changed, so that
 /// no line looks up a name or a code while it runs.
 struct ConditionPlan {
+  Evaluator Evaluate = nullptr;
   ConditionTest Test = ConditionTest::Never;
   std::uint8_t Operator = 0;
   int Index = 0;  // the event, flag, shooter's statistic or answer; of a name the line it is in
@@ -75,7 +82,3 @@ struct ConditionPlan {
 /// The plan of condition line `number` of the script in force. What no list offers becomes a
 /// condition that never holds.
 ConditionPlan PlanCondition(int number);
-
-/// Evaluates a condition. `whileBlock`: the block is of a "while" kind, which asks no more of a
-/// group than one bet that holds.
-Verdict Evaluate(const ConditionPlan& plan, bool whileBlock);

@@ -130,12 +130,7 @@ class Run {
         Trace(status::kLabelPassed);
         break;
       case WhenLine:
-      case WhileLine:
-        OverallTrue = false;
-        PrevBlockTrue = false;
-        BlockTrue = true;
-        StartBlock(line.Kind);
-        break;
+      case WhileLine: return StartStatement(line);
       case AndWhenLine:
       case AndWhileLine:
         // Required: the last line of the block counts, not the block.
@@ -162,10 +157,26 @@ class Run {
     return Game.ScrLine + 1;
   }
 
+  int StartStatement(const ProgramLine& line) {
+    OverallTrue = false;
+    PrevBlockTrue = false;
+    BlockTrue = true;
+    BlockStart = line.Kind;
+    blockLine_ = Game.ScrLine;
+    BlockHasNew = false;
+    if (Tracing()) Trace(TextOfBlock(line.Kind));
+    // Most of a script is statements that don't hold: their condition is gone to at once.
+    if (Breaking || !line.ConditionNext || yieldCount_ + 1 >= kLinesPerYield)
+      return Game.ScrLine + 1;
+    ++yieldCount_;
+    ++Game.ScrLine;
+    return TestCondition(*(&line + 1));
+  }
+
   int TestCondition(const ProgramLine& line) {
     if (IsPassedOver(line)) return Game.ScrLine + 1;
-    const Verdict verdict = Evaluate(program_.Conditions[static_cast<std::size_t>(line.Plan)],
-                                     IsWhileBlock(BlockStart));
+    const ConditionPlan& plan = program_.Conditions[static_cast<std::size_t>(line.Plan)];
+    const Verdict verdict = plan.Evaluate(plan, IsWhileBlock(BlockStart));
     BlockTrue = verdict.True;
     LineNew = verdict.True && verdict.New;
     BlockHasNew |= LineNew;

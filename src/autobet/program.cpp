@@ -21,7 +21,13 @@ std::unordered_map<std::string, int> FindLabels() {
 
 ProgramLine PlanLine(int number, const std::unordered_map<std::string, int>& labels) {
   const ScriptLine& line = Line(number);
-  ProgramLine planned = {line.LineKind, line.LineCode, 0, line.Breakpoint, 0};
+  ProgramLine planned;
+  planned.Kind = line.LineKind;
+  planned.Code = line.LineCode;
+  planned.Breakpoint = line.Breakpoint;
+  const bool opens = line.LineKind == WhenLine || line.LineKind == WhileLine;
+  planned.ConditionNext =
+      opens && number < Game.ScrCount && Line(number + 1).LineKind == ConditionLine;
   program.HasBreakpoints |= line.Breakpoint;
   if (line.LineKind == ConditionLine) {
     planned.Plan = static_cast<int>(program.Conditions.size());

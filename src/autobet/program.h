@@ -14,6 +14,7 @@ struct ProgramLine {
   int Code = 0;  // of an action
   int Plan = 0;
   bool Breakpoint = false;
+  bool ConditionNext = false;  // of a "when" or "while"
   // Of "Go to" and "Gosub": the line of the label, 0 when there is none of that name, `kNextLine`
   // when no label is named.
   int JumpTo = 0;

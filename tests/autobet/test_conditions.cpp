@@ -75,7 +75,8 @@ class Conditions : public TableTest {
     Game.Script = {line};
     Game.ScrCount = 1;
     for (const bool whileBlock : {false, true}) {
-      const Verdict told = Evaluate(PlanCondition(1), whileBlock);
+      const ConditionPlan plan = PlanCondition(1);
+      const Verdict told = plan.Evaluate(plan, whileBlock);
       EXPECT_EQ("FFON"[2 * told.True + told.New], whileBlock ? verdict.back() : verdict[0])
           << line.LineText << (whileBlock ? " (while)" : "");
     }
