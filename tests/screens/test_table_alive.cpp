@@ -84,7 +84,8 @@ class TestTableAlive : public QObject {
         plain.fill(Qt::black);
         QPainter painter(&plain);
         TableView view = table_->View();
-        view.Below = view.Above = {};
+        view.Below = {};
+        view.Above = {};
         view.CaptionPlate = TableView().CaptionPlate;
         TableCache cache;
         PaintTable(painter, plain.size(), view, cache);
@@ -261,6 +262,25 @@ class TestTableAlive : public QObject {
     Bet(DontCome, 5);
     ExpectMessage("You may not make a Don't Come bet until\na point is established.",
                   "Don't Come Bet");
+    // The first box offers them, and none after it.
+    PlannedMessages.Active = false;
+    for (const bool taken : {false, true}) {
+      TheTable.ToastsOffered = false;
+      for (const bool first : {true, false}) {
+        if (!first && taken) break;
+        OnNextScreen([&](QDialog* box) {
+          auto* offer = box->findChild<QCheckBox*>("chkOnTable");
+          QCOMPARE(bool(offer), first);
+          if (offer && taken) offer->click();
+          ClickButton(box, "cmdButton_0");
+        });
+        Bet(DontCome, 5);
+      }
+      QVERIFY(TheTable.ToastsOffered);
+      QCOMPARE(TheTable.Notices, int(taken ? NoticesAsToast : NoticesInBox));
+    }
+    Bet(DontCome, 5);
+    QCOMPARE(table_->Layout()->findChildren<QWidget*>("toast").size(), 1);
   }
 
   void aPlateBesideTheChipsIsAnsweredByDigits() {

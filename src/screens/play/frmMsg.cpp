@@ -17,6 +17,7 @@
 #include "screens/frame/numeric_entry.h"
 
 MessagePlan PlannedMessages;
+NoticeOffer OfferOfNotices;
 
 namespace {
 
@@ -151,6 +152,7 @@ frmMsg::frmMsg(QWidget* parent) : QDialog(parent) {
   MakeText();
   MakeInputs();
   MakeHideBox();
+  MakeOfferBox();
   MakeButtons();
   Arrange();
 }
@@ -208,6 +210,14 @@ void frmMsg::MakeHideBox() {
   chkHide_->adjustSize();
 }
 
+void frmMsg::MakeOfferBox() {
+  if (!OfferOfNotices.IsDue || !OfferOfNotices.IsDue()) return;
+  chkOnTable_ = new QCheckBox(tr("From now on show &notices on the table, for a while"), this);
+  chkOnTable_->setObjectName("chkOnTable");
+  chkOnTable_->setToolTip(tr("Play goes on without a click. View, Table, Notices changes it."));
+  chkOnTable_->adjustSize();
+}
+
 void frmMsg::MakeButtons() {
   for (int i = 0; i < kButtons; ++i) {
     if (!Wants(1 << i)) continue;
@@ -248,7 +258,10 @@ void frmMsg::Arrange() {
   const int boxesWidth = boxes * Units(kInputWidth) + std::max(0, boxes - 1) * Units(kGap);
   width = std::max({width, Units(buttons * kButtonStep) + 2 * margin, boxesWidth + 2 * margin,
                     QFontMetrics(font()).horizontalAdvance(windowTitle()) + Units(110)});
-  if (chkHide_) width = std::max(width, chkHide_->width() + 2 * margin);
+  int widest = 0;
+  for (const QCheckBox* box : {chkHide_, chkOnTable_})
+    if (box) widest = std::max(widest, box->width());
+  width = std::max(width, widest + 2 * margin);
 
   int textHeight = text->height();
   if (picture_) textHeight = std::max(textHeight, picture_->height());
@@ -262,9 +275,10 @@ void frmMsg::Arrange() {
     boxLeft += Units(kInputWidth) + Units(kGap);
   }
   if (boxes > 0) top += Units(kInputHeight) + Units(kGap);
-  if (chkHide_) {
-    chkHide_->move((width - chkHide_->width()) / 2, top);
-    top += chkHide_->height() + Units(kGap);
+  for (QCheckBox* box : {chkHide_, chkOnTable_}) {
+    if (!box) continue;
+    box->move((width - widest) / 2, top);
+    top += box->height() + Units(box == chkHide_ && chkOnTable_ ? kGap / 2 : kGap);
   }
   setFixedSize(width, top + Units(kButtonHeight) + margin);
   ArrangeButtons(top);
@@ -320,6 +334,7 @@ void frmMsg::Press(int button) {
   const auto text = [](const QLineEdit* box) { return box ? box->text().toStdString() : ""; };
   PressMessageButton(button, chkHide_ && chkHide_->isChecked(), text(txtInput_[0]),
                      text(txtInput_[1]));
+  if (chkOnTable_) OfferOfNotices.Answered(chkOnTable_->isChecked());
   done(QDialog::Accepted);
 }
 

@@ -9,8 +9,17 @@
 #include <QScrollArea>
 #include <array>
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
+
+/// What the table offers once, in a box whose notice needs no answer: to show such notices without
+/// a box. Nothing is offered while the members are empty.
+struct NoticeOffer {
+  std::function<bool()> IsDue{};               // for the message of the slots
+  std::function<void(bool taken)> Answered{};  // the box is left
+};
+extern NoticeOffer OfferOfNotices;
 
 /// The screen of one message. It reads the message slots when it is made, and hands what was
 /// pressed to `PressMessageButton`.
@@ -34,6 +43,7 @@ class frmMsg : public QDialog {
   void ScrollTallText();
   void MakeInputs();
   void MakeHideBox();
+  void MakeOfferBox();
   void MakeButtons();
   void Arrange();
   void ArrangeButtons(int top);
@@ -45,6 +55,7 @@ class frmMsg : public QDialog {
   QLabel* lblMsg_ = nullptr;
   QScrollArea* scrMsg_ = nullptr;  // holds a text that is too tall for the screen
   QCheckBox* chkHide_ = nullptr;
+  QCheckBox* chkOnTable_ = nullptr;
   std::array<QLineEdit*, 2> txtInput_{};
   std::array<QPushButton*, kButtons> cmdButton_{};
 };

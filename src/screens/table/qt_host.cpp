@@ -276,6 +276,7 @@ void InstallQtHost(frmCrapTable* table) {
     const PointerLook plain(Qt::ArrowCursor);  // whatever is waited for waits for the player now
     ShowMessageScreen(Table, modal);
   };
+  OfferToasts();
   TheHost.ShowSettleScreen = ShowSettleScreen;
   TheHost.ThrowDice = ThrowDice;
   TheHost.SendDiceHome = SendDiceHome;

@@ -26,6 +26,7 @@ struct Menu {
 constexpr const char* kGroup = "Table";
 constexpr const char* kRollsKey = "Rolls/Last";
 constexpr const char* kRollCountKey = "Rolls/Thrown";
+constexpr const char* kToastsOfferedKey = "ToastsOffered";
 constexpr int kMostPace = 1200;
 constexpr int kMostVolume = 100;
 constexpr int kVolumeStep = 20;
@@ -220,6 +221,7 @@ void KeepSettings() {
   for (const Several& several : kSeverals) store.setValue(several.Name, TheTable.*several.Setting);
   for (std::size_t kind = 0; kind < std::size(kVolumes); ++kind)
     store.setValue(kVolumes[kind].Name, TheTable.Volume[kind]);
+  store.setValue(kToastsOfferedKey, TheTable.ToastsOffered);
   for (const Limit& limit : kLimits)
     store.setValue(limit.Name, qlonglong{(TheTable.*limit.Setting).Raw()});
   store.endGroup();
@@ -243,6 +245,13 @@ MenuRow MarkRow(const Mark& mark) {
              ActionName(mark.Name), Menu::tr(mark.Caption), [setting] { return TheTable.*setting; },
              [setting] { TheTable.*setting = !(TheTable.*setting); })
       .Told(Menu::tr(mark.Tip));
+}
+
+/// The settings with what can't be seen as it is now.
+TableSettings WithUnseen(TableSettings settings) {
+  settings.Volume = TheTable.Volume;
+  settings.ToastsOffered = TheTable.ToastsOffered;
+  return settings;
 }
 
 /// One of several values of a setting.
@@ -304,18 +313,8 @@ MenuRow LimitRow(const Limit& limit) {
       .Named(caption);
 }
 
-bool IsAsTold() {
-  TableSettings told = AsTold();
-  told.Volume = TheTable.Volume;
-  return TheTable == told;
-}
-
-/// The plain table, or from there the table as it comes. Volumes stay.
-void TurnAsTold() {
-  const auto volume = TheTable.Volume;
-  TheTable = IsAsTold() ? TableSettings() : AsTold();
-  TheTable.Volume = volume;
-}
+/// The plain table, or from there the table as it comes. What can't be seen stays.
+void TurnAsTold() { TheTable = WithUnseen(IsAsTold() ? TableSettings() : AsTold()); }
 
 }  // namespace
 
@@ -330,6 +329,8 @@ TableSettings AsTold() {
   told.StickFrame = StickAsTold;
   return told;
 }
+
+bool IsAsTold() { return TheTable == WithUnseen(AsTold()); }
 
 void UseTableSettings() {
   Game.Pace = TheTable.Pace;
@@ -352,6 +353,7 @@ void ReadTableSettings() {
   }
   for (std::size_t kind = 0; kind < std::size(kVolumes); ++kind)
     ReadNumber(store, kVolumes[kind].Name, kMostVolume, TheTable.Volume[kind]);
+  TheTable.ToastsOffered = store.value(kToastsOfferedKey, false).toBool();
   for (const Limit& limit : kLimits) ReadLimit(store, limit);
   Stored = true;
   UseTableSettings();

@@ -38,6 +38,7 @@ struct TableSettings {
   int Pace = 600;             // milliseconds that a result takes
   int Motion = MotionAsSystem;
   int Notices = NoticesInBox;
+  bool ToastsOffered = false;  // in the first box that could have been one
   int Settle = SettleBesideChip;
   int Chrome = ChromeOfTable;
   int StickFrame = StickFigure;
@@ -53,6 +54,9 @@ extern TableSettings TheTable;
 
 /// The plain table, without anything that was laid over it.
 TableSettings AsTold();
+
+/// Whether the plain table is in force; what can't be seen of a table doesn't count.
+bool IsAsTold();
 
 /// Brings the settings in force to where they have an effect, keeps them in the settings store once
 /// they have been read from there, and calls what follows them.

@@ -9,10 +9,12 @@
 #include "core/text.h"
 #include "screens/art/roles.h"
 #include "screens/frame/controls.h"
+#include "screens/play/frmMsg.h"
 #include "screens/table/frmCrapTable.h"
 #include "screens/table/rail_elements.h"
 #include "screens/table/table_access.h"
 #include "screens/table/table_layout.h"
+#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -148,6 +150,18 @@ void ShowToast(frmCrapTable* table) {
   PlaceAll(table);
   toast->show();
   Announce(toast->accessibleName());
+}
+
+void OfferToasts() {
+  OfferOfNotices.IsDue = [] {
+    return !TheTable.ToastsOffered && TheTable.Notices == NoticesInBox && !IsAsTold() &&
+           MayBeToast(Game.MsgFlags);
+  };
+  OfferOfNotices.Answered = [](bool taken) {
+    TheTable.ToastsOffered = true;
+    if (taken) TheTable.Notices = NoticesAsToast;
+    UseTableSettings();
+  };
 }
 
 bool PutToastsAway(frmCrapTable* table) {

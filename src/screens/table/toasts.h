@@ -39,5 +39,8 @@ class Toast : public QWidget {
 /// Shows the message of the slots as a toast and answers it with OK.
 void ShowToast(frmCrapTable* table);
 
+/// The first box whose notice could be a toast offers them; the box as it is stays the default.
+void OfferToasts();
+
 /// Puts all toasts away; false when there were none.
 bool PutToastsAway(frmCrapTable* table);
