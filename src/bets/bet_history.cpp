@@ -21,6 +21,7 @@ BetStand StandNow() {
     stand.Bets[id] = Game.Bets[id];
     if (Game.Bets[id] != 0) stand.Working[id] = Game.BetWorking[id];
   }
+  stand.Multiple = Game.OddsMultiple;
   return stand;
 }
 
@@ -32,15 +33,38 @@ void ForBets(bool oddsFirst, Action act) {
       if (IsOddsBet(id) == odds) act(id);
 }
 
+/// On a point of 8 the odds of the line are held to the multiple of the odds last figured,
+/// whichever they were. An amount that stood once is asked for at a multiple that allowed it.
+void AllowLineOdds(int id, Currency amount) {
+  if (Game.Point != 8 || (id != PassLineOdds && id != DontPassOdds)) return;
+  for (const Currency multiple : {Game.OddsMultiple, Game.FirstMultiple, Game.OddsAllowed410,
+                                  Game.OddsAllowed59, Game.OddsAllowed68}) {
+    Game.OddsMultiple = multiple;
+    FigureMaxBet(id);
+    if (amount <= Game.MaxHere) return;
+  }
+}
+
+/// Asks for an amount that stood once, as it was. The rules that bend a request can leave what
+/// nobody may ask for: odds that were cut below the minimum, a line bet that was raised to pay
+/// properly.
+void AskAgain(int id, Currency amount) {
+  const Held exact(Game.AutoAdjust, +AdjustManual);
+  const Held put(Game.AllowPutBets, true);
+  const Held least(Game.MinPlacard,
+                   amount > 0 ? std::min(Game.MinPlacard, amount) : Game.MinPlacard);
+  AllowLineOdds(id, amount);
+  RequestChange(id, amount - Game.Bets[id]);
+}
+
 /// The bets of `stand` that a command changed are asked for; a bet that refuses is returned.
 int GoBackTo(const BetStand& stand, const BetStand& from) {
   const Held silent(Game.Notify, 0);
-  // What stood once is asked for as it was.
-  const Held exact(Game.AutoAdjust, +AdjustManual);
   const auto change = [&](bool raise) {
     ForBets(!raise, [&](int id) {
       const Currency by = stand.Bets[id] - Game.Bets[id];
-      if (stand.Bets[id] != from.Bets[id] && (raise ? by > 0 : by < 0)) RequestChange(id, by);
+      if (stand.Bets[id] != from.Bets[id] && (raise ? by > 0 : by < 0))
+        AskAgain(id, stand.Bets[id]);
     });
   };
   change(false);
@@ -52,6 +76,7 @@ int GoBackTo(const BetStand& stand, const BetStand& from) {
     const bool wanted = stand.Bets[id] != from.Bets[id] && stand.Bets[id] != Game.Bets[id];
     if (wanted && refused == 0) refused = id;
   });
+  Game.OddsMultiple = stand.Multiple;
   Game.WorkingTouched = true;
   Game.GameChanged = true;
   Game.Noted = StandNow();
@@ -125,6 +150,7 @@ void ForgetCommands() {
   Game.UndoSteps.clear();
   Game.RedoSteps.clear();
   Game.Noted = StandNow();
+  Game.FirstMultiple = Game.OddsMultiple;
 }
 
 int UndoCommand() {

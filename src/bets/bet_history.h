@@ -17,8 +17,10 @@ inline bool CanRedo() { return !Game.RedoSteps.empty(); }
 
 /// Takes the last command back, or carries the last undone one out again, through `ChangeBet`: what
 /// comes down first, odds before the bets that they lie behind, then what goes up, the other way
-/// round. No notice is shown. A change that the rules refuse leaves its bet as it is. Returns such
-/// a bet, the first one, or 0.
+/// round. No notice is shown. What stood since the throw is asked for as it was, so the rules
+/// refuse little: what a roll left there against them (a contract bet below its contract, a Don't
+/// bet above it, odds without their flat bet or their point), and what the bankroll no longer
+/// covers after the ATM. Such a bet stays as it is; the first one is returned, or 0.
 int UndoCommand();
 int RedoCommand();
 

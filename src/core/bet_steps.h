@@ -11,8 +11,11 @@
 struct BetStand {
   std::array<Currency, LastBet + 1> Bets{};
   std::array<int, LastBet + 1> Working{};
+  Currency Multiple;  // of odds, as it was last figured; no bet differs by it
 
-  bool operator==(const BetStand&) const = default;
+  bool operator==(const BetStand& other) const {
+    return Bets == other.Bets && Working == other.Working;
+  }
 };
 
 /// A command: the bets before and after it.
@@ -22,7 +25,8 @@ struct BetStep {
 };
 
 struct BetSteps {
-  BetStand Noted;  // the bets when they were last looked at
+  BetStand Noted;          // the bets when they were last looked at
+  Currency FirstMultiple;  // of odds, when the first step began
   std::vector<BetStep> UndoSteps;
   std::vector<BetStep> RedoSteps;
 };
