@@ -11,6 +11,7 @@
 #include "core/messages.h"
 #include "screens/frame/frmHandbook.h"
 #include "screens/frame/help.h"
+#include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
 #include "screens/screen_tests.h"
 
@@ -111,6 +112,9 @@ class TestHandbook : public QObject {
     QCOMPARE(page->toPlainText(), first);
     QTest::keyClick(window, Qt::Key_Escape);
     QVERIFY(!Window());
+    // It doesn't outlive the table.
+    ShowHelp(kTopicSummary);
+    QVERIFY(Window() && CloseScreens() && !Window());
   }
 
   void itCanBeReadWhileAQuestionWaits() {

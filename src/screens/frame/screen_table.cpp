@@ -1,6 +1,6 @@
 #include "screens/frame/screen_table.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QPointer>
 #include <QTimer>
 #include <QWindow>
@@ -130,5 +130,8 @@ bool CloseScreens() {
   bool all = true;
   for (const auto& [id, screen] : Made)
     if (screen) all = screen->close() && all;
+  // The handbook stands in no row, and would keep the program alive.
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (qobject_cast<Screen*>(window) && window->isVisible()) all = window->close() && all;
   return all;
 }
