@@ -18,7 +18,7 @@ struct Band {
 };
 
 constexpr QRectF kPill(133, 406.4, 354, 25.4);
-constexpr int kCellsAbreast = 15;
+constexpr std::size_t kCellsAbreast = 15;
 
 void PaintPlate(QPainter& painter, const QRectF& rect, double radius) {
   painter.setPen(QPen(kMuted, 0.9));
@@ -35,16 +35,28 @@ QColor ColorOf(Currency net) {
   return net < Currency() ? kLoss : kInk;
 }
 
-/// As many rows as the strip has cells for: those of the totals, and of the others the first.
-std::vector<ForecastRow> RowsAbreast(const std::vector<ForecastRow>& rows) {
-  std::vector<ForecastRow> shown;
-  auto room = static_cast<std::size_t>(kCellsAbreast - 11);
+/// The rows of the strip: those of the totals, and of the others as many as there are cells for.
+struct Strip {
+  std::vector<ForecastRow> Shown;
+  std::vector<ForecastRow> LeftOut;
+
+  std::size_t Cells() const { return Shown.size() + (LeftOut.empty() ? 0 : 1); }
+};
+
+Strip StripOf(const std::vector<ForecastRow>& rows) {
+  const std::size_t others = rows.size() <= kCellsAbreast ? rows.size() : kCellsAbreast - 12;
+  Strip strip;
+  std::size_t named = 0;
   for (const ForecastRow& row : rows) {
-    if (row.Die1 != 0 && room == 0) continue;
-    if (row.Die1 != 0) --room;
-    shown.push_back(row);
+    const bool shown = row.Die1 == 0 || named++ < others;
+    (shown ? strip.Shown : strip.LeftOut).push_back(row);
   }
-  return shown;
+  return strip;
+}
+
+QRectF CellOf(const Strip& strip, std::size_t cell) {
+  const double width = (kBand.width() - 6) / static_cast<double>(strip.Cells());
+  return {kBand.left() + 3 + width * static_cast<double>(cell), kBand.top(), width, kBand.height()};
 }
 
 /// "+17": the dollar sign is left to the panel, where there is room.
@@ -100,25 +112,46 @@ void PaintCall(QPainter& painter, const RollNote& note, int end, double opacity)
 }
 
 void PaintForecastStrip(QPainter& painter, const std::vector<ForecastRow>& rows) {
-  const std::vector<ForecastRow> shown = RowsAbreast(rows);
+  const Strip strip = StripOf(rows);
   painter.save();
   PaintPlate(painter, kBand, 4);
-  const double width = (kBand.width() - 6) / static_cast<double>(shown.size());
-  double left = kBand.left() + 3;
-  for (const ForecastRow& row : shown) {
-    const QRectF cell(left + 1.4, kBand.top(), width - 2.8, kBand.height());
-    const QColor name = row.Total == 7 ? QColor(Qt::white) : kMuted;
-    WriteIn(painter, ForecastName(row), {cell.left(), kBand.top() + 2.2, cell.width(), 9},
-            CapitalOf(8), name, Side::Centre);
-    const QColor color = row.Net == Currency() ? kMuted : ColorOf(row.Net);
-    WriteIn(painter, StripMoney(row.Net), {cell.left(), kBand.top() + 11.6, cell.width(), 13},
-            CapitalOf(12.2), color, Side::Centre);
-    left += width;
-    if (&row == &shown.back()) break;
+  const auto paint = [&](std::size_t index, const QString& name, QColor nameColor,
+                         const QString& value, QColor color) {
+    const QRectF whole = CellOf(strip, index);
+    const QRectF cell = whole.adjusted(1.4, 0, -1.4, 0);
+    WriteIn(painter, name, {cell.left(), cell.top() + 2.2, cell.width(), 9}, CapitalOf(8),
+            nameColor, Side::Centre);
+    WriteIn(painter, value, {cell.left(), cell.top() + 11.6, cell.width(), 13}, CapitalOf(12.2),
+            color, Side::Centre);
+    if (index == 0) return;
     painter.setPen(QPen(QColor(0x5A, 0x48, 0x2C), 0.5));
-    painter.drawLine(QPointF(left, kBand.top() + 4), QPointF(left, kBand.bottom() - 4));
-  }
+    painter.drawLine(QPointF(whole.left(), cell.top() + 4),
+                     QPointF(whole.left(), cell.bottom() - 4));
+  };
+  std::size_t index = 0;
+  for (const ForecastRow& row : strip.Shown)
+    paint(index++, ForecastName(row), row.Total == 7 ? QColor(Qt::white) : kMuted,
+          StripMoney(row.Net), row.Net == Currency() ? kMuted : ColorOf(row.Net));
+  if (!strip.LeftOut.empty())
+    paint(index, Band::tr("and %1").arg(strip.LeftOut.size()), kMuted, Band::tr("more"), kAccent);
   painter.restore();
+}
+
+QString ForecastTip(QPointF place, const std::vector<ForecastRow>& rows) {
+  const Strip strip = StripOf(rows);
+  const auto told = [](const ForecastRow& row) {
+    return Band::tr("%1: %2 (%3 of 36 throws)")
+        .arg(ForecastName(row), SignedMoney(row.Net))
+        .arg(row.Ways);
+  };
+  for (std::size_t cell = 0; cell < strip.Cells(); ++cell) {
+    if (!CellOf(strip, cell).contains(place)) continue;
+    if (cell < strip.Shown.size()) return told(strip.Shown[cell]);
+    QStringList lines;
+    for (const ForecastRow& row : strip.LeftOut) lines << told(row);
+    return lines.join('\n');
+  }
+  return {};
 }
 
 void PaintHyperBand(QPainter& painter, int rolls) {
