@@ -121,9 +121,10 @@ QRect picLayoutBox::FromTable(QRectF place) const {
   return TableTransform(size()).mapRect(place).toRect();
 }
 
-void picLayoutBox::paintEvent(QPaintEvent*) {
+void picLayoutBox::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  Guarded("DrawLayout", [&] { PaintTable(painter, size(), table_->View(), cache_); });
+  const QRectF exposed = TableTransform(size()).inverted().mapRect(QRectF(event->rect()));
+  Guarded("DrawLayout", [&] { PaintTable(painter, size(), table_->View(), cache_, exposed); });
   if (!rain_.isNull()) painter.drawPixmap(0, 0, rain_);
   if (!hasFocus()) return;
   painter.setTransform(TableTransform(size()), true);
@@ -257,7 +258,9 @@ frmCrapTable::~frmCrapTable() {
 /// What is laid over the table paints itself under and over the chips.
 void frmCrapTable::MakeLayer() {
   layer_ = new TableLayer(this);
-  view_.Below = [this](QPainter& painter) { layer_->PaintBelow(painter); };
+  view_.Below = [this](QPainter& painter, const QRectF& exposed) {
+    layer_->PaintBelow(painter, exposed);
+  };
   view_.Above = [this](QPainter& painter) { layer_->PaintAbove(painter); };
   panel_ = new TablePanel(this);
   panel_->hide();

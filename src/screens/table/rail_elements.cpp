@@ -298,10 +298,13 @@ QString RailButtonTip(int button) {
   }
 }
 
-void PaintRailButtons(QPainter& painter, const RailLook& look) {
+void PaintRailButtons(QPainter& painter, const RailLook& look, const QRectF& exposed) {
+  const auto shows = [&](int button) {
+    return exposed.intersects(RailButtonRect(button).adjusted(-2, -2, 2, 2));
+  };
   for (int button = RepeatButton; button <= ClearButton; ++button)
-    PaintBrassButton(painter, button, look);
-  PaintRollButton(painter, look);
+    if (shows(button)) PaintBrassButton(painter, button, look);
+  if (shows(RollButton)) PaintRollButton(painter, look);
 }
 
 // ---- History ----

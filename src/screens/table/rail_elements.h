@@ -51,7 +51,8 @@ struct RailLook {
 };
 
 void PaintHistory(QPainter& painter, double slideIn);
-void PaintRailButtons(QPainter& painter, const RailLook& look);
+/// The buttons of which something lies in `exposed`.
+void PaintRailButtons(QPainter& painter, const RailLook& look, const QRectF& exposed);
 void PaintMoney(QPainter& painter, const ShownMoney& money);
 
 inline constexpr QRectF kHistoryWell{2.6, 39.5, 24, 291};

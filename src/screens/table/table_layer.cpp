@@ -137,35 +137,51 @@ void TableLayer::TellElements() {
 /// Whether anything of the layer lies in the lower rail, so that the caption makes room.
 bool TableLayer::TakesOver() const { return TheTable.RollButtons || TheTable.Money; }
 
-void TableLayer::PaintBelow(QPainter& painter) const {
-  painter.save();
+/// History, money and buttons, as far as they are to be painted.
+void TableLayer::PaintRail(QPainter& painter, const QRectF& exposed) const {
   const bool hyper = Game.HyperDriveOn;
-  RailLook look = rail_;
-  look.Stops = Game.KeepRolling || Game.AutoBetRunning || hyper;
+  painter.save();
   if (hyper) painter.setOpacity(kResting);
-  if (TheTable.History) {
+  if (TheTable.History && exposed.intersects(kHistoryWell.adjusted(-1, -1, 1, 1))) {
     const double since = called_ ? static_cast<double>(calledSince_.elapsed()) : kFadeIn;
     PaintHistory(painter, motion_.IsPlaying() && MotionWanted() ? std::min(1.0, since / 160) : 1);
   }
-  if (TheTable.Money) PaintMoney(painter, motion_.Money());
-  if (TheTable.RollButtons) PaintRailButtons(painter, look);
+  if (TheTable.Money && exposed.intersects(kMoneyWell.adjusted(-1, -1, 1, 1)))
+    PaintMoney(painter, motion_.Money());
+  if (TheTable.RollButtons) {
+    RailLook look = rail_;
+    look.Stops = Game.KeepRolling || Game.AutoBetRunning || hyper;
+    PaintRailButtons(painter, look, exposed);
+  }
   painter.restore();
-  if (hyper && (TheTable.Call || TheTable.Forecast)) {
+}
+
+/// Whether the forecast stands in the band, while no call does.
+bool TableLayer::ShowsStrip() const {
+  return TheTable.Forecast && !table_->ShowsPanel() && SaysSomething(forecast_);
+}
+
+void TableLayer::PaintBand(QPainter& painter) const {
+  if (Game.HyperDriveOn && (TheTable.Call || TheTable.Forecast)) {
     PaintHyperBand(painter, Game.RollCount[0]);
   } else if (TheTable.Call && called_) {
     const double since = static_cast<double>(calledSince_.elapsed());
     const bool fades = frames_.isActive() && MotionWanted();
     PaintCall(painter, *called_, callEnd_, fades ? std::min(1.0, since / kFadeIn) : 1);
-  } else if (TheTable.Forecast && !table_->ShowsPanel() && SaysSomething(forecast_)) {
+  } else if (ShowsStrip()) {
     PaintForecastStrip(painter, forecast_);
   }
-  if (TheTable.Highlight && !hyper) {
-    if (lit_ != 0)
-      PaintLight(painter, lit_, 1);
-    else if (shownLit_ != 0 && unlitSince_.isValid())
-      PaintLight(painter, shownLit_,
-                 std::clamp(1 - static_cast<double>(unlitSince_.elapsed()) / kFadeOut, 0.0, 1.0));
-  }
+}
+
+void TableLayer::PaintBelow(QPainter& painter, const QRectF& exposed) const {
+  PaintRail(painter, exposed);
+  if (exposed.intersects(kBand.adjusted(-1, -1, 1, 1))) PaintBand(painter);
+  if (!TheTable.Highlight || Game.HyperDriveOn) return;
+  if (lit_ != 0)
+    PaintLight(painter, lit_, 1);
+  else if (shownLit_ != 0 && unlitSince_.isValid())
+    PaintLight(painter, shownLit_,
+               std::clamp(1 - static_cast<double>(unlitSince_.elapsed()) / kFadeOut, 0.0, 1.0));
 }
 
 void TableLayer::PaintAbove(QPainter& painter) const {
@@ -202,7 +218,8 @@ void TableLayer::Follow() {
 }
 
 void TableLayer::Tick() {
-  if (Game.HyperDriveOn && (TheTable.Call || TheTable.Forecast)) UpdateBand();
+  if (!Game.HyperDriveOn || !(TheTable.Call || TheTable.Forecast)) return;
+  if (std::exchange(shownRolls_, Game.RollCount[0]) != Game.RollCount[0]) UpdateBand();
 }
 
 void TableLayer::Call(const RollNote& note) {
@@ -386,5 +403,8 @@ void TableLayer::TellRefusal(int betId) {
 
 QString TableLayer::TipAt(QPointF place) const {
   if (const int button = RailButtonAt(place); button != NoRailButton) return RailButtonTip(button);
+  const bool strip = ShowsStrip() && !Game.HyperDriveOn && !(TheTable.Call && called_);
+  if (const QString tip = strip ? ForecastTip(place, forecast_) : QString(); !tip.isEmpty())
+    return tip;
   return HistoryTip(place);
 }

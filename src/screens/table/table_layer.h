@@ -23,8 +23,8 @@ class TableLayer : public QObject {
  public:
   explicit TableLayer(frmCrapTable* table);
 
-  // Painting, in table units: under the chips and over them.
-  void PaintBelow(QPainter& painter) const;
+  // Painting, in table units: under the chips and over them. What lies outside `exposed` is left.
+  void PaintBelow(QPainter& painter, const QRectF& exposed) const;
   void PaintAbove(QPainter& painter) const;
 
   /// The record may have changed: the forecast, the call and the motion follow.
@@ -76,12 +76,15 @@ class TableLayer : public QObject {
 
  private:
   void TellElements();
+  void PaintRail(QPainter& painter, const QRectF& exposed) const;
+  void PaintBand(QPainter& painter) const;
   void Call(const RollNote& note);
   void EndCall();
   void Animate();
   void UpdateBand();
   void TellRefusal(int betId);
   bool TakesOver() const;
+  bool ShowsStrip() const;
 
   frmCrapTable* table_;
   TableMotion motion_;
@@ -100,5 +103,6 @@ class TableLayer : public QObject {
   int shownLit_ = 0;  // fading out
   QElapsedTimer unlitSince_;
   bool wasHyper_ = false;
+  int shownRolls_ = -1;  // that the band tells of under Hyper-Drive
   std::size_t steps_ = 0;
 };

@@ -17,6 +17,7 @@
 
 namespace {
 
+constexpr QRectF kBareBand(119, 402.6, 384, 33);
 constexpr QColor kSurround(0x12, 0x0A, 0x07);  // beyond the table in a window of another shape
 
 /// A painting under way: the table's transform, and the pictures that it copies.
@@ -248,6 +249,34 @@ void RenewChips(Stage& stage) {
   stage.Cache.ChipStamp = std::move(stamp);
 }
 
+/// In the band of the house name nothing lies, but for what is in the hand or on its way, and the
+/// caption.
+bool IsBare(const QRectF& exposed, const TableView& view) {
+  return TheTable.PilesUpward && kBareBand.contains(exposed) && view.Flying.empty() &&
+         !view.Dragging && TableCaption().isEmpty();
+}
+
+/// What lies on the layout, from below to above.
+void PaintThings(Stage& stage, const TableView& view, const QRectF& exposed) {
+  QPainter& painter = stage.Painter;
+  RenewChips(stage);
+  const TablePiles piles = TheTable.PilesUpward ? LayOutPiles() : LayOutPilesAsTold();
+  if (TheTable.StickFrame == StickCallBoard) PaintCallBoard(painter);
+  PaintChipRack(stage);
+  if (!TheTable.PuckMakesRoom) PaintPuck(painter, PuckRect(Game.Point));
+  if (view.Below) view.Below(painter, exposed);
+  PaintChips(stage, piles);
+  if (TheTable.PuckMakesRoom) PaintPuck(painter, PuckPlace(piles.Chips));
+  PaintMarkers(painter, piles);
+  PaintAmounts(painter, piles);
+  PaintRecorder(painter);
+  PaintDice(painter, view);
+  for (const DrawnChip& chip : view.Flying) PlaceChip(stage, chip.Centre, chip.Picture);
+  if (view.Above) view.Above(painter);
+  PaintCaption(painter, view.CaptionPlate);
+  PaintDragged(stage, view);
+}
+
 }  // namespace
 
 QTransform TableTransform(QSizeF size) {
@@ -274,30 +303,20 @@ QString TableCaption() {
   }
 }
 
-void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCache& cache) {
+void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCache& cache,
+                const QRectF& exposed) {
   if (size.width() < 1 || size.height() < 1) return;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   Stage stage{painter, cache, painter.worldTransform(), TableTransform(size),
               painter.device()->devicePixelRatioF()};
   RenewLayout(stage, size);
-  RenewChips(stage);
   painter.drawPixmap(QPointF(0, 0), cache.Layout);
   painter.setWorldTransform(stage.Table * stage.Outer);
-  const TablePiles piles = TheTable.PilesUpward ? LayOutPiles() : LayOutPilesAsTold();
-  if (TheTable.StickFrame == StickCallBoard) PaintCallBoard(painter);
-  PaintChipRack(stage);
-  if (!TheTable.PuckMakesRoom) PaintPuck(painter, PuckRect(Game.Point));
-  if (view.Below) view.Below(painter);
-  PaintChips(stage, piles);
-  if (TheTable.PuckMakesRoom) PaintPuck(painter, PuckPlace(piles.Chips));
-  PaintMarkers(painter, piles);
-  PaintAmounts(painter, piles);
-  PaintRecorder(painter);
-  PaintDice(painter, view);
-  for (const DrawnChip& chip : view.Flying) PlaceChip(stage, chip.Centre, chip.Picture);
-  if (view.Above) view.Above(painter);
-  PaintCaption(painter, view.CaptionPlate);
-  PaintDragged(stage, view);
+  if (IsBare(exposed, view)) {
+    if (view.Below) view.Below(painter, exposed);
+  } else {
+    PaintThings(stage, view, exposed);
+  }
   painter.restore();
 }

@@ -26,7 +26,7 @@ struct TableView {
   QPointF DragPoint;  // in table units
   // What is laid over the plain table: painted under the chips and over them, and chips on their
   // way to the house or from it.
-  std::function<void(QPainter&)> Below;
+  std::function<void(QPainter&, const QRectF& exposed)> Below;
   std::function<void(QPainter&)> Above;
   std::vector<DrawnChip> Flying;
   QRectF CaptionPlate{196, 448, 228, 22};
@@ -53,9 +53,14 @@ QByteArray LayoutStamp();
 /// The table with nothing on it, in table units.
 void PaintLayout(QPainter& painter);
 
-/// The whole table into a widget of a size. The layout comes from the cache; it is painted again
-/// only when the size, the display scale or `LayoutStamp` changed.
-void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCache& cache);
+/// All of the table, in table units.
+inline constexpr QRectF kWholeTable{0, 0, kTableWidth, kTableHeight};
+
+/// The table into a widget of a size. The layout comes from the cache; it is painted again only
+/// when the size, the display scale or `LayoutStamp` changed. Of the rest at least what lies in
+/// `exposed` is painted, in table units: the painter is clipped there.
+void PaintTable(QPainter& painter, QSizeF size, const TableView& view, TableCache& cache,
+                const QRectF& exposed = kWholeTable);
 
 /// The caption line: that a script is at work, else what `ClickMode` waits for; empty without
 /// either.
