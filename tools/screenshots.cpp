@@ -550,17 +550,22 @@ void ShootHandbook() {
   InstallQtHost(&table);
   PlannedMessages.Active = true;  // nobody answers
   table.resize(kHandbookTable);
+  const auto shoot = [&table](const QString& name) {
+    TheHost.RefreshViews();
+    SaveScreen(table, name);
+  };
   Fresh();
-  TheHost.RefreshViews();
-  SaveScreen(table, "table");
+  Game.DisplayBetAmounts = true;
+  shoot("table");
   Lay(PassLine, 5);
   Game.ChipColor = 2;
-  SaveScreen(table, "start");
+  shoot("start");
   Game.Point = 6;
   Lay(PassLine, 10);
-  SaveScreen(table, "pass-line");
+  shoot("pass-line");
   Lay(PassLineOdds, 20);
-  SaveScreen(table, "odds");
+  ResetBetWorking(PassLineOdds);
+  shoot("odds");
 
   PlayForScreens();
   OpenScript("examples/three-point-molly.bet");
