@@ -32,6 +32,7 @@
 #include "play/start_up.h"
 #include "screens/art/chip_art.h"
 #include "screens/frame/at_table.h"
+#include "screens/frame/controls.h"
 #include "screens/frame/guard.h"
 #include "screens/frame/help.h"
 #include "screens/frame/menus.h"
@@ -272,6 +273,7 @@ void frmCrapTable::MakeLayer() {
   });
   connect(layer_, &TableLayer::Changed, this, [this] {
     if (ShowsPanel()) panel_->Refresh();
+    ShowQuickStatus();
   });
 }
 
@@ -595,8 +597,10 @@ bool frmCrapTable::eventFilter(QObject* watched, QEvent* event) {
 // ---- The window ----
 
 void frmCrapTable::ShowQuickStatus() {
-  const QString text = QString::fromStdString(QuickStatusText(SpotUnderMouse()));
-  if (lblQuickStats_->text() != text) lblQuickStats_->setText(text);
+  const std::string text = QuickStatusText(SpotUnderMouse());
+  // The totals wait with those of the rail until the result of a throw has been seen.
+  const bool waits = layer_->Money() != MoneyNow() && text == QuickStatusText(NoSpot);
+  if (!waits && lblQuickStats_->text() != Text(text)) lblQuickStats_->setText(Text(text));
   ShowScript();
 }
 

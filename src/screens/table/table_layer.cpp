@@ -33,7 +33,6 @@ constexpr int kFrameTime = 16;
 constexpr int kCallTime = 6000;
 constexpr double kFadeIn = 120;
 constexpr int kFadeOut = 80;
-constexpr double kResting = 0.4;  // how much of the elements shows under Hyper-Drive
 constexpr QRectF kToldCaption(196, 448, 228, 22);
 constexpr QRectF kCaptionInBand(196, 408, 228, 22);
 
@@ -141,7 +140,7 @@ bool TableLayer::TakesOver() const { return TheTable.RollButtons || TheTable.Mon
 void TableLayer::PaintRail(QPainter& painter, const QRectF& exposed) const {
   const bool hyper = Game.HyperDriveOn;
   painter.save();
-  if (hyper) painter.setOpacity(kResting);
+  if (hyper) painter.setOpacity(kRestingUnderHyperDrive);
   if (TheTable.History && exposed.intersects(kHistoryWell.adjusted(-1, -1, 1, 1))) {
     const double since = called_ ? static_cast<double>(calledSince_.elapsed()) : kFadeIn;
     PaintHistory(painter, motion_.IsPlaying() && MotionWanted() ? std::min(1.0, since / 160) : 1);
@@ -202,6 +201,7 @@ void TableLayer::Follow() {
       wasHyper_ = true;
       JumpToEnd();
       called_.reset();
+      emit Changed();
     }
     return;
   }

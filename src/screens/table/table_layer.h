@@ -17,6 +17,9 @@ class QPainter;
 class frmCrapTable;
 struct TableView;
 
+/// How much of the elements shows under Hyper-Drive, where they stand still.
+inline constexpr double kRestingUnderHyperDrive = 0.4;
+
 class TableLayer : public QObject {
   Q_OBJECT
 
@@ -63,6 +66,9 @@ class TableLayer : public QObject {
   /// Whatever moves is at its end. True when something moved.
   bool JumpToEnd();
   bool IsMoving() const { return motion_.IsPlaying(); }
+
+  /// The money as the player may see it: the totals of a throw change when its result is seen.
+  ShownMoney Money() const { return motion_.Money(); }
 
   /// The roll whose call stands in the band; none without a call.
   const std::optional<RollNote>& Called() const { return called_; }

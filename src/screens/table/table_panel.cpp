@@ -178,6 +178,7 @@ void TablePanel::paintEvent(QPaintEvent*) {
   const CardColors colors = CardColorsNow();
   painter.setPen(QPen(colors.Border, 1));
   painter.drawLine(QPointF(0.5, 0), QPointF(0.5, height()));
+  if (Game.HyperDriveOn) painter.setOpacity(kRestingUnderHyperDrive);
   if (!cardBox_.isEmpty()) {
     PaintBox(painter, cardBox_, colors);
     PaintCard(&painter, cardBox_, card_, CardKeys(), colors, font());
@@ -273,7 +274,8 @@ void TablePanel::PaintRun(QPainter& painter) const {
 /// The result of the game between the amounts at which a run ends.
 void TablePanel::PaintGauge(QPainter& painter, const QRectF& line) const {
   const CardColors colors = CardColorsNow();
-  const double result = (Bankroll() - Game.InvestedBankroll).ToDouble();
+  const Currency shown = table_->Layer().Money().Result;
+  const double result = shown.ToDouble();
   const double reach = std::max({std::abs(result), 1.0});
   const double low = TheTable.StopLoss > Currency() ? -TheTable.StopLoss.ToDouble() : -reach;
   const double high = TheTable.WinGoal > Currency() ? TheTable.WinGoal.ToDouble() : reach;
@@ -291,7 +293,7 @@ void TablePanel::PaintGauge(QPainter& painter, const QRectF& line) const {
   painter.drawEllipse(QPointF(at(result), line.center().y()), 6, 6);
   painter.setFont(Sized(font(), 13, true));
   painter.setPen(colors.Text);
-  const QString text = SignedMoney(Bankroll() - Game.InvestedBankroll);
+  const QString text = SignedMoney(shown);
   const double width = painter.fontMetrics().horizontalAdvance(text) + 2;
   const double left =
       std::clamp(at(result) - width / 2, line.left(), std::max(line.left(), line.right() - width));
