@@ -112,13 +112,14 @@ double CostOfPlace(const QRect& place, const QRect& pile) {
   return cost;
 }
 
-/// The pile of the decided bet on the screen.
+/// The pile of the decided bet on the screen, with what it was paid.
 QRect PileOnScreen() {
   const picLayoutBox* layout = Table->Layout();
   constexpr double kReach = 13;
   const QPointF place = ChipPosition(Game.DecidedBet);
   const QRect pile =
-      layout->FromTable(QRectF(place - QPointF(kReach, kReach), QSizeF(2 * kReach, 2 * kReach)));
+      layout->FromTable(QRectF(place - QPointF(kReach, kReach), QSizeF(2 * kReach, 2 * kReach)) |
+                        Table->Layer().PayoutPlace());
   return {layout->mapToGlobal(pile.topLeft()), pile.size()};
 }
 
@@ -127,7 +128,10 @@ void ShowSettleScreen() {
   Table->Layer().ShowBeforeSettling();
   const int roll = Game.RollCount[0];
   const bool lost = Game.Settle.Lost;
-  if (kept.Roll == roll && kept.Lost == lost) return PressSettleButton(kept.Button);
+  if (kept.Roll == roll && kept.Lost == lost) {
+    Table->Layer().Settled();
+    return PressSettleButton(kept.Button);
+  }
   frmSettleBet screen(AskingWindow(Table));
   const bool beside = TheTable.Settle == SettleBesideChip && IsShownOnTable(Game.DecidedBet) &&
                       Table->isVisible() && !Table->isMinimized();
@@ -137,6 +141,7 @@ void ShowSettleScreen() {
                      [&](const QRect& place) { return CostOfPlace(place, pile); });
   }
   if (screen.exec() == QDialog::Rejected) PressSettleButton(0);  // the program was told to end
+  Table->Layer().Settled();
   kept.Roll = screen.ForTheRest() ? roll : -1;
   kept.Lost = lost;
   kept.Button = screen.Choice();

@@ -292,6 +292,12 @@ void TableLayer::ShowBeforeSettling() {
   });
   watch.start(kFrameTime);
   loop.exec();
+  motion_.Rest();
+  table_->View().Flying = motion_.Chips();
+  table_->Layout()->update();
+}
+
+void TableLayer::Settled() {
   motion_.End();
   table_->View().Flying.clear();
   table_->Layout()->update();

@@ -57,8 +57,12 @@ class TableLayer : public QObject {
   void BetDecided(int betId, Currency stake, Currency net);
 
   /// Shows what has been decided so far, before a bet is settled by hand. Returns when payouts lie
-  /// beside their bets, or after a click.
+  /// beside their bets, or after a click. There they stay until it has been settled.
   void ShowBeforeSettling();
+  void Settled();
+
+  /// Where payouts lie meanwhile, in table units; empty without any.
+  QRectF PayoutPlace() const { return motion_.Resting(); }
 
   /// The roll has ended: it is called, and its result shown.
   void RollEnded();

@@ -24,6 +24,7 @@ constexpr double kBesideBet = 26;  // payouts, right of their bet
 constexpr double kLabelRise = 14;
 constexpr double kLabelFade = 600;
 constexpr int kMostChips = 6;
+constexpr double kRing = 11.4;
 
 double ShareOf(double now, double from, double to) {
   return std::clamp((now - from) / (to - from), 0.0, 1.0);
@@ -81,6 +82,7 @@ void TableMotion::Play(int pace, bool moves, bool ends) {
 }
 
 double TableMotion::Now() const {
+  if (resting_) return kPayEnds;
   return playing_ ? static_cast<double>(clock_.elapsed()) / scale_ : 0;
 }
 
@@ -98,9 +100,17 @@ bool TableMotion::GoOn() {
   return false;
 }
 
+void TableMotion::Rest() {
+  std::erase_if(decided_, [](const Decided& decided) { return decided.Net <= Currency(); });
+  playing_ = false;
+  held_ = false;
+  resting_ = true;
+}
+
 void TableMotion::End() {
   decided_.clear();
   playing_ = false;
+  resting_ = false;
   held_ = false;
 }
 
@@ -132,9 +142,10 @@ std::vector<DrawnChip> TableMotion::Chips() const {
   const double now = Now();
   for (const Decided& decided : decided_) {
     const bool lost = decided.Net < Currency();
-    if (playing_ && now >= (lost ? kLossEnds : kPayGone)) continue;
-    if (!lost && (!playing_ || now < kLossEnds)) continue;
-    const QPointF shift = playing_ ? Shift(decided, now) : QPointF();
+    const bool shown = playing_ || resting_;
+    if (shown && now >= (lost ? kLossEnds : kPayGone)) continue;
+    if (!lost && (!shown || now < kLossEnds)) continue;
+    const QPointF shift = shown ? Shift(decided, now) : QPointF();
     for (DrawnChip chip : decided.Chips) {
       chip.Centre += shift;
       chips.push_back(chip);
@@ -143,8 +154,27 @@ std::vector<DrawnChip> TableMotion::Chips() const {
   return chips;
 }
 
+QRectF TableMotion::Resting() const {
+  QRectF all;
+  constexpr QRectF kPayout(-13, -13, 26, 36);
+  for (const Decided& decided : decided_)
+    if (resting_) all |= kPayout.translated(decided.Place + QPointF(kBesideBet, 0));
+  return all;
+}
+
+void TableMotion::PaintRings(QPainter& painter) const {
+  painter.setBrush(Qt::NoBrush);
+  for (const Decided& decided : decided_) {
+    painter.setPen(QPen(kPlate, 3.2));
+    painter.drawEllipse(decided.Place, kRing, kRing);
+    painter.setPen(QPen(kGain, 1.6));
+    painter.drawEllipse(decided.Place, kRing, kRing);
+  }
+}
+
 void TableMotion::PaintLabels(QPainter& painter) const {
-  if (!playing_) return;
+  if (!playing_ && !resting_) return;
+  if (resting_) PaintRings(painter);
   const double now = Now();
   for (const Decided& decided : decided_) {
     if (decided.Net == Currency()) continue;

@@ -36,6 +36,9 @@ class TableMotion {
   /// Ends the play when its time is over; true when it still goes on.
   bool GoOn();
 
+  /// What was paid lies beside its bet, and that bet has a ring: it is settled now.
+  void Rest();
+
   /// Everything is as the record has it.
   void End();
 
@@ -44,6 +47,9 @@ class TableMotion {
   /// Chips on their way, with the amounts beside them.
   std::vector<DrawnChip> Chips() const;
   void PaintLabels(QPainter& painter) const;
+
+  /// Where chips lie that rest beside their bet; empty without any.
+  QRectF Resting() const;
 
   /// What has to be painted again now, in table units.
   QRectF Moving() const;
@@ -58,6 +64,7 @@ class TableMotion {
   };
 
   double Now() const;  // milliseconds of the time table
+  void PaintRings(QPainter& painter) const;
   QPointF Shift(const Decided& decided, double now) const;
   static std::vector<DrawnChip> PayoutOf(const Decided& decided);
 
@@ -65,6 +72,7 @@ class TableMotion {
   ShownMoney before_;
   bool held_ = false;  // the money is shown as it stood
   bool playing_ = false;
+  bool resting_ = false;
   bool moves_ = true;
   bool ends_ = false;
   double scale_ = 1;

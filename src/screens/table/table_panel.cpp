@@ -31,6 +31,16 @@ constexpr int kFoldsBelow = 640;     // of the panel's height: the run shows its
 constexpr int kCardOnlyBelow = 460;  // and here only the card is left
 constexpr std::array<int, 3> kPaces = {0, 600, 1200};
 
+/// A chosen button stands out by the accent of the colors in force.
+void ShowChosen(QPushButton* button, const CardColors& colors) {
+  QPalette look;
+  if (button->isChecked()) {
+    look.setColor(QPalette::Button, colors.Accent);
+    look.setColor(QPalette::ButtonText, colors.Window);
+  }
+  if (button->testAttribute(Qt::WA_SetPalette) || button->isChecked()) button->setPalette(look);
+}
+
 QFont Sized(QFont font, int pixels, bool bold = false) {
   font.setPixelSize(pixels);
   font.setBold(bold);
@@ -160,6 +170,7 @@ void TablePanel::Arrange() {
   for (QPushButton* button : findChildren<QPushButton*>()) {
     button->setFont(Sized(font(), 13, button == cmdRollByItself_ || button->isChecked()));
     button->setVisible(shown);
+    ShowChosen(button, colors);
   }
 }
 
