@@ -32,12 +32,6 @@ QFont Sized(QFont font, int pixels, bool bold = false) {
   return font;
 }
 
-/// Letters of the card grow with those of the desktop.
-double LetterScale(const QFont& font) {
-  constexpr double kUsualHeight = 15;
-  return std::clamp(QFontMetricsF(font).height() / kUsualHeight, 1.0, 2.0);
-}
-
 /// Writes text into a width and returns how high it is.
 double Write(QPainter* painter, const QRectF& rect, const QString& text, const QFont& font,
              QColor color, int flags) {
@@ -110,6 +104,11 @@ QRect PlaceBeside(const QRect& region, const QSize& size, const QRect& within) {
 }
 
 }  // namespace
+
+double LetterScale(const QFont& font) {
+  constexpr double kUsualHeight = 15;
+  return std::clamp(QFontMetricsF(font).height() / kUsualHeight, 1.0, 2.0);
+}
 
 CardColors CardColorsNow() {
   const ChromeColors& now = ColorsOfWindows();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QTimer>
 #include <QWidget>
 
@@ -22,6 +23,9 @@ struct CardColors {
   QColor Loss;
 };
 CardColors CardColorsNow();
+
+/// Letters of card and panel grow with those of the desktop: 1 to 2.
+double LetterScale(const QFont& font);
 
 /// The box that cards and the parts of the panel stand in.
 void PaintBox(QPainter& painter, const QRectF& rect, const CardColors& colors);

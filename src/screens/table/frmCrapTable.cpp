@@ -370,6 +370,8 @@ void frmCrapTable::RedrawBets() {
   ShowQuickStatus();
   layer_->Follow();
   hints_->Follow();
+  // Under Hyper-Drive nothing of it moves: it is drawn once, and again when the run has ended.
+  if (std::exchange(drawnForHyperDrive_, Game.HyperDriveOn) && Game.HyperDriveOn) return;
   picLayout_->update();
   TellChanges(picLayout_);
 }

@@ -180,6 +180,7 @@ class frmCrapTable : public QMainWindow {
   bool takingKeyedAmount_ = false;
   bool chipsInHand_ = false;
   bool hintsWanted_ = false;
+  bool drawnForHyperDrive_ = false;
   bool running_ = false;
   bool closeAfterRun_ = false;
   bool keepDue_ = false;          // the game is kept as soon as the roll is whole

@@ -155,15 +155,21 @@ void TableLayer::PaintRail(QPainter& painter, const QRectF& exposed) const {
   painter.restore();
 }
 
-/// Whether the forecast stands in the band, while no call does.
+/// Whether the call stands in the band. The call board leaves the band to the forecast, but it
+/// doesn't tell why a run has ended.
+bool TableLayer::ShowsCall() const {
+  const bool onBoard = TheTable.StickFrame == StickCallBoard && callEnd_ == NoLimitReached;
+  return TheTable.Call && called_ && !onBoard;
+}
+
 bool TableLayer::ShowsStrip() const {
-  return TheTable.Forecast && !table_->ShowsPanel() && SaysSomething(forecast_);
+  return TheTable.Forecast && !ShowsCall() && !table_->ShowsPanel() && SaysSomething(forecast_);
 }
 
 void TableLayer::PaintBand(QPainter& painter) const {
   if (Game.HyperDriveOn && (TheTable.Call || TheTable.Forecast)) {
     PaintHyperBand(painter, Game.RollCount[0]);
-  } else if (TheTable.Call && called_) {
+  } else if (ShowsCall()) {
     const double since = static_cast<double>(calledSince_.elapsed());
     const bool fades = frames_.isActive() && MotionWanted();
     PaintCall(painter, *called_, callEnd_, fades ? std::min(1.0, since / kFadeIn) : 1);
@@ -409,7 +415,7 @@ void TableLayer::TellRefusal(int betId) {
 
 QString TableLayer::TipAt(QPointF place) const {
   if (const int button = RailButtonAt(place); button != NoRailButton) return RailButtonTip(button);
-  const bool strip = ShowsStrip() && !Game.HyperDriveOn && !(TheTable.Call && called_);
+  const bool strip = ShowsStrip() && !Game.HyperDriveOn;
   if (const QString tip = strip ? ForecastTip(place, forecast_) : QString(); !tip.isEmpty())
     return tip;
   return HistoryTip(place);

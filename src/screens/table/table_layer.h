@@ -94,6 +94,7 @@ class TableLayer : public QObject {
   void UpdateBand();
   void TellRefusal(int betId);
   bool TakesOver() const;
+  bool ShowsCall() const;
   bool ShowsStrip() const;
 
   frmCrapTable* table_;

@@ -29,6 +29,7 @@ constexpr double kHead = 34;
 constexpr int kRunHeight = 206;
 constexpr int kFoldsBelow = 640;     // of the panel's height: the run shows its head alone
 constexpr int kCardOnlyBelow = 460;  // and here only the card is left
+constexpr double kMostOfRun = 1.5;   // that the run grows with the letters
 constexpr std::array<int, 3> kPaces = {0, 600, 1200};
 
 /// A chosen button stands out by the accent of the colors in force.
@@ -45,6 +46,13 @@ QFont Sized(QFont font, int pixels, bool bold = false) {
   font.setPixelSize(pixels);
   font.setBold(bold);
   return font;
+}
+
+/// Letters of a size, or smaller ones in which the text fits into a width.
+QFont Fitting(const QFont& font, double pixels, bool bold, const QString& text, double width) {
+  const QFont wanted = Sized(font, qRound(pixels), bold);
+  const double wide = QFontMetricsF(wanted).horizontalAdvance(text);
+  return wide <= width ? wanted : Sized(font, std::max(8, int(pixels * width / wide)), bold);
 }
 
 Currency ToCents(Currency amount) {
@@ -136,42 +144,52 @@ void TablePanel::Refresh() {
 
 void TablePanel::Arrange() {
   const double width = this->width() - 2 * kMargin;
-  const CardColors colors = CardColorsNow();
   double top = kMargin;
   const auto take = [&](double height) {
     const QRectF box(kMargin, top, width, height);
     top += height + kMargin;
     return box;
   };
+  letters_ = LetterScale(font());
   const double cardHeight =
-      PaintCard(nullptr, {kMargin, top, width, 0}, card_, CardKeys(), colors, font());
+      PaintCard(nullptr, {kMargin, top, width, 0}, card_, CardKeys(), CardColorsNow(), font());
   cardBox_ = TheTable.BetCard ? take(cardHeight) : QRectF();
   const bool more = height() >= kCardOnlyBelow;
-  runFolded_ = height() < kFoldsBelow;
-  const double run = !more ? 0 : runFolded_ ? kHead : kRunHeight;
-  const double rest = height() - top - (run > 0 ? run + kMargin : 0) - kMargin;
+  const double head = kHead * letters_;
   const double rows = static_cast<double>(table_->Layer().Forecast().size());
-  forecastBox_ = more && TheTable.Forecast && rest > 3 * kRowHeight
-                     ? take(std::min(kHead + rows * kRowHeight + 8, rest))
-                     : QRectF();
+  const double wanted = head + rows * kRowHeight * letters_ + 8;
+  // Larger letters of the forecast come before those of the run, and before the run itself.
+  const double left = height() - top - wanted - 2 * kMargin;
+  run_ = std::clamp(left / kRunHeight, 1.0, std::min(letters_, kMostOfRun));
+  runFolded_ = height() < kFoldsBelow || (letters_ > 1 && left < kRunHeight);
+  const double run = !more ? 0 : runFolded_ ? head : kRunHeight * run_;
+  const double rest = height() - top - (run > 0 ? run + kMargin : 0) - kMargin;
+  forecastBox_ =
+      more && TheTable.Forecast && rest > 3 * kRowHeight ? take(std::min(wanted, rest)) : QRectF();
   runBox_ = run > 0 ? take(run) : QRectF();
-  const QRectF inner = runBox_.adjusted(kPadding, kHead, -kPadding, -8);
-  const bool shown = run > 0 && !runFolded_;
-  const double third = std::min(56.0, inner.width() / 5);
-  for (std::size_t i = 0; i < cmdPace_.size(); ++i)
-    cmdPace_[i]->setGeometry(
-        QRectF(inner.right() - third * static_cast<double>(3 - i), inner.top(), third, 24)
-            .toRect());
-  const double half = inner.width() / 2;
-  cmdStopLoss_->setGeometry(QRectF(inner.left() - 4, inner.top() + 30, half + 4, 24).toRect());
-  cmdWinGoal_->setGeometry(QRectF(inner.left() + half, inner.top() + 30, half + 4, 24).toRect());
-  cmdRollByItself_->setGeometry(QRectF(inner.left(), inner.top() + 96, inner.width(), 30).toRect());
-  cmdMoreStops_->setGeometry(QRectF(inner.left(), inner.top() + 132, inner.width(), 24).toRect());
-  for (QPushButton* button : findChildren<QPushButton*>()) {
-    button->setFont(Sized(font(), 13, button == cmdRollByItself_ || button->isChecked()));
-    button->setVisible(shown);
+  ArrangeRun();
+}
+
+void TablePanel::ArrangeRun() {
+  const CardColors colors = CardColorsNow();
+  const QRectF inner = runBox_.adjusted(kPadding, kHead * run_, -kPadding, -8);
+  const auto place = [&](QPushButton* button, double left, double top, double width,
+                         double height) {
+    button->setGeometry(
+        QRectF(inner.left() + left, inner.top() + top * run_, width, height * run_).toRect());
+    button->setFont(Fitting(font(), 13 * run_, button == cmdRollByItself_ || button->isChecked(),
+                            button->text(), width - 8));
+    button->setVisible(runBox_.height() > 0 && !runFolded_);
     ShowChosen(button, colors);
-  }
+  };
+  const double third = std::min(56.0 * run_, inner.width() / 5);
+  for (std::size_t i = 0; i < cmdPace_.size(); ++i)
+    place(cmdPace_[i], inner.width() - third * static_cast<double>(3 - i), 0, third, 24);
+  const double half = inner.width() / 2;
+  place(cmdStopLoss_, -4, 30, half + 4, 24);
+  place(cmdWinGoal_, half, 30, half + 4, 24);
+  place(cmdRollByItself_, 0, 96, inner.width(), 30);
+  place(cmdMoreStops_, 0, 132, inner.width(), 24);
 }
 
 void TablePanel::resizeEvent(QResizeEvent*) { Arrange(); }
@@ -198,24 +216,34 @@ void TablePanel::paintEvent(QPaintEvent*) {
   if (!runBox_.isEmpty()) PaintRun(painter);
 }
 
+/// The title of a box, and a note at its other end.
+void TablePanel::PaintHead(QPainter& painter, const QRectF& head, const QString& title,
+                           const QString& note) const {
+  const CardColors colors = CardColorsNow();
+  const QFont bold = Sized(font(), qRound(15 * letters_), true);
+  painter.setFont(bold);
+  painter.setPen(colors.Text);
+  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, title);
+  const double left = head.width() - QFontMetricsF(bold).horizontalAdvance(title) - 10;
+  painter.setFont(Fitting(font(), 13 * letters_, false, note, left));
+  painter.setPen(colors.Muted);
+  painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, note);
+}
+
 void TablePanel::PaintForecast(QPainter& painter) const {
   const CardColors colors = CardColorsNow();
   PaintBox(painter, forecastBox_, colors);
   const auto& rows = table_->Layer().Forecast();
   const QRectF inner = forecastBox_.adjusted(kPadding, 0, -kPadding, -4);
-  painter.setFont(Sized(font(), 15, true));
-  painter.setPen(colors.Text);
-  const QRectF head(inner.left(), inner.top() + 2, inner.width(), kHead - 2);
-  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, tr("If it rolls"));
-  painter.setFont(Sized(font(), 13));
-  painter.setPen(colors.Muted);
-  painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter,
-                   tr("on average %1").arg(SignedMoney(ToCents(MeanOfForecast(rows)))));
+  const double headHeight = kHead * letters_;
+  PaintHead(painter, {inner.left(), inner.top() + 2, inner.width(), headHeight - 2},
+            tr("If it rolls"), tr("on average %1").arg(SignedMoney(ToCents(MeanOfForecast(rows)))));
   if (rows.empty()) return;
-  const double height =
-      std::min(kRowHeight, (inner.height() - kHead) / static_cast<double>(rows.size()));
+  const double height = std::min(kRowHeight * letters_,
+                                 (inner.height() - headHeight) / static_cast<double>(rows.size()));
   const QFont bold =
-      Sized(font(), std::max(8, static_cast<int>(std::min(14.0, height * 0.72))), true);
+      Sized(font(), std::max(8, static_cast<int>(std::min(14 * letters_, height * 0.72))), true);
+  const double size = std::max(1.0, bold.pixelSize() / 14.0);  // of the columns
   double most = 0;
   double widest = 0;
   double least = 0;
@@ -225,11 +253,11 @@ void TablePanel::PaintForecast(QPainter& painter) const {
     widest = std::max(widest, QFontMetricsF(bold).horizontalAdvance(SignedMoney(row.Net)));
   }
   widest = std::min(widest, inner.width() * 0.45);
-  const double bars = inner.left() + 86;
+  const double bars = inner.left() + 86 * size;
   const double room = std::max(10.0, inner.right() - widest - 10 - bars);
   const double span = std::max(most - least, 1.0);
   const double zero = bars + room * (-least / span);
-  double top = inner.top() + kHead;
+  double top = inner.top() + headHeight;
   for (const ForecastRow& row : rows) {
     const QRectF line(inner.left(), top, inner.width(), height);
     if (row.Total == 7) {
@@ -239,12 +267,13 @@ void TablePanel::PaintForecast(QPainter& painter) const {
     }
     painter.setFont(bold);
     painter.setPen(colors.Text);
-    painter.drawText(QRectF(line.left(), top, 26, height), Qt::AlignRight | Qt::AlignVCenter,
+    painter.drawText(QRectF(line.left(), top, 26 * size, height), Qt::AlignRight | Qt::AlignVCenter,
                      ForecastName(row));
     painter.setPen(Qt::NoPen);
     painter.setBrush(colors.Muted);
     for (int dot = 0; dot < row.Ways; ++dot)
-      painter.drawEllipse(QPointF(line.left() + 35 + 7.0 * dot, line.center().y()), 1.9, 1.9);
+      painter.drawEllipse(QPointF(line.left() + (35 + 7.0 * dot) * size, line.center().y()),
+                          1.9 * size, 1.9 * size);
     const QColor color = row.Net > Currency()   ? colors.Gain
                          : row.Net < Currency() ? colors.Loss
                                                 : colors.Muted;
@@ -261,25 +290,24 @@ void TablePanel::PaintForecast(QPainter& painter) const {
     top += height;
   }
   painter.setPen(QPen(colors.Border, 1));
-  painter.drawLine(QPointF(zero, inner.top() + kHead), QPointF(zero, top));
+  painter.drawLine(QPointF(zero, inner.top() + headHeight), QPointF(zero, top));
 }
 
 void TablePanel::PaintRun(QPainter& painter) const {
   const CardColors colors = CardColorsNow();
   PaintBox(painter, runBox_, colors);
   const QRectF inner = runBox_.adjusted(kPadding, 0, -kPadding, 0);
-  painter.setFont(Sized(font(), 15, true));
-  painter.setPen(colors.Text);
-  const QRectF head(inner.left(), inner.top(), inner.width(), kHead);
-  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, tr("Run"));
-  painter.setFont(Sized(font(), 13));
-  painter.setPen(colors.Muted);
-  painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter,
-                   tr("rolls: %1").arg(Text(CountText(Game.RollCount[0]))));
+  const double head = kHead * (runFolded_ ? letters_ : run_);
+  PaintHead(painter, {inner.left(), inner.top(), inner.width(), head}, tr("Run"),
+            tr("rolls: %1").arg(Text(CountText(Game.RollCount[0]))));
   if (runFolded_) return;
-  painter.drawText(QRectF(inner.left(), inner.top() + kHead, inner.width() / 2, 24),
-                   Qt::AlignLeft | Qt::AlignVCenter, tr("Between rolls"));
-  PaintGauge(painter, {inner.left(), inner.top() + kHead + 60, inner.width(), 10});
+  const QString pace = tr("Between rolls");
+  const QRectF line(inner.left(), inner.top() + head, cmdPace_[0]->x() - 4 - inner.left(),
+                    24 * run_);
+  painter.setFont(Fitting(font(), 13 * run_, false, pace, line.width()));
+  painter.setPen(colors.Muted);
+  painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, pace);
+  PaintGauge(painter, {inner.left(), inner.top() + head + 60 * run_, inner.width(), 10});
 }
 
 /// The result of the game between the amounts at which a run ends.
@@ -302,11 +330,12 @@ void TablePanel::PaintGauge(QPainter& painter, const QRectF& line) const {
                           QPointF(std::max(at(0), at(result)), line.bottom() - 1)));
   painter.setBrush(colors.Text);
   painter.drawEllipse(QPointF(at(result), line.center().y()), 6, 6);
-  painter.setFont(Sized(font(), 13, true));
+  painter.setFont(Sized(font(), qRound(13 * run_), true));
   painter.setPen(colors.Text);
   const QString text = SignedMoney(shown);
   const double width = painter.fontMetrics().horizontalAdvance(text) + 2;
   const double left =
       std::clamp(at(result) - width / 2, line.left(), std::max(line.left(), line.right() - width));
-  painter.drawText(QRectF(left, line.bottom() + 3, width, 18), Qt::AlignCenter, text);
+  const double height = painter.fontMetrics().height();
+  painter.drawText(QRectF(left, line.bottom() + 3, width, height), Qt::AlignCenter, text);
 }

@@ -36,6 +36,9 @@ class TablePanel : public QWidget {
  private:
   void MakeRunControls();
   void Arrange();
+  void ArrangeRun();
+  void PaintHead(QPainter& painter, const QRectF& head, const QString& title,
+                 const QString& note) const;
   void PaintForecast(QPainter& painter) const;
   void PaintRun(QPainter& painter) const;
   void PaintGauge(QPainter& painter, const QRectF& line) const;
@@ -49,6 +52,8 @@ class TablePanel : public QWidget {
   QRectF forecastBox_;
   QRectF runBox_;
   bool runFolded_ = false;
+  double letters_ = 1;  // as the desktop's have grown
+  double run_ = 1;      // the same of the run, as far as it has room
   std::array<QPushButton*, 3> cmdPace_{};
   QPushButton* cmdStopLoss_ = nullptr;
   QPushButton* cmdWinGoal_ = nullptr;
