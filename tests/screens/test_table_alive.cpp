@@ -196,6 +196,31 @@ class TestTableAlive : public QObject {
     }
   }
 
+  /// Each row of the forecast is told by one place of the band, and none while a call stands there.
+  void theBandTellsEveryRow() {
+    table_->resize(640, 540);
+    Game.Notify = 0;
+    const auto told = [&] {
+      QStringList tips;
+      TheHost.RedrawBets();
+      for (double x = kBand.left(); x < kBand.right(); ++x)
+        tips << table_->Layer().TipAt({x, kBand.center().y()});
+      tips.removeDuplicates();
+      return tips.join('\n').split('\n', Qt::SkipEmptyParts);
+    };
+    RollNamedDice(3, 3);
+    Bet(Field, 5);
+    QCOMPARE(told().size(), 11);
+    for (int hop = Hop13; hop <= LastBet; hop += 2) Bet(hop, 1);
+    const qsizetype rows = told().size();
+    QVERIFY(rows > 15);
+    QCOMPARE(rows, qsizetype(table_->Layer().Forecast().size()));
+    RollNamedDice(4, 5);
+    QVERIFY(told().isEmpty());
+    TheTable.StickFrame = StickCallBoard;  // tells the call itself
+    QVERIFY(told().size() >= 11);
+  }
+
   /// A result that was jumped over, one that was seen to its end, and none at all leave the same
   /// game and the same picture.
   void motionOnlyShows() {
