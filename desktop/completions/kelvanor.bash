@@ -5,7 +5,7 @@ _kelvanor() {
   if [[ $cur == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W '--help --version' -- "$cur")
   else
-    _filedir '@(crp|bet|rol|prb)'
+    _filedir '@(crp|bet|rol|prb|glg)'
   fi
 } &&
   complete -F _kelvanor kelvanor

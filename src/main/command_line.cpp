@@ -29,7 +29,7 @@ std::optional<QString> ReadCommandLine(const QStringList& arguments, int& exitCo
   QString fault = understood ? QString() : parser.errorText();
   if (fault.isEmpty() && files.size() > 1) fault = "One file can be opened at a time.";
   if (fault.isEmpty() && !files.isEmpty() && !OpenCommandOf(files.first().toStdString()))
-    fault = files.first() + ": not a .crp, .bet, .rol or .prb file.";
+    fault = files.first() + ": not a .crp, .bet, .rol, .prb or .glg file.";
   if (fault.isEmpty())
     return files.isEmpty() ? QString() : QFileInfo(files.first()).absoluteFilePath();
   std::fprintf(stderr, "%s\nUsage: kelvanor [--help] [--version] [file]\n", qPrintable(fault));

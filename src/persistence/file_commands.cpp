@@ -397,8 +397,9 @@ const FileCommandRow& RowOf(FileCommand command) {
 }
 
 std::optional<FileCommand> OpenCommandOf(std::string_view path) {
-  for (const FileCommand command : {FileCommand::OpenGame, FileCommand::OpenScript,
-                                    FileCommand::OpenDiceRolls, FileCommand::OpenProbability})
+  for (const FileCommand command :
+       {FileCommand::OpenGame, FileCommand::OpenScript, FileCommand::OpenDiceRolls,
+        FileCommand::OpenProbability, FileCommand::OpenGamesLog})
     if (Lower(path).ends_with(LastOf(RowOf(command).Pattern, kExtensionLength))) return command;
   return std::nullopt;
 }

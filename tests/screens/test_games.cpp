@@ -13,6 +13,7 @@
 #include "screens/frame/report.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmGames.h"
+#include "screens/table/game_commands.h"
 #include "support/scratch_folder.h"
 
 namespace {
@@ -218,6 +219,20 @@ class TestGames : public QObject {
     File("mnuOpen", "kept.glg");
     QCOMPARE(screen_->windowTitle(), "Games Log (kept.glg)");
     QCOMPARE(Shown("lblFigure_0"), "Games 2,000");
+  }
+
+  /// As one does that is named on the command line; what is none leaves all as it was.
+  void aNamedLogIsOpenedAndShown() {
+    GamesLogWriter(*folder_ / "b.glg").Append(SampleGames(7));
+    folder_->Write("rubbish.glg", "rubbish");
+    PlannedMessages.Active = true;
+    screen_->close();
+    for (const char* name : {"rubbish.glg", "b.glg"}) {
+      const bool good = name[0] == 'b';
+      OpenNamedFile(table_.get(), *folder_ / name);
+      QCOMPARE(screen_->isVisible(), good);
+      QCOMPARE(Game.GamesLogFile == *folder_ / name, good);
+    }
   }
 
  private:

@@ -9,6 +9,7 @@
 #include "persistence/game_file.h"
 #include "screens/files/frmFile.h"
 #include "screens/frame/player_change.h"
+#include "screens/frame/screen_table.h"
 #include "screens/rules/probability_commands.h"
 #include "screens/scripts/script_commands.h"
 #include "screens/table/table_commands.h"
@@ -57,8 +58,9 @@ void OpenGameCommand(QWidget* parent) {
 void OpenNamedFile(QWidget* parent, const std::string& path) {
   const auto command = OpenCommandOf(path);
   if (!command || (*command == FileCommand::OpenGame && !MayLeaveGame(parent))) return;
-  RunFileCommand(*command, path);
+  const bool opened = RunFileCommand(*command, path);
   ShowAll();
+  if (opened && *command == FileCommand::OpenGamesLog) ShowScreen(GamesWindow);
 }
 
 bool SaveGameCommand(QWidget* parent) {
