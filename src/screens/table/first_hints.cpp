@@ -70,6 +70,10 @@ class Balloon : public QWidget {
   QString Words() const {
     switch (hints_->Step()) {
       case 0:
+        if (Game.Point != 0)
+          return FirstHints::tr(
+              "A point stands now: throw the dice until it is made or a 7 comes. Then lay a chip "
+              "here, before the next throw.");
         return FirstHints::tr(
                    "The chip in your hand is worth %1. Click here to lay it. On the first throw 7 "
                    "and 11 win, 2, 3 and 12 lose; any other number becomes the point.")
@@ -144,6 +148,7 @@ void FirstHints::Follow() {
   if (!isVisible()) return;
   if (Game.HyperDriveOn || !TheTable.Hints) return End();
   if (IsDone()) GoTo(step_ + 1);
+  balloon_->update();
 }
 
 /// What the hint speaks of, on the widget.
