@@ -34,6 +34,8 @@ struct Load {
   bool TakeOdds = false;
   int RollsPerRun = kRollsPerRun;  // all bets are laid again before each run
   Currency Stake = 30;             // thirty bets of 30 lose about half of the bank limit in a run
+  bool Grows = false;              // hardly a bet is ever decided twice at the same amount
+  bool KnownRolls = true;
 };
 
 constexpr std::array kLineBet = {PassLine};
@@ -54,6 +56,7 @@ constexpr auto kEveryBet = [] {
 }();
 /// Rolls after which every bet is laid again; odds and bets on numbers come down one by one.
 constexpr int kShortRun = 50;
+constexpr int kGrowingRun = 60;
 
 constexpr Load kNoBets = {"NoBets", {}};
 constexpr Load kPassLine = {"PassLine", kLineBet};
@@ -62,6 +65,9 @@ constexpr Load kComeSystem = {"ComeSystem", kComeAndPlace, true};
 constexpr Load kThirty = {"ThirtyBets", kThirtyBets};
 constexpr Load kEveryOnce = {"EveryBetOnce", kEveryBet, true, kRollsPerRun, 6};
 constexpr Load kEvery = {"EveryBet", kEveryBet, true, kShortRun, 6};
+// What looking for known rolls costs where there are none.
+constexpr Load kGrowing = {"Growing", kThirtyBets, false, kGrowingRun, 30, true};
+constexpr Load kGrowingInFull = {"GrowingInFull", kThirtyBets, false, kGrowingRun, 30, true, false};
 
 /// The processor's time of this program: what else the machine does stays out of it.
 double ProcessorSeconds() {
@@ -76,8 +82,10 @@ void SetRules(const Load& load) {
   TheHost = HeadlessHost();
   Game.NegBankroll = true;
   Game.AllowPutBets = true;
-  Game.HandleWinningBets = WinSameBet;
-  Game.HandleLosingBets = LossSameBet;
+  if (load.Grows) Game.MaxPlacard = 1'000'000;
+  Game.HandleWinningBets = load.Grows ? WinPressOneUnit : WinSameBet;
+  Game.HandleLosingBets = load.Grows ? LossPlusOneUnit : LossSameBet;
+  Game.KnownRollsOn = load.KnownRolls;
   Game.AutoTakeFullOdds = Game.AutoLayFullOdds = load.TakeOdds;
   Game.NumAutoRolls = Game.AutoRollsLeft = load.RollsPerRun;
 }
@@ -86,9 +94,10 @@ void SetRules(const Load& load) {
 void LayBets(const Load& load) {
   if (load.Bets.size() == LastBet) Game.Point = Game.PrevPoint = 6;
   Game.MovingBet = true;
+  const Currency stake = load.Stake + (load.Grows ? Game.RollCount[0] / 9 % 500 : 0);
   for (const int bet : load.Bets) {
-    if (bet == DontPass && Game.Point != 0) Game.ContractBets[DontPass] = load.Stake;
-    RequestChange(bet, load.Stake - Game.Bets[static_cast<unsigned>(bet)]);
+    if (bet == DontPass && Game.Point != 0) Game.ContractBets[DontPass] = stake;
+    RequestChange(bet, stake - Game.Bets[static_cast<unsigned>(bet)]);
   }
   Game.MovingBet = false;
   if (load.TakeOdds) TakeAllFullOdds();
@@ -200,6 +209,10 @@ BENCHMARK_CAPTURE(Roll, ComeSystem, kComeSystem)->UseManualTime()->Unit(benchmar
 BENCHMARK_CAPTURE(Roll, ThirtyBets, kThirty)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, EveryBetOnce, kEveryOnce)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, EveryBet, kEvery)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, Growing, kGrowing)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, GrowingInFull, kGrowingInFull)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 BENCHMARK(ShortGame)->UseManualTime()->Unit(benchmark::kMicrosecond);
 

@@ -103,25 +103,42 @@ void PlacePress() {
   Line(Game.ScrCount).LineKind = RemarkLine;
 }
 
-/// A thousand lines: 250 statements on all that a script can look at, few of which hold.
-void Thousand() {
-  const std::array<std::function<void(int)>, 10> conditions = {
-      [](int i) { If(Place4 + i % 6, HasWon); },
-      [](int i) { If(EventSubject + 2 + i % 88, HasRolled, 3); },
-      [](int i) { If(OneFlag, 0, kTrue, "flag " + std::to_string(i % 20)); },
-      [](int i) { IfStack(1 + i % 90, EqualTo, 7); },
-      [](int i) { If(BankrollSubject, GreaterThan, 5'000'000 + i); },
-      [](int i) { If(ThisShooterRolls, EqualTo, 20 + i % 30); },
-      [](int) { If(1207, GreaterThan, 500); },
-      [](int) { If(1005, HasLostMore, 3); },
-      [](int i) { If(PointDecidedFor, kPointNumbers[static_cast<unsigned>(i % 6)] + 30); },
-      [](int i) { If(1 + i % LastBet, LessThan, 0); }};
+using Condition = std::function<void(int)>;
+
+const std::array<Condition, 5> kPlainConditions = {
+    [](int i) { If(Place4 + i % 6, HasWon); },
+    [](int i) { If(OneFlag, 0, kTrue, "flag " + std::to_string(i % 20)); },
+    [](int i) { If(BankrollSubject, GreaterThan, 5'000'000 + i); },
+    [](int i) { If(ThisShooterRolls, EqualTo, 20 + i % 30); },
+    [](int i) { If(1 + i % LastBet, LessThan, 0); }};
+
+const std::array<Condition, 5> kOtherConditions = {
+    [](int i) { If(EventSubject + 2 + i % 88, HasRolled, 3); },
+    [](int i) { IfStack(1 + i % 90, EqualTo, 7); }, [](int) { If(1207, GreaterThan, 500); },
+    [](int) { If(1005, HasLostMore, 3); },
+    [](int i) { If(PointDecidedFor, kPointNumbers[static_cast<unsigned>(i % 6)] + 30); }};
+
+/// A thousand lines: 250 statements, few of which hold.
+void AddStatements(const std::function<const Condition&(unsigned)>& conditionOf) {
   for (int i = 0; i < 250; ++i) {
     Start(i % 2 == 0 ? WhenLine : WhileLine);
-    conditions[static_cast<unsigned>(i) % conditions.size()](i);
+    conditionOf(static_cast<unsigned>(i))(i);
     Start(ThenLine);
     Do(SetFlag, i % 3 == 0 ? kTrue : kFalse, 0, "flag " + std::to_string(i % 20));
   }
+}
+
+/// On all that a script can look at.
+void Thousand() {
+  AddStatements([](unsigned i) -> const Condition& {
+    return (i % 2 == 0 ? kPlainConditions : kOtherConditions)[i / 2 % kPlainConditions.size()];
+  });
+}
+
+/// On bets, flags and counts.
+void PlainThousand() {
+  AddStatements(
+      [](unsigned i) -> const Condition& { return kPlainConditions[i % kPlainConditions.size()]; });
 }
 
 // --- Measuring ---
@@ -235,5 +252,6 @@ int main() {
   Measure("PassAndOdds", PassAndOdds);
   Measure("PlacePress", PlacePress);
   Measure("Thousand", Thousand);
+  Measure("PlainThousand", PlainThousand);
   return 0;
 }

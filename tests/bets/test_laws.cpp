@@ -475,6 +475,18 @@ TEST_F(Laws, KnownRollsAreTheRollsThatTheyStandFor) {
   }
 }
 
+TEST_F(Laws, ACalledBetIsNoLongerCalledOnceAKnownDecisionHasTakenItDown) {
+  Game.HyperDriveOn = true;
+  Game.HandleLosingBets = LossNoBet;
+  for (int loss = 0; loss < 4; ++loss) {  // the first is learnt
+    RequestChange(Place6, Unit() * 12);
+    Game.BetWorking[Place6] = CalledOn;
+    RollNamedDice(3, 4);
+    ASSERT_EQ(Game.Bets[Place6], 0);
+    ASSERT_EQ(Game.BetWorking[Place6], Game.ComeOutWorking[Place6]) << loss;
+  }
+}
+
 /// The row of a forecast that a throw belongs to.
 const ForecastRow& RowOf(const std::vector<ForecastRow>& rows, int die1, int die2) {
   const ForecastRow* found = nullptr;
