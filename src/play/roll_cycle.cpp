@@ -351,7 +351,7 @@ void FollowBankroll() {
   if (Abs(bankroll) > kRollingLimit) CheckBankLimits();
   Game.BankrollHigh = std::max(Game.BankrollHigh, bankroll);
   Game.BankrollLow = std::min(Game.BankrollLow, bankroll);
-  LogEndOfRoll();
+  if (Game.EventsLogActive) LogEndOfRoll();
 }
 
 /// What the game has won or lost ends a run of rolls at the player's limits.

@@ -144,7 +144,6 @@ void LogPassOrMiss(const char* text) {
 }
 
 void LogEndOfRoll() {
-  if (!Game.EventsLogActive) return;
   const Currency before = Game.BetsAtRoll[BankrollIndex];
   const Currency now = Bankroll();
   if (Game.LogBankrollChanges && now != before) {

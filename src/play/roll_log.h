@@ -11,6 +11,7 @@ void LogChangesSinceRoll();
 enum class DiceSource { ManualPad, Tape, Generator };
 void LogThrow(DiceSource source);
 
-/// Writes what the throw did to the point, and the bankroll and shooter after a roll.
+/// Writes what the throw did to the point, and the bankroll and shooter after a roll; the latter
+/// only where events are logged.
 void LogPassOrMiss(const char* text);
 void LogEndOfRoll();
