@@ -301,17 +301,16 @@ class PhantomWagers {
  public:
   /// `count` rolls more in which the throw decides the bet; those that came last are added last.
   void Add(int betId, DecisionCode code, const DecidedThrow& thrown, int count) {
-    const int outcome = OutcomeOf(betId, code, thrown);
-    const auto bet = static_cast<unsigned>(betId);
-    // The outcomes that a bet can have lie in places of their own.
-    const unsigned place = code > 0 ? 1 + static_cast<unsigned>(outcome) % (kPlaces - 1) : 0;
-    Known& known = known_[bet][place];
-    if (known.Rules != rules_)
-      known = {rules_, 0, 0, FigurePayoff(FigureRate, betId, code, 1, thrown).Gross};
+    Known& known = KnownOf(betId, code, thrown);
     if (known.Gross == 0) return;
     if (known.Count == 0) gathered_.push_back({betId, &known});
     known.Count += count;
-    last_[bet][known.Gross > 0 ? 1 : 0] = known.Order = ++order_;
+    last_[static_cast<unsigned>(betId)][known.Gross > 0 ? 1 : 0] = known.Order = ++order_;
+  }
+
+  /// What the throw wins or loses for one dollar.
+  Currency Gross(int betId, DecisionCode code, const DecidedThrow& thrown) {
+    return KnownOf(betId, code, thrown).Gross;
   }
 
   /// Records them, of each bet the last win and the last loss at the end.
@@ -341,6 +340,17 @@ class PhantomWagers {
     int Bet;
     Known* Of;
   };
+
+  /// The outcomes that a bet can have lie in places of their own.
+  Known& KnownOf(int betId, DecisionCode code, const DecidedThrow& thrown) {
+    const int outcome = OutcomeOf(betId, code, thrown);
+    const unsigned place = code > 0 ? 1 + static_cast<unsigned>(outcome) % (kPlaces - 1) : 0;
+    Known& known = known_[static_cast<unsigned>(betId)][place];
+    if (known.Rules != rules_)
+      known = {rules_, 0, 0, FigurePayoff(FigureRate, betId, code, 1, thrown).Gross};
+    return known;
+  }
+
   std::array<std::array<Known, kPlaces>, kBetSlots> known_;
   std::array<std::array<int, 2>, kBetSlots> last_{};
   std::vector<Gathered> gathered_;
@@ -364,8 +374,7 @@ void AddGroup(const GroupKey& key, int count) {
       continue;
     const auto code = static_cast<DecisionCode>(step.Code);
     if (IsOfSide(Side::Come, step.Bet))
-      RecordBetOutcomes(Phantom, step.Bet, 1,
-                        FigurePayoff(FigureRate, step.Bet, code, 1, thrown).Gross, count);
+      RecordBetOutcomes(Phantom, step.Bet, 1, phantomWagers.Gross(step.Bet, code, thrown), count);
     else
       phantomWagers.Add(step.Bet, code, thrown, count);
   }
