@@ -100,9 +100,9 @@ BetPayoff PayoffBeforeVig(int betId, DecisionCode code, Currency amount,
 void LogDecision(int betId) {
   if (!Game.EventsLogActive) return;
   if (Game.NetPayoff > 0 && Game.LogBetsWon)
-    WriteLogLine("      " + BetName(betId) + " bet won $" + MoneyText(Game.NetPayoff));
+    WriteLogLine({"      ", BetName(betId), " bet won $", MoneyText(Game.NetPayoff)});
   if (Game.NetPayoff < 0 && Game.LogBetsLost)
-    WriteLogLine("      " + BetName(betId) + " bet lost $" + MoneyText(-Game.NetPayoff));
+    WriteLogLine({"      ", BetName(betId), " bet lost $", MoneyText(-Game.NetPayoff)});
 }
 
 /// True when the bet can't stay on the table, whatever the player chooses.

@@ -1,5 +1,9 @@
 #include "play/roll_log.h"
 
+#include <array>
+#include <bit>
+#include <cstdint>
+
 #include "core/record_file.h"
 #include "core/text.h"
 #include "stats/events_log.h"
@@ -90,13 +94,30 @@ void LogStandingBet(int betId) {
   if (mayBeCalled) LogCall(betId);
 }
 
+/// The bets that may differ from what they were when the dice were thrown, a bit for each id.
+std::array<std::uint64_t, 2> BetsToTell() {
+  constexpr std::uint64_t kBetsOfLastWord = (std::uint64_t{2} << LastBet % 64) - 1;
+  if (Game.SnapshotsDue || Game.WorkingTouched || Game.WorkingSnapshotDue)
+    return {~std::uint64_t{1}, kBetsOfLastWord};
+  std::array bets = {Game.TouchedBets[0] & ~std::uint64_t{1},
+                     Game.TouchedBets[1] & kBetsOfLastWord};
+  static_assert(Come10 < 64);
+  for (const BetFamily family : {DontComeFamily, ComeFamily})
+    if (IsPointNumber(Game.RollTotal))
+      bets[0] |= std::uint64_t{1} << BetOnNumber(family, Game.RollTotal);
+  return bets;
+}
+
 void LogBets() {
-  for (int id = Lay4; id <= LastBet; ++id) {
-    if (Game.Bets[id] == 0)
-      LogRemovedBet(id);
-    else
-      LogStandingBet(id);
-  }
+  const auto bets = BetsToTell();
+  for (int word = 0; word < 2; ++word)
+    for (std::uint64_t bits = bets[static_cast<unsigned>(word)]; bits != 0; bits &= bits - 1) {
+      const int id = word * 64 + std::countr_zero(bits);
+      if (Game.Bets[id] == 0)
+        LogRemovedBet(id);
+      else
+        LogStandingBet(id);
+    }
 }
 
 void LogStacks() {
@@ -134,9 +155,9 @@ void LogChangesSinceRoll() {
 
 void LogThrow(DiceSource source) {
   if (!LogWants(Game.LogRolls)) return;
-  WriteLogLine(" Roll #" + CountText(Game.RollCount[0] + 1) + ":  " +
-               std::to_string(Game.Die1 + Game.Die2) + " (" + std::to_string(Game.Die1) + "." +
-               std::to_string(Game.Die2) + ")" + SourceText(source));
+  const auto number = [](int value) { return std::to_string(value); };
+  WriteLogLine({" Roll #", CountText(Game.RollCount[0] + 1), ":  ", number(Game.Die1 + Game.Die2),
+                " (", number(Game.Die1), ".", number(Game.Die2), ")", SourceText(source)});
 }
 
 void LogPassOrMiss(const char* text) {

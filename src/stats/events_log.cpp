@@ -49,8 +49,9 @@ bool IsRollLine(const std::string& text) {
 
 void AddLine(const std::string& text) {
   const std::size_t start = pending.Text.size();
-  const bool plain =
-      std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+  unsigned strange = 0;
+  for (const char c : text) strange |= c < ' ' || c > '~' ? 1U : 0U;  // without a jump
+  const bool plain = strange == 0;
   if (plain) {
     pending.Text += text;
   } else {
@@ -99,6 +100,13 @@ void WriteLogLine(const std::string& text) {
   }
   const bool gather = held || (Game.HyperDriveOn && Game.RollInProgress);
   if (!gather || pending.Text.size() > kMostPending) FlushEventsLog();
+}
+
+void WriteLogLine(std::initializer_list<std::string_view> parts) {
+  static std::string line;  // keeps its memory
+  line.clear();
+  for (const std::string_view part : parts) line += part;
+  WriteLogLine(line);
 }
 
 void FlushEventsLog() {

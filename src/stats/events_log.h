@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 
 #include "core/game_state.h"
 
@@ -12,6 +14,9 @@
 /// `KeepLatestRollOnTop` a roll's line, once written, is `LogTopLine`. A log that can't be written
 /// is passed over: the reason goes to `LastErrorText`, the game goes on without those lines.
 void WriteLogLine(const std::string& text);
+
+/// The same for a line in parts.
+void WriteLogLine(std::initializer_list<std::string_view> parts);
 
 /// Writes the lines that were gathered, if any, in their order: log and index agree afterwards.
 /// Called before the event loop gets a turn, at the end of a run, and before anything looks at the
