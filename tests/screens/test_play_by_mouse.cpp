@@ -1,18 +1,11 @@
 // Games played by mouse on the real table, with every amount counted by hand.
-#include <QLabel>
-#include <QLineEdit>
-#include <QMouseEvent>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <tuple>
 
 #include "bets/chips.h"
-#include "bets/make_bet.h"
 #include "core/text.h"
-#include "screens/frame/report.h"
 #include "screens/play/frmStackValues.h"
 #include "screens/screen_driver.h"
-#include "screens/table/table_commands.h"
 
 namespace {
 
@@ -45,33 +38,14 @@ QPointF StickPersonPlace(bool onSwitch) {
 
 }  // namespace
 
-class TestPlayByMouse : public QObject {
+class TestPlayByMouse : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    table_ = std::make_unique<frmCrapTable>();
-    BeginScreens(*table_);
-    PlannedMessages.Active = true;
+    LayTable();
     Game.AutoAdjust = AdjustManual;
     Game.HandleWinningBets = WinSameBet;
-  }
-  void cleanup() { table_.reset(); }
-
-  void paysTheFieldAndTakesIt() {
-    Click(kChip5);
-    QCOMPARE(Game.ChipColor, 2);
-    ClickBets({Field, Field});
-    ExpectChips(Field, 10);
-    QCOMPARE(StatusOver(ChipPosition(Field)), "Field bet (working):  10");
-    Roll(4, 5);
-    ExpectStatus("Bankroll:  510  Available:  500  Total bets:  10  You've won:  10");
-    Roll(6, 6);  // pays double
-    ExpectStatus("Bankroll:  530  Available:  520  Total bets:  10  You've won:  30");
-    Roll(3, 4);
-    ExpectBet(Field, 0);
-    QCOMPARE(Game.ChipCount, 0);
-    ExpectStatus("Bankroll:  520  Available:  520  Total bets:  0  You've won:  20");
   }
 
   void playsAGameFromComeOutToSevenOut() {
@@ -114,21 +88,6 @@ class TestPlayByMouse : public QObject {
     Roll(3, 4);  // seven-out: 10, 6, 20 and its vig, 5
     QCOMPARE(Game.ChipCount, 0);
     ExpectStatus("Bankroll:  533  Available:  533  Total bets:  0  You've won:  33");
-  }
-
-  void playsTheDontSideWithItsOdds() {
-    Click(kChip5);
-    ClickBets({DontPass, DontPass});
-    Roll(6, 4);  // the point is 10
-    // The bar lays odds now.
-    ClickBets({DontPassOdds, DontPassOdds, DontPassOdds, DontPassOdds, DontCome});
-    ExpectBet(DontPassOdds, 20);
-    Roll(4, 5);  // it moves to the 9
-    ExpectBets({{DontCome, 0}, {BetOnNumber(DontComeFamily, 9), 5}});
-    Roll(5, 2);  // 10 even, 20 at 1 to 2, 5 even
-    // Don't Pass and Don't Come come down with their odds when they are odds or on a number.
-    ExpectBets({{DontPass, 10}, {DontPassOdds, 0}, {BetOnNumber(DontComeFamily, 9), 0}});
-    ExpectStatus("Bankroll:  525  Available:  515  Total bets:  10  You've won:  25");
   }
 
   void opensTheHopPanelThroughTheStickPerson() {
@@ -223,21 +182,6 @@ class TestPlayByMouse : public QObject {
     QCOMPARE(Game.BetWorking[Hard8], int(CalledOff));
     Command(*table_, "mnuRemoveAllBets");
     ExpectStatus("Bankroll:  500  Available:  500  Total bets:  0  You're even:  0");
-  }
-
-  void callsBetsWithTheMarkers() {
-    Click(kChip5);
-    ClickBet(Hard6);
-    Click(MarkerPlace(OffMarkerSpot));
-    ClickBet(Hard6);
-    QCOMPARE(Game.BetWorking[Hard6], int(CalledOff));
-    Roll(1, 6);  // it isn't lost
-    ExpectBet(Hard6, 5);
-    Click(MarkerPlace(OnMarkerSpot));
-    ClickBet(Hard6);
-    QCOMPARE(Game.BetWorking[Hard6], int(Working));
-    ClickBet(PassLine);  // nothing there to be called
-    ExpectBet(PassLine, 0);
   }
 
   void takesKeyedAmounts() {
@@ -346,7 +290,6 @@ class TestPlayByMouse : public QObject {
     Command(*stacks, "mnuPrint");
     QFile page(PrintFile);
     QVERIFY(page.open(QIODevice::ReadOnly) && page.read(4) == "%PDF");
-    PrintFile.clear();
 
     PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}, {AnswerYes}};
     Command(*stacks, "mnuDeleteAllValues");
@@ -405,34 +348,6 @@ class TestPlayByMouse : public QObject {
     QCOMPARE(Game.RollCount[0], 0);
     QCOMPARE(table_->windowTitle(), "Kelvanor");
     ExpectStatus("Bankroll:  500  Available:  500  Total bets:  0  You're even:  0");
-  }
-
-  void celebratesTheBrokenBankAndRollsNoMore() {
-    Game.Bets[BankrollIndex] = 9'999'998;
-    Click(kChip5);
-    ClickBet(Field);
-    Roll(4, 5);
-    QCOMPARE(Bankroll(), Currency(10'000'003));
-    ExpectMessage(
-        "Congratulations!\n\nYou broke the bank limit of $10,000,000\n\n"
-        "Select \"New\" from the \"Game\" menu to reset the table.");
-    QCOMPARE(Game.ChipColor, 2);
-    Roll(4, 5);
-    QCOMPARE(Game.RollCount[0], 1);
-    QCOMPARE(PlannedMessages.Shown.size(), std::size_t(2));
-  }
-
-  void closesAfterTheRollThatRuns() {
-    const QTemporaryDir folder;
-    Game.DataPath = folder.path().toStdString() + "/";
-    Game.AutoRollDice = true;
-    PlannedMessages.Answers = {{AnswerNo}};  // the game needn't be saved
-    QTimer::singleShot(0, this, [this] {
-      QVERIFY(!table_->close());
-      QVERIFY(table_->isVisible());
-    });
-    Click({300, 210}, Qt::RightButton);
-    QVERIFY(!table_->isVisible());
   }
 
  private:
@@ -510,8 +425,6 @@ class TestPlayByMouse : public QObject {
     }
     ClickButton(stacks, "cmdOK");
   }
-
-  std::unique_ptr<frmCrapTable> table_;
 };
 
 SCREEN_TEST(TestPlayByMouse)

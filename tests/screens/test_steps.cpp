@@ -1,16 +1,11 @@
 // A script watched line by line, with the screens of figures beside it.
 #include <QAction>
-#include <QLabel>
 #include <QMenu>
-#include <QTemporaryDir>
 #include <QWindow>
 
-#include "autobet/compose.h"
 #include "autobet/editor.h"
-#include "autobet/read_line.h"
-#include "autobet/script.h"
+#include "autobet/script_reader.h"
 #include "core/auto_play_settings.h"
-#include "core/host.h"
 #include "screens/frame/screen.h"
 #include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
@@ -25,24 +20,15 @@ constexpr const char* kScript =
 
 }  // namespace
 
-class TestSteps : public QObject {
+class TestSteps : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    static_cast<ScriptState&>(Game) = ScriptState();
-    table_ = std::make_unique<frmCrapTable>();
-    BeginScreens(*table_);
-    PlannedMessages.Active = true;
-    Game.DataPath = folder_.path().toStdString() + "/";
+    LayTable();
     Game.EventsLogFile = Game.DataPath + "Events Log.txt";
     Game.HandleWinningBets = WinSameBet;
     Game.HandleLosingBets = LossSameBet;
-  }
-  void cleanup() {
-    table_.reset();
-    static_cast<ScriptState&>(Game) = ScriptState();
-    ScriptEdited();
   }
 
   void everyLineIsShownUntilThePlayerGoesOnOrCancels() {
@@ -78,11 +64,8 @@ class TestSteps : public QObject {
       QVERIFY(steps_->isModal());
       if (seen_.size() > 1) return QTest::keyClick(steps_, Qt::Key_Return);
       for (QAction* action : Find<QMenu>(steps_, "mnuView")->actions()) action->trigger();
-      for (const int id : {BankrollWindow, BetResultsWindow, BetTrendsWindow, StackValuesWindow,
-                           EventsLogWindow, RollFreqsWindow, RollTotalsWindow, SummaryWindow})
+      for (const int id : {BankrollWindow, EventsLogWindow, SummaryWindow})
         QVERIFY(FindScreen(WindowId(id)) && FindScreen(WindowId(id))->isVisible());
-      const QAction* games = Find<QAction>(steps_, "mnuGamesLog");
-      QVERIFY(games->isEnabled() == HasScreen(GamesWindow) && !games->toolTip().isEmpty());
       // Through the window system, which holds back what is blocked.
       ClickThrough(flags, "cmdSelectAll");
       ClickThrough(flags, "cmdSetTruth_0");
@@ -128,11 +111,7 @@ class TestSteps : public QObject {
 
  private:
   static void Put(const char* text) {
-    ClearScript();
-    for (ScriptLine line : ReadScriptText(text).Lines) {
-      LogLine(line);
-      InsertLine(Game.ScrCount + 1, line);
-    }
+    LoadScript(text);
     Game.AutoBetActive = 1;
     Game.ScriptChanged = false;
   }
@@ -162,8 +141,6 @@ class TestSteps : public QObject {
                       control->mapTo(window, control->rect().center()));
   }
 
-  QTemporaryDir folder_;
-  std::unique_ptr<frmCrapTable> table_;
   frmSteps* steps_ = nullptr;
   QStringList seen_;
 };

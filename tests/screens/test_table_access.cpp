@@ -7,7 +7,6 @@
 #include "screens/screen_driver.h"
 #include "screens/table/bet_focus.h"
 #include "screens/table/table_access.h"
-#include "screens/table/table_commands.h"
 #include "screens/table/table_elements.h"
 
 namespace {
@@ -84,11 +83,6 @@ class TestTableAccess : public QObject {
           for (const int other : bets)
             QVERIFY2(reached.contains(other),
                      qPrintable(QString("%1 from %2, hops %3").arg(other).arg(bet).arg(hops)));
-        }
-        // A click on the place that the keyboard stands for acts on its bet.
-        for (const int bet : bets) {
-          const double up = IsDontComeOnNumber(bet) ? 2 : 0;
-          QCOMPARE(HotSpotAt(ChipPosition(bet).x(), ChipPosition(bet).y() - up), bet);
         }
       }
     // What is gone from under the keyboard is found beside it.

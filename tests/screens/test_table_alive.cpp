@@ -4,10 +4,7 @@
 #include <QPainter>
 #include <QSettings>
 
-#include "autoplay/hyper_drive.h"
-#include "bets/bet_history.h"
 #include "bets/make_bet.h"
-#include "bets/settle.h"
 #include "core/host.h"
 #include "core/messages.h"
 #include "play/roll_cycle.h"
@@ -47,25 +44,17 @@ void Bet(int betId, Currency amount) {
 
 }  // namespace
 
-class TestTableAlive : public QObject {
+class TestTableAlive : public ScreenTest {
   Q_OBJECT
 
  private slots:
   void init() {
     TheTable = {};
-    table_ = std::make_unique<frmCrapTable>();
-    BeginScreens(*table_);
+    LayTable();
     static_cast<RunLimits&>(Game) = RunLimits();
     Game.HandleWinningBets = WinSameBet;
     PlannedMessages.Active = true;
     UseTableSettings();
-  }
-  void cleanup() {
-    HurryHost = true;
-    Game.HyperDriveOn = false;
-    TheTable = {};
-    UseTableSettings();
-    table_.reset();
   }
 
   void asToldIsThePlainTable() {
@@ -463,7 +452,6 @@ class TestTableAlive : public QObject {
   }
 
  private:
-  std::unique_ptr<frmCrapTable> table_;
 };
 
 SCREEN_TEST(TestTableAlive)

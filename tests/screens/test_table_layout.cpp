@@ -2,7 +2,6 @@
 #include <QLineF>
 #include <QPainter>
 #include <QRandomGenerator>
-#include <QTest>
 #include <algorithm>
 #include <cmath>
 #include <map>

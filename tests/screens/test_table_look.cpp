@@ -1,6 +1,5 @@
 #include <QImage>
 #include <QPainter>
-#include <QTest>
 #include <algorithm>
 #include <map>
 
