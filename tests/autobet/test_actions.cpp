@@ -16,11 +16,10 @@
 #include "bets/consistency.h"
 #include "bets/ledger.h"
 #include "core/text.h"
-#include "dice/generators.h"
+#include "dice/probability_file.h"
 
 // After the operators that print money.
 #include "support/file_size_limit.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -67,19 +66,14 @@ std::string Ranges(int last, Test holds) {
   return text.empty() ? "none" : text;
 }
 
-class ActionsTest : public TableTest {
+class ActionsTest : public FolderTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
+    FolderTest::SetUp();
     Game.AutoAdjust = AdjustManual;
     Game.Notify = NoticeAutoBet;
     Game.Bets[kSourceId] = 8;
     Game.BetsAtRoll[kSourceId] = 12;
-    Game.DataPath = Game.AppPath = folder_ / "";
-  }
-  void TearDown() override {
-    CloseOutputFile();
-    TableTest::TearDown();
   }
 
   static void PerformLine(int number, ActionRun& run) {
@@ -127,8 +121,6 @@ class ActionsTest : public TableTest {
           << row;
     }
   }
-
-  const ScratchFolder folder_{"actions"};
 };
 
 TEST_F(ActionsTest, EveryFormChangesABet) {
@@ -285,14 +277,6 @@ TEST_F(ActionsTest, BetsAreBoughtAndCalled) {
   Given(Hard6, 5);
   Check("Buy the Place Bet on Place 4|Call OFF Hard 6 => Buy 4 20");
   EXPECT_EQ(Game.BetWorking[Hard6], CalledOff);
-  Game.Notify = NoticeActions;
-  Game.Bets[kSourceId] = 5;
-  for (const int code : {BuyThePlaceBet, CallOff, CallOn, ResetWinsLosses})
-    Do({Act(code, 0, ChipStackSubject, kSource)});
-  const auto told = TakeShown();  // what a click is told
-  ASSERT_EQ(told.size(), 3U);
-  EXPECT_EQ(told[0].Text, "You may not buy Chip-Stacks.");
-  EXPECT_EQ(told[2].Text, "You may not call Chip-Stacks ON or OFF.");
   Game.HyperDriveOn = true;
   TheHost.RedrawBets = [] { FAIL() << "drawn under Hyper-Drive"; };
   Do("Call ON Hard 6\n Call ON Hard 6");
@@ -432,16 +416,11 @@ TEST_F(ActionsTest, SettingsFollowTheScript) {
     EXPECT_FALSE(Game.KeepRolling);
     EXPECT_EQ(Game.StopMessage, hyper ? "Stopped by Auto-Bet command." : "");
   }
-  Game.AutoBetStartTime = 100;
-  for (bool* silence : {&Game.DisableAllSound, &Game.AutoBetSounds, &Game.HyperDriveOn}) {
-    Game.HyperDriveOn = false;
-    *silence = true;
-    Do("Play sound: \"horn.wav\"");
-    *silence = false;
-  }
+  Game.HyperDriveOn = false;
   Do("Play sound: \" horn.wav \"\n Play sound: \"/a/b.wav\"\n Play sound: \"\"");
+  Game.AutoBetSounds = true;
+  Do("Play sound: \"horn.wav\"");
   EXPECT_THAT(SoundsPlayed, ElementsAre(Game.AppPath + "horn.wav", "/a/b.wav"));
-  EXPECT_EQ(Game.AutoBetStartTime, 0U - 3500U);
 }
 
 TEST_F(ActionsTest, GeneratorsAreChosenAndSeeded) {
@@ -494,12 +473,7 @@ TEST_F(ActionsTest, AProbabilityFileIsUsedWhenItCanBeRead) {
   EXPECT_FALSE(Game.UseSkewedProbability);
   EXPECT_EQ(Game.ProbMatrix, matrix);
   EXPECT_EQ(TakeShown().size(), 1U);
-  // All 36 cells but one are empty.
-  std::string file = "Kelvanor Probability File, Data Format 4.6";
-  file.resize(92, ' ');
-  file.resize(1152, '\0');
-  file[256 + 4 * (112 + 2 * 14 + 1)] = 1;
-  folder_.Write("one.prb", file);
+  SaveProbabilityFile(folder_ / "one.prb");
   Do("Activate Probability File: \" one.prb \"");
   EXPECT_TRUE(Game.UseSkewedProbability);
   Do("Deactivate Probability File");

@@ -43,10 +43,6 @@ class Checker : public TableTest {
     ClearScript();
     TheHost.ShowScriptLine = [this](int line) { ShownLine = line; };
   }
-  void TearDown() override {
-    static_cast<ScriptState&>(Game) = ScriptState();
-    TableTest::TearDown();
-  }
 
   /// Checks the script in force.
   void Expect(const Fault& fault, int line = 0) {

@@ -8,7 +8,6 @@
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "autobet/script_reader.h"
-#include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "support/table_fixture.h"
 

@@ -1,7 +1,6 @@
 // The editor without its screen: building lines by choosing, edits that come back, looking at the
 // script, the profile, breakpoints.
 #include <algorithm>
-#include <random>
 
 #include "autobet/compose.h"
 #include "autobet/editor.h"
@@ -15,6 +14,7 @@
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
 #include "core/help_topics.h"
+#include "support/random_rules.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
@@ -116,25 +116,6 @@ TEST_F(Editor, LogsEveryActionByChoosing) {
   }
 }
 
-TEST_F(Editor, ABoxIsSeenWhenItsLineNeedsIt) {
-  const std::tuple<int, int, const char*> cases[] = {
-      {EachRoll, 0, ""},        {PointEstablished, AnyNumber, "w"},
-      {OneFlag, 0, "ft"},       {AverageBankroll, EqualTo, "nwa"},
-      {AllFlags, 0, "t"},       {ChipStackSubject, IsNamed, "nwN"},
-      {PassLine, HasWon, "wa"}, {PassLine, LessThanSubject, "wc"}};
-  for (const auto& [subject, op, boxes] : cases) {
-    ConditionChoice choice;
-    ChooseSubject(choice, subject);
-    ChooseOperator(choice, op);
-    const ConditionBoxes seen = BoxesOf(choice);
-    EXPECT_EQ(std::string(seen.StackNum ? "n" : "") + (seen.What ? "w" : "") +
-                  (seen.Flag ? "f" : "") + (seen.Name ? "N" : "") +
-                  (seen.Truth.empty() ? "" : "t") + (seen.Amount ? "a" : "") +
-                  (seen.Compare ? "c" : ""),
-              boxes);
-  }
-}
-
 TEST_F(Editor, RefusesWhatNoLineCanHold) {
   ConditionChoice flag;
   ChooseSubject(flag, OneFlag);
@@ -188,8 +169,8 @@ TEST_F(Editor, RefusesWhatNoLineCanHold) {
 /// and done again.
 TEST_F(Editor, EveryEditComesBack) {
   LoadScript("When . . .\nOn each roll\nthen . . .\nReturn\n");
-  std::mt19937 chance(11);
-  const auto below = [&chance](int limit) { return static_cast<int>(chance() % unsigned(limit)); };
+  Chance chance(11);
+  const auto below = [&chance](int limit) { return chance.Below(limit); };
   std::vector<ScriptEdit> done;
   std::vector<std::string> states = {Script()};
   std::vector<std::size_t> flags = {0};

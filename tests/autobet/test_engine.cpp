@@ -5,7 +5,6 @@
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "autobet/script_reader.h"
-#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {

@@ -22,7 +22,6 @@
 #include "bets/consistency.h"
 #include "bets/new_game.h"
 #include "core/text.h"
-#include "play/roll_cycle.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
@@ -137,11 +136,6 @@ class ScriptFixtures : public TableTest, public ::testing::WithParamInterface<st
     StopRunsThatNeverEnd();
   }
 
-  void TearDown() override {
-    Game.DataPath = dataPath_;
-    TableTest::TearDown();
-  }
-
   /// Throws the dice of the fixture by hand; the money table as it came out.
   Texts PlayByHand() {
     const Texts table = ReadLines(fixture_, "money.txt");
@@ -251,7 +245,6 @@ class ScriptFixtures : public TableTest, public ::testing::WithParamInterface<st
   }
 
   ScratchFolder scratch_{"fixtures"};
-  std::string dataPath_ = Game.DataPath;
   std::string fixture_;
   std::vector<std::pair<int, int>> throws_;
   int interruptAfter_ = 0;

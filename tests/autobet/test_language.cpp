@@ -7,7 +7,6 @@
 #include "autobet/compose.h"
 #include "autobet/language.h"
 #include "autobet/read_line.h"
-#include "autobet/script_reader.h"
 #include "support/table_fixture.h"
 
 void PrintTo(const ScriptLine& line, std::ostream* out) {

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <climits>
 #include <cmath>
 
 #include "autobet/hot_key_table.h"
@@ -12,7 +11,6 @@
 #include "autobet/script_reader.h"
 #include "autobet/script_records.h"
 #include "core/file_failure.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -56,28 +54,21 @@ std::vector<std::string> FlagNames() {
   return names;
 }
 
-class ScriptFile : public TableTest {
+class ScriptFile : public FolderTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
+    FolderTest::SetUp();
     ClearScript();
-    Game.AppPath = Game.DataPath = Folder / "";
-  }
-  void TearDown() override {
-    static_cast<ScriptState&>(Game) = ScriptState();
-    Game.AppPath.clear();
-    Game.DataPath.clear();
-    TableTest::TearDown();
   }
 
   std::string Write(const char* name, const std::vector<Record>& records) const {
-    return Folder.Write(name, Joined(records));
+    return folder_.Write(name, Joined(records));
   }
 
   /// Makes a script the one in force, with its file.
   void Save(const char* name, const std::string& script) {
     LoadScript(script);
-    SaveScript(Folder / name);
+    SaveScript(folder_ / name);
   }
 
   /// What a refusal leaves alone.
@@ -94,8 +85,6 @@ class ScriptFile : public TableTest {
     EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{BareName(path) + text, kOpenTitle, 640, OkStop}));
     EXPECT_EQ(Standing(), before);
   }
-
-  ScratchFolder Folder{"scripts"};
 };
 
 ScriptLine ExtremeLine(bool high) {
@@ -111,7 +100,7 @@ ScriptLine ExtremeLine(bool high) {
 }
 
 TEST_F(ScriptFile, EveryFieldSurvives) {
-  const std::string path = Folder / "Extreme W\u00FCrfel.bet";
+  const std::string path = folder_ / "Extreme W\u00FCrfel.bet";
   const std::vector<ScriptLine> lines = {ExtremeLine(true), ExtremeLine(false), ScriptLine(),
                                          ReadLine("'a remark")};
   for (const ScriptLine& line : lines) InsertLine(Game.ScrCount + 1, line);
@@ -161,8 +150,8 @@ TEST_F(ScriptFile, FieldsStandAtTheirOffsetsInBothFormats) {
   Record header = Header50(1);
   header.PutText(134, 80, "");
   header.PutText(238, 18, "");
-  SaveScript(Folder / "new.bet");
-  EXPECT_EQ(Folder.Read("new.bet"), Joined({header, FullRecord(false)}));
+  SaveScript(folder_ / "new.bet");
+  EXPECT_EQ(folder_.Read("new.bet"), Joined({header, FullRecord(false)}));
 
   for (const float bad : {std::nanf(""), 1e20F, -1.0F, 1'000'001.0F}) {
     oldHeader.PutSingle(214, bad);
@@ -190,13 +179,13 @@ TEST_F(ScriptFile, EveryRefusalHasItsText) {
       {"Kelvanor AutoBets, Data Format 5.0", 1'000'001, kCorrupted}};
   for (const auto& [header, count, text] : headers)
     ExpectRefused(Write("a.bet", {Header(header, count)}), text);
-  ExpectRefused(Folder.Write("empty.bet", ""), kCorrupted);
-  ExpectRefused(Folder / "none.bet", kCorrupted);
+  ExpectRefused(folder_.Write("empty.bet", ""), kCorrupted);
+  ExpectRefused(folder_ / "none.bet", kCorrupted);
   ExpectRefused("", kCorrupted);
-  std::filesystem::create_directory(Folder / "sub");
-  ExpectRefused(Folder / "sub",
+  std::filesystem::create_directory(folder_ / "sub");
+  ExpectRefused(folder_ / "sub",
                 "\ncan't be read: it's a folder.\n\nFolder:  " +
-                    PathOf(Folder / "sub").parent_path().string(),
+                    PathOf(folder_ / "sub").parent_path().string(),
                 -1);
   EXPECT_THAT(Game.LastErrorText, EndsWith("occurred, at: Open Auto-Bet File\n"));
   for (const float bad : {std::nanf(""), 2147483648.0F, -3e9F}) {
@@ -220,7 +209,7 @@ TEST_F(ScriptFile, NamesAreRegisteredOnce) {
       Any flag is True
       Go to "no")");
   Game.Flags[0].FlagValue = kTrue;
-  OpenScript(Folder / "a.bet");
+  OpenScript(folder_ / "a.bet");
   EXPECT_THAT(Game.ScriptLabels, ElementsAre(" Loop", "\u00C4nd \u0160"));
   EXPECT_THAT(FlagNames(), ElementsAre("Hot", "Cold"));
   EXPECT_EQ(Game.Flags[0].FlagValue, kFalse);
@@ -228,9 +217,9 @@ TEST_F(ScriptFile, NamesAreRegisteredOnce) {
   EXPECT_EQ(FindFlag("hot"), -1) << "a look-up minds case";
 
   // A subject that only rounds to that of flags names none.
-  std::string bytes = Folder.Read("a.bet");
+  std::string bytes = folder_.Read("a.bet");
   bytes[5 * 256 + 222] = 1;
-  OpenScript(Folder.Write("b.bet", bytes));
+  OpenScript(folder_.Write("b.bet", bytes));
   EXPECT_EQ(Line(5).OfSubject, OneFlag);
   EXPECT_THAT(FlagNames(), ElementsAre("HOT", "Cold"));
 }
@@ -242,7 +231,7 @@ TEST_F(ScriptFile, PasteAndCopySelected) {
     for (ScriptLine& line : Game.Script) line.LineSelected = (line.LineMark = 1) != 0;
     Game.ScriptCopyMode = true;
     Game.ScriptInsertLine = before;
-    OpenScript(Folder / name);
+    OpenScript(folder_ / name);
     EXPECT_EQ(Game.ScriptInsertLine, before);
   };
   const auto selected = [] {
@@ -261,18 +250,18 @@ TEST_F(ScriptFile, PasteAndCopySelected) {
   EXPECT_TRUE(Game.ScriptChanged);
 
   Line(3).LineSelected = false;
-  SaveScript(Folder / "selected.bet");
-  EXPECT_EQ(Game.AutoBetFile, Folder / "mine.bet");
+  SaveScript(folder_ / "selected.bet");
+  EXPECT_EQ(Game.AutoBetFile, folder_ / "mine.bet");
   Game.ScriptCopyMode = false;
-  OpenScript(Folder / "selected.bet");
+  OpenScript(folder_ / "selected.bet");
   EXPECT_THAT(LineTexts(), ElementsAre("When . . .", "Label \"Loop\""));
   EXPECT_THAT(selected(), ElementsAre());
 
   // The lines that a Hot-Key's shorter script left in the table stay behind what is pasted.
   Save("one.bet", "Return");
-  OpenScript(Folder / "selected.bet");
+  OpenScript(folder_ / "selected.bet");
   Game.HotKeyRunning = true;
-  OpenScript(Folder / "one.bet");
+  OpenScript(folder_ / "one.bet");
   Game.HotKeyRunning = false;
   EXPECT_EQ(Game.ScrCount, 1);
   paste("one.bet", 9);
@@ -325,15 +314,15 @@ TEST_F(ForeignScript, EveryCodeIsMovedOrDropped) {
     }
   }
   const std::string path = Foreign(static_cast<double>(lines.size()), lines);
-  const std::string before = Folder.Read("old.bet");
+  const std::string before = folder_.Read("old.bet");
   EXPECT_TRUE(LastWord(path, {kYes}).Text.starts_with("old.bet\nwas created using Brindlemox"));
   std::vector<std::pair<int, int>> codes;
   for (const ScriptLine& line : Game.Script) codes.emplace_back(line.OfSubject, line.ToSubject);
   EXPECT_EQ(codes, expected);
-  EXPECT_EQ(Game.AutoBetFile, Folder / "old[kv].bet");
+  EXPECT_EQ(Game.AutoBetFile, folder_ / "old[kv].bet");
   EXPECT_EQ(Game.LastFileResult, static_cast<int>((expected.size() + 1) * kRecordSize));
-  EXPECT_EQ(Folder.Read("old.bet"), before);
-  OpenScript(Folder / "old[kv].bet");
+  EXPECT_EQ(folder_.Read("old.bet"), before);
+  OpenScript(folder_ / "old[kv].bet");
   EXPECT_EQ(Game.ScrCount, std::ssize(expected));
 }
 
@@ -342,9 +331,9 @@ TEST_F(ForeignScript, QuestionsAndRefusals) {
   const auto before = Standing();
   LastWord(path, {kNo});
   EXPECT_EQ(Game.LastFileResult, 0);
-  EXPECT_EQ(Folder.Count(), 1U);
+  EXPECT_EQ(folder_.Count(), 1U);
 
-  Folder.Write("old[kv].bet", "x");
+  folder_.Write("old[kv].bet", "x");
   EXPECT_EQ(LastWord(path, {kYes, kNo}),
             (ShownMessage{"old[kv].bet\nis already on file.\n\nDo you want to overwrite it?",
                           kConvertTitle, 640, YesNo}));
@@ -353,13 +342,13 @@ TEST_F(ForeignScript, QuestionsAndRefusals) {
     EXPECT_EQ(LastWord(Foreign(count), {kYes, kYes}).Text, std::string("old.bet") + kCorrupted);
     EXPECT_EQ(Game.LastFileResult, 0);
   }
-  EXPECT_EQ(Folder.Read("old[kv].bet"), "x");
+  EXPECT_EQ(folder_.Read("old[kv].bet"), "x");
   EXPECT_EQ(Standing(), before);
 
   LastWord(Foreign(1), {kYes, kYes});
   EXPECT_EQ(Game.ScrCount, 1);
-  std::filesystem::remove(Folder / "old[kv].bet");
-  std::filesystem::create_directory(Folder / "old[kv].bet");
+  std::filesystem::remove(folder_ / "old[kv].bet");
+  std::filesystem::create_directory(folder_ / "old[kv].bet");
   const ShownMessage word = LastWord(path, {kYes});
   EXPECT_EQ(word, (ShownMessage{FileFailureText(path, "converted"), kConvertTitle, 640, OkStop}));
   EXPECT_EQ(Game.LastFileResult, -1);
@@ -374,7 +363,7 @@ TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
   Game.HotKeys = rows;
   SaveHotKeys();
   EXPECT_EQ(Game.LastFileResult, 3 * 256);
-  const std::string bytes = Folder.Read("HotKeys.dta");
+  const std::string bytes = folder_.Read("HotKeys.dta");
   EXPECT_EQ(bytes.substr(0, 24), "  Kelvanor Hot-Key File ");
   EXPECT_EQ(bytes.substr(101, 3), " 2 ");
   EXPECT_EQ(bytes.substr(256, 4), "P ff");
@@ -385,27 +374,27 @@ TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
 
   // Cut anywhere, the rest is there, and what couldn't be read is kept when the table is saved.
   for (std::size_t cut = 1; cut <= bytes.size(); ++cut) {
-    Folder.Write("HotKeys.dta", bytes.substr(0, cut));
-    std::filesystem::remove(Folder / "HotKeys.bad");
+    folder_.Write("HotKeys.dta", bytes.substr(0, cut));
+    std::filesystem::remove(folder_ / "HotKeys.bad");
     LoadHotKeys();
     const std::size_t whole = cut / 256;
     ASSERT_EQ(Game.HotKeys.size(), whole == 0 ? 0 : whole - 1) << cut;
     ASSERT_EQ(Game.HotKeysDamaged, cut < bytes.size()) << cut;
     SaveHotKeys();
-    ASSERT_EQ(Folder.Read("HotKeys.bad"), cut < bytes.size() ? bytes.substr(0, cut) : "") << cut;
+    ASSERT_EQ(folder_.Read("HotKeys.bad"), cut < bytes.size() ? bytes.substr(0, cut) : "") << cut;
     LoadHotKeys();
     ASSERT_FALSE(Game.HotKeysDamaged) << cut;
   }
 
   // The program's own table is read until the player has one, and saving that fails is told.
-  EXPECT_EQ(HotKeyFileName(Folder / "a/b.bet"), "a/b.bet");
-  Game.DataPath = Folder / "gone/";
+  EXPECT_EQ(HotKeyFileName(folder_ / "a/b.bet"), "a/b.bet");
+  Game.DataPath = folder_ / "gone/";
   LoadHotKeys();
   EXPECT_EQ(Game.HotKeys, rows);
   SaveHotKeys();
   EXPECT_EQ(Game.LastFileResult, -1);
   EXPECT_EQ(TakeOnlyMessage().Title, "Hot-Key");
-  EXPECT_EQ(Folder.Read("HotKeys.dta"), bytes);
+  EXPECT_EQ(folder_.Read("HotKeys.dta"), bytes);
 }
 
 TEST_F(HotKeyFile, WhatIsNoHotKeyIsRefused) {
@@ -431,7 +420,7 @@ TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
   EXPECT_EQ(Game.Flags.back().FlagValue, kTrue);
   EXPECT_EQ(Game.ScrCount, 3);
   EXPECT_EQ(Line(1).LineKind, WhenLine);
-  EXPECT_EQ(Game.AutoBetFile, Folder / "mine.bet");
+  EXPECT_EQ(Game.AutoBetFile, folder_ / "mine.bet");
   EXPECT_FALSE(Game.ScriptChanged || Game.HotKeyRunning);
   EXPECT_TRUE(TakeShown().empty());
 
@@ -440,8 +429,8 @@ TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
   const auto before = Standing();
   EXPECT_TRUE(RunHotKey('N'));
   EXPECT_EQ(TakeOnlyMessage().Text,
-            "The Auto-Bet file of this Hot-Key isn't there:\n\n" + Folder / "none.bet");
-  Folder.Write("none.bet", "rubbish");
+            "The Auto-Bet file of this Hot-Key isn't there:\n\n" + folder_ / "none.bet");
+  folder_.Write("none.bet", "rubbish");
   EXPECT_TRUE(RunHotKey('N'));
   EXPECT_EQ(TakeOnlyMessage().Text, std::string("none.bet") + kCorrupted);
   EXPECT_EQ(Standing(), before);

@@ -10,7 +10,6 @@
 #include "autobet/script.h"
 #include "autobet/script_reader.h"
 #include "bets/consistency.h"
-#include "dice/generators.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "stats/events_log.h"
@@ -154,11 +153,6 @@ class ScriptLaws : public TableTest {
   void SetUp() override {
     TableTest::SetUp();
     BeginGame(1);
-  }
-  void TearDown() override {
-    Game.DataPath.clear();
-    Game.AppPath.clear();
-    TableTest::TearDown();
   }
 
   void BeginGame(unsigned seed) const {

@@ -6,7 +6,6 @@
 #include "autobet/output_file.h"
 #include "autoplay/auto_play.h"
 #include "bets/make_bet.h"
-#include "dice/generators.h"
 #include "play/roll_cycle.h"
 #include "stats/bankroll_graph.h"
 #include "support/scratch_folder.h"
@@ -164,14 +163,6 @@ TEST_F(HyperDrive, ChangesInItsTurnsCountAsBetweenTwoRolls) {
   EXPECT_EQ(Game.BetLosses, slow.BetLosses);
   EXPECT_EQ(Game.RollGapTally, slow.RollGapTally);
   EXPECT_EQ(Game.ShooterSincePrev, slow.ShooterSincePrev);
-}
-
-TEST_F(HyperDrive, ARunThatCannotBeginLeavesNothingRolling) {
-  Game.AutoRollDice = Game.KeepRolling = true;
-  Game.Bets[BankrollIndex] = kBeyondTheLimit;
-  RollDice();
-  EXPECT_FALSE(Game.KeepRolling);
-  EXPECT_EQ(Game.RollCount[0], 0);
 }
 
 TEST_F(HyperDrive, KnowsWhereARunEndsAndWhetherAnyoneCanBet) {

@@ -12,7 +12,6 @@
 #include "autobet/engine.h"
 #include "autobet/script_file.h"
 #include "autobet/script_reader.h"
-#include "autoplay/hyper_drive.h"
 #include "batch/batch.h"
 #include "batch/details.h"
 #include "batch/run_file.h"
@@ -25,8 +24,6 @@
 #include "persistence/game_file.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
-#include "support/random_rules.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -96,11 +93,10 @@ std::vector<std::string> With(std::vector<std::string> words,
   return words;
 }
 
-class Batch : public TableTest {
+class Batch : public FolderTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Game.DataPath = folder_ / "";
+    FolderTest::SetUp();
     WriteScriptFile("busy.bet", kBusyScript);
     WriteGameFile("skewed.crp");
     StartAfresh();
@@ -163,8 +159,6 @@ class Batch : public TableTest {
   std::string BytesOf(const std::string& name) const {
     return folder_.Read(name + ".glg") + folder_.Read(name + ".csv");
   }
-
-  ScratchFolder folder_{"batch"};
 };
 
 TEST(BatchDice, StatesArePlacesOfOneSequenceAndAllDifferent) {

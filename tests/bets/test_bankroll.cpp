@@ -1,7 +1,6 @@
 // The ATM and the bank limit.
 #include "bets/bankroll.h"
 
-#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {

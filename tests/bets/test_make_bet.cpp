@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include "bets/change_bet.h"
 #include "bets/chips.h"
 #include "core/messages.h"
 #include "core/text.h"

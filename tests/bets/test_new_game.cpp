@@ -1,7 +1,5 @@
 // A new game: what is cleared, what is kept, and the bankroll it begins with.
 #include "bets/new_game.h"
-#include "core/text.h"
-#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {

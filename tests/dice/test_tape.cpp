@@ -1,6 +1,5 @@
 #include "dice/tape.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <climits>
@@ -10,30 +9,26 @@
 #include "bets/make_bet.h"
 #include "core/host.h"
 #include "core/scratch_file.h"
-#include "dice/generators.h"
 #include "dice/tape_file.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "support/file_size_limit.h"
 #include "support/frail_disk.h"
+#include "support/random_rules.h"
 #include "support/same_game.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class DiceTape : public TableTest {
+class DiceTape : public FolderTest {
  protected:
   static std::string Throw(int die1, int die2) { return {static_cast<char>(DiceByte(die1, die2))}; }
 
-  void Use(const std::string& bytes) {
-    Game.DataPath = Folder / "";
-    OpenDiceRollFile(Folder.Write("tape.rol", bytes));
-  }
+  void Use(const std::string& bytes) { OpenDiceRollFile(folder_.Write("tape.rol", bytes)); }
 
-  std::string Tape() const { return Folder.Read("tape.rol"); }
+  std::string Tape() const { return folder_.Read("tape.rol"); }
 
   /// Rolls `count` times, or until the recorder stops; under Hyper-Drive in one run.
   static void RollOn(int count, bool hyperDrive) {
@@ -45,8 +40,6 @@ class DiceTape : public TableTest {
       RollDice();
     Game.HyperDriveOn = false;
   }
-
-  ScratchFolder Folder{"tape"};
 };
 
 // --- Recording and playing ---
@@ -80,7 +73,7 @@ TEST_F(DiceTape, ARecordedGamePlaysBackTheSame) {
         Game.Notify = 0;
         Game.NegBankroll = true;
         if (status == Recording) Use("");
-        OpenDiceRollFile(Folder / "tape.rol");
+        OpenDiceRollFile(folder_ / "tape.rol");
         Game.RecorderStatus = status;
         const bool fast = status == Recording ? recordFast : playFast;
         games.push_back(PlayGame([fast](int count) { RollOn(count, fast); }));
@@ -114,7 +107,7 @@ TEST_F(DiceTape, EveryTurnFindsTheTapeAsItStands) {
 
   // An editor at work during playback.
   Use(std::string(70'000, Throw(1, 2)[0]));
-  TheHost.Yield = [&] { Folder.Write("tape.rol", std::string(70'000, Throw(6, 5)[0])); };
+  TheHost.Yield = [&] { folder_.Write("tape.rol", std::string(70'000, Throw(6, 5)[0])); };
   Game.RecorderStatus = Playback;
   RollOn(25'000, true);
   EXPECT_EQ(Game.RollTotal, 3);
@@ -138,14 +131,14 @@ TEST_F(DiceTape, ATapeThatCannotBeWrittenStopsTheRecorder) {
     EXPECT_EQ(Game.DiceFileLast, Game.DiceFilePos - 1);
     EXPECT_LE(static_cast<std::size_t>(Game.DiceFileLast), Tape().size());
 
-    fs::permissions(Folder / "tape.rol", fs::perms::owner_read);
+    fs::permissions(folder_ / "tape.rol", fs::perms::owner_read);
     for (const char* name : {"tape.rol", "gone/x.rol", ""}) {
-      Game.DiceRollFile = Folder / name;
+      Game.DiceRollFile = folder_ / name;
       Game.RecorderStatus = Recording;
       RollOn(3, fast);
       EXPECT_EQ(Game.RecorderStatus, RecorderOff) << name;
     }
-    fs::permissions(Folder / "tape.rol", fs::perms::owner_all);
+    fs::permissions(folder_ / "tape.rol", fs::perms::owner_all);
   }
 }
 
@@ -161,10 +154,8 @@ TEST_F(DiceTape, AMissingTapeSaysSo) {
 }
 
 TEST_F(DiceTape, AnyTapeAndPositionPlaysItsThrowsAndNoMore) {
-  std::mt19937 random(7);
-  const auto below = [&random](int limit) {
-    return static_cast<int>(random() % static_cast<unsigned>(limit));
-  };
+  Chance chance(7);
+  const auto below = [&chance](int limit) { return chance.Below(limit); };
   const auto isThrow = [](char byte) {
     const int value = static_cast<unsigned char>(byte);
     const auto isFace = [](int face) { return face != 0 && face != 7; };
@@ -253,11 +244,11 @@ TEST_F(DiceTape, RangesMoveAsInMemory) {
     const std::int64_t kind = model.Length() > 90'000 ? 3 : upTo(4);
     const std::string range = model.Range(from, count);
     if (kind == 0) {
-      fs::remove(Folder / "part.rol");
-      CopyRollsToFile(Folder / "part.rol", from, count);
-      EXPECT_EQ(Folder.Read("part.rol"), range);
+      fs::remove(folder_ / "part.rol");
+      CopyRollsToFile(folder_ / "part.rol", from, count);
+      EXPECT_EQ(folder_.Read("part.rol"), range);
       if (!range.empty()) {
-        PasteRollsFromFile(Folder / "part.rol", to);
+        PasteRollsFromFile(folder_ / "part.rol", to);
         model.Insert(to, range);
       }
     } else if (kind == 1 && model.Length() < 50'000) {
@@ -285,7 +276,7 @@ TEST_F(DiceTape, PositionsFollowTheirThrows) {
     std::function<void()> Work;
     int Pos, Last, End;
   };
-  const std::string part = Folder.Write("part.rol", "123");
+  const std::string part = folder_.Write("part.rol", "123");
   const Case cases[] = {
       {[&] { PasteRollsFromFile(part, 6); }, 9, 5, 11},  // at the position: behind what came in
       {[&] { PasteRollsFromFile(part, 5); }, 9, 8, 11},
@@ -317,13 +308,13 @@ TEST_F(DiceTape, PositionsFollowTheirThrows) {
 
 TEST_F(DiceTape, LongWorkCanBeEndedAtAnyMomentAndLeavesTheTapeWhole) {
   const std::string tape(100'000, Throw(3, 4)[0]);
-  const std::string part = Folder.Write("part.rol", std::string(90'000, Throw(1, 1)[0]));
-  const std::string text = Folder.Write("text.txt", std::string(100'000, '5'));
+  const std::string part = folder_.Write("part.rol", std::string(90'000, Throw(1, 1)[0]));
+  const std::string text = folder_.Write("text.txt", std::string(100'000, '5'));
   const std::function<void()> works[] = {
       [&] { PasteRollsFromFile(part, 5); }, [&] { PasteRollsFromText(text, 90'000); },
-      [&] { CopyRollsToFile(Folder / "new.rol", 1, 100'000); },
+      [&] { CopyRollsToFile(folder_ / "new.rol", 1, 100'000); },
       [&] {
-        CopyRollsToText(Folder / "new.txt", 1, 100'000, {true, true, true}, 1);
+        CopyRollsToText(folder_ / "new.txt", 1, 100'000, {true, true, true}, 1);
       }};
   std::uint32_t now = 0;
   TheHost.Milliseconds = [&now] { return now += 200; };
@@ -345,30 +336,30 @@ TEST_F(DiceTape, LongWorkCanBeEndedAtAnyMomentAndLeavesTheTapeWhole) {
       EXPECT_EQ(Game.LastFileResult, 0);
       EXPECT_NE(Game.MsgText, "");
       ASSERT_TRUE(Tape() == tape);
-      EXPECT_EQ(Folder.Count(), 3U) << "no scratch file stays";
+      EXPECT_EQ(folder_.Count(), 3U) << "no scratch file stays";
       EXPECT_EQ(Game.DiceFilePos, 1);
     }
     EXPECT_GE(ended, 1);
     EXPECT_LT(ended, 5);
-    for (const char* name : {"new.rol", "new.txt"}) fs::remove(Folder / name);
+    for (const char* name : {"new.rol", "new.txt"}) fs::remove(folder_ / name);
   }
 }
 
 TEST_F(DiceTape, TextComesAndGoes) {
   Use(Throw(6, 6));
-  PasteRollsFromText(Folder.Write("a.txt", "1,2 (3-4) 7890 x5\r\n6 1"), 1);
+  PasteRollsFromText(folder_.Write("a.txt", "1,2 (3-4) 7890 x5\r\n6 1"), 1);
   EXPECT_EQ(Game.LastFileResult, 3);
   EXPECT_EQ(Tape(), Throw(1, 2) + Throw(3, 4) + Throw(5, 6) + Throw(6, 6));
   EXPECT_EQ(Game.DiceFilePos, 4);
-  PasteRollsFromText(Folder.Write("a.txt", "7 8 9 1"), 1);
+  PasteRollsFromText(folder_.Write("a.txt", "7 8 9 1"), 1);
   EXPECT_EQ(Game.LastFileResult, 0);
-  Folder.Write("cnvrtasc.xx~", "12");
-  PasteRollsFromText(Folder / "cnvrtasc.xx~", 1);
-  EXPECT_EQ(Folder.Read("cnvrtasc.xx~"), "12");
+  folder_.Write("cnvrtasc.xx~", "12");
+  PasteRollsFromText(folder_ / "cnvrtasc.xx~", 1);
+  EXPECT_EQ(folder_.Read("cnvrtasc.xx~"), "12");
   // Each two digits, wherever a block ends.
-  PasteRollsFromText(Folder.Write("a.txt", "x" + std::string(60'000, '3')), 99);
+  PasteRollsFromText(folder_.Write("a.txt", "x" + std::string(60'000, '3')), 99);
   EXPECT_EQ(Tape().size(), 30'004U);
-  EXPECT_EQ(Folder.Count(), 2U);
+  EXPECT_EQ(folder_.Count(), 2U);
 
   const std::pair<RollTextOptions, std::string> cases[] = {
       {{true, true, true}, "8 (3-4)- 7\r\n9 (5-6)- 11\r\n"},
@@ -378,16 +369,16 @@ TEST_F(DiceTape, TextComesAndGoes) {
       {{false, false, true}, "7\r\n11\r\n"},
   };
   for (const auto& [options, lines] : cases) {
-    CopyRollsToText(Folder / "b.txt", 2, 2, options, 8);
-    EXPECT_EQ(Folder.Read("b.txt"), lines);
+    CopyRollsToText(folder_ / "b.txt", 2, 2, options, 8);
+    EXPECT_EQ(folder_.Read("b.txt"), lines);
     EXPECT_EQ(Game.LastFileResult, 2);
   }
-  CopyRollsToText(Folder / "b.txt", 2, 2, {true, false, false}, 1);
+  CopyRollsToText(folder_ / "b.txt", 2, 2, {true, false, false}, 1);
   EXPECT_EQ(Game.LastFileResult, 0);
   const std::string foreign = "W\u00FCrfel \u65E5\u672C.rol";
-  OpenDiceRollFile(Folder / foreign);
+  OpenDiceRollFile(folder_ / foreign);
   EXPECT_GT(Game.LastFileResult, 0);
-  PasteRollsFromFile(Folder / "tape.rol", 1);
+  PasteRollsFromFile(folder_ / "tape.rol", 1);
   EXPECT_EQ(DiceRollCount(), 30'004);
 }
 
@@ -396,7 +387,7 @@ TEST_F(DiceTape, AKilledMoveOfManyWindowsIsFinishedOrTakenBack) {
   std::mt19937 random(3);
   std::string tape(9 << 19, ' ');
   for (char& byte : tape) byte = static_cast<char>(random());
-  const std::string part = Folder.Write("part.rol", std::string(1'234, '\x48'));
+  const std::string part = folder_.Write("part.rol", std::string(1'234, '\x48'));
   const std::pair<std::function<void()>, std::string> moves[] = {
       {[&] { PasteRollsFromFile(part, 6); }, std::string(tape).insert(5, 1'234, '\x48')},
       {[] { DeleteRollRange(100, 700); }, std::string(tape).erase(99, 700)}};
@@ -404,14 +395,14 @@ TEST_F(DiceTape, AKilledMoveOfManyWindowsIsFinishedOrTakenBack) {
     for (int number = 1; number < 90; number += 17) {
       Use(tape);
       {
-        FrailDisk disk(Folder / "");
+        FrailDisk disk(folder_ / "");
         disk.FailCall(number, number % 2 == 1 ? DiskFault::Kill : DiskFault::HalfKill);
         move();
       }
       DiceRollCount();
       ASSERT_TRUE(Tape() == tape || Tape() == made) << number;
-      SweepScratchFiles(Folder / "", false);
-      ASSERT_EQ(Folder.Count(), 2U) << number;
+      SweepScratchFiles(folder_ / "", false);
+      ASSERT_EQ(folder_.Count(), 2U) << number;
     }
   }
 }
@@ -423,8 +414,8 @@ TEST_F(DiceTape, ABillionThrowsNeedLittleMemory) {
   rusage before{};
   getrusage(RUSAGE_SELF, &before);
   PutRolls(kLength - 9'000'000, Throw(6, 6), false);
-  CopyRollsToFile(Folder / "front.rol", kLength - 9'000'001, 3);
-  EXPECT_EQ(Folder.Read("front.rol"), '\0' + Throw(6, 6) + '\0');
+  CopyRollsToFile(folder_ / "front.rol", kLength - 9'000'001, 3);
+  EXPECT_EQ(folder_.Read("front.rol"), '\0' + Throw(6, 6) + '\0');
   DeleteRollRange(kLength - 1'000, 2);
   EXPECT_EQ(DiceRollCount(), kLength - 1);
   MakeRoomForRolls(5, INT64_MAX);

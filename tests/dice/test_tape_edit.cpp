@@ -1,25 +1,17 @@
 #include "dice/tape_edit.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "dice/tape.h"
 #include "dice/tape_file.h"
 #include "figures/tape_counts.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-class TapeEdit : public TableTest {
+class TapeEdit : public FolderTest {
  protected:
-  void Use(const std::string& bytes) {
-    Game.DataPath = Folder / "";
-    OpenDiceRollFile(Folder.Write("tape.rol", bytes));
-  }
-
-  ScratchFolder Folder{"tapeedit"};
+  void Use(const std::string& bytes) { OpenDiceRollFile(folder_.Write("tape.rol", bytes)); }
 };
 
 /// A thousand edits of all kinds, against a string.
@@ -56,7 +48,7 @@ TEST_F(TapeEdit, EditsAsAStringIsEdited) {
       case 2:
         CopySelectedRolls();
         if (count > 0) copied = tape.substr(from, count);
-        ASSERT_EQ(Folder.Read("tape.rol"), tape);
+        ASSERT_EQ(folder_.Read("tape.rol"), tape);
         continue;
       case 3:
       case 4: {
@@ -75,7 +67,7 @@ TEST_F(TapeEdit, EditsAsAStringIsEdited) {
         position = at + copied.size();
     }
     ASSERT_GT(Game.LastFileResult, 0) << Game.LastErrorText;
-    ASSERT_EQ(Folder.Read("tape.rol"), tape);
+    ASSERT_EQ(folder_.Read("tape.rol"), tape);
     ASSERT_EQ(Game.DiceFilePos, static_cast<int>(position) + 1);
     ASSERT_EQ(Game.DiceFileEnd, Game.DiceFilePos);
     ASSERT_EQ(ReadRolls(rolls.From, 7), tape.substr(std::min(from, tape.size()), 7));

@@ -3,25 +3,21 @@
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
 #include "bets/new_game.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-class GamesLog : public TableTest {
+class GamesLog : public FolderTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
+    FolderTest::SetUp();
     Game.ReSeed = false;
-    Game.GamesLogFile = folder_ / "a.glg";
   }
 
   std::vector<GameRecord> Games() const {
     const GamesLogReader log(Game.GamesLogFile);
     return log.Read(1, log.Count());
   }
-
-  const ScratchFolder folder_{"games_log"};
 };
 
 TEST_F(GamesLog, ARecordHoldsTheMoneyOfTheGame) {

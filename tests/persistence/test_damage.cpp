@@ -2,7 +2,6 @@
 // that agrees with itself and plays on.
 #include <memory>
 
-#include "autobet/script.h"
 #include "autobet/script_file.h"
 #include "autobet/script_reader.h"
 #include "autobet/script_records.h"
@@ -12,7 +11,6 @@
 #include "persistence/game_file.h"
 #include "persistence/game_file_table.h"
 #include "play/roll_cycle.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -52,14 +50,11 @@ std::string FieldsAsBytes(GameState& game) {
   return {reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize};
 }
 
-class Damage : public TableTest, public ::testing::WithParamInterface<Format> {
+class Damage : public FolderTest, public ::testing::WithParamInterface<Format> {
  protected:
   /// The file of a game with something everywhere.
   void SetUp() override {
-    TableTest::SetUp();
-    Game.DataPath = Game.AppPath = folder_ / "";
-    Game.GamesLogFile = folder_ / "default.glg";
-    Game.EventsLogFile = folder_ / "Events Log.txt";
+    FolderTest::SetUp();
     LoadScript("When . . .\nFlag \"Hot\" is True\nLabel \"Loop\"\nthen . . .\nBet $ 5 on Field\n");
     SaveScript(folder_ / "in force.bet");
     SeedDice(4711);
@@ -73,12 +68,6 @@ class Damage : public TableTest, public ::testing::WithParamInterface<Format> {
     GetParam().Save(folder_ / GetParam().Name);
     bytes_ = folder_.Read(GetParam().Name);
     Shown.clear();
-  }
-  void TearDown() override {
-    ClearScript();
-    Game.DataPath.clear();
-    Game.AppPath.clear();
-    TableTest::TearDown();
   }
 
   /// True when the bytes were read.
@@ -107,7 +96,6 @@ class Damage : public TableTest, public ::testing::WithParamInterface<Format> {
   }
 
   std::string bytes_;
-  const ScratchFolder folder_{"damage"};
 
  private:
   void PlayOn() {

@@ -2,30 +2,20 @@
 #include "persistence/file_commands.h"
 
 #include <filesystem>
-#include <functional>
 #include <map>
 
-#include "autobet/compose.h"
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "core/record_file.h"
 #include "dice/tape_file.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
 using enum FileCommand;
 
-class FileCommands : public TableTest {
+class FileCommands : public FolderTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Game.DataPath = folder / "";
-    Game.EventsLogFile = folder / "Events Log.txt";
-    Game.GamesLogFile = folder / "default.glg";
-  }
-
   static void PutScript(int lines) {
     ClearScript();
     for (int number = 1; number <= lines; ++number) {
@@ -41,10 +31,8 @@ class FileCommands : public TableTest {
   void Press(int button) { Answers = {{button, false, "", ""}}; }
 
   bool Run(FileCommand command, const std::string& name) {
-    return RunFileCommand(command, folder / name);
+    return RunFileCommand(command, folder_ / name);
   }
-
-  const ScratchFolder folder{"file commands ñ"};
 };
 
 TEST_F(FileCommands, NamesAreCompletedByThePattern) {
@@ -88,10 +76,10 @@ TEST_F(FileCommands, NothingIsWrittenOverUnasked) {
       {SaveProbabilityAs, "Save Probability File As"},
   };
   PutScript(3);
-  folder.Write("tape.rol", "\x24\x48\x6c");
-  folder.Write("Events Log.txt", "a line\r\n");
-  folder.Write("default.glg", std::string(256, 'g'));
-  Game.DiceRollFile = folder / "tape.rol";
+  folder_.Write("tape.rol", "\x24\x48\x6c");
+  folder_.Write("Events Log.txt", "a line\r\n");
+  folder_.Write("default.glg", std::string(256, 'g'));
+  Game.DiceRollFile = folder_ / "tape.rol";
   Game.DiceFilePos = 3;
   Game.DiceFileEnd = 2;
   EXPECT_FALSE(Run(CopyDiceRollsToText, "none.x"));
@@ -100,39 +88,39 @@ TEST_F(FileCommands, NothingIsWrittenOverUnasked) {
   for (const auto& [command, title] : titles) {
     const char* question = command == CopyToDiceRolls ? "Do you want to copy over it?"
                                                       : "Do you want to overwrite it?";
-    folder.Write("Ziel ñ.x", "old");
+    folder_.Write("Ziel ñ.x", "old");
     for (const int button : {2, 1}) {
       Press(button);
       EXPECT_EQ(Run(command, "Ziel ñ.x"), button == 1) << title;
       const ShownMessage message = TakeOnlyMessage();
       EXPECT_EQ(message.Text, "Ziel ñ.x\n\nis already on file.\n" + std::string(question));
       EXPECT_EQ(message.Title, title);
-      EXPECT_EQ(folder.Read("Ziel ñ.x") == "old", button == 2) << title;
+      EXPECT_EQ(folder_.Read("Ziel ñ.x") == "old", button == 2) << title;
     }
-    if (command == SaveEventsLogAs) folder.Write("Ziel ñ.x", "a line\r\n");  // the log itself now
-    folder.Write("empty.x", "");
+    if (command == SaveEventsLogAs) folder_.Write("Ziel ñ.x", "a line\r\n");  // the log itself now
+    folder_.Write("empty.x", "");
     EXPECT_TRUE(Run(command, "empty.x")) << title;
     EXPECT_TRUE(TakeShown().empty()) << title;
     if (command == CopyDiceRollsToText) {
-      EXPECT_EQ(folder.Read("empty.x"), "(2-2)\r\n(3-3)\r\n");
+      EXPECT_EQ(folder_.Read("empty.x"), "(2-2)\r\n(3-3)\r\n");
     }
     if (command == CopyToDiceRolls) {
-      EXPECT_EQ(folder.Read("empty.x"), "\x48\x6c");
+      EXPECT_EQ(folder_.Read("empty.x"), "\x48\x6c");
     }
     if (command == CopyScriptToText) {
-      EXPECT_EQ(folder.Read("empty.x"),
+      EXPECT_EQ(folder_.Read("empty.x"),
                 "' Gr\xf6\xdf"
                 "e 2\r\n");
     }
   }
-  EXPECT_EQ(Game.GamesLogFile, folder / "empty.x");
-  EXPECT_EQ(Game.EventsLogFile, folder / "empty.x");
+  EXPECT_EQ(Game.GamesLogFile, folder_ / "empty.x");
+  EXPECT_EQ(Game.EventsLogFile, folder_ / "empty.x");
 }
 
 TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
   PutScript(3);
-  folder.Write("rubbish.x", std::string(700, 'x'));
-  std::filesystem::create_directory(folder / "folder.x");
+  folder_.Write("rubbish.x", std::string(700, 'x'));
+  std::filesystem::create_directory(folder_ / "folder.x");
   const GameState before = Game;
   const auto untouched = [&] {
     return Game.GameFileName == before.GameFileName && Game.AutoBetFile == before.AutoBetFile &&
@@ -141,47 +129,24 @@ TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
            Game.EventsLogFile == before.EventsLogFile && Game.ProbMatrix == before.ProbMatrix &&
            Game.Bets == before.Bets && !Game.ScriptCopyMode;
   };
-  const std::vector<std::pair<FileCommand, const char*>> cases = {
-      {OpenGame, "missing.x"},
-      {PasteDiceRolls, "missing.x"},
-      {OpenScript, "missing.x"},
-      {PasteDiceRollsFromText, "missing.x"},
-      {PasteScript, "missing.x"},
-      {SelectHotKeyScript, "missing.x"},
-      {OpenGamesLog, "missing.x"},
-      {OpenEventsLog, "missing.x"},
-      {OpenProbability, "missing.x"},
-      {OpenGame, "rubbish.x"},
-      {OpenScript, "rubbish.x"},
-      {PasteScript, "rubbish.x"},
-      {OpenGamesLog, "rubbish.x"},
-      {OpenProbability, "rubbish.x"},
-      {SaveGameAs, "gone/x.crp"},
-      {SaveScriptAs, "gone/x.bet"},
-      {CopyToScript, "gone/x.bet"},
-      {CopyScriptToText, "gone/x.txt"},
-      {OpenDiceRolls, "gone/x.rol"},
-      {SaveProbabilityAs, "gone/x.prb"},
-      {OpenGame, "gone/x.crp"},
-      {OpenProbability, "folder.x"},
-      {SaveGameAs, "folder.x"},
-      {SaveScriptAs, "folder.x"},
-      {OpenDiceRolls, "folder.x"},
-      {CopyScriptToText, "folder.x"},
-      {OpenEventsLog, "folder.x"},
-      {OpenGamesLog, "folder.x"},
-      {SaveGamesLogAs, "x.glg"},
-      {SaveEventsLogAs, "x.txt"},
-      {CopyToDiceRolls, "x.rol"},
-      {CopyDiceRollsToText, "x.txt"},
-      {SelectGamesLogToMerge, "missing.x"},
-      {SelectGamesLogToCompare, "missing.x"},
-  };
+  const std::pair<const char*, std::vector<FileCommand>> cases[] = {
+      {"missing.x",
+       {OpenGame, PasteDiceRolls, OpenScript, PasteDiceRollsFromText, PasteScript,
+        SelectHotKeyScript, OpenGamesLog, OpenEventsLog, OpenProbability, SelectGamesLogToMerge,
+        SelectGamesLogToCompare}},
+      {"rubbish.x", {OpenGame, OpenScript, PasteScript, OpenGamesLog, OpenProbability}},
+      {"gone/x.crp",
+       {SaveGameAs, SaveScriptAs, CopyToScript, CopyScriptToText, OpenDiceRolls, SaveProbabilityAs,
+        OpenGame}},
+      {"folder.x",
+       {OpenProbability, SaveGameAs, SaveScriptAs, OpenDiceRolls, CopyScriptToText, OpenEventsLog,
+        OpenGamesLog}},
+      {"x.glg", {SaveGamesLogAs, SaveEventsLogAs, CopyToDiceRolls, CopyDiceRollsToText}}};
   const std::vector<std::pair<const char*, const char*>> reasons = {
       {"missing", ": there's no such file."},
       {"gone/", ": there's no such folder."},
       {"folder", ": it's a folder."}};
-  for (const auto& [command, name] : cases) {
+  const auto fails = [&](FileCommand command, const char* name) {
     SCOPED_TRACE(std::string(RowOf(command).Title) + " " + name);
     EXPECT_FALSE(Run(command, name));
     const std::string text = TakeOnlyMessage().Text;
@@ -189,14 +154,17 @@ TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
     for (const auto& [begins, reason] : reasons) {
       if (!std::string(name).starts_with(begins)) continue;
       EXPECT_TRUE(text.find("can't be ") < text.find(reason)) << text;
-      EXPECT_TRUE(text.ends_with("\n\nFolder:  " + TextOfPath(PathOf(folder / name).parent_path())))
+      EXPECT_TRUE(
+          text.ends_with("\n\nFolder:  " + TextOfPath(PathOf(folder_ / name).parent_path())))
           << text;
     }
     EXPECT_TRUE(untouched());
-  }
+  };
+  for (const auto& [name, commands] : cases)
+    for (const FileCommand command : commands) fails(command, name);
   for (ScriptLine& line : Game.Script) line.LineSelected = false;
   EXPECT_FALSE(Run(CopyToScript, "x.bet") || Run(CopyScriptToText, "x.txt"));
-  EXPECT_EQ(folder.Count(), 2U);
+  EXPECT_EQ(folder_.Count(), 2U);
 }
 
 TEST_F(FileCommands, CompanionsAreOpenedAndNamed) {
@@ -204,24 +172,24 @@ TEST_F(FileCommands, CompanionsAreOpenedAndNamed) {
   EXPECT_TRUE(Run(CopyToScript, "half.bet") && Game.AutoBetFile.empty());
   EXPECT_TRUE(Run(SaveScriptAs, "whole.bet") && Run(PasteScript, "half.bet"));
   EXPECT_EQ(Game.ScrCount, 6);
-  EXPECT_EQ(Game.AutoBetFile, folder / "whole.bet");
+  EXPECT_EQ(Game.AutoBetFile, folder_ / "whole.bet");
   EXPECT_TRUE(Run(OpenScript, "whole.bet") && Game.ScrCount == 4);
   EXPECT_TRUE(Run(OpenDiceRolls, "new.rol") && DiceRollCount() == 0);
-  folder.Write("throws.txt", "1 2, (3-4) 5");
+  folder_.Write("throws.txt", "1 2, (3-4) 5");
   EXPECT_TRUE(Run(PasteDiceRollsFromText, "throws.txt") && DiceRollCount() == 2);
   EXPECT_TRUE(Run(SaveProbabilityAs, "dice.prb"));
   Game.ProbMatrix[1][2][1] += 1;
-  EXPECT_TRUE(Run(OpenProbability, "dice.prb") && Game.PrbFileName == folder / "dice.prb");
+  EXPECT_TRUE(Run(OpenProbability, "dice.prb") && Game.PrbFileName == folder_ / "dice.prb");
   EXPECT_EQ(Game.ProbMatrix[1][2][1], 2778);
-  EXPECT_TRUE(Run(SelectWave, "any.wav") && Game.SelectedFileName == folder / "any.wav");
-  EXPECT_TRUE(Run(SelectHotKeyScript, "half.bet") && Game.SelectedFileName == folder / "half.bet");
-  folder.Write("old.txt", "one\r\ntwo\r\n");
+  EXPECT_TRUE(Run(SelectWave, "any.wav") && Game.SelectedFileName == folder_ / "any.wav");
+  EXPECT_TRUE(Run(SelectHotKeyScript, "half.bet") && Game.SelectedFileName == folder_ / "half.bet");
+  folder_.Write("old.txt", "one\r\ntwo\r\n");
   Game.LogTopLine = 9;
   EXPECT_TRUE(Run(OpenEventsLog, "old.txt") && Game.LogTopLine == 1);
   Press(1);
   EXPECT_TRUE(Run(SaveEventsLogAs, "old.txt"));  // onto itself
-  EXPECT_EQ(folder.Read("old.txt"), "one\r\ntwo\r\n");
-  EXPECT_TRUE(Run(SaveGameAs, "game.crp") && OpenFileOf(OpenGame) == folder / "game.crp");
+  EXPECT_EQ(folder_.Read("old.txt"), "one\r\ntwo\r\n");
+  EXPECT_TRUE(Run(SaveGameAs, "game.crp") && OpenFileOf(OpenGame) == folder_ / "game.crp");
   Game.Bets[BankrollIndex] = 1;
   EXPECT_TRUE(Run(OpenGame, "game.crp"));
   EXPECT_EQ(Bankroll(), 500);
@@ -235,14 +203,14 @@ TEST_F(FileCommands, DeleteKeyAsksAndSparesWhatIsInUse) {
       {"Games", &GameState::GamesLogFile},
       {"Events", &GameState::EventsLogFile}};
   for (const auto& [kind, field] : files) {
-    const std::string path = folder.Write("My " + kind, "x");
-    Game.*field = folder / ("mY " + kind);
+    const std::string path = folder_.Write("My " + kind, "x");
+    Game.*field = folder_ / ("mY " + kind);
     EXPECT_EQ(KindInUse(path), kind);
     EXPECT_FALSE(DeleteFileByKey(path));
     EXPECT_NE(TakeOnlyMessage().Text.find(kind), std::string::npos);
-    EXPECT_EQ(folder.Read("My " + kind), "x");
+    EXPECT_EQ(folder_.Read("My " + kind), "x");
   }
-  const std::string path = folder.Write("other.bet", "x");
+  const std::string path = folder_.Write("other.bet", "x");
   EXPECT_EQ(KindInUse(path), "");
   for (const int button : {2, 1}) {
     Press(button);
@@ -250,7 +218,7 @@ TEST_F(FileCommands, DeleteKeyAsksAndSparesWhatIsInUse) {
     const ShownMessage message = TakeOnlyMessage();
     EXPECT_EQ(message.Text, "Are you sure you want to delete:\n\nother.bet");
     EXPECT_EQ(message.Title, "Delete File");
-    EXPECT_EQ(folder.Count(), button == 1 ? 5U : 6U);
+    EXPECT_EQ(folder_.Count(), button == 1 ? 5U : 6U);
   }
   Press(1);
   EXPECT_FALSE(DeleteFileByKey(path));  // gone meanwhile

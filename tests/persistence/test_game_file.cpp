@@ -1,6 +1,5 @@
 #include "persistence/game_file.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <chrono>
@@ -20,17 +19,14 @@
 #include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/limits.h"
-#include "dice/generators.h"
 #include "dice/probability_file.h"
 #include "persistence/game_file_table.h"
 #include "persistence/kept_game.h"
 #include "persistence/session.h"
 #include "play/roll_cycle.h"
-#include "play/start_up.h"
 #include "rules/defaults.h"
 #include "support/file_size_limit.h"
 #include "support/same_game.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -79,15 +75,8 @@ std::string FieldsAsBytes(GameState& game = Game) {
   return BytesOf(records);
 }
 
-class GameFile : public TableTest {
+class GameFile : public FolderTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Game.DataPath = Game.AppPath = folder_ / "";
-    Game.GamesLogFile = folder_ / "default.glg";
-    Game.EventsLogFile = folder_ / "Events Log.txt";
-  }
-
   /// A fresh program in the same folder.
   void Restart() {
     ClearScript();
@@ -121,8 +110,6 @@ class GameFile : public TableTest {
     EXPECT_EQ(Game.LastFileResult, static_cast<int>(folder_.Read("a.crp").size()));
     return folder_.Read("a.crp");
   }
-
-  ScratchFolder folder_{"game_file"};
 };
 
 // --- The table ---

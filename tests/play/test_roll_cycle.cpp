@@ -199,19 +199,6 @@ TEST_F(RollCycleTest, AWinOrALossStopsAnAutomaticRun) {
   }
 }
 
-TEST_F(RollCycleTest, TheCountOfRollsEndsARunAndIsLoadedAgain) {
-  Game.AutoRollDice = true;
-  Game.NumAutoRolls = Game.AutoRollsLeft = 3;
-  for (const bool hyper : {false, true}) {
-    Game.HyperDriveOn = hyper;
-    Run();
-    EXPECT_EQ(Game.RollCount[0], hyper ? 6 : 3);
-    EXPECT_EQ(Game.AutoRollsLeft, 3);
-    EXPECT_FALSE(Game.KeepRolling);
-    EXPECT_EQ(Game.StopMessage, hyper ? "Stopped by roll count on Auto-Play screen." : "");
-  }
-}
-
 TEST_F(RollCycleTest, AutomaticRollsWaitAndAClickEndsThem) {
   Game.AutoRollDice = true;
   Game.AutoRollDelay = 2;
@@ -250,6 +237,7 @@ TEST_F(RollCycleTest, AHundredMillionRollsAreTheLimit) {
 
 TEST_F(RollCycleTest, ARollThatOverflowsIsTakenBackWhole) {
   const ScratchFolder folder("taken_back");
+  Game.DataPath = folder / "";
   for (const bool hyperDrive : {false, true}) {
     LayDownDefaults();
     Game.HandleWinningBets = WinTakeDown;

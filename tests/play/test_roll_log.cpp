@@ -1,32 +1,21 @@
 // The Events Log of a session, line by line.
 #include "bets/make_bet.h"
 #include "bets/new_game.h"
-#include "dice/tape.h"
 #include "play/roll_cycle.h"
-#include "stats/events_log.h"
 #include "stats/log_files.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-class RollLogTest : public TableTest {
+class RollLogTest : public FolderTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    dataPath_ = Game.DataPath;
-    Game.DataPath = folder_ / "";
-    Game.EventsLogFile = folder_ / kLog;
+    FolderTest::SetUp();
     Game.EventsLogActive = true;
     Game.ReSeed = false;
     Game.AutoAdjust = AdjustManual;
     Game.HandleWinningBets = WinTakeDown;
     Game.Notify = 0;
-  }
-  void TearDown() override {
-    Game.DataPath = dataPath_;
-    Game.EventsLogFile = dataPath_ + "Events Log.txt";
-    TableTest::TearDown();
   }
 
   static void PutAll(std::initializer_list<std::pair<int, int>> changes) {
@@ -44,10 +33,8 @@ class RollLogTest : public TableTest {
 
   static constexpr const char* kLog = "Events Log.txt";
   static constexpr const char* kIndex = "Events Log.ref";
-  const ScratchFolder folder_{"roll_log"};
 
  private:
-  std::string dataPath_;
   std::size_t taken_ = 0;
 };
 
@@ -119,16 +106,6 @@ TEST_F(RollLogTest, UnderHyperDriveTheLogIsWrittenBeforeEachTurnAndAtTheEnd) {
   }
   EXPECT_EQ(Game.RollCount[0], 1020);
   Game.HyperDriveOn = false;
-}
-
-TEST_F(RollLogTest, ALogThatCannotBeWrittenLeavesTheGameGoing) {
-  Game.LogRolls = true;
-  Game.DataPath += "missing/";
-  Game.EventsLogFile = Game.DataPath + "Events Log.txt";
-  Given(Field, 5);
-  Roll(1, 1);
-  EXPECT_EQ(Bankroll(), Currency(510));
-  EXPECT_NE(Game.LastErrorText.find("occurred, at: Write Log Line\n"), std::string::npos);
 }
 
 TEST_F(RollLogTest, ABetMovedOntoANumberThatWasDecidedIsTheNewOne) {

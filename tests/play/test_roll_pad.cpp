@@ -1,7 +1,5 @@
 #include "play/roll_pad.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 
 #include "dice/generators.h"

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/sounds.h"
 #include "play/roll_cycle.h"
 #include "play/start_up.h"
 #include "support/scratch_folder.h"
@@ -21,11 +20,6 @@ class StartUpTest : public TableTest {
   void SetUp() override {
     TableTest::SetUp();
     for (const std::string& folder : {Program, Data}) fs::create_directory(folder);
-  }
-  void TearDown() override {
-    Game.AppPath.clear();
-    Game.DataPath.clear();
-    TableTest::TearDown();
   }
 
   const ScratchFolder folder_{"start_up"};

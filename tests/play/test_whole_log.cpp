@@ -6,24 +6,19 @@
 #include "bets/bankroll.h"
 #include "bets/make_bet.h"
 #include "bets/new_game.h"
-#include "dice/generators.h"
 #include "dice/tape.h"
 #include "play/roll_cycle.h"
-#include "stats/events_log.h"
 #include "stats/events_log_view.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
 enum Settling { TakeOrLeave, SameAgain, SameAgainAfterLoss, PressDoubleIt, ParlayIt };
 
-class WholeLog : public TableTest {
+class WholeLog : public FolderTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Game.DataPath = folder_ / "";
-    Game.EventsLogFile = folder_ / "log.txt";
+    FolderTest::SetUp();
     LogEverything();
     Game.KeepLatestRollOnTop = true;
     Game.ReSeed = false;
@@ -32,10 +27,6 @@ class WholeLog : public TableTest {
     Game.HandleLosingBets = LossManual;
     Game.Notify = 0;
     Game.RngState = 41;
-  }
-  void TearDown() override {
-    Game.DataPath.clear();
-    TableTest::TearDown();
   }
 
   static void PutAll(std::initializer_list<std::pair<int, int>> changes) {
@@ -124,8 +115,6 @@ class WholeLog : public TableTest {
     const std::string tape = "{tape}";
     return text.replace(text.find(tape), tape.size(), folder_ / "tape.rol");
   }
-
-  const ScratchFolder folder_{"whole_log"};
 };
 
 TEST_F(WholeLog, EveryKindOfLineIsToldInItsWordsAndItsPlace) {
@@ -137,7 +126,7 @@ TEST_F(WholeLog, EveryKindOfLineIsToldInItsWordsAndItsPlace) {
   EXPECT_EQ(told, Expected());
   EXPECT_EQ(Game.LogTopLine, LogLineCount() - 1);
   // In the file a character is a byte, and a line ends in two.
-  const std::string file = folder_.Read("log.txt");
+  const std::string file = folder_.Read("Events Log.txt");
   EXPECT_NE(file.find("gr\xFCn.bet"), std::string::npos);
   EXPECT_EQ(std::count(file.begin(), file.end(), '\r'), LogLineCount());
   EXPECT_EQ(file.substr(0, 25), " New game started\r\n      ");

@@ -1,6 +1,5 @@
 #include "support/table_fixture.h"
 
-#include "bets/change_bet.h"
 #include "bets/headless_host.h"
 #include "bets/make_bet.h"
 #include "bets/settle.h"
@@ -64,7 +63,17 @@ void TableTest::SetUp() {
   TheHost.PlaySound = [this](const std::string& path, SoundMode) { SoundsPlayed.push_back(path); };
 }
 
-void TableTest::TearDown() { TheHost = host_; }
+void TableTest::TearDown() {
+  StartAfresh();
+  TheHost = host_;
+}
+
+void FolderTest::SetUp() {
+  TableTest::SetUp();
+  Game.DataPath = Game.AppPath = folder_ / "";
+  Game.GamesLogFile = folder_ / "default.glg";
+  Game.EventsLogFile = folder_ / "Events Log.txt";
+}
 
 void TableTest::Put(int betId, Currency change) {
   Game.ChangeRequest = change;

@@ -9,6 +9,7 @@
 
 #include "core/game_state.h"
 #include "core/host.h"
+#include "support/scratch_folder.h"
 
 /// A message as the player saw it.
 struct ShownMessage {
@@ -42,8 +43,8 @@ struct PlannedAnswer {
   std::string SecondInput;
 };
 
-/// Starts each test with the defaults of a fresh program and a recording host, and puts the old
-/// host back at its end.
+/// Starts each test with the defaults of a fresh program and a recording host, and leaves a fresh
+/// program and the old host at its end.
 class TableTest : public ::testing::Test {
  protected:
   void SetUp() override;
@@ -87,4 +88,12 @@ class TableTest : public ::testing::Test {
 
  private:
   Host host_;
+};
+
+/// A table whose files and logs lie in a folder of its own.
+class FolderTest : public TableTest {
+ protected:
+  void SetUp() override;
+
+  const ScratchFolder folder_{"table"};
 };
