@@ -1,29 +1,17 @@
-#include <gtest/gtest.h>
-
 #include "bets/headless_host.h"
 #include "core/messages.h"
-#include "rules/defaults.h"
+#include "support/table_fixture.h"
 
 namespace {
 
-class Messages : public ::testing::Test {
- protected:
-  void SetUp() override {
-    LayDownDefaults();
-    TheHost = HeadlessHost();
-    TheHost.ShowMessage = [this](bool) { ++shown_; };
-  }
-  void TearDown() override { TheHost = HeadlessHost(); }
-
-  int shown_ = 0;
-};
+using Messages = TableTest;
 
 TEST_F(Messages, MinimisedTableDropsAPlainMessage) {
   for (const int flags : {NoScreen, PlainOk, YesNo, OkStop, InputOk, OkTick}) {
     Game.TableMinimised = flags != NoScreen;
     Game.KeepRolling = Game.AutoBetRunning = true;
     ShowMessage("text", "title", 130, flags);
-    EXPECT_EQ(shown_, 0);
+    EXPECT_TRUE(Shown.empty());
     EXPECT_EQ(Game.MsgText, "text");
     const bool goesOn = flags == NoScreen || flags == PlainOk;  // what asks stops the run
     EXPECT_EQ(Game.KeepRolling, goesOn) << flags;

@@ -1,36 +1,17 @@
-#include <gtest/gtest.h>
-
 #include <array>
-#include <utility>
 #include <vector>
 
-#include "bets/headless_host.h"
 #include "core/sounds.h"
-#include "rules/defaults.h"
-#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
 
 namespace {
 
-class Sounds : public ::testing::Test {
+class Sounds : public FolderTest {
  protected:
-  void SetUp() override {
-    LayDownDefaults();
-    Game.AppPath = folder_ / "";
-    TheHost = HeadlessHost();
-    TheHost.PlaySound = [this](const std::string& path, SoundMode) { played_.push_back(path); };
-  }
-  void TearDown() override {
-    Game.AppPath.clear();
-    TheHost = HeadlessHost();
-  }
-
   void Add(const std::vector<std::string>& names) {
     for (const std::string& name : names) folder_.Write(name, "x");
     ScanSounds(Game.AppPath);
   }
-
-  const ScratchFolder folder_{"sounds"};
-  std::vector<std::string> played_;
 };
 
 TEST_F(Sounds, DefaultChoicesFollowTheLengthOfTheLists) {
@@ -48,10 +29,10 @@ TEST_F(Sounds, DisabledSoundAndOutsideChoicesPlayNothing) {
   Game.DisableAllSound = true;
   PlayDiceSound();
   PlayStickCall(StickPass, true);
-  EXPECT_TRUE(played_.empty());
+  EXPECT_TRUE(SoundsPlayed.empty());
   Game.DisableAllSound = false;
   PlayDiceSound();
-  EXPECT_EQ(played_.size(), 1U);
+  EXPECT_EQ(SoundsPlayed.size(), 1U);
 }
 
 }  // namespace

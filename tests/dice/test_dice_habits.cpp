@@ -1,18 +1,15 @@
 // Habits of the dice that look like slips and are required.
-#include <gtest/gtest.h>
 
 #include <string>
 
 #include "dice/generators.h"
-#include "rules/defaults.h"
 #include "support/scratch_folder.h"
+#include "support/table_fixture.h"
 
 namespace {
 
-class DiceHabits : public ::testing::Test {
+class DiceHabits : public TableTest {
  protected:
-  void SetUp() override { LayDownDefaults(); }
-
   /// Whether the number of the next skewed roll is `limit` or less.
   static bool NumberIsUpTo(int limit) {
     constexpr int kDie1IsOne = 2;  // the column of the matrix

@@ -6,9 +6,7 @@
 #include <tuple>
 #include <vector>
 
-#include "bets/headless_host.h"
 #include "dice/generators.h"
-#include "rules/defaults.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -17,14 +15,8 @@ using ::testing::AllOf;
 using ::testing::Ge;
 using ::testing::Le;
 
-class Generators : public ::testing::Test {
+class Generators : public TableTest {
  protected:
-  void SetUp() override {
-    TheHost = HeadlessHost();
-    LayDownDefaults();
-  }
-  void TearDown() override { TheHost = HeadlessHost(); }
-
   static void Seed(int choice, int seed) {
     Game.RngChoice = choice;
     SeedDice(seed);

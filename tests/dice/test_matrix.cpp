@@ -1,20 +1,15 @@
-#include <gtest/gtest.h>
-
 #include <array>
 #include <map>
 #include <set>
 
 #include "dice/generators.h"
 #include "dice/matrix.h"
-#include "rules/defaults.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-class Matrix : public ::testing::Test {
+class Matrix : public TableTest {
  protected:
-  void SetUp() override { LayDownDefaults(); }
-
   static int& Cell(int row, int column) {
     return Game.ProbMatrix[1][static_cast<unsigned>(column)][static_cast<unsigned>(row)];
   }

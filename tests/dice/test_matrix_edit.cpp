@@ -1,11 +1,8 @@
 // Edits of the probability matrix: the sums hold whatever is set, locked or undone.
 #include "dice/matrix_edit.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
-#include "rules/defaults.h"
+#include "support/random_rules.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -16,10 +13,8 @@ int Share(const ProbabilityMatrix& matrix, MatrixPlace place) {
 constexpr MatrixPlace kSeven = {6, 1};
 constexpr MatrixPlace Face(int die, int face) { return {11 + die, face + 1}; }
 
-class MatrixEdits : public ::testing::Test {
+class MatrixEdits : public TableTest {
  protected:
-  void SetUp() override { LayDownDefaults(); }
-
   static ProbabilityMatrix Fair() { return Game.ProbMatrix; }
 
   /// An edit that must be taken.
@@ -136,10 +131,8 @@ TEST_F(MatrixEdits, AViewShowsWhatCanBeTyped) {
 }
 
 TEST_F(MatrixEdits, TenThousandEditsHoldTheSums) {
-  std::mt19937 random(10);
-  const auto below = [&random](int limit) {
-    return static_cast<int>(random() % static_cast<unsigned>(limit));
-  };
+  Chance chance(10);
+  const auto below = [&chance](int limit) { return chance.Below(limit); };
   ProbabilityMatrix matrix = Fair();
   int done = 0, refused = 0;
   for (int edits = 0; edits < 10'000; ++edits) {

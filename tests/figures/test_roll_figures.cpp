@@ -1,13 +1,11 @@
 // Roll totals and frequencies: what the two screens show of the throws.
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 #include <set>
 
 #include "dice/matrix.h"
 #include "figures/roll_freqs.h"
 #include "figures/roll_totals.h"
-#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -111,27 +109,6 @@ TEST_F(RollFigures, ComparesWithSkewedDiceOnlyWhereAskedAndDrawsTheImpossible) {
   for (auto& column : Game.ProbMatrix[1]) column.fill(0);
   Game.RollCount = {};
   EXPECT_EQ(FigureRollTotals().Top, 4) << "no bar at all";
-}
-
-TEST_F(RollFigures, ColoursFollowTheMenus) {
-  const std::vector<int> firstThree[] = {{0, 0, 0},    {15, 15, 15}, {12, 12, 12}, {9, 9, 9},
-                                         {14, 14, 14}, {0, 9, 0},    {0, 12, 0},   {12, 9, 12},
-                                         {14, 9, 14},  {12, 14, 9}};
-  for (const FigureChoice& choice : RollTotalsGraphColors()) {
-    Game.RollTotalsGraphColor = choice.Value;
-    const RollTotals totals = FigureRollTotals();
-    std::vector<int> colors;
-    for (std::size_t bar = 0; bar < 3; ++bar) colors.push_back(totals.Bars[bar].ActualColor);
-    EXPECT_EQ(colors, firstThree[choice.Value]) << choice.Caption;
-  }
-  std::vector<std::array<int, 3>> backgrounds;
-  for (const FigureChoice& choice : RollTotalsBackColors()) {
-    Game.RollTotalsBackColor = choice.Value;
-    const RollTotals totals = FigureRollTotals();
-    backgrounds.push_back({totals.BackColor, totals.TextColor, totals.ProbableColor});
-  }
-  EXPECT_EQ(backgrounds,
-            (std::vector<std::array<int, 3>>{{11, 0, 8}, {0, 15, 8}, {15, 0, 8}, {8, 15, 7}}));
 }
 
 TEST_F(RollFigures, TheListHasEachEventOnceInTheOrderOfNumbers) {

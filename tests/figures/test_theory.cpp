@@ -1,7 +1,5 @@
 // Long play against theory: shares of events, wins and expected values, luck, and hands.
-#include <array>
 #include <cmath>
-#include <numeric>
 
 #include "autoplay/hyper_drive.h"
 #include "bets/make_bet.h"
@@ -13,7 +11,6 @@
 #include "figures/luck.h"
 #include "figures/summary.h"
 #include "play/roll_cycle.h"
-#include "stats/roll_counters.h"
 #include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 

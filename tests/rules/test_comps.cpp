@@ -1,20 +1,17 @@
 #include "rules/comps.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
-#include "core/game_state.h"
 #include "rules/advantage.h"
 #include "rules/comp_bets.h"
-#include "rules/defaults.h"
+#include "support/table_fixture.h"
 
 namespace {
 
-class Comps : public ::testing::Test {
+class Comps : public TableTest {
  protected:
   void SetUp() override {
-    LayDownDefaults();
+    TableTest::SetUp();
     Game.RollCount[0] = 300;  // two and a half hours at 120 rolls
   }
 

@@ -33,14 +33,4 @@ TEST(HandbookCosts, HoldForEveryBetUnderTheDefaultRules) {
   EXPECT_THAT(told, testing::UnorderedElementsAreArray(all));
 }
 
-TEST(HandbookCosts, AreTheKnownOnes) {
-  LayDownDefaults();
-  const std::string made = WithCosts("<!-- costs: 43 44 -->\nold\n<!-- end costs -->\nrest\n");
-  EXPECT_THAT(made, testing::HasSubstr("| 1.41"));
-  EXPECT_THAT(made, testing::HasSubstr("on 6 or 8 | 6 to 5 | 0 % | 0 % |"));
-  EXPECT_THAT(made, testing::EndsWith("<!-- end costs -->\nrest\n"));
-  EXPECT_THAT(made, testing::Not(testing::HasSubstr("old")));
-  EXPECT_EQ(WithCosts(made), made);
-}
-
 }  // namespace

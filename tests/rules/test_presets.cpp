@@ -1,15 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <functional>
-#include <map>
-#include <set>
-#include <string>
-#include <utility>
 
-#include "core/game_state.h"
-#include "rules/defaults.h"
 #include "rules/presets.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -54,10 +47,7 @@ Net UnitsOn(int units, double seven) {
   };
 }
 
-class FieldPresets : public ::testing::Test {
- protected:
-  void SetUp() override { LayDownDefaults(); }
-};
+using FieldPresets = TableTest;
 
 TEST_F(FieldPresets, PayWhatTheirBetsAreWorth) {
   const Net passLine = [](const Throw& dice) {

@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <array>
 #include <string>
 #include <tuple>
 
-#include "core/game_state.h"
 #include "core/text.h"
 #include "rules/check_result.h"
-#include "rules/choices.h"
 #include "rules/comp_bets.h"
 #include "rules/config_checks.h"
 #include "rules/defaults.h"
@@ -15,13 +11,12 @@
 #include "rules/payoff_cells.h"
 #include "rules/presets.h"
 #include "rules/roll_rate.h"
+#include "support/table_fixture.h"
 
 namespace {
 
-class ConfigLimits : public ::testing::Test {
+class ConfigLimits : public TableTest {
  protected:
-  void SetUp() override { LayDownDefaults(); }
-
   /// Fails when the entries break another rule than told; no title for none.
   static void Expect(const CheckResult& result, int tab, int index, const std::string& title,
                      const std::string& text) {
@@ -114,18 +109,16 @@ TEST_F(ConfigLimits, FirstFaultHoldsAndTheCellUnderEditIsCommittedFirst) {
 class RollRate : public ConfigLimits {};
 
 TEST_F(RollRate, EachUnitConvertsBothWays) {
-  const std::tuple<const char*, int, Currency, const char*> cases[] = {
-      {"90", 0, 90, "90"},
-      {"1.5", 1, 90, "1.5"},
-      {"0.025", 2, 90, "0.025"},
-      {"0.5", 3, 2, "0.5"},
-      {"0.5", 4, 120, "0.5"},
-      {"40", 5, 90, "40"},
-      {"7", 4, Currency::FromRaw(85'714), "7"}};
-  for (const auto& [entry, unit, perHour, shown] : cases) {
+  for (const auto& [entry, unit, perHour] : {std::tuple<const char*, int, Currency>{"90", 0, 90},
+                                             {"1.5", 1, 90},
+                                             {"0.025", 2, 90},
+                                             {"0.5", 3, 2},
+                                             {"0.5", 4, 120},
+                                             {"40", 5, 90},
+                                             {"7", 4, Currency::FromRaw(85'714)}}) {
     EXPECT_TRUE(SetRollsPerHour(entry, unit).Ok);
     EXPECT_EQ(Game.SimRollsPerHour, perHour) << entry << " in unit " << unit;
-    EXPECT_EQ(RollRateText(unit), shown);
+    EXPECT_EQ(RollRateText(unit), entry);
   }
 }
 
@@ -174,10 +167,10 @@ TEST(EntryFilter, LooksAtCaretSelectionAndLimit) {
     EXPECT_EQ(EntryKeyPasses(box, key, 2, true), passes) << box.Text << ' ' << key;
 }
 
-class PayoffCells : public ::testing::Test {
+class PayoffCells : public TableTest {
  protected:
   void SetUp() override {
-    LayDownDefaults();
+    TableTest::SetUp();
     SetFieldPreset(9);  // Horn: combination 1 wins 27 per 4, shown as "31 for 4"
   }
 

@@ -1,31 +1,19 @@
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
-#include "rules/defaults.h"
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
 #include "stats/log_files.h"
-#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class EventsLog : public ::testing::Test {
+class EventsLog : public FolderTest {
  protected:
-  void SetUp() override {
-    Game.DataPath = folder_ / "";
-    LayDownDefaults();
-  }
-  void TearDown() override {
-    Game.DataPath.clear();
-    LayDownDefaults();
-  }
-
   std::vector<int> Index() const {
     const std::string bytes = folder_.Read("Events Log.ref");
     std::vector<int> positions;
@@ -37,8 +25,6 @@ class EventsLog : public ::testing::Test {
     }
     return positions;
   }
-
-  const ScratchFolder folder_{"events_log"};
 };
 
 /// A run is under way.

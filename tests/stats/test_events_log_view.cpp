@@ -1,34 +1,21 @@
 // Looking at the Events Log: its index, its lines, finding, and the scroll bar over it.
 #include "stats/events_log_view.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 
-#include "rules/defaults.h"
 #include "stats/events_log.h"
-#include "support/scratch_folder.h"
+#include "support/table_fixture.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
-class EventsLogView : public ::testing::Test {
+class EventsLogView : public FolderTest {
  protected:
-  void SetUp() override {
-    Game.DataPath = folder_ / "";
-    LayDownDefaults();
-    Game.LastErrorText.clear();
-  }
-  void TearDown() override {
-    Game.DataPath.clear();
-    LayDownDefaults();
-  }
-
   void WriteLog(const std::string& bytes) const { folder_.Write(kLog, bytes); }
 
   /// Puts an index beside the log that passes for its own.
@@ -47,7 +34,6 @@ class EventsLogView : public ::testing::Test {
 
   static constexpr const char* kLog = "Events Log.txt";
   static constexpr const char* kIndex = "Events Log.ref";
-  const ScratchFolder folder_{"log_view"};
 };
 
 TEST_F(EventsLogView, AnIndexThatIsNotTheLogsIsBuiltAnew) {

@@ -1,6 +1,5 @@
 #include "stats/games_file.h"
 
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,10 +9,9 @@
 #include <fstream>
 #include <random>
 
-#include "core/game_state.h"
-#include "rules/defaults.h"
 #include "support/file_size_limit.h"
 #include "support/scratch_folder.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -33,10 +31,8 @@ std::vector<GameRecord> NumberedGames(std::int64_t first, std::int64_t last) {
   return games;
 }
 
-class GamesFile : public ::testing::Test {
+class GamesFile : public TableTest {
  protected:
-  void SetUp() override { LayDownDefaults(); }
-
   std::vector<GameRecord> Games() const {
     const GamesLogReader log(path_);
     return log.Read(1, log.Count() + 7);
@@ -102,32 +98,6 @@ TEST_F(GamesFile, NoCutAndNoDamagedByteIsTakenForAGame) {
         EXPECT_EQ(games[game] == Numbered(static_cast<int>(game) + 1),
                   byte == whole[at] || at / kRecord != game + 1)
             << at;
-    }
-  }
-}
-
-TEST_F(GamesFile, AnyBytesAreALogOrNone) {
-  Append({Numbered(1)});
-  const std::string whole = folder_.Read("a.glg");
-  std::mt19937 random(3);
-  for (int file = 0; file < 300; ++file) {
-    std::string bytes(random() % 2000, '\0');
-    for (char& byte : bytes) byte = static_cast<char>(random());
-    if (file % 2 == 0) bytes.replace(0, std::min<std::size_t>(bytes.size(), 92), whole, 0, 92);
-    std::filesystem::remove(path_);
-    folder_.Write("a.glg", bytes);
-    const bool isLog = bytes.empty() || (file % 2 == 0 && bytes.size() >= kRecord);
-    std::size_t count = 0;
-    if (isLog) {
-      count = Games().size();
-      EXPECT_LE(count, bytes.size() / kRecord);
-      Append({Numbered(5)});
-      ASSERT_EQ(Games().size(), count + 1);
-      EXPECT_EQ(Games().back(), Numbered(5));
-    } else {
-      EXPECT_THROW(Games(), NotAGamesLog);
-      EXPECT_THROW(Append({Numbered(5)}), NotAGamesLog);
-      EXPECT_EQ(folder_.Read("a.glg"), bytes);
     }
   }
 }

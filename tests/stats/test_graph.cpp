@@ -1,18 +1,17 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <vector>
 
 #include "rules/defaults.h"
 #include "stats/bankroll_graph.h"
 #include "stats/graph_view.h"
+#include "support/table_fixture.h"
 
 namespace {
 
-class Graph : public ::testing::Test {
+class Graph : public TableTest {
  protected:
   void SetUp() override {
-    LayDownDefaults();
+    TableTest::SetUp();
     RestartGraph();
   }
 

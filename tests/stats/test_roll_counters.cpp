@@ -1,10 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <map>
 #include <set>
 
-#include "rules/defaults.h"
 #include "stats/roll_counters.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -31,10 +29,8 @@ TEST(RollEvents, ComeAsOftenAsTheirThrows) {
   EXPECT_EQ(ways, expected);
 }
 
-class RollTally : public ::testing::Test {
+class RollTally : public TableTest {
  protected:
-  void SetUp() override { LayDownDefaults(); }
-
   /// Throws the dice once as the roll cycle counts it.
   static void Throw(int die1, int die2) {
     for (int& since : Game.RollsSince) ++since;
