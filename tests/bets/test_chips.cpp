@@ -84,6 +84,15 @@ TEST_F(ChipsTest, OnlyShownStacksLieOnTheTable) {
   EXPECT_EQ(Game.ChipList[0].Y, static_cast<int>(Game.BetChipY[102])) << "at the second place";
 }
 
+TEST_F(ChipsTest, NothingIsArrangedUnderHyperDrive) {
+  Game.Bets[Field] = 5;
+  for (const bool hyperDrive : {true, false}) {
+    Game.HyperDriveOn = hyperDrive;
+    ArrangeAllChips();
+    EXPECT_EQ(Game.ChipCount, hyperDrive ? 0 : 1);
+  }
+}
+
 TEST_F(ChipsTest, MoreThanNineHundredChipsAreArrangedForGood) {
   for (int i = 0; i < 901; ++i) AddChip(Field, 100 + i % 50, 200);
   EXPECT_FALSE(Game.AutoArrangeChips);
