@@ -10,6 +10,7 @@
 #include "autobet/line_choice.h"
 #include "autobet/script_edit.h"
 #include "autobet/script_file.h"
+#include "autobet/script_reader.h"
 #include "core/host.h"
 #include "screens/frame/screen.h"
 #include "screens/frame/screen_table.h"
@@ -22,6 +23,20 @@ namespace {
 
 constexpr const char* kSaveQuestion =
     "Your current logged bets have not been saved.\nDo you want to save them now?";
+
+/// A line for each box that the shipped scripts leave alone.
+const char* const kEveryBox = R"(While . . .
+  Chip-Stack # 7 is named "Bank"
+  Chip-Stack # 3 is less than Chip-Stack # 9
+  Bankroll ( 4 roll average ) is less than bankroll average 8
+  Number 5 (1-4) or (4-1) has rolled in the last 3 rolls
+  Any flag is False
+then . . .
+  Set flag "Hot" to False
+  Set all flags to True
+  Play sound: "horn.wav"
+  Bet the highest of: Chip-Stack # 4 on Chip-Stack # 5
+  Round Chip-Stack # 5 up to a multiple of $ 25)";
 
 /// A line without what only the editor knows of it.
 ScriptLine Plain(ScriptLine line) {
@@ -43,10 +58,13 @@ class TestAutobet : public ScreenTest {
 
   /// Each line that is logged is loaded back by a double click, logged again, and the same.
   void theShippedScriptsAreRebuiltByKeysAlone() {
-    const QStringList names = QDir(kExamples).entryList({"*.bet"});
-    QCOMPARE(names.size(), 8);
-    for (const QString& name : names) {
-      OpenWholeScript(QString(kExamples + name).toStdString());
+    QStringList files = {Path("every box.bet")};
+    LoadScript(kEveryBox);
+    SaveScript(files[0].toStdString());
+    for (const QString& name : QDir(kExamples).entryList({"*.bet"})) files << kExamples + name;
+    QCOMPARE(files.size(), 9);
+    for (const QString& file : files) {
+      OpenWholeScript(file.toStdString());
       const std::vector<ScriptLine> lines = Game.Script;
       TheHost.RefreshViews();
       Menu("mnuNew");
@@ -54,10 +72,11 @@ class TestAutobet : public ScreenTest {
       TypeLines(lines);
       for (int number = 1; number <= Game.ScrCount; ++number) LogAgain(number);
       QVERIFY(screen_->windowTitle().endsWith('*'));
-      Game.AutoBetFile = Game.DataPath + name.toStdString();
+      const QString typed = "typed " + QFileInfo(file).fileName();
+      Game.AutoBetFile = FilePath(typed);
       Menu("mnuSave");
-      QCOMPARE(screen_->windowTitle(), "Auto-Bet (" + name + ")");
-      QVERIFY2(Read(name) == BytesOf(kExamples + name), qPrintable(name));
+      QCOMPARE(screen_->windowTitle(), "Auto-Bet (" + typed + ")");
+      QVERIFY2(Read(typed) == BytesOf(file), qPrintable(file));
     }
     QVERIFY(PlannedMessages.Shown.empty());
   }
