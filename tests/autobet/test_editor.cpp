@@ -116,6 +116,25 @@ TEST_F(Editor, LogsEveryActionByChoosing) {
   }
 }
 
+TEST_F(Editor, ABoxIsSeenWhenItsLineNeedsIt) {
+  const std::tuple<int, int, const char*> cases[] = {
+      {EachRoll, 0, ""},        {PointEstablished, AnyNumber, "w"},
+      {OneFlag, 0, "ft"},       {AverageBankroll, EqualTo, "nwa"},
+      {AllFlags, 0, "t"},       {ChipStackSubject, IsNamed, "nwN"},
+      {PassLine, HasWon, "wa"}, {PassLine, LessThanSubject, "wc"}};
+  for (const auto& [subject, op, boxes] : cases) {
+    ConditionChoice choice;
+    ChooseSubject(choice, subject);
+    ChooseOperator(choice, op);
+    const ConditionBoxes seen = BoxesOf(choice);
+    EXPECT_EQ(std::string(seen.StackNum ? "n" : "") + (seen.What ? "w" : "") +
+                  (seen.Flag ? "f" : "") + (seen.Name ? "N" : "") +
+                  (seen.Truth.empty() ? "" : "t") + (seen.Amount ? "a" : "") +
+                  (seen.Compare ? "c" : ""),
+              boxes);
+  }
+}
+
 TEST_F(Editor, RefusesWhatNoLineCanHold) {
   ConditionChoice flag;
   ChooseSubject(flag, OneFlag);
