@@ -2,7 +2,9 @@
 // neither made nor lost on the way.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <set>
 #include <vector>
@@ -20,6 +22,7 @@
 #include "bets/vig.h"
 #include "core/game_state.h"
 #include "core/text.h"
+#include "dice/generators.h"
 #include "play/roll_cycle.h"
 #include "rules/defaults.h"
 #include "rules/presets.h"
@@ -645,6 +648,45 @@ TEST_F(Laws, ARunEndsAtThePlayersLimits) {
       ASSERT_TRUE(results[roll] > -100 && results[roll] < 150);
   }
   EXPECT_EQ(ends.size(), 2U);
+}
+
+TEST_F(Laws, AveragesMeetTheExactOdds) {
+  // The results of one decision of a bet, each with the number of ways to it.
+  const std::map<int, std::vector<std::pair<double, double>>> bets = {
+      {PassLine, {{1, 244}, {-1, 251}}},     {DontPass, {{1, 949}, {-1, 976}}},
+      {Field, {{1, 14}, {2, 2}, {-1, 20}}},  {Seven, {{4, 1}, {-1, 5}}},
+      {Place6, {{1.1667, 5}, {-1, 6}}},      {Hard8, {{9, 1}, {-1, 10}}},
+      {Buy10, {{1.95, 3}, {-1.05, 6}}},      {Lay4, {{0.475, 6}, {-1.025, 3}}},
+      {Hop13, {{15, 1}, {-1, 17}}},          {Under7, {{1, 15}, {-1, 21}}},
+      {Horn, {{6.75, 2}, {3, 4}, {-1, 30}}}, {CAndE, {{3, 4}, {7, 2}, {-1, 30}}},
+  };
+  constexpr int kRolls = 40'000;
+  Game.HyperDriveOn = true;
+  for (int generator = 0; generator < kGenerators; ++generator) {
+    Game.RngChoice = generator;
+    NewGame(false);
+    SeedDice(4711 + generator);
+    RollForAWhile(kRolls);
+    ASSERT_EQ(Game.RollCount[0], kRolls);
+    for (const auto& [bet, results] : bets) {
+      double allWays = 0;
+      double sum = 0;
+      double squares = 0;
+      for (const auto& [net, ways] : results) {
+        allWays += ways;
+        sum += ways * net;
+        squares += ways * net * net;
+      }
+      const double mean = sum / allWays;
+      const double decisions = Game.BetWagers[Phantom][bet][StatCount].ToDouble();
+      ASSERT_GT(decisions, 0);
+      const Currency net =
+          Game.BetWins[Phantom][bet][StatSum] - Game.BetLosses[Phantom][bet][StatSum];
+      EXPECT_NEAR(net.ToDouble() / decisions, mean,
+                  5 * std::sqrt((squares / allWays - mean * mean) / decisions))
+          << BetName(bet) << " with generator " << generator + 1;
+    }
+  }
 }
 
 }  // namespace

@@ -7,7 +7,9 @@
 #include <QRegularExpression>
 #include <QTableView>
 
+#include "autobet/compose.h"
 #include "autobet/line_choice.h"
+#include "autobet/read_line.h"
 #include "autobet/script_edit.h"
 #include "autobet/script_file.h"
 #include "autobet/script_reader.h"
@@ -24,19 +26,14 @@ namespace {
 constexpr const char* kSaveQuestion =
     "Your current logged bets have not been saved.\nDo you want to save them now?";
 
-/// A line for each box that the shipped scripts leave alone.
-const char* const kEveryBox = R"(While . . .
-  Chip-Stack # 7 is named "Bank"
-  Chip-Stack # 3 is less than Chip-Stack # 9
-  Bankroll ( 4 roll average ) is less than bankroll average 8
-  Number 5 (1-4) or (4-1) has rolled in the last 3 rolls
-  Any flag is False
-then . . .
-  Set flag "Hot" to False
-  Set all flags to True
-  Play sound: "horn.wav"
-  Bet the highest of: Chip-Stack # 4 on Chip-Stack # 5
-  Round Chip-Stack # 5 up to a multiple of $ 25)";
+constexpr int kLinesAtOnce = 100;  // of the walks, before they clear the script
+
+std::vector<int> CodesOf(std::span<const ListItem> list) {
+  std::vector<int> codes;
+  for (const ListItem& item : list)
+    if (item.Text != kSeparatorText) codes.push_back(item.Code);
+  return codes;
+}
 
 /// A line without what only the editor knows of it.
 ScriptLine Plain(ScriptLine line) {
@@ -56,27 +53,78 @@ class TestAutobet : public ScreenTest {
     view_ = Get<QTableView>("picLoggedBets");
   }
 
-  /// Each line that is logged is loaded back by a double click, logged again, and the same.
+  /// Each subject with each of its operators; second subjects in turn.
+  void everyConditionIsBuiltByChoosing() {
+    screen_->setUpdatesEnabled(false);  // drawing takes most of the time
+    const std::vector<int> compared = CodesOf(CompareList());
+    std::size_t turn = 0;
+    int lines = 0;
+    for (const int subject : CodesOf(ConditionList())) {
+      Choose("lblCondition", "listCondition", TextOf(ConditionList(), subject));
+      std::vector<int> operators = CodesOf(OperatorList(subject));
+      QCOMPARE(Shows("lblWhat"), !operators.empty());
+      if (operators.empty()) operators = {0};
+      for (const int op : operators) {
+        if (op != 0) Choose("lblWhat", "listWhat", TextOf(OperatorList(subject), op));
+        const int second = compared[turn++ % compared.size()];
+        const bool compares = Shows("lblCompare");
+        if (compares) Choose("lblCompare", "listCompare", TextOf(CompareList(), second));
+        FillBoxes("picCondition", static_cast<int>(turn));
+        const ScriptLine line = LogAndLogAgain("cmdLogCondition");
+        QVERIFY(line.LineKind == ConditionLine && line.OfSubject == subject && line.LineCode == op);
+        QCOMPARE(line.ToSubject, compares ? second : 0);
+        QCOMPARE(compares, OperatorComparesSubjects(op));
+        ++lines;
+      }
+    }
+    QVERIFY2(lines > 2'000 && turn > 2 * compared.size(), qPrintable(QString::number(lines)));
+  }
+
+  /// Each action with sources and targets in turn, each source and each target twice or more.
+  void everyActionIsBuiltByChoosing() {
+    screen_->setUpdatesEnabled(false);
+    TypeLabel("Start");
+    std::size_t ofTurn = 0;
+    std::size_t toTurn = 0;
+    int lines = 0;
+    for (const int action : CodesOf(ActionList())) {
+      Choose("lblAction", "listAction", TextOf(ActionList(), action));
+      const std::vector<int> sources = CodesOf(OfList(action));
+      const std::vector<int> targets = CodesOf(ToList(action));
+      const bool whole = action == 11 || action == ResetRolls || action == SetWinningBets ||
+                         action == SetLosingBets || action == CallOff;
+      const std::size_t many = std::max(sources.size(), targets.size());
+      for (std::size_t i = 0; i < (whole ? 2 * many : 3); ++i) {
+        const int of = sources.empty() ? 0 : sources[ofTurn++ % sources.size()];
+        const int to = targets.empty() ? 0 : targets[toTurn++ % targets.size()];
+        QVERIFY(Shows("lblOf") == !sources.empty() && Shows("lblTo") == !targets.empty());
+        if (!sources.empty()) Choose("lblOf", "listOf", TextOf(OfList(action), of));
+        if (!targets.empty()) Choose("lblTo", "listTo", TextOf(ToList(action), to));
+        FillBoxes("picAction", static_cast<int>(i));
+        const ScriptLine line = LogAndLogAgain("cmdLogAction");
+        QVERIFY(line.LineKind == ActionLine && line.LineCode == action);
+        QVERIFY(line.OfSubject == of && line.ToSubject == to);
+        ++lines;
+      }
+    }
+    QVERIFY2(lines >= 900, qPrintable(QString::number(lines)));
+  }
+
   void theShippedScriptsAreRebuiltByKeysAlone() {
-    QStringList files = {Path("every box.bet")};
-    LoadScript(kEveryBox);
-    SaveScript(files[0].toStdString());
-    for (const QString& name : QDir(kExamples).entryList({"*.bet"})) files << kExamples + name;
-    QCOMPARE(files.size(), 9);
-    for (const QString& file : files) {
-      OpenWholeScript(file.toStdString());
+    const QStringList names = QDir(kExamples).entryList({"*.bet"});
+    QCOMPARE(names.size(), 8);
+    for (const QString& name : names) {
+      OpenWholeScript((kExamples + name).toStdString());
       const std::vector<ScriptLine> lines = Game.Script;
       TheHost.RefreshViews();
       Menu("mnuNew");
       QCOMPARE(Game.ScrCount, 0);
       TypeLines(lines);
-      for (int number = 1; number <= Game.ScrCount; ++number) LogAgain(number);
       QVERIFY(screen_->windowTitle().endsWith('*'));
-      const QString typed = "typed " + QFileInfo(file).fileName();
-      Game.AutoBetFile = FilePath(typed);
+      Game.AutoBetFile = FilePath(name);
       Menu("mnuSave");
-      QCOMPARE(screen_->windowTitle(), "Auto-Bet (" + typed + ")");
-      QVERIFY2(Read(typed) == BytesOf(file), qPrintable(file));
+      QCOMPARE(screen_->windowTitle(), "Auto-Bet (" + name + ")");
+      QVERIFY2(Read(name) == BytesOf(kExamples + name), qPrintable(name));
     }
     QVERIFY(PlannedMessages.Shown.empty());
   }
@@ -294,17 +342,44 @@ class TestAutobet : public ScreenTest {
     QVERIFY(!list->isVisible());
   }
 
-  /// Loads a condition or an action back by a double click, and logs it again.
-  void LogAgain(int number) {
+  /// Types something into each box that can be seen, and turns the truth round.
+  void FillBoxes(const QString& panel, int turn) {
+    for (QLineEdit* box : Get<QWidget>(panel)->findChildren<QLineEdit*>()) {
+      if (!box->isVisible() || box->objectName() == "txtFilter") continue;
+      const QString name = box->objectName();
+      const bool number = name.contains("Amount") || name.contains("StackNum");
+      const QString typed = name.contains("StackNum") ? QString::number(turn % 100)
+                            : number                  ? QString::number(turn % 7) + ".25"
+                                                      : "Name " + QString::number(turn % 9);
+      if (box->text() != typed) TypeOver(box, typed);
+    }
+    if (turn % 2 == 0) return;
+    for (const char* truth : {"lblConditionTF", "lblActionTF"}) {
+      if (Get<QWidget>(panel)->isAncestorOf(Get<QWidget>(truth)) && Shows(truth)) Click(truth);
+    }
+  }
+
+  /// Logs what a panel holds, loads the line back by a double click, logs it again, and finds the
+  /// same record: one whose text is its composition and can be read back.
+  ScriptLine LogAndLogAgain(const char* button) {
+    if (Game.ScrCount >= kLinesAtOnce) {
+      QTest::keyClick(view_, Qt::Key_A, Qt::ControlModifier);
+      QTest::keyClick(view_, Qt::Key_Delete);
+    }
     const int count = Game.ScrCount;
-    const ScriptLine line = Plain(Line(number));
-    if (line.LineKind != ConditionLine && line.LineKind != ActionLine) return;
-    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(number));
-    const char* button = line.LineKind == ActionLine ? "cmdLogAction" : "cmdLogCondition";
-    const auto* panel = Get<QWidget>(button)->parentWidget();
-    Expect(Text(line.LineText).trimmed() == panel->findChild<QLabel*>("lblSentence")->text(), line);
     Click(button);
-    Expect(Game.ScrCount == count && Plain(Line(number)) == line, line);
+    const int number = Game.ScriptInsertLine - 1;
+    const ScriptLine line = Plain(Line(number));
+    const auto* panel = Get<QWidget>(button)->parentWidget();
+    Expect(Game.ScrCount == count + 1, line);
+    Expect(line.LineText == ComposeLine(line), line);
+    Expect(Text(line.LineText).trimmed() == panel->findChild<QLabel*>("lblSentence")->text(), line);
+    const auto read = ReadLineText(line.LineText);
+    Expect(read && Plain(*read) == line, line);
+    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, PlaceOf(number));
+    Click(button);
+    Expect(Game.ScrCount == count + 1 && Plain(Line(number)) == line, line);
+    return line;
   }
 
   static QString Text(const std::string& text) { return QString::fromStdString(text); }
