@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QHelpEvent>
 #include <QListView>
+#include <QMenu>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QScrollBar>

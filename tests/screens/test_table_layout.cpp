@@ -2,6 +2,7 @@
 #include <QLineF>
 #include <QPainter>
 #include <QRandomGenerator>
+#include <QTest>
 #include <algorithm>
 #include <cmath>
 #include <map>
