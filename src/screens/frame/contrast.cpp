@@ -59,7 +59,8 @@ QColor MovedTo(double end, const Ground& ground, Oklch color, double wanted) {
   const double step = end > color.Lightness ? kStep : -kStep;
   while (std::abs(color.Lightness - end) > kStep) {
     color.Lightness += step;
-    if (const QColor moved = FromOklch(color); Contrast(moved, ground) >= wanted) return moved;
+    const QColor moved = FromOklch(color).rgb();  // as it is painted, in eight bits a part
+    if (Contrast(moved, ground) >= wanted) return moved;
   }
   return end > 0 ? Qt::white : Qt::black;
 }
