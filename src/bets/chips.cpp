@@ -76,6 +76,7 @@ void FreeChipsOf(int betId) {
 }
 
 void LayPile(int betId) {
+  if (Game.Bets[betId] <= 0) return;
   const auto [x, y] = PlaceOf(betId);
   PileLayout pile(betId);
   Currency remaining = Game.Bets[betId];

@@ -6,8 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "bets/decide_bet.h"
-#include "bets/decision_table.h"
+#include "bets/phantom_wagers.h"
 #include "core/game_state.h"
 #include "stats/bankroll_graph.h"
 #include "stats/bet_tables.h"
@@ -21,8 +20,12 @@ constexpr unsigned kNumbers = 6;
 constexpr unsigned kProfiles = 16;  // sets of working states that are told apart at a time
 constexpr unsigned kMostEventsOfThrow = 11;
 
-/// The working states of the bets, as they stood at a decision.
-using WorkingStates = std::array<int, kBetSlots>;
+// Groups go by working states, point state and dice, and for a number whether it is established. A
+// 7 decides all numbers: its Come side is counted apart, by come-out or not and all that are
+// established.
+constexpr unsigned kSevensOfComeSide = kProfiles * kPointStates * kKinds * 2;  // the first of them
+constexpr unsigned kGroups = kSevensOfComeSide + ((kProfiles * 2) << kNumbers);
+static_assert(kGroups <= PhantomWagers::kMostGroups);
 
 /// Rolls that are alike in all that phantom wagers depend on.
 struct Alike {
@@ -30,16 +33,13 @@ struct Alike {
   int LastRoll = 0;
 };
 
-/// The bets of a throw that depend on the established numbers, and all others.
-enum class Side { Come, Others, Both };
-
 /// What the rolls of a group have in common.
 struct GroupKey {
   Side Bets = Side::Both;
   unsigned Profile = 0;
   unsigned PointState = 0;
   ThrowNumber Thrown = 0;
-  unsigned Established = 0;  // one bit a number
+  NumberSet Established = 0;
 };
 
 /// By point, 0 for none.
@@ -70,25 +70,22 @@ struct Ledger {
   std::array<int, kLongGap + 1> NoGaps{};              // of that one
   std::array<int, kMostEventsOfThrow> LastAtBefore{};  // of the events of the last throw
 
-  // By working states, point state and dice, and for a number whether it is established. A 7
-  // decides all numbers: its Come side is counted apart, by come-out or not and all that are
-  // established.
-  std::array<Alike, kProfiles * kPointStates * kKinds * 2> Groups{};
-  std::array<Alike, (kProfiles * 2U) << kNumbers> SevensOfComeSide{};
+  std::array<Alike, kGroups> Groups{};
   struct Touched {
-    Alike* Group;
+    unsigned At;  // of the group
     GroupKey Key;
   };
   std::vector<Touched> TouchedGroups;
   ThrowNumber LastThrown = 0;
 
-  unsigned Established = 0;  // when the last throw was thrown
+  NumberSet Established = 0;  // when the last throw was thrown
   std::array<WorkingStates, kProfiles> Profiles{};
   unsigned ProfileCount = 0;
   unsigned Profile = 0;    // the one in force
   unsigned KeptSince = 1;  // rises when the profiles start from nothing
 };
 Ledger ledger;
+PhantomWagers phantomWagers;
 
 constexpr std::array<BetFamily, 4> kMovingFamilies = {DontComeFamily, DontComeOddsFamily,
                                                       ComeFamily, ComeOddsFamily};
@@ -115,8 +112,6 @@ void TakeEventBases() {
 void TakePhantomBases() {
   ledger.PhantomsAt = Game.RollCount[0];
   ledger.Established = EstablishedInTable();
-  ledger.ProfileCount = 0;
-  ++ledger.KeptSince;
   Game.WorkingTouched = true;
 }
 
@@ -137,13 +132,21 @@ void FollowThrow(int thrown, bool pointStood) {
   ledger.Established = others | (pointStood ? number : 0);
 }
 
+/// Starts the sets of working states from nothing.
+void ForgetProfiles() {
+  SettleLedger();
+  ledger.ProfileCount = 0;
+  ++ledger.KeptSince;
+  phantomWagers.ForgetPlans();
+}
+
 /// Puts a set of working states in force for the rolls to come.
 void PutInForce(const WorkingStates& states) {
   const auto begin = ledger.Profiles.begin();
   const auto end = begin + ledger.ProfileCount;
   auto profile = std::find(begin, end, states);
   if (profile == end) {
-    if (ledger.ProfileCount == kProfiles) SettleLedger();  // starts them from nothing
+    if (ledger.ProfileCount == kProfiles) ForgetProfiles();
     profile = begin + ledger.ProfileCount++;
     *profile = states;
   }
@@ -259,9 +262,15 @@ int ThrowsOfEvent(unsigned event) {
 
 // --- Phantom wagers ---
 
-void AddTo(Alike& group, const GroupKey& key, int now) {
-  if (group.Count++ == 0) ledger.TouchedGroups.push_back({&group, key});
+void AddTo(unsigned at, const GroupKey& key, int now) {
+  Alike& group = ledger.Groups[at];
+  if (group.Count++ == 0) ledger.TouchedGroups.push_back({at, key});
   group.LastRoll = now;
+}
+
+void ForgetGroups() {
+  for (const Ledger::Touched& touched : ledger.TouchedGroups) ledger.Groups[touched.At] = {};
+  ledger.TouchedGroups.clear();
 }
 
 void CountGroups(const LedgerThrow& entry, int now) {
@@ -270,15 +279,15 @@ void CountGroups(const LedgerThrow& entry, int now) {
   const unsigned state = kPointStateOf[entry.Point];
   const unsigned profile = entry.Profile;
   const unsigned at = ((profile * kPointStates + state) * kKinds + kKindOfThrow[thrown]) * 2;
+  const NumberSet established = ledger.Established;
   if (total == 7) {
-    AddTo(ledger.Groups[at], {Side::Others, profile, state, thrown, 0}, now);
-    const unsigned comeAt =
-        ((profile * 2 + (state == 0 ? 0U : 1U)) << kNumbers) + ledger.Established;
-    AddTo(ledger.SevensOfComeSide[comeAt], {Side::Come, profile, state, thrown, ledger.Established},
-          now);
+    const unsigned comeOut = state == 0 ? 0 : 1;
+    const unsigned comeAt = kSevensOfComeSide + ((profile * 2 + comeOut) << kNumbers) + established;
+    AddTo(at, {Side::Others, profile, state, thrown, 0}, now);
+    AddTo(comeAt, {Side::Come, profile, state, thrown, established}, now);
   } else {
-    const unsigned own = ledger.Established & kBitOfTotal[static_cast<unsigned>(total)];
-    AddTo(ledger.Groups[at + (own != 0 ? 1 : 0)], {Side::Both, profile, state, thrown, own}, now);
+    const NumberSet own = established & kBitOfTotal[static_cast<unsigned>(total)];
+    AddTo(at + (own != 0 ? 1 : 0), {Side::Both, profile, state, thrown, own}, now);
   }
 }
 
@@ -290,117 +299,37 @@ void WriteEstablished(unsigned established) {
     }
 }
 
-bool IsOfSide(Side side, int betId) {
-  const bool comeSide = betId >= DontCome4 && betId <= Come10Odds;
-  return side == Side::Both || (side == Side::Come) == comeSide;
+PhantomWagers::Plan PlanOf(const Ledger::Touched& group) {
+  if (!phantomWagers.HasPlan(group.At)) {
+    const GroupKey& key = group.Key;
+    const DecidedThrow thrown = {FirstDieOf(key.Thrown), SecondDieOf(key.Thrown),
+                                 PointOf(key.PointState)};
+    phantomWagers.MakePlan(group.At, {key.Bets, thrown, key.Established},
+                           ledger.Profiles[key.Profile]);
+  }
+  return phantomWagers.PlanOf(group.At);
 }
 
-/// The phantom wagers of one settling, gathered by bet and outcome: what one dollar wins or loses
-/// is worked out once for each outcome under the same rules.
-class PhantomWagers {
- public:
-  /// `count` rolls more in which the throw decides the bet; those that came last are added last.
-  void Add(int betId, DecisionCode code, const DecidedThrow& thrown, int count) {
-    Known& known = KnownOf(betId, code, thrown);
-    if (known.Gross == 0) return;
-    if (known.Count == 0) gathered_.push_back({betId, &known});
-    known.Count += count;
-    last_[static_cast<unsigned>(betId)][known.Gross > 0 ? 1 : 0] = known.Order = ++order_;
-  }
-
-  /// What the throw wins or loses for one dollar.
-  Currency Gross(int betId, DecisionCode code, const DecidedThrow& thrown) {
-    return KnownOf(betId, code, thrown).Gross;
-  }
-
-  /// Records them, of each bet the last win and the last loss at the end.
-  void Record() {
-    for (const bool last : {false, true})
-      for (const auto& [betId, known] : gathered_) {
-        const unsigned won = known->Gross > 0 ? 1 : 0;
-        if (last != (known->Order == last_[static_cast<unsigned>(betId)][won])) continue;
-        RecordBetOutcomes(Phantom, betId, 1, known->Gross, known->Count);
-        known->Count = 0;
-      }
-    gathered_.clear();
-    order_ = 0;
-  }
-
-  void Forget() { ++rules_; }
-
- private:
-  static constexpr unsigned kPlaces = 32;
-  struct Known {
-    unsigned Rules = 0;
-    int Count = 0;
-    int Order = 0;
-    Currency Gross;
-  };
-  struct Gathered {
-    int Bet;
-    Known* Of;
-  };
-
-  /// The outcomes that a bet can have lie in places of their own.
-  Known& KnownOf(int betId, DecisionCode code, const DecidedThrow& thrown) {
-    const int outcome = OutcomeOf(betId, code, thrown);
-    const unsigned place = code > 0 ? 1 + static_cast<unsigned>(outcome) % (kPlaces - 1) : 0;
-    Known& known = known_[static_cast<unsigned>(betId)][place];
-    if (known.Rules != rules_)
-      known = {rules_, 0, 0, FigurePayoff(FigureRate, betId, code, 1, thrown).Gross};
-    return known;
-  }
-
-  std::array<std::array<Known, kPlaces>, kBetSlots> known_;
-  std::array<std::array<int, 2>, kBetSlots> last_{};
-  std::vector<Gathered> gathered_;
-  int order_ = 0;
-  unsigned rules_ = 1;
-};
-PhantomWagers phantomWagers;
-
-/// Gathers the phantom wagers of `count` rolls that are alike. Those that have to be established
-/// are recorded at once: the record tells which are.
-void AddGroup(const GroupKey& key, int count) {
-  if (count == 0) return;
-  const DecidedThrow thrown = {FirstDieOf(key.Thrown), SecondDieOf(key.Thrown),
-                               PointOf(key.PointState)};
-  const WorkingStates& states = ledger.Profiles[key.Profile];
-  if (key.Bets != Side::Others) WriteEstablished(key.Established);
-  for (const DecisionStep& step :
-       DecisionsOf(thrown.Point, thrown.Die1, thrown.Die2, Game.BarDont)) {
-    if (step.Kind != StepKind::Decide || states[step.Bet] < Working ||
-        !IsOfSide(key.Bets, step.Bet))
-      continue;
-    const auto code = static_cast<DecisionCode>(step.Code);
-    if (IsOfSide(Side::Come, step.Bet))
-      RecordBetOutcomes(Phantom, step.Bet, 1, phantomWagers.Gross(step.Bet, code, thrown), count);
-    else
-      phantomWagers.Add(step.Bet, code, thrown, count);
-  }
+/// Only what somebody watched the rules for can be kept.
+void FollowWatchOfRules() {
+  static bool watched = false;
+  if (!watched || !Game.KnownRollsOn) phantomWagers.ForgetPayoffs();
+  watched = Game.KnownRollsOn;
 }
 
 void SettlePhantoms() {
-  auto& groups = ledger.TouchedGroups;
-  if (!Game.KnownRollsOn) phantomWagers.Forget();  // nobody watches the rules
-  // In the order of their last rolls, so that the last amounts of each bet come out right.
-  std::sort(groups.begin(), groups.end(),
-            [](const auto& a, const auto& b) { return a.Group->LastRoll < b.Group->LastRoll; });
-  const int now = Game.RollCount[0];
-  const auto lastRoll = std::find_if(groups.begin(), groups.end(), [now](const auto& touched) {
-    return touched.Group->LastRoll == now;
-  });
-  for (const Ledger::Touched& touched : groups) {
-    const bool ofLastRoll = touched.Group->LastRoll == now;
-    AddGroup(touched.Key, touched.Group->Count - (ofLastRoll ? 1 : 0));
-    *touched.Group = Alike();
+  FollowWatchOfRules();
+  for (const Ledger::Touched& touched : ledger.TouchedGroups) {
+    const Alike& group = ledger.Groups[touched.At];
+    phantomWagers.Add(PlanOf(touched), group.Count, group.LastRoll);
   }
   phantomWagers.Record();
   // Only the last roll leaves stats of its own.
   ClearRollStats(Phantom);
-  for (auto touched = lastRoll; touched != groups.end(); ++touched) AddGroup(touched->Key, 1);
-  phantomWagers.Record();
-  groups.clear();
+  for (const Ledger::Touched& touched : ledger.TouchedGroups)
+    if (ledger.Groups[touched.At].LastRoll == Game.RollCount[0])
+      phantomWagers.RecordLastRoll(PlanOf(touched));
+  ForgetGroups();
   WriteEstablished(ledger.Established);
 }
 
@@ -408,9 +337,8 @@ void SettlePhantoms() {
 
 void OpenLedger() {
   Game.LedgerOpen = true;
-  for (const Ledger::Touched& touched : ledger.TouchedGroups) *touched.Group = Alike();
-  ledger.TouchedGroups.clear();
-  ledger.TouchedGroups.reserve(ledger.Groups.size() + ledger.SevensOfComeSide.size());
+  ForgetGroups();
+  ledger.TouchedGroups.reserve(kGroups);
   TakeEventBases();
   TakePhantomBases();
 }
@@ -444,7 +372,7 @@ void KeepProfile(LedgerProfile& profile, const std::int8_t* states) {
   profile = {ledger.Profile, ledger.KeptSince};
 }
 
-void ForgetPhantomPayoffs() { phantomWagers.Forget(); }
+void ForgetPhantomPayoffs() { phantomWagers.ForgetPayoffs(); }
 
 void EnterThrow() {
   const ThrowNumber thrown = NumberOfThrow(Game.Die1, Game.Die2);

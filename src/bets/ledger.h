@@ -30,7 +30,7 @@ struct LedgerProfile {
   bool IsKept() const;
 };
 
-/// Whether one more can be kept without settling the ledger, at which all places are lost.
+/// Whether one more can be kept; otherwise all places are lost, for which the ledger is settled.
 bool HasRoomForProfile();
 
 /// Gives working states a place: `states` by bet id. Settles the ledger when there is no room.

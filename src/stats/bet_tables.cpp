@@ -12,13 +12,6 @@ Currency& Stat(BetTable& table, BetKind kind, int betId, BetStat stat) {
   return table[kind][static_cast<unsigned>(betId)][stat];
 }
 
-/// A phantom wager on a number that no Come or Don't Come bet has moved to.
-bool NotEstablished(int betId) {
-  if (betId < DontCome4 || betId > Come10Odds) return false;
-  if (betId >= Come4 && Game.AllowPutBets) return false;
-  return Stat(Game.BetWagers, Phantom, betId, StatEstablished) == 0;
-}
-
 Currency LayVigOf(BetKind kind, int betId) {
   if (kind == Actual) return Game.LayVigHeld[static_cast<unsigned>(betId - Lay4)];
   const PayoffRecord& payoff = Game.Payoff[static_cast<unsigned>(betId)];
@@ -35,19 +28,31 @@ Currency VigInWager(BetKind kind, int betId) {
   return Currency();
 }
 
-void RecordEarlierAmount(BetStats& stats, Currency amount, int count) {
+void AddAmounts(BetStats& stats, Currency amount, int count) {
   stats[StatCount] += count;
   stats[StatSum] += amount * count;
   if (amount > stats[StatHighest]) stats[StatHighest] = amount;
   const bool first = stats[StatLowest] == 0;
   if (first || amount < stats[StatLowest]) stats[StatLowest] = amount;
+}
+
+void RecordEarlierAmount(BetStats& stats, Currency amount, int count) {
+  AddAmounts(stats, amount, count);
   stats[StatLast] = amount;
 }
 
-void RecordAmount(BetStats& stats, Currency amount, int count) {
-  RecordEarlierAmount(stats, amount, count);
+void SetAmountOfRoll(BetStats& stats, Currency amount) {
   stats[StatRollCount] = 1;
   stats[StatRollAmount] = amount;
+}
+
+void RecordAmount(BetStats& stats, Currency amount) {
+  RecordEarlierAmount(stats, amount, 1);
+  SetAmountOfRoll(stats, amount);
+}
+
+BetStats& WinsOrLosses(BetKind kind, int betId, Currency net) {
+  return (net > 0 ? Game.BetWins : Game.BetLosses)[kind][static_cast<unsigned>(betId)];
 }
 
 double Square(Currency amount) { return amount.ToDouble() * amount.ToDouble(); }
@@ -80,21 +85,41 @@ void SetEstablished(int betId, bool established) {
 
 }  // namespace
 
-void RecordBetOutcomes(BetKind kind, int betId, Currency wager, Currency net, int count) {
+bool PhantomCounts(int betId, bool established) {
+  if (betId < DontCome4 || betId > Come10Odds) return true;
+  return established || (betId >= Come4 && Game.AllowPutBets);
+}
+
+Currency PhantomStake(int betId) { return 1 + VigInWager(Phantom, betId); }
+
+void RecordPhantoms(const PhantomOutcome& outcome, int count, bool latest) {
+  const auto& [betId, staked, net] = outcome;
+  RecordEarlierAmount(Game.BetWagers[Phantom][static_cast<unsigned>(betId)], staked, count);
+  BetStats& stats = WinsOrLosses(Phantom, betId, net);
+  AddAmounts(stats, Abs(net), count);
+  if (latest) stats[StatLast] = Abs(net);
+}
+
+void RecordPhantomOfRoll(const PhantomOutcome& outcome) {
+  const auto& [betId, staked, net] = outcome;
+  SetAmountOfRoll(Game.BetWagers[Phantom][static_cast<unsigned>(betId)], staked);
+  SetAmountOfRoll(WinsOrLosses(Phantom, betId, net), Abs(net));
+}
+
+void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net) {
   if (net == 0) return;
-  if (kind == Phantom && NotEstablished(betId)) return;
-  const auto at = static_cast<unsigned>(betId);
   const Currency staked = wager + VigInWager(kind, betId);
-  RecordAmount(Game.BetWagers[kind][at], staked, count);
-  if (kind == Actual) Game.WagerSquares[at] += count * Square(staked);
-  RecordAmount((net > 0 ? Game.BetWins : Game.BetLosses)[kind][at], Abs(net), count);
+  if (kind == Actual) return RecordStaked(betId, staked, net);
+  if (!PhantomCounts(betId, Stat(Game.BetWagers, kind, betId, StatEstablished) != 0)) return;
+  RecordAmount(Game.BetWagers[kind][static_cast<unsigned>(betId)], staked);
+  RecordAmount(WinsOrLosses(kind, betId, net), Abs(net));
 }
 
 void RecordStaked(int betId, Currency staked, Currency net) {
   const auto at = static_cast<unsigned>(betId);
-  RecordAmount(Game.BetWagers[Actual][at], staked, 1);
+  RecordAmount(Game.BetWagers[Actual][at], staked);
   Game.WagerSquares[at] += Square(staked);
-  RecordAmount((net > 0 ? Game.BetWins : Game.BetLosses)[Actual][at], Abs(net), 1);
+  RecordAmount(WinsOrLosses(Actual, betId, net), Abs(net));
 }
 
 void CountStreak(int betId, Currency net) {
@@ -107,11 +132,7 @@ void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count) 
   const auto at = static_cast<unsigned>(betId);
   RecordEarlierAmount(Game.BetWagers[Actual][at], staked, count);
   Game.WagerSquares[at] += count * Square(staked);
-  RecordEarlierAmount((net > 0 ? Game.BetWins : Game.BetLosses)[Actual][at], Abs(net), count);
-}
-
-void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net) {
-  RecordBetOutcomes(kind, betId, wager, net, 1);
+  RecordEarlierAmount(WinsOrLosses(Actual, betId, net), Abs(net), count);
 }
 
 void ClearRollStats() {

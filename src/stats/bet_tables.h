@@ -9,8 +9,26 @@
 /// established, but for the Come side with put bets allowed.
 void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net);
 
-/// `count` decisions of a bet that are all alike, as if recorded one by one.
-void RecordBetOutcomes(BetKind kind, int betId, Currency wager, Currency net, int count);
+/// What a decision adds to the phantom tables: the dollar with the vig that joins it, and what it
+/// wins or loses, which isn't 0.
+struct PhantomOutcome {
+  int Bet = 0;
+  Currency Staked;
+  Currency Net;
+};
+
+/// The dollar of the phantom wager on a bet, with the vig that joins it.
+Currency PhantomStake(int betId);
+
+/// Whether a phantom decision counts, by whether its bet is established.
+bool PhantomCounts(int betId, bool established);
+
+/// `count` phantom decisions that are all alike, without the stats of a last roll. `latest`: after
+/// all that were recorded before, of those that won, or of those that lost.
+void RecordPhantoms(const PhantomOutcome& outcome, int count, bool latest);
+
+/// The stats of the last roll for a phantom decision that has been recorded.
+void RecordPhantomOfRoll(const PhantomOutcome& outcome);
 
 /// Records an actual decision. `staked` is the wager with what vig joins it.
 void RecordStaked(int betId, Currency staked, Currency net);
