@@ -31,9 +31,6 @@ struct DecisionStep {
 /// that runs out, and to the log.
 std::span<const DecisionStep> DecisionsOf(int prevPoint, int die1, int die2, int barDont);
 
-/// A set of bets 1 to 83, a bit for each id.
-using BetMask = std::array<std::uint64_t, 2>;
-
 /// The steps of a throw, with what finds those of the bets that stand.
 struct ThrowSteps {
   const DecisionStep* Steps = nullptr;

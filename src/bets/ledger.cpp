@@ -19,6 +19,7 @@ constexpr unsigned kKinds = kThrowKinds + 1;  // 0 is not used
 constexpr unsigned kNumbers = 6;
 constexpr unsigned kProfiles = 16;  // sets of working states that are told apart at a time
 constexpr unsigned kMostEventsOfThrow = 11;
+constexpr unsigned kMostWaiting = 1024;
 
 // Groups go by working states, point state and dice, and for a number whether it is established. A
 // 7 decides all numbers: its Come side is counted apart, by come-out or not and all that are
@@ -42,6 +43,14 @@ struct GroupKey {
   NumberSet Established = 0;
 };
 
+/// A throw that isn't counted yet. A game that ends without anybody having looked never counts it.
+struct WaitingThrow {
+  ThrowNumber Thrown = 0;
+  unsigned char Point = 0;
+  unsigned char Profile = 0;
+  unsigned char Established = 0;
+};
+
 /// By point, 0 for none.
 constexpr auto kPointStateOf = [] {
   std::array<unsigned, 11> states{};
@@ -61,6 +70,10 @@ struct EventSlot {
 };
 
 struct Ledger {
+  std::array<WaitingThrow, kMostWaiting> Waiting{};
+  unsigned WaitingCount = 0;
+  int CountedAt = 0;  // the last roll before them
+
   int EventsAt = 0;    // `RollCount[0]` when the events were last up to date
   int PhantomsAt = 0;  // and everything else
 
@@ -100,6 +113,8 @@ unsigned EstablishedInTable() {
 }
 
 void TakeEventBases() {
+  ledger.WaitingCount = 0;
+  ledger.CountedAt = Game.RollCount[0];
   ledger.EventsAt = Game.RollCount[0];
   ledger.Throws.fill(0);
   for (unsigned event = 0; event < kRollEvents; ++event)
@@ -273,13 +288,13 @@ void ForgetGroups() {
   ledger.TouchedGroups.clear();
 }
 
-void CountGroups(const LedgerThrow& entry, int now) {
+void CountGroups(const WaitingThrow& entry, int now) {
   const ThrowNumber thrown = entry.Thrown;
   const int total = kTotalOfThrow[thrown];
   const unsigned state = kPointStateOf[entry.Point];
   const unsigned profile = entry.Profile;
   const unsigned at = ((profile * kPointStates + state) * kKinds + kKindOfThrow[thrown]) * 2;
-  const NumberSet established = ledger.Established;
+  const NumberSet established = entry.Established;
   if (total == 7) {
     const unsigned comeOut = state == 0 ? 0 : 1;
     const unsigned comeAt = kSevensOfComeSide + ((profile * 2 + comeOut) << kNumbers) + established;
@@ -291,12 +306,31 @@ void CountGroups(const LedgerThrow& entry, int now) {
   }
 }
 
+/// Counts the throws that wait.
+void CountWaiting() {
+  if (ledger.WaitingCount == 0) return;
+  const auto waiting = std::span(ledger.Waiting).first(ledger.WaitingCount);
+  int now = ledger.CountedAt;
+  for (const WaitingThrow& entry : waiting) CountGroups(entry, ++now);
+  now = ledger.CountedAt;
+  for (const WaitingThrow& entry : waiting.first(waiting.size() - 1))
+    CountEvents(entry.Thrown, ++now);
+  CountLastEvents(waiting.back().Thrown, ++now);
+  Game.GapsTallied = true;
+  ledger.CountedAt = now;
+  ledger.WaitingCount = 0;
+}
+
+void Enter(ThrowNumber thrown, unsigned char point, unsigned profile) {
+  if (ledger.WaitingCount == kMostWaiting) CountWaiting();
+  ledger.Waiting[ledger.WaitingCount++] = {thrown, point, static_cast<unsigned char>(profile),
+                                           static_cast<unsigned char>(ledger.Established)};
+}
+
 void WriteEstablished(unsigned established) {
   for (const int number : kPointNumbers)
-    for (const BetFamily family : kMovingFamilies) {
-      const auto bet = static_cast<unsigned>(BetOnNumber(family, number));
-      Game.BetWagers[Phantom][bet][StatEstablished] = (established & NumberBit(number)) ? 1 : 0;
-    }
+    for (const BetFamily family : kMovingFamilies)
+      SetEstablished(BetOnNumber(family, number), (established & NumberBit(number)) != 0);
 }
 
 PhantomWagers::Plan PlanOf(const Ledger::Touched& group) {
@@ -375,31 +409,25 @@ void KeepProfile(LedgerProfile& profile, const std::int8_t* states) {
 void ForgetPhantomPayoffs() { phantomWagers.ForgetPayoffs(); }
 
 void EnterThrow() {
-  const ThrowNumber thrown = NumberOfThrow(Game.Die1, Game.Die2);
-  const int now = Game.RollCount[0];
-  CountLastEvents(thrown, now);
-  CountGroups({thrown, static_cast<unsigned char>(Game.PrevPoint), ledger.Profile}, now);
+  Enter(NumberOfThrow(Game.Die1, Game.Die2), static_cast<unsigned char>(Game.PrevPoint),
+        ledger.Profile);
 }
 
 void EnterThrows(std::span<const LedgerThrow> throws) {
-  const int before = Game.RollCount[0];
-  int now = before;
   int total = Game.RollTotal;
   int point = Game.PrevPoint;
   for (const LedgerThrow& entry : throws) {
     FollowThrow(total, point > 0);
-    CountGroups(entry, ++now);
+    Enter(entry.Thrown, entry.Point, entry.Profile);
     total = kTotalOfThrow[entry.Thrown];
     point = entry.Point;
   }
-  now = before;
-  for (const LedgerThrow& entry : throws.first(throws.size() - 1)) CountEvents(entry.Thrown, ++now);
-  CountLastEvents(throws.back().Thrown, ++now);
   ledger.Profile = throws.back().Profile;
 }
 
 void SettleEvents() {
   if (!Game.LedgerOpen || Game.RollCount[0] == ledger.EventsAt) return;
+  CountWaiting();
   SettleEventCounts();
   SettleSince(Game.RollCount[0]);
   TakeEventBases();
@@ -416,7 +444,9 @@ void SettleLedger() {
 
 int RollsSinceNow(int event) {
   const auto e = static_cast<unsigned>(event);
-  return Game.LedgerOpen ? Game.RollCount[0] - ledger.Events[e].LastAt : Game.RollsSince[e];
+  if (!Game.LedgerOpen) return Game.RollsSince[e];
+  CountWaiting();
+  return Game.RollCount[0] - ledger.Events[e].LastAt;
 }
 
 ShooterTally ShooterTallyNow(int event) {
@@ -425,6 +455,7 @@ ShooterTally ShooterTallyNow(int event) {
                         Game.ShooterSincePrev[e]};
   const int now = Game.RollCount[0];
   if (!Game.LedgerOpen || now == ledger.EventsAt) return tally;
+  CountWaiting();
   tally.Count += ThrowsOfEvent(e);
   tally.CountPrev = tally.Count;
   const int rolls = now - ledger.EventsAt;

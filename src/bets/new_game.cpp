@@ -1,6 +1,7 @@
 #include "bets/new_game.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "bets/bet_history.h"
 #include "bets/chips.h"
@@ -31,6 +32,7 @@ void ClearBets(bool preserveStacks) {
 
 /// No gap is longer than the game: of the largest table only what a short game can have filled.
 void ClearGaps() {
+  if (!std::exchange(Game.GapsTallied, false)) return;
   const int longest = std::min(Game.RollCount[AnyRoll], kLongGap - 1);
   for (auto& gaps : Game.RollGapTally) {
     std::fill_n(gaps.begin(), longest + 1, 0);
@@ -47,10 +49,7 @@ void ClearTallies() {
   Game.ShooterEventPrev = {};
   Game.ShooterSince = {};
   Game.ShooterSincePrev = {};
-  Game.BetWagers = {};
-  Game.BetWins = {};
-  Game.BetLosses = {};
-  Game.WagerSquares = {};
+  ClearBetTables();
 }
 
 void ClearStatistics() {
@@ -108,6 +107,12 @@ void StartLog() {
 }
 
 }  // namespace
+
+void ExpectAnyTallies() {
+  for (BetMask& bets : Game.TalliedBets)
+    for (unsigned row = 0; row < Game.BetWagers[Phantom].size(); ++row) AddBet(bets, row);
+  Game.GapsTallied = true;
+}
 
 void NewGame(bool preserveStacks) {
   AddFinishedGame();

@@ -48,6 +48,11 @@ struct Tallies {
   BetTable BetWins{};
   BetTable BetLosses{};
 
+  // The rows of these tables that may hold something, and whether there may be gaps: whoever writes
+  // there enters it, and a new game clears nothing else.
+  std::array<BetMask, kBetKinds> TalliedBets{};
+  bool GapsTallied = false;
+
   // The sum of the squares of each bet's actual wagers, in dollars squared: what luck is measured
   // by.
   std::array<double, 101> WagerSquares{};

@@ -8,6 +8,7 @@
 #include "bets/bet_history.h"
 #include "bets/consistency.h"
 #include "bets/ledger.h"
+#include "bets/new_game.h"
 #include "core/checksum.h"
 #include "core/error_report.h"
 #include "core/faults.h"
@@ -228,6 +229,7 @@ Taken TakeRecord(const RecordFile& file, bool windows) {
     EndCommands();
     TakeFields(GameFields(), file, Game);
     if (windows) TakeFields(WindowFields(), file, Game);
+    ExpectAnyTallies();
     taken.ChipRecords = RecordsOfChips(Game.ChipCount);
     TakeChips(file);
     taken.CountersAnew = RepairGame();

@@ -24,11 +24,13 @@ Guard guard;
 
 bool AnySumBeyond(Currency most) {
   if (Abs(Game.BankrollSum) > most) return true;
-  const auto isBeyond = [most](const BetStats& stats) { return stats[StatSum] > most; };
-  for (const BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses})
-    for (const auto& kind : *table)
-      if (std::any_of(kind.begin() + Lay4, kind.end(), isBeyond)) return true;
-  return false;
+  bool beyond = false;
+  for (const BetKind kind : {Phantom, Actual})
+    ForBetsIn(Game.TalliedBets[kind], [&](unsigned id) {
+      for (const BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses})
+        beyond |= id != 0 && (*table)[kind][id][StatSum] > most;  // 0 is the totals
+    });
+  return beyond;
 }
 
 }  // namespace

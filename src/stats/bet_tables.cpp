@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -51,6 +52,15 @@ void RecordAmount(BetStats& stats, Currency amount) {
   SetAmountOfRoll(stats, amount);
 }
 
+void Enter(BetKind kind, int betId) {
+  AddBet(Game.TalliedBets[kind], static_cast<unsigned>(betId));
+}
+
+/// The row of a decision's wager, which is entered with that of its win or loss.
+BetStats& WagersOf(BetKind kind, int betId) {
+  Enter(kind, betId);
+  return Game.BetWagers[kind][static_cast<unsigned>(betId)];
+}
 BetStats& WinsOrLosses(BetKind kind, int betId, Currency net) {
   return (net > 0 ? Game.BetWins : Game.BetLosses)[kind][static_cast<unsigned>(betId)];
 }
@@ -79,8 +89,17 @@ void AddFinished(BetStats& finished, const BetStats& ended) {
   finished[StatLast] = ended[StatLast];
 }
 
-void SetEstablished(int betId, bool established) {
-  Stat(Game.BetWagers, Phantom, betId, StatEstablished) = established ? 1 : 0;
+/// The rows of a bet in the three tables.
+template <typename Action>
+void ForRowsOf(BetKind kind, unsigned betId, Action action) {
+  action(Game.BetWagers[kind][betId]);
+  action(Game.BetWins[kind][betId]);
+  action(Game.BetLosses[kind][betId]);
+}
+
+void ForgetRoll(BetStats& stats) {
+  stats[StatRollCount] = 0;
+  stats[StatRollAmount] = 0;
 }
 
 }  // namespace
@@ -94,7 +113,7 @@ Currency PhantomStake(int betId) { return 1 + VigInWager(Phantom, betId); }
 
 void RecordPhantoms(const PhantomOutcome& outcome, int count, bool latest) {
   const auto& [betId, staked, net] = outcome;
-  RecordEarlierAmount(Game.BetWagers[Phantom][static_cast<unsigned>(betId)], staked, count);
+  RecordEarlierAmount(WagersOf(Phantom, betId), staked, count);
   BetStats& stats = WinsOrLosses(Phantom, betId, net);
   AddAmounts(stats, Abs(net), count);
   if (latest) stats[StatLast] = Abs(net);
@@ -111,14 +130,13 @@ void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net) {
   const Currency staked = wager + VigInWager(kind, betId);
   if (kind == Actual) return RecordStaked(betId, staked, net);
   if (!PhantomCounts(betId, Stat(Game.BetWagers, kind, betId, StatEstablished) != 0)) return;
-  RecordAmount(Game.BetWagers[kind][static_cast<unsigned>(betId)], staked);
+  RecordAmount(WagersOf(kind, betId), staked);
   RecordAmount(WinsOrLosses(kind, betId, net), Abs(net));
 }
 
 void RecordStaked(int betId, Currency staked, Currency net) {
-  const auto at = static_cast<unsigned>(betId);
-  RecordAmount(Game.BetWagers[Actual][at], staked);
-  Game.WagerSquares[at] += Square(staked);
+  RecordAmount(WagersOf(Actual, betId), staked);
+  Game.WagerSquares[static_cast<unsigned>(betId)] += Square(staked);
   RecordAmount(WinsOrLosses(Actual, betId, net), Abs(net));
 }
 
@@ -129,32 +147,28 @@ void CountStreak(int betId, Currency net) {
 }
 
 void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count) {
-  const auto at = static_cast<unsigned>(betId);
-  RecordEarlierAmount(Game.BetWagers[Actual][at], staked, count);
-  Game.WagerSquares[at] += count * Square(staked);
+  RecordEarlierAmount(WagersOf(Actual, betId), staked, count);
+  Game.WagerSquares[static_cast<unsigned>(betId)] += count * Square(staked);
   RecordEarlierAmount(WinsOrLosses(Actual, betId, net), Abs(net), count);
 }
 
-void ClearRollStats() {
-  ClearRollStats(Phantom);
-  ClearRollStats(Actual);
-}
-
 void ClearRollStats(BetKind kind) {
-  for (BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses}) {
-    for (unsigned betId = 0; betId <= LastBet; ++betId) {
-      (*table)[kind][betId][StatRollCount] = 0;
-      (*table)[kind][betId][StatRollAmount] = 0;
-    }
-  }
+  ForBetsIn(Game.TalliedBets[kind], [kind](unsigned betId) { ForRowsOf(kind, betId, ForgetRoll); });
 }
 
-void ClearRollStats(int betId) {
-  for (BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses}) {
-    auto& stats = (*table)[Actual][static_cast<unsigned>(betId)];
-    stats[StatRollCount] = 0;
-    stats[StatRollAmount] = 0;
-  }
+void ClearRollStats(int betId) { ForRowsOf(Actual, static_cast<unsigned>(betId), ForgetRoll); }
+
+void ClearBetTables() {
+  for (const BetKind kind : {Phantom, Actual})
+    ForBetsIn(std::exchange(Game.TalliedBets[kind], {}), [kind](unsigned betId) {
+      ForRowsOf(kind, betId, [](BetStats& stats) { stats = {}; });
+    });
+  Game.WagerSquares = {};
+}
+
+void SetEstablished(int betId, bool established) {
+  Stat(Game.BetWagers, Phantom, betId, StatEstablished) = established ? 1 : 0;
+  if (established) Enter(Phantom, betId);
 }
 
 void UpdateEstablished(int lastTotal, bool pointStood) {
@@ -169,25 +183,26 @@ void UpdateEstablished(int lastTotal, bool pointStood) {
 
 void SumBetStats(int first, int last, bool clear) {
   const std::array tables = {&Game.BetWagers, &Game.BetWins, &Game.BetLosses};
+  Enter(Actual, 0);
   if (clear)
     for (BetTable* table : tables) (*table)[Actual][0] = {};
-  for (int betId = std::max(first, +Lay4); betId <= std::min(last, +LastBet); ++betId) {
-    const auto at = static_cast<unsigned>(betId);
-    if (NeverDecided(at)) continue;
+  ForBetsIn(Game.TalliedBets[Actual], [&](unsigned at) {
+    const int betId = static_cast<int>(at);
+    if (!IsBet(betId) || betId < first || betId > last || NeverDecided(at)) return;
     for (BetTable* table : tables)
       // Required: highest and lowest are added too.
       for (unsigned stat = StatCount; stat < kBetStats; ++stat)
         AddUpTo((*table)[Actual][0][stat], (*table)[Actual][at][stat]);
-  }
+  });
 }
 
 void AddFinishedGame() {
   Game.FinishedRolls += Game.RollCount[0];
-  for (unsigned betId = Lay4; betId <= LastBet; ++betId) {
-    if (NeverDecided(betId)) continue;
+  ForBetsIn(Game.TalliedBets[Actual], [](unsigned betId) {
+    if (!IsBet(static_cast<int>(betId)) || NeverDecided(betId)) return;
     AddFinished(Game.FinishedWagers[betId], Game.BetWagers[Actual][betId]);
     AddFinished(Game.FinishedWins[betId], Game.BetWins[Actual][betId]);
     AddFinished(Game.FinishedLosses[betId], Game.BetLosses[Actual][betId]);
     Game.FinishedSquares[betId] += Game.WagerSquares[betId];
-  }
+  });
 }

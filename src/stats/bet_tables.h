@@ -40,12 +40,17 @@ void CountStreak(int betId, Currency net);
 /// what vig joins it.
 void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count);
 
-/// Clears the stats of the last roll, for bets 0 to 83, of both kinds or of one.
-void ClearRollStats();
+/// Empties the tables.
+void ClearBetTables();
+
+/// Clears the stats of the last roll of all bets of a kind.
 void ClearRollStats(BetKind kind);
 
 /// Clears the actual stats of the last roll of one bet.
 void ClearRollStats(int betId);
+
+/// Marks a Come or Don't Come bet on a number as established for the phantom wager, or not.
+void SetEstablished(int betId, bool established);
 
 /// Marks which Come and Don't Come bets on numbers are established for the phantom wager: those of
 /// `lastTotal` are if a point stood when it was thrown; after a 7 none is.

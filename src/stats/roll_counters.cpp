@@ -106,6 +106,7 @@ void Grow(int& counter, int by) {
 }  // namespace
 
 void TallyEvent(int event) {
+  Game.GapsTallied = true;
   const auto at = static_cast<unsigned>(event);
   Grow(Game.RollCount[at], 1);
   Grow(Game.ShooterEvent[at], 1);

@@ -1,5 +1,11 @@
 // A new game: what is cleared, what is kept, and the bankroll it begins with.
 #include "bets/new_game.h"
+
+#include <functional>
+
+#include "stats/bet_tables.h"
+#include "stats/roll_counters.h"
+#include "support/same_game.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -30,6 +36,26 @@ TEST_F(NewGameTest, ChipStacksGoUnlessTheyAreToStay) {
   EXPECT_EQ(Bet(FirstChipStack), Currency(0));
   EXPECT_EQ(Game.ChipStackName[0] + Game.GameFileName, "Mine");
   EXPECT_EQ(std::pair(Game.AutoRollsLeft, Game.BetWorking[Place4]), std::pair(7, +NotWorking));
+}
+
+TEST_F(NewGameTest, WhateverWritesTalliesIsCleared) {
+  const std::function<void()> writers[] = {
+      [] { RecordBetOutcome(Phantom, Field, 1, 2); },
+      [] { RecordBetOutcome(Actual, Place8, 6, 7); },
+      [] { RecordStaked(Lay4, 21, -21); },
+      [] { RecordEarlierOutcomes(Hop55, 5, -5, 3); },
+      [] {
+        RecordPhantoms({Hard4, 1, 7}, 4, true);
+      },
+      [] { UpdateEstablished(8, true); },
+      [] { RecordStaked(Big6, 6, 6), SumBetStats(Lay4, LastBet, true); },
+      [] { TallyThrow(); },
+  };
+  for (const auto& write : writers) {
+    write();
+    NewGame(false);
+    ASSERT_TRUE(FieldsOf(Tallies(Game)) == FieldsOf(Tallies())) << &write - writers;
+  }
 }
 
 TEST_F(NewGameTest, TheBankrollBeginsByItsType) {
