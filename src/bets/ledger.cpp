@@ -138,13 +138,13 @@ constexpr auto kBitOfTotal = [] {
   return bits;
 }();
 
-/// The established numbers follow the throw before, a total thrown with a point or without. Without
-/// a jump: nobody can foretell the dice.
-void FollowThrow(int thrown, bool pointStood) {
+/// The established numbers after a throw, a total thrown with a point or without. Without a jump:
+/// nobody can foretell the dice.
+NumberSet EstablishedAfter(NumberSet established, int thrown, bool pointStood) {
   const auto total = static_cast<unsigned>(thrown);
-  const unsigned number = kBitOfTotal[total];
-  const unsigned others = total == 7 ? 0 : ledger.Established & ~number;
-  ledger.Established = others | (pointStood ? number : 0);
+  const NumberSet number = kBitOfTotal[total];
+  const NumberSet others = total == 7 ? 0 : established & ~number;
+  return others | (pointStood ? number : 0);
 }
 
 /// Starts the sets of working states from nothing.
@@ -321,10 +321,17 @@ void CountWaiting() {
   ledger.WaitingCount = 0;
 }
 
-void Enter(ThrowNumber thrown, unsigned char point, unsigned profile) {
-  if (ledger.WaitingCount == kMostWaiting) CountWaiting();
-  ledger.Waiting[ledger.WaitingCount++] = {thrown, point, static_cast<unsigned char>(profile),
-                                           static_cast<unsigned char>(ledger.Established)};
+/// The places of the next throws that wait, at most `kMostWaiting`.
+std::span<WaitingThrow> NextWaiting(std::size_t throws) {
+  if (ledger.WaitingCount + throws > kMostWaiting) CountWaiting();
+  const std::size_t first = ledger.WaitingCount;
+  ledger.WaitingCount += static_cast<unsigned>(throws);
+  return std::span(ledger.Waiting).subspan(first, throws);
+}
+
+WaitingThrow Waiting(const LedgerThrow& entry, NumberSet established) {
+  return {entry.Thrown, entry.Point, static_cast<unsigned char>(entry.Profile),
+          static_cast<unsigned char>(established)};
 }
 
 void WriteEstablished(unsigned established) {
@@ -387,7 +394,7 @@ void CloseLedger() {
 bool LedgerIsOpen() { return Game.LedgerOpen; }
 
 void BeginLedgerRoll() {
-  FollowThrow(Game.RollTotal, Game.PrevPrevPoint > 0);
+  ledger.Established = EstablishedAfter(ledger.Established, Game.RollTotal, Game.PrevPrevPoint > 0);
   if (!Game.WorkingTouched) return;
   WorkingStates states{};
   std::copy_n(Game.BetWorking.begin(), states.size(), states.begin());
@@ -409,19 +416,23 @@ void KeepProfile(LedgerProfile& profile, const std::int8_t* states) {
 void ForgetPhantomPayoffs() { phantomWagers.ForgetPayoffs(); }
 
 void EnterThrow() {
-  Enter(NumberOfThrow(Game.Die1, Game.Die2), static_cast<unsigned char>(Game.PrevPoint),
-        ledger.Profile);
+  const auto point = static_cast<unsigned char>(Game.PrevPoint);
+  NextWaiting(1)[0] =
+      Waiting({NumberOfThrow(Game.Die1, Game.Die2), point, ledger.Profile}, ledger.Established);
 }
 
 void EnterThrows(std::span<const LedgerThrow> throws) {
   int total = Game.RollTotal;
   int point = Game.PrevPoint;
+  NumberSet established = ledger.Established;
+  WaitingThrow* waiting = NextWaiting(throws.size()).data();
   for (const LedgerThrow& entry : throws) {
-    FollowThrow(total, point > 0);
-    Enter(entry.Thrown, entry.Point, entry.Profile);
+    established = EstablishedAfter(established, total, point > 0);
+    *waiting++ = Waiting(entry, established);
     total = kTotalOfThrow[entry.Thrown];
     point = entry.Point;
   }
+  ledger.Established = established;
   ledger.Profile = throws.back().Profile;
 }
 

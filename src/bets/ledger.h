@@ -43,7 +43,7 @@ struct LedgerThrow {
   unsigned Profile = 0;     // the place of the working states
 };
 
-/// Enters throws, at least one, before the record knows or counts any of them.
+/// Enters throws, 1 to 1,024 of them, before the record knows or counts any.
 void EnterThrows(std::span<const LedgerThrow> throws);
 
 /// House rules are others than at the last settling.
