@@ -99,10 +99,11 @@ BetPayoff PayoffBeforeVig(int betId, DecisionCode code, Currency amount,
 
 void LogDecision(int betId) {
   if (!Game.EventsLogActive) return;
+  const std::string& name = Game.BetNames[static_cast<unsigned>(betId)];
   if (Game.NetPayoff > 0 && Game.LogBetsWon)
-    WriteLogLine({"      ", BetName(betId), " bet won $", MoneyText(Game.NetPayoff)});
+    WriteLogLine("      ", name, " bet won $", Game.NetPayoff);
   if (Game.NetPayoff < 0 && Game.LogBetsLost)
-    WriteLogLine({"      ", BetName(betId), " bet lost $", MoneyText(-Game.NetPayoff)});
+    WriteLogLine("      ", name, " bet lost $", -Game.NetPayoff);
 }
 
 /// True when the bet can't stay on the table, whatever the player chooses.

@@ -128,8 +128,8 @@ void MoveBet(int fromId, int toId) {
   Game.ContractBets[toId] = amount;
   Touch(toId);
   if (LogWants(Game.LogBetChanges))
-    WriteLogLine("      $" + MoneyText(amount) + " " + BetName(fromId) + " bet moved to " +
-                 BetName(toId));
+    WriteLogLine("      $", amount, " ", Game.BetNames[static_cast<unsigned>(fromId)],
+                 " bet moved to ", Game.BetNames[static_cast<unsigned>(toId)]);
   if (Game.AutoRemovePlace && IsComeOnNumber(toId)) {
     constexpr int kPlaceAboveCome = Place4 - Come4;
     RemoveBet(toId + kPlaceAboveCome);

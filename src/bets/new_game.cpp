@@ -102,7 +102,7 @@ void StartLog() {
   if (!Game.EventsLogActive) return;
   if (EventsLogExists()) WriteLogLine("======================================");
   WriteLogLine(" New game started");
-  WriteLogLine("      Beginning bankroll: $" + MoneyText(Bankroll()));
+  WriteLogLine("      Beginning bankroll: $", Bankroll());
   if (Game.LogShooterChanges) WriteLogLine("------New shooter coming out----------");
 }
 

@@ -10,17 +10,19 @@ namespace {
 
 constexpr int kDecimals = 4;
 
-std::string Grouped(std::string digits) {
-  for (int place = static_cast<int>(digits.size()) - 3; place > 0; place -= 3) {
-    digits.insert(static_cast<std::size_t>(place), 1, ',');
-  }
-  return digits;
+char* PutDigits(char* to, std::uint64_t number) {
+  return std::to_chars(to, to + kLongestNumber, number).ptr;
 }
 
-std::string Digits(std::uint64_t number) {
-  std::array<char, 24> buffer;
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
-  return {buffer.data(), end};
+/// The digits in threes.
+char* PutGrouped(char* to, std::uint64_t number) {
+  if (number < 1000) return PutDigits(to, number);
+  to = PutGrouped(to, number / 1000);
+  const auto last = static_cast<unsigned>(number % 1000);
+  *to++ = ',';
+  for (const unsigned digit : {last / 100, last / 10 % 10, last % 10})
+    *to++ = static_cast<char>('0' + digit);
+  return to;
 }
 
 /// The size of a signed number; the lowest one has none among the signed numbers.
@@ -30,16 +32,19 @@ std::uint64_t Magnitude(std::int64_t number) {
 }
 
 /// An amount with as many decimals as it needs, and at least `fewest` when it isn't whole.
-std::string AmountText(Currency amount, bool grouped, std::size_t fewest) {
+char* PutAmount(char* to, Currency amount, bool grouped, int fewest) {
   const std::uint64_t size = Magnitude(amount.Raw());
-  std::string text = amount.Raw() < 0 ? "-" : "";
-  const std::string whole = Digits(size / Currency::kScale);
-  text += grouped ? Grouped(whole) : whole;
-  const std::uint64_t rest = size % Currency::kScale;
-  if (rest == 0) return text;
-  std::string decimals = Digits(rest + Currency::kScale).substr(1);
-  while (decimals.size() > fewest && decimals.back() == '0') decimals.pop_back();
-  return text + "." + decimals;
+  if (amount.Raw() < 0) *to++ = '-';
+  to = (grouped ? PutGrouped : PutDigits)(to, size / Currency::kScale);
+  std::uint64_t rest = size % Currency::kScale;
+  if (rest == 0) return to;
+  *to++ = '.';
+  for (int places = 0; places < fewest || rest > 0; ++places) {
+    rest *= 10;
+    *to++ = static_cast<char>('0' + rest / Currency::kScale);
+    rest %= Currency::kScale;
+  }
+  return to;
 }
 
 bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
@@ -88,12 +93,26 @@ TypedNumber ReadNumber(const std::string& text) {
 
 }  // namespace
 
-std::string MoneyText(Currency amount) { return AmountText(amount, true, 2); }
+char* PutMoney(char* to, Currency amount) { return PutAmount(to, amount, true, 2); }
 
-std::string PlainText(Currency amount) { return AmountText(amount, false, 0); }
+char* PutCount(char* to, long long count) {
+  if (count < 0) *to++ = '-';
+  return PutGrouped(to, Magnitude(count));
+}
+
+std::string MoneyText(Currency amount) {
+  std::array<char, kLongestNumber> text;
+  return {text.data(), PutMoney(text.data(), amount)};
+}
+
+std::string PlainText(Currency amount) {
+  std::array<char, kLongestNumber> text;
+  return {text.data(), PutAmount(text.data(), amount, false, 0)};
+}
 
 std::string CountText(long long count) {
-  return (count < 0 ? "-" : "") + Grouped(Digits(Magnitude(count)));
+  std::array<char, kLongestNumber> text;
+  return {text.data(), PutCount(text.data(), count)};
 }
 
 Currency ParseAmount(const std::string& text) {

@@ -1,6 +1,7 @@
 // Texts of the game: money, counts, names.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "core/currency.h"
@@ -11,6 +12,14 @@ std::string MoneyText(Currency amount);
 
 /// A whole number with grouped thousands.
 std::string CountText(long long count);
+
+/// The most characters of an amount or a count.
+inline constexpr std::size_t kLongestNumber = 32;
+
+/// Put at `to`, which has room for `kLongestNumber`, what `MoneyText` and `CountText` make, and
+/// return its end.
+char* PutMoney(char* to, Currency amount);
+char* PutCount(char* to, long long count);
 
 /// An amount as a plain number without grouping: "12.5", "-3".
 std::string PlainText(Currency amount);

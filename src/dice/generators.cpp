@@ -319,8 +319,7 @@ void SeedGenerator(int seed) {
 /// Logs the state from before the seeding.
 void LogSeeding() {
   if (!Game.EventsLogActive) return;
-  WriteLogLine("      RNG #" + std::to_string(Game.RngChoice + 1) +
-               " seeded: " + std::to_string(Game.RngState));
+  WriteLogLine("      RNG #", Game.RngChoice + 1, " seeded: ", std::to_string(Game.RngState));
 }
 
 }  // namespace

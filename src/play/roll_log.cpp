@@ -1,44 +1,48 @@
 #include "play/roll_log.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <string_view>
 
 #include "core/record_file.h"
-#include "core/text.h"
 #include "stats/events_log.h"
 
 namespace {
 
-const char* const kIndent = "      ";
+constexpr std::string_view kIndent = "      ";
+
+const std::string& NameOf(int betId) { return Game.BetNames[static_cast<unsigned>(betId)]; }
 
 bool ScriptIsOn() { return Game.AutoBetActive != 0 && Game.ScrCount > 0; }
 
 void LogAutoBetStart() {
-  const bool changed =
-      Game.AutoBetFile != Game.AutoBetFilePrev || Game.AutoBetActive != Game.AutoBetActivePrev;
-  if (!ScriptIsOn() || !changed) return;
+  if (!ScriptIsOn()) return;
+  if (Game.AutoBetFile == Game.AutoBetFilePrev && Game.AutoBetActive == Game.AutoBetActivePrev)
+    return;
   const std::string name = Game.AutoBetFile.empty() ? "untitled" : BareName(Game.AutoBetFile);
-  WriteLogLine(kIndent + ("Auto-Bets activated (" + name) + ")");
+  WriteLogLine(kIndent, "Auto-Bets activated (", name, ")");
 }
 
 void LogAutoBetEnd() {
-  const bool emptied = Game.AutoBetFile != Game.AutoBetFilePrev && Game.ScrCount == 0;
+  const bool emptied = Game.ScrCount == 0 && Game.AutoBetFile != Game.AutoBetFilePrev;
   const bool switchedOff =
       Game.AutoBetActive == 0 && Game.AutoBetActivePrev != 0 && Game.ScrCount > 0;
-  if (emptied || switchedOff) WriteLogLine(std::string(kIndent) + "Auto-Bets deactivated");
+  if (emptied || switchedOff) WriteLogLine(kIndent, "Auto-Bets deactivated");
+}
+
+void LogBankroll(Currency before, std::string_view gain, std::string_view loss) {
+  const Currency now = Bankroll();
+  if (now > before)
+    WriteLogLine(kIndent, "Bankroll increased to $", now, " ($", now - before, gain);
+  else if (now < before)
+    WriteLogLine(kIndent, "Bankroll decreased to $", now, " ($", before - now, loss);
 }
 
 /// Required: the words are those of the other side of the deal.
 void LogAtm() {
-  const Currency before = Game.BetsAfterRoll[BankrollIndex];
-  const Currency now = Bankroll();
-  if (now == before) return;
-  const bool higher = now > before;
-  WriteLogLine(kIndent +
-               std::string(higher ? "Bankroll increased to $" : "Bankroll decreased to $") +
-               MoneyText(now) + " ($" + MoneyText(Abs(now - before)) +
-               (higher ? " ATM withdrawal)" : " ATM deposit)"));
+  LogBankroll(Game.BetsAfterRoll[BankrollIndex], " ATM withdrawal)", " ATM deposit)");
 }
 
 /// The last throw moved a Come or Don't Come bet to this one.
@@ -55,7 +59,7 @@ void LogRemovedBet(int betId) {
   const bool created = IsDontComeOnNumber(betId) && WasCreatedByLastRoll(betId);
   const bool moved = betId == Come || betId == DontCome;
   if (created || (Game.BetsAtRoll[betId] > 0 && !moved && !LostOnLastRoll(betId)))
-    WriteLogLine(kIndent + BetName(betId) + " bet removed");
+    WriteLogLine(kIndent, NameOf(betId), " bet removed");
 }
 
 void LogCall(int betId) {
@@ -70,7 +74,7 @@ void LogCall(int betId) {
     text = " bet, OFF button removed";
   else if (before == CalledOn)
     text = " bet, ON button removed";
-  if (text != nullptr) WriteLogLine(kIndent + BetName(betId) + text);
+  if (text != nullptr) WriteLogLine(kIndent, NameOf(betId), text);
 }
 
 void LogStandingBet(int betId) {
@@ -82,29 +86,32 @@ void LogStandingBet(int betId) {
   const Currency now = Game.Bets[betId];
   const bool mayBeCalled = before == 0 || Game.BetWorking[betId] != Game.BetWorkingPrev[betId];
   if (now == before && !created && !mayBeCalled) return;
-  const std::string name = BetName(betId);
+  const std::string& name = NameOf(betId);
   if (before == 0)
-    WriteLogLine(kIndent + ("$" + MoneyText(now)) + " bet on " + name);
+    WriteLogLine(kIndent, "$", now, " bet on ", name);
   else if (now > before)
-    WriteLogLine(kIndent + name + " bet increased to $" + MoneyText(now));
+    WriteLogLine(kIndent, name, " bet increased to $", now);
   else if (now < before)
-    WriteLogLine(kIndent + name + " bet decreased to $" + MoneyText(now));
+    WriteLogLine(kIndent, name, " bet decreased to $", now);
   else if (created)
-    WriteLogLine(kIndent + name + " bet still $" + MoneyText(now));
+    WriteLogLine(kIndent, name, " bet still $", now);
   if (mayBeCalled) LogCall(betId);
 }
 
 /// The bets that may differ from what they were when the dice were thrown, a bit for each id.
 std::array<std::uint64_t, 2> BetsToTell() {
   constexpr std::uint64_t kBetsOfLastWord = (std::uint64_t{2} << LastBet % 64) - 1;
-  if (Game.SnapshotsDue || Game.WorkingTouched || Game.WorkingSnapshotDue)
-    return {~std::uint64_t{1}, kBetsOfLastWord};
+  const auto working = Game.BetWorking.begin();
+  const bool called = (Game.WorkingTouched || Game.WorkingSnapshotDue) &&
+                      !std::equal(working, working + kBetSlots, Game.BetWorkingPrev.begin());
+  if (Game.SnapshotsDue || called) return {~std::uint64_t{1}, kBetsOfLastWord};
   std::array bets = {Game.TouchedBets[0] & ~std::uint64_t{1},
                      Game.TouchedBets[1] & kBetsOfLastWord};
   static_assert(Come10 < 64);
+  const bool mayHaveMoved = Game.BetsAtRoll[Come] > 0 || Game.BetsAtRoll[DontCome] > 0;
+  if (!mayHaveMoved || !IsPointNumber(Game.RollTotal)) return bets;
   for (const BetFamily family : {DontComeFamily, ComeFamily})
-    if (IsPointNumber(Game.RollTotal))
-      bets[0] |= std::uint64_t{1} << BetOnNumber(family, Game.RollTotal);
+    bets[0] |= std::uint64_t{1} << BetOnNumber(family, Game.RollTotal);
   return bets;
 }
 
@@ -120,26 +127,39 @@ void LogBets() {
     }
 }
 
+bool AnyStackTouched() {
+  static_assert(FirstChipStack / 64 == 1);
+  const auto& touched = Game.TouchedBets;
+  return Game.SnapshotsDue || (touched[1] >> FirstChipStack % 64) != 0 ||
+         std::any_of(touched.begin() + 2, touched.end(),
+                     [](std::uint64_t word) { return word != 0; });
+}
+
 void LogStacks() {
+  if (!AnyStackTouched()) return;
   for (int id = FirstChipStack; id <= LastSlot; ++id) {
     const Currency now = Game.Bets[id];
     const Currency before = Game.BetsAtRoll[id];
     if (now == before) continue;
-    WriteLogLine(kIndent + ("Chip-Stack #" + std::to_string(id - ChipStackBase)) +
-                 (now > before ? " increased to $" : " decreased to $") + MoneyText(now));
+    WriteLogLine(kIndent, "Chip-Stack #", id - ChipStackBase,
+                 now > before ? " increased to $" : " decreased to $", now);
   }
 }
 
-std::string SourceText(DiceSource source) {
-  switch (source) {
-    case DiceSource::ManualPad: return " from manual roll pad";
-    case DiceSource::Tape: return " from " + Game.DiceRollFile;
-    case DiceSource::Generator: break;
-  }
-  std::string text = " from RNG #" + std::to_string(Game.RngChoice + 1);
-  if (!Game.UseSkewedProbability) return text;
-  return text + (Game.PrbFileName.empty() ? " using untitled probability matrix"
-                                          : " using probability matrix: " + Game.PrbFileName);
+template <typename... Parts>
+void LogThrowFrom(const Parts&... source) {
+  WriteLogLine(" Roll #", Game.RollCount[0] + 1, ":  ", Game.Die1 + Game.Die2, " (", Game.Die1, ".",
+               Game.Die2, ") from ", source...);
+}
+
+void LogThrowOfGenerator() {
+  const int number = Game.RngChoice + 1;
+  if (!Game.UseSkewedProbability)
+    LogThrowFrom("RNG #", number);
+  else if (Game.PrbFileName.empty())
+    LogThrowFrom("RNG #", number, " using untitled probability matrix");
+  else
+    LogThrowFrom("RNG #", number, " using probability matrix: ", Game.PrbFileName);
 }
 
 }  // namespace
@@ -155,9 +175,11 @@ void LogChangesSinceRoll() {
 
 void LogThrow(DiceSource source) {
   if (!LogWants(Game.LogRolls)) return;
-  const auto number = [](int value) { return std::to_string(value); };
-  WriteLogLine({" Roll #", CountText(Game.RollCount[0] + 1), ":  ", number(Game.Die1 + Game.Die2),
-                " (", number(Game.Die1), ".", number(Game.Die2), ")", SourceText(source)});
+  switch (source) {
+    case DiceSource::ManualPad: return LogThrowFrom("manual roll pad");
+    case DiceSource::Tape: return LogThrowFrom(Game.DiceRollFile);
+    case DiceSource::Generator: return LogThrowOfGenerator();
+  }
 }
 
 void LogPassOrMiss(const char* text) {
@@ -165,14 +187,7 @@ void LogPassOrMiss(const char* text) {
 }
 
 void LogEndOfRoll() {
-  const Currency before = Game.BetsAtRoll[BankrollIndex];
-  const Currency now = Bankroll();
-  if (Game.LogBankrollChanges && now != before) {
-    const bool higher = now > before;
-    WriteLogLine(
-        kIndent + std::string(higher ? "Bankroll increased to $" : "Bankroll decreased to $") +
-        MoneyText(now) + " ($" + MoneyText(Abs(now - before)) + (higher ? " gain)" : " loss)"));
-  }
+  if (Game.LogBankrollChanges) LogBankroll(Game.BetsAtRoll[BankrollIndex], " gain)", " loss)");
   if (Game.LogShooterChanges && Game.PrevPoint > 0 && Game.RollTotal == 7)
     WriteLogLine("------New shooter coming out----------");
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string_view>
@@ -22,14 +23,21 @@ constexpr std::int64_t kTail = 1 << 16;          // bytes that tell how a log gr
 constexpr double kMillion = 1e6;
 constexpr std::string_view kDefaultName = "Events Log.txt";
 
-struct PendingLines : LogLines {
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::size_t kLook = sizeof(std::uint64_t);  // characters that are looked at at a time
+
+/// Lines on their way to the log.
+struct PendingLines {
+  std::string Block;  // room, the lines at its begin
+  std::size_t Length = 0;
+  std::vector<std::uint32_t> Starts;  // where each line begins in `Block`
   std::size_t TopRoll = 0;  // from 1, the line that goes to the top of the view; 0 is none
 };
 PendingLines pending;
 
 /// Where the lines of a roll begin that may still be taken back.
 struct HeldLines {
-  std::size_t Text = 0;
+  std::size_t Length = 0;
   std::size_t Starts = 0;
   std::size_t TopRoll = 0;
 };
@@ -42,28 +50,43 @@ struct FailedLog {
 };
 FailedLog failed;
 
-bool IsRollLine(const std::string& text) {
+bool IsRollLine(std::string_view text) {
   const std::size_t start = text.find_first_not_of(' ');
-  return start != std::string::npos && text.compare(start, 4, "Roll") == 0;
+  return start != std::string_view::npos && text.compare(start, 4, "Roll") == 0;
 }
 
-void AddLine(const std::string& text) {
-  const std::size_t start = pending.Text.size();
-  unsigned strange = 0;
-  for (const char c : text) strange |= c < ' ' || c > '~' ? 1U : 0U;  // without a jump
-  const bool plain = strange == 0;
-  if (plain) {
-    pending.Text += text;
-  } else {
-    std::string ansi = ToAnsi(text);
-    // A file name may hold line ends: one event stays one line.
-    std::replace_if(
-        ansi.begin(), ansi.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    pending.Text += ansi;
+/// Whether all characters are the same in the file, which are those from ' ' to '~'. Eight are
+/// looked at at a time; there is room for eight more behind them.
+bool IsPlain(const char* text, char* end) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101U;
+  constexpr std::uint64_t kBlanks = kOnes * ' ';
+  constexpr std::uint64_t kStrange = kOnes * 0x80;
+  std::memcpy(end, &kBlanks, kLook);
+  std::uint64_t found = 0;
+  for (; text < end; text += kLook) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text, kLook);
+    found |= (eight - kBlanks) | (eight + kOnes) | eight;
   }
-  pending.Text += "\r\n";
-  pending.Starts.push_back(static_cast<std::uint32_t>(start));
-  if (Game.KeepLatestRollOnTop && IsRollLine(text)) pending.TopRoll = pending.Starts.size();
+  return (found & kStrange) == 0;
+}
+
+/// The line as it stands in the file, in its place; returns its end.
+char* MakeAnsi(char* text, char* end) {
+  std::string ansi = ToAnsi({text, end});
+  // A file name may hold line ends: one event stays one line.
+  std::replace_if(
+      ansi.begin(), ansi.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+  return std::copy(ansi.begin(), ansi.end(), text);
+}
+
+void AddLine(char* end) {
+  char* const text = pending.Block.data() + pending.Length;
+  if (!IsPlain(text, end)) end = MakeAnsi(text, end);
+  pending.Starts.push_back(static_cast<std::uint32_t>(pending.Length));
+  if (Game.KeepLatestRollOnTop && IsRollLine({text, end})) pending.TopRoll = pending.Starts.size();
+  end = std::copy(kLineEnd.begin(), kLineEnd.end(), end);
+  pending.Length = static_cast<std::size_t>(end - pending.Block.data());
 }
 
 std::size_t NextLine(const std::string& text, std::size_t from) {
@@ -84,7 +107,7 @@ std::string LogTail(std::int64_t length) {
 
 /// Keeps the memory for the next lines.
 void ForgetPending() {
-  pending.Text.clear();
+  pending.Length = 0;
   pending.Starts.clear();
   pending.TopRoll = 0;
   if (held) held = HeldLines{};
@@ -92,31 +115,41 @@ void ForgetPending() {
 
 }  // namespace
 
-void WriteLogLine(const std::string& text) {
+namespace log_line {
+
+char* Begin(std::size_t longest) {
+  static_assert(kLook >= kLineEnd.size());
+  const std::size_t wanted = pending.Length + longest + kLook;
   try {
-    AddLine(text);
+    if (wanted > pending.Block.size()) pending.Block.resize(2 * wanted);
+    return pending.Block.data() + pending.Length;
+  } catch (...) {
+    ReportError("Write Log Line");
+    return nullptr;
+  }
+}
+
+void End(char* end) {
+  try {
+    AddLine(end);
   } catch (...) {
     ReportError("Write Log Line");
   }
   const bool gather = held || (Game.HyperDriveOn && Game.RollInProgress);
-  if (!gather || pending.Text.size() > kMostPending) FlushEventsLog();
+  if (!gather || pending.Length > kMostPending) FlushEventsLog();
 }
 
-void WriteLogLine(std::initializer_list<std::string_view> parts) {
-  static std::string line;  // keeps its memory
-  line.clear();
-  for (const std::string_view part : parts) line += part;
-  WriteLogLine(line);
-}
+}  // namespace log_line
 
 void FlushEventsLog() {
   if (pending.Starts.empty()) return;
   if (IsStrange(Game.EventsLogFile)) {
-    if (pending.Text.size() <= kMostPending) return;  // until the player has been asked
+    if (pending.Length <= kMostPending) return;  // until the player has been asked
     Game.EventsLogFile = DefaultEventsLog();
   }
   try {
-    const auto before = static_cast<std::size_t>(AppendToLogFiles(pending));
+    const auto before = static_cast<std::size_t>(AppendToLogFiles(
+        {std::string_view(pending.Block).substr(0, pending.Length), pending.Starts}));
     if (pending.TopRoll > 0) Game.LogTopLine = static_cast<int>(before + pending.TopRoll);
     failed = {};
   } catch (...) {
@@ -126,7 +159,7 @@ void FlushEventsLog() {
   ForgetPending();
 }
 
-void HoldLogLines() { held = {pending.Text.size(), pending.Starts.size(), pending.TopRoll}; }
+void HoldLogLines() { held = {pending.Length, pending.Starts.size(), pending.TopRoll}; }
 
 void ReleaseLogLines() {
   if (!held) return;
@@ -137,7 +170,7 @@ void ReleaseLogLines() {
 void DropHeldLogLines() {
   // Somebody may have looked at the log meanwhile: what was written stays.
   if (held && pending.Starts.size() >= held->Starts) {
-    pending.Text.resize(held->Text);
+    pending.Length = held->Length;
     pending.Starts.resize(held->Starts);
     pending.TopRoll = held->TopRoll;
   }

@@ -92,7 +92,7 @@ bool EndsInsideALine(const RawFile& log) {
 }
 
 /// Appends to the log; what a full disk cuts off is taken back whole.
-void AppendText(RawFile& log, const std::string& text, bool agreed) {
+void AppendText(RawFile& log, std::string_view text, bool agreed) {
   const std::int64_t length = log.Length();
   try {
     log.Write(length, text);
@@ -187,7 +187,10 @@ std::int64_t AppendToLogFiles(const LogLines& lines) {
   // A line that another program left open isn't gone on with.
   const std::string lineEnd = EndsInsideALine(log) ? "\r\n" : "";
   const std::int64_t length = log.Length() + static_cast<std::int64_t>(lineEnd.size());
-  AppendText(log, lineEnd.empty() ? lines.Text : lineEnd + lines.Text, index != nullptr);
+  if (lineEnd.empty())
+    AppendText(log, lines.Text, index != nullptr);
+  else
+    AppendText(log, lineEnd + std::string(lines.Text), index != nullptr);
   if (index) {
     const std::int64_t before = index->Length() / kIndexRecord;
     AppendEntries(*index, lines, length);

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/raw_file.h"
@@ -15,8 +17,8 @@ inline constexpr std::int64_t kIndexRecord = 4;
 
 /// Lines on their way to the log.
 struct LogLines {
-  std::string Text;                   // in ANSI, each line with its end
-  std::vector<std::uint32_t> Starts;  // where each line begins in `Text`
+  std::string_view Text;                  // in ANSI, each line with its end
+  std::span<const std::uint32_t> Starts;  // where each line begins in `Text`
 };
 
 /// Appends the lines to the log and their positions to the index, and makes the dates of the files

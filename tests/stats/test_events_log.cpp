@@ -85,8 +85,20 @@ TEST_F(EventsLog, UnderHyperDriveLinesWaitAndKeepTheirOrder) {
 }
 
 TEST_F(EventsLog, ALineIsOneLineInTheFilesCodePage) {
-  WriteLogLine("from a\nb\r\u00FC\u20AC\u4E00");
-  EXPECT_EQ(folder_.Read("Events Log.txt"), "from a b \xFC\x80?\r\n");
+  const HyperDrive run;
+  std::string written;
+  for (std::size_t place = 0; place < 20; ++place)
+    for (const auto& [strange, ansi] : {std::pair{"\n", " "},
+                                        {"\r", " "},
+                                        {"\u00FC", "\xFC"},
+                                        {"\u20AC", "\x80"},
+                                        {"\u4E00", "?"}}) {
+      const std::string same(place, 'x');
+      WriteLogLine(same, strange, same);
+      written += same + ansi + same + "\r\n";
+    }
+  FlushEventsLog();
+  EXPECT_EQ(folder_.Read("Events Log.txt"), written);
 }
 
 TEST_F(EventsLog, TheIndexOfAnotherLogIsNotGoneOnWith) {
