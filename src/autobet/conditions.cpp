@@ -327,9 +327,12 @@ Verdict EvaluateBets(const ConditionPlan& plan, bool whileBlock) {
   bool someOldTrue = false;
   bool someOldFalse = false;
   ForEach(plan.Of, [&](int id, const NowAndBefore& value) {
+    const bool countsNow = !group || anyAmount || value.Now != 0;
+    const bool countsBefore = !group || anyAmount || value.Before > 0;
+    if (!countsNow && !countsBefore) return true;
     const Truths truths = TruthsOfId(plan, id, value, whileBlock);
-    if (!group || anyAmount || value.Before > 0) (truths.Old ? someOldTrue : someOldFalse) = true;
-    if (group && value.Now == 0 && !anyAmount) return true;
+    if (countsBefore) (truths.Old ? someOldTrue : someOldFalse) = true;
+    if (!countsNow) return true;
     if (truths.Now) {
       holds = true;
       return !(whileBlock && !plan.Of.All && (value.Now > 0 || id == BankrollIndex));

@@ -158,31 +158,59 @@ class Run {
   }
 
   int StartStatement(const ProgramLine& line) {
+    if (!Breaking && line.TestedAtOnce && XorPending == 0 && !Tracing())
+      return TestStatements(Game.ScrLine);
+    OpenStatement(Game.ScrLine);
+    if (Tracing()) Trace(TextOfBlock(line.Kind));
+    return Game.ScrLine + 1;
+  }
+
+  void OpenStatement(int start) {
     OverallTrue = false;
     PrevBlockTrue = false;
     BlockTrue = true;
-    BlockStart = line.Kind;
-    blockLine_ = Game.ScrLine;
+    BlockStart = lines_[start - 1].Kind;
+    blockLine_ = start;
     BlockHasNew = false;
-    if (Tracing()) Trace(TextOfBlock(line.Kind));
-    // Most of a script is statements that don't hold: their condition is gone to at once.
-    if (Breaking || !line.ConditionNext || yieldCount_ + 1 >= kLinesPerYield)
-      return Game.ScrLine + 1;
-    ++yieldCount_;
-    ++Game.ScrLine;
-    return TestCondition(*(&line + 1));
+  }
+
+  /// Most of a script is statements that don't hold: goes from one to the next for as long as they
+  /// don't, no other line lies between and no turn is near. The line that comes next.
+  int TestStatements(int start) {
+    while (yieldCount_ + 1 < kLinesPerYield) {
+      const ProgramLine& line = lines_[start - 1];
+      Game.ScrLine = start + 1;
+      const ConditionPlan& plan = conditions_[line.Plan];
+      const Verdict verdict = plan.Evaluate(plan, line.Kind == WhileLine);
+      const int next = line.IfFalse;
+      const int counted = yieldCount_ + next - start;
+      const bool goesOn = !verdict.True && next > 0 && next <= count_ &&
+                          lines_[next - 1].TestedAtOnce && counted < kLinesPerYield;
+      if (!goesOn) {
+        OpenStatement(start);
+        ++yieldCount_;
+        return FollowCondition(verdict, next);
+      }
+      yieldCount_ = counted;
+      start = next;
+    }
+    OpenStatement(start);
+    return start + 1;
   }
 
   int TestCondition(const ProgramLine& line) {
     if (IsPassedOver(line)) return Game.ScrLine + 1;
-    const ConditionPlan& plan = program_.Conditions[static_cast<std::size_t>(line.Plan)];
-    const Verdict verdict = plan.Evaluate(plan, IsWhileBlock(BlockStart));
+    const ConditionPlan& plan = conditions_[line.Plan];
+    return FollowCondition(plan.Evaluate(plan, IsWhileBlock(BlockStart)), line.IfFalse);
+  }
+
+  int FollowCondition(const Verdict& verdict, int ifFalse) {
     BlockTrue = verdict.True;
     LineNew = verdict.True && verdict.New;
     BlockHasNew |= LineNew;
     if (!BlockTrue) {
       Trace(status::kConditionFalse);
-      return PassFalseStatement(line.IfFalse);
+      return PassFalseStatement(ifFalse);
     }
     Fired(Game.ScrLine);
     Trace(LineNew ? status::kConditionNew : status::kConditionOld);
@@ -380,6 +408,7 @@ class Run {
 
   const Program& program_ = CurrentProgram();
   const ProgramLine* const lines_ = program_.Lines.data();
+  const ConditionPlan* const conditions_ = program_.Conditions.data();
   const int count_ = Game.ScrCount;
 
   bool OverallTrue = false;    // the statement's conditions, as far as they are decided, hold

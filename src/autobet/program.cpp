@@ -25,9 +25,6 @@ ProgramLine PlanLine(int number, const std::unordered_map<std::string, int>& lab
   planned.Kind = line.LineKind;
   planned.Code = line.LineCode;
   planned.Breakpoint = line.Breakpoint;
-  const bool opens = line.LineKind == WhenLine || line.LineKind == WhileLine;
-  planned.ConditionNext =
-      opens && number < Game.ScrCount && Line(number + 1).LineKind == ConditionLine;
   program.HasBreakpoints |= line.Breakpoint;
   if (line.LineKind == ConditionLine) {
     planned.Plan = static_cast<int>(program.Conditions.size());
@@ -62,6 +59,19 @@ void PlanFalseStatements() {
   }
 }
 
+/// Gives the start of each statement what its condition needs.
+void PlanStatements() {
+  for (std::size_t place = 1; place < program.Lines.size(); ++place) {
+    const ProgramLine& condition = program.Lines[place];
+    ProgramLine& start = program.Lines[place - 1];
+    const bool starts = start.Kind == WhenLine || start.Kind == WhileLine;
+    if (!starts || condition.Kind != ConditionLine) continue;
+    start.TestedAtOnce = true;
+    start.Plan = condition.Plan;
+    start.IfFalse = condition.IfFalse;
+  }
+}
+
 void MakeProgram() {
   program = Program();
   const auto labels = FindLabels();
@@ -69,6 +79,7 @@ void MakeProgram() {
   for (int number = 1; number <= Game.ScrCount; ++number)
     program.Lines.push_back(PlanLine(number, labels));
   PlanFalseStatements();
+  PlanStatements();
   while (program.FirstLine <= Game.ScrCount && Line(program.FirstLine).LineKind == RemarkLine)
     ++program.FirstLine;
 }

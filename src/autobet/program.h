@@ -8,13 +8,14 @@
 
 inline constexpr int kNextLine = -1;
 
-/// A line of the program. `Plan` is its place among the conditions or the actions.
+/// A line of the program.
 struct ProgramLine {
   int Kind = 0;
   int Code = 0;  // of an action
-  int Plan = 0;
+  int Plan = 0;  // its place among the conditions or the actions
   bool Breakpoint = false;
-  bool ConditionNext = false;  // of a "when" or "while"
+  // Of a "when" or "while": its condition follows, and `Plan` and `IfFalse` are that one's.
+  bool TestedAtOnce = false;
   // Of "Go to" and "Gosub": the line of the label, 0 when there is none of that name, `kNextLine`
   // when no label is named.
   int JumpTo = 0;
