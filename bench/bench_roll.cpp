@@ -38,6 +38,7 @@ struct Load {
   Currency Stake = 30;             // thirty bets of 30 lose about half of the bank limit in a run
   bool Grows = false;              // hardly a bet is ever decided twice at the same amount
   bool KnownRolls = true;
+  bool NeverAgain = false;  // no bet is, while it is remembered
 };
 
 constexpr std::array kLineBet = {PassLine};
@@ -50,6 +51,11 @@ constexpr std::array kThirtyBets = {
     PassLine, DontPass, Field,  Big6,   Big8,    Hard4, Hard6, Hard8, Hard10, Place4,
     Place5,   Place6,   Place8, Place9, Place10, Buy4,  Buy10, Lay4,  Lay10,  Two,
     Three,    Seven,    Eleven, Twelve, Craps,   CAndE, Horn,  World, Over7,  Hop13};
+
+/// Bets that no limit of propositions keeps from growing.
+constexpr std::array kGrowingBets = {PassLine, DontPass, Field,  Big6,   Big8,
+                                     Place4,   Place5,   Place6, Place8, Place9,
+                                     Place10,  Buy4,     Buy10,  Lay4,   Lay10};
 
 constexpr auto kEveryBet = [] {
   std::array<BetId, LastBet> bets{};
@@ -70,6 +76,9 @@ constexpr Load kEvery = {"EveryBet", kEveryBet, true, kShortRun, 6};
 // What looking for known rolls costs where there are none.
 constexpr Load kGrowing = {"Growing", kThirtyBets, false, kGrowingRun, 30, true};
 constexpr Load kGrowingInFull = {"GrowingInFull", kThirtyBets, false, kGrowingRun, 30, true, false};
+constexpr Load kNeverAgain = {"NeverAgain", kGrowingBets, false, kGrowingRun, 30, true, true, true};
+constexpr Load kNeverAgainInFull = {
+    "NeverAgainInFull", kGrowingBets, false, kGrowingRun, 30, true, false, true};
 
 /// The processor's time of this program: what else the machine does stays out of it.
 double ProcessorSeconds() {
@@ -92,11 +101,20 @@ void SetRules(const Load& load) {
   Game.NumAutoRolls = Game.AutoRollsLeft = load.RollsPerRun;
 }
 
+/// What each bet of a run begins with.
+Currency StakeOf(const Load& load) {
+  constexpr int kStakes = 500;
+  constexpr int kFarOff = 97;  // no stake comes back before all have been used
+  if (!load.Grows) return load.Stake;
+  if (load.NeverAgain) return load.Stake + Game.RollCount[0] / load.RollsPerRun * kFarOff % kStakes;
+  return load.Stake + Game.RollCount[0] / 9 % kStakes;
+}
+
 /// Lays the bets, with a point on 6 where they need one. Don't bets on numbers are as if moved.
 void LayBets(const Load& load) {
   if (load.Bets.size() == LastBet) Game.Point = Game.PrevPoint = 6;
   Game.MovingBet = true;
-  const Currency stake = load.Stake + (load.Grows ? Game.RollCount[0] / 9 % 500 : 0);
+  const Currency stake = StakeOf(load);
   for (const int bet : load.Bets) {
     if (bet == DontPass && Game.Point != 0) Game.ContractBets[DontPass] = stake;
     RequestChange(bet, stake - Game.Bets[static_cast<unsigned>(bet)]);
@@ -219,6 +237,10 @@ BENCHMARK_CAPTURE(Roll, EveryBetOnce, kEveryOnce)->UseManualTime()->Unit(benchma
 BENCHMARK_CAPTURE(Roll, EveryBet, kEvery)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, Growing, kGrowing)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Roll, GrowingInFull, kGrowingInFull)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, NeverAgain, kNeverAgain)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Roll, NeverAgainInFull, kNeverAgainInFull)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
