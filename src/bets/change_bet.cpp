@@ -352,7 +352,7 @@ void TellVig(int betId, Currency before, Currency now) {
 
 void ChargeVig(int betId) {
   if (!IsBuy(betId) && !IsLay(betId)) return;
-  Currency& held = IsBuy(betId) ? Game.BuyVigHeld[betId - Buy4] : Game.LayVigHeld[betId - Lay4];
+  Currency& held = HeldVigOf(betId);
   const Currency before = held;
   const Currency bet = Game.Bets[betId];
   held = IsBuy(betId) ? FigureBuyVig(betId, bet) : FigureLayVig(betId, bet);

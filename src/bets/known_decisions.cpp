@@ -7,6 +7,7 @@
 #include "bets/change_bet.h"
 #include "bets/known_trial.h"
 #include "bets/ledger.h"
+#include "bets/odds.h"
 #include "bets/vig.h"
 #include "stats/bet_tables.h"
 
@@ -56,11 +57,6 @@ KnownDecision& PlaceOf(int betId, const DecisionCase& decision) {
   return known[static_cast<unsigned>(betId)][mixed >> 59U];
 }
 
-Currency& HeldVigOf(int betId) {
-  return IsBuy(betId) ? Game.BuyVigHeld[static_cast<unsigned>(betId - Buy4)]
-                      : Game.LayVigHeld[static_cast<unsigned>(betId - Lay4)];
-}
-
 }  // namespace
 
 const KnownDecision* FindKnownDecision(int betId, int code, int outcome) {
@@ -85,7 +81,7 @@ void TakeKnownDecision(int betId, const KnownDecision& decision) {
   Touch(betId);
   Game.TotalOnTable += decision.OnTable;
   if (IsBuy(betId) || IsLay(betId)) HeldVigOf(betId) = decision.VigHeld;
-  if (IsOddsBet(betId)) Game.OddsMultiple = decision.Multiple;
+  if (IsOddsBet(betId)) SetOddsMultiple(decision.Multiple);
   if (decision.ResetsWorking) ResetBetWorking(betId);
 }
 

@@ -3,13 +3,17 @@
 // What a roll does to the table depends on the layout (which bets stand with which amounts, point,
 // working states, rules) and on the throw, and on nothing else while the money isn't short. So a
 // roll that was once played in full is known from then on: what it wins, what it decides, and the
-// layout that it leaves. Under Hyper-Drive, while nobody looks, a known roll is a look-up and a few
-// sums; amounts, streaks and bet tables are laid out when the stretch of known rolls ends.
+// layout that it leaves. It is known by its parts (known_parts.h), whatever stands beside them; and
+// as a whole, where the layout comes back. Under Hyper-Drive, while nobody looks, a known roll is a
+// look-up and a few sums; amounts, streaks and bet tables are laid out when the stretch of known
+// rolls ends.
 #pragma once
 
 #include <array>
 #include <span>
 
+#include "bets/known_parts.h"
+#include "bets/ledger.h"
 #include "core/game_state.h"
 #include "dice/throw_kinds.h"
 
@@ -21,6 +25,10 @@ bool KnownRollsMayFollow();
 /// roll may have changed it, or the rules. Knowledge that was won under other rules is forgotten.
 /// `mayLearn`: nothing in the roll can fail.
 void BeginLearning(bool changed, bool mayLearn);
+
+/// After each step of a roll's decisions: `betId` is the bet that it decided or moved, `place` the
+/// step's place among those of the throw.
+void FollowStep(int betId, unsigned place);
 
 /// Learns what the roll since `BeginLearning` did to the bets, and the layout that it left.
 void Learn();
@@ -51,9 +59,23 @@ class KnownStretch {
   std::span<const KnownStep> Play(std::span<const ThrowNumber> throws);
 
  private:
+  /// Where the roll to be played stands.
+  struct Place {
+    std::int64_t Bankroll = 0;  // before it
+    int Roll = 0;               // its number in the game
+    unsigned Played = 0;        // the throws before it that are known
+  };
+
   bool MayLeave(Currency bankroll);
+  bool Join(int& layout, ThrowNumber thrown);
+  bool PlayParts(ThrowNumber thrown, Place at);
+  bool PlayLayout(int layout, ThrowNumber thrown, Place at);
 
   std::array<KnownStep, kMostThrows> steps_;
+  std::array<LedgerThrow, kMostThrows> entries_;
+  JoinedRoll joined_;
+  LedgerProfile profile_;     // of the layout, for rolls that are put together
+  bool workingMoved_ = true;  // it may be another
   // Between any two bankrolls that end nothing, none does.
   Currency lowest_ = 1;
   Currency highest_ = 0;

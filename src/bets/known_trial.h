@@ -7,6 +7,10 @@
 /// that learning it for nothing costs little.
 class KnownTrial {
  public:
+  /// `patience`: how much may be learnt for nothing. `rest`: tries that are left out then at first.
+  explicit KnownTrial(int patience = 512, int rest = 16'384)
+      : patience_(patience), shortRest_(rest), nextRest_(rest) {}
+
   /// True while it isn't worth trying; each call is a try less to wait.
   bool Rests() { return resting_ > 0 && resting_-- > 0; }
 
@@ -14,24 +18,24 @@ class KnownTrial {
 
   /// Something was learnt, and may never be of use.
   void Learnt() {
-    if (--score_ > -kPatience) return;
+    if (--score_ > -patience_) return;
     score_ = 0;
     resting_ = nextRest_;
-    nextRest_ = std::min(nextRest_ * 2, kLongRest);
+    nextRest_ = std::min(nextRest_ * 2, shortRest_ * kLongRest);
   }
 
   /// What was known has been of use so many times.
   void Used(int times) {
-    score_ = std::min(score_ + times, kPatience);
-    if (score_ > 0) nextRest_ = kShortRest;
+    score_ = std::min(score_ + times, patience_);
+    if (score_ > 0) nextRest_ = shortRest_;
   }
 
  private:
-  static constexpr int kPatience = 512;
-  static constexpr int kShortRest = 16'384;
-  static constexpr int kLongRest = 1 << 17;
+  static constexpr int kLongRest = 8;  // times the first
 
+  int patience_;
+  int shortRest_;
   int score_ = 0;
   int resting_ = 0;
-  int nextRest_ = kShortRest;
+  int nextRest_;
 };

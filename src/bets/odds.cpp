@@ -5,18 +5,6 @@
 
 namespace {
 
-Currency MultipleForPoint(int point, Currency unchanged) {
-  switch (point) {
-    case 4:
-    case 10: return Game.OddsAllowed410;
-    case 5:
-    case 9: return Game.OddsAllowed59;
-    case 6: return Game.OddsAllowed68;
-    // Required: a point of 8 sets nothing, the multiple stays as the last call left it.
-    default: return unchanged;
-  }
-}
-
 Currency MultipleForNumber(int number) {
   if (number == 4 || number == 10) return Game.OddsAllowed410;
   if (number == 5 || number == 9) return Game.OddsAllowed59;
@@ -115,10 +103,19 @@ Currency RoundToOddsStep(Currency count, Currency step) {
   return WholeTimes(IsWhole(steps) ? steps : Int(steps) + 1, step);
 }
 
+void SetOddsMultiple(Currency multiple) {
+  Game.OddsMultiple = multiple;
+  ++Game.MultipleSets;
+}
+
 void FigureMaxOdds(int oddsBetId, int flatBetId, Currency payNum, Currency payDen) {
   const bool lineOdds = oddsBetId == PassLineOdds || oddsBetId == DontPassOdds;
-  Game.OddsMultiple = lineOdds ? MultipleForPoint(Game.Point, Game.OddsMultiple)
-                               : MultipleForNumber(NumberOfBet(oddsBetId));
+  if (!lineOdds) {
+    SetOddsMultiple(MultipleForNumber(NumberOfBet(oddsBetId)));
+  } else if (Game.Point != 0 && Game.Point != 8) {
+    // Required: a point of 8 sets nothing, the multiple stays as the last call left it.
+    SetOddsMultiple(MultipleForNumber(Game.Point));
+  }
   const Currency flat = Game.Bets[flatBetId];
   const Currency times = Game.OddsMultiple * flat;
   const Currency upTo = (Game.OddsMultiple + 1) * flat;

@@ -141,7 +141,7 @@ void StopAutoRollOn(AutoStopEntry entry) {
 Currency ReleaseVig() {
   const int betId = Game.DecidedBet;
   if (!IsLay(betId) && !IsBuy(betId)) return 0;
-  Currency& held = IsLay(betId) ? Game.LayVigHeld[betId - Lay4] : Game.BuyVigHeld[betId - Buy4];
+  Currency& held = HeldVigOf(betId);
   const Currency released = held;
   if (VigIsUpFront(betId)) Game.TotalOnTable -= released;
   held = 0;

@@ -42,6 +42,11 @@ Currency VigHeld(int betId) {
   return 0;
 }
 
+Currency& HeldVigOf(int betId) {
+  return IsBuy(betId) ? Game.BuyVigHeld[static_cast<unsigned>(betId - Buy4)]
+                      : Game.LayVigHeld[static_cast<unsigned>(betId - Lay4)];
+}
+
 bool VigIsUpFront(int betId) {
   return (IsBuy(betId) && Game.BuyVigUpFront) || (IsLay(betId) && Game.LayVigUpFront);
 }

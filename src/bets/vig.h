@@ -14,6 +14,9 @@ Currency FigureLayVig(int betId, Currency amount);
 /// The held vig of a Buy or Lay bet; 0 for any other bet.
 Currency VigHeld(int betId);
 
+/// Where the held vig of a Buy or Lay bet is kept.
+Currency& HeldVigOf(int betId);
+
 /// True for a Buy or Lay bet whose vig is charged up front.
 bool VigIsUpFront(int betId);
 

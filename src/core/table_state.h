@@ -148,6 +148,7 @@ struct TableState {
   Currency MinHere;
   Currency MaxHere;
   Currency OddsMultiple;
+  unsigned MultipleSets = 0;  // times that a bet has set it
   bool MovingBet = false;
   // The least that a change left of the bankroll that it might need, since it was set.
   Currency LeastFreeMoney = kFreeEnough;

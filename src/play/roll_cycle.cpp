@@ -291,8 +291,10 @@ void TakeStep(const DecisionStep& step, Decide decide) {
 void DecideThrow() {
   const ThrowSteps& steps = StepsOfThrow(Game.PrevPoint, Game.Die1, Game.Die2, Game.BarDont);
   if (LedgerIsOpen())
-    return ForStandingBets(steps, Game.StandingBets,
-                           [](const DecisionStep& step) { TakeStep(step, DecideWager); });
+    return ForStandingBets(steps, Game.StandingBets, [&steps](const DecisionStep& step) {
+      TakeStep(step, DecideWager);
+      if (step.Bet != 0) FollowStep(step.Bet, static_cast<unsigned>(&step - steps.Steps));
+    });
   for (unsigned place = 0; place < steps.Count; ++place) TakeStep(steps.Steps[place], DecideBet);
 }
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <tuple>
 #include <vector>
 
 #include "bets/bankroll.h"
@@ -483,6 +484,40 @@ TEST_F(Laws, ACalledBetIsNoLongerCalledOnceAKnownDecisionHasTakenItDown) {
     RollNamedDice(3, 4);
     ASSERT_EQ(Game.Bets[Place6], 0);
     ASSERT_EQ(Game.BetWorking[Place6], Game.ComeOutWorking[Place6]) << loss;
+  }
+}
+
+TEST_F(Laws, PartsOfTheTableSeeWhatTheOthersLeave) {
+  Game.HyperDriveOn = Game.AllowPutBets = Game.AutoTakeFullOdds = Game.AutoLayFullOdds = true;
+  std::tie(Game.OddsAllowed410, Game.OddsAllowed59, Game.OddsAllowed68) = std::tuple(3, 4, 5);
+  Game.ReSeed = false;
+  Game.HandleWinningBets = WinSameBet;
+  for (const auto& [removePlace, mayBeShort] :
+       {std::pair(false, false), {true, false}, {false, true}}) {
+    Game.AutoRemovePlace = removePlace;
+    Game.NegBankroll = !mayBeShort;
+    Game.HandleLosingBets = mayBeShort ? LossDoubleBet : LossNoBet;
+    std::vector<std::vector<TableState>> games;
+    for (const bool known : {false, true}) {
+      Game.KnownRollsOn = known;
+      Chance chance(7);
+      NewGame(false);
+      SeedDice(7);
+      auto& runs = games.emplace_back();
+      for (int run = 0; run < 1500; ++run) {
+        if (mayBeShort) Game.Bets[BankrollIndex] = Unit() * chance.Of({200, 300, 500, 50'000});
+        for (const int bet : {+PassLine, +DontPass, +Come, +DontCome, +Place6, +Place8, +Buy5})
+          RequestChange(bet, Unit() * (bet >= PassLine || chance.OneIn(2) ? 20 : -20));
+        TakeAllFullOdds();
+        LayAllFullOdds();
+        // Line odds that are off look at two of the Buy bets.
+        for (const int odds : {PassLineOdds, DontPassOdds}) Game.BetWorking[odds] = CalledOff;
+        RollForAWhile(chance.Between(3, 30));
+        runs.push_back(Game);
+      }
+    }
+    for (std::size_t run = 0; run < games[0].size(); ++run)
+      ASSERT_EQ(FieldsOf(games[0][run]), FieldsOf(games[1][run])) << run << removePlace;
   }
 }
 
