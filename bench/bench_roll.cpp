@@ -36,9 +36,9 @@ struct Load {
   bool TakeOdds = false;
   int RollsPerRun = kRollsPerRun;  // all bets are laid again before each run
   Currency Stake = 30;             // thirty bets of 30 lose about half of the bank limit in a run
-  bool Grows = false;              // hardly a bet is ever decided twice at the same amount
+  bool Grows = false;              // a bet is seldom decided at an amount of a decision before
   bool KnownRolls = true;
-  bool NeverAgain = false;  // no bet is, while it is remembered
+  bool NeverAgain = false;  // next to never, and runs begin far from each other
 };
 
 constexpr std::array kLineBet = {PassLine};
