@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "autobet/read_line.h"
-#include "autobet/script.h"
 
 ScriptLine ReadLine(const std::string& text) {
   const std::optional<ScriptLine> line = ReadLineText(text);
@@ -22,11 +21,22 @@ std::vector<ScriptLine> ReadScript(const std::string& text) {
   return script;
 }
 
-void LoadScript(const std::string& text) {
-  std::vector<ScriptLine> script = ReadScript(text);
-  ClearScript();
-  Game.Script = std::move(script);
-  Game.ScrCount = static_cast<int>(Game.Script.size());
-  for (const ScriptLine& line : Game.Script) RegisterNames(line);
+void LoadLines(const std::vector<ScriptLine>& lines) {
+  Game.Script = lines;
+  Game.ScrCount = static_cast<int>(lines.size());
   ScriptEdited();
+}
+
+void LoadScript(const std::string& text) {
+  const std::vector<ScriptLine> lines = ReadScript(text);
+  ClearScript();
+  LoadLines(lines);
+  for (const ScriptLine& line : lines) RegisterNames(line);
+}
+
+std::vector<int> CodesOf(std::span<const ListItem> list) {
+  std::vector<int> codes;
+  for (const ListItem& item : list)
+    if (item.Text != kSeparatorText) codes.push_back(item.Code);
+  return codes;
 }

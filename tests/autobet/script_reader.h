@@ -18,10 +18,13 @@
 // won" and the like.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
-#include "core/script_state.h"
+#include "autobet/language.h"
+#include "autobet/script.h"
+#include "autobet/script_file.h"
 
 /// The line of a text, complete with `LineText`; throws std::runtime_error with the text when it
 /// can't be read.
@@ -30,5 +33,11 @@ ScriptLine ReadLine(const std::string& text);
 /// The lines of a whole script.
 std::vector<ScriptLine> ReadScript(const std::string& text);
 
+/// Makes lines the script of the game as they are.
+void LoadLines(const std::vector<ScriptLine>& lines);
+
 /// Makes the lines of `text` the script of the game, with its labels and flags registered.
 void LoadScript(const std::string& text);
+
+/// The codes of a list, without its separators.
+std::vector<int> CodesOf(std::span<const ListItem> list);

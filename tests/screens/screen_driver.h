@@ -1,26 +1,48 @@
 // Drives the real screens: finds controls by name, clicks places of the table, and takes hold of
-// modal screens while the call that opened them waits.
+// modal screens while the call that opened them waits. Brings along what most tests of screens use.
 #pragma once
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
 #include <QDialog>
 #include <QFile>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QPainter>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
+#include <set>
+#include <tuple>
 
 #include "autobet/script.h"
+#include "bets/chips.h"
+#include "bets/consistency.h"
+#include "bets/make_bet.h"
 #include "core/game_state.h"
+#include "core/host.h"
+#include "core/messages.h"
 #include "core/text.h"
+#include "play/roll_cycle.h"
 #include "rules/defaults.h"
+#include "rules/presets.h"
 #include "screens/frame/report.h"
+#include "screens/frame/screen.h"
+#include "screens/frame/screen_table.h"
 #include "screens/play/frmMsg.h"
 #include "screens/screen_tests.h"
 #include "screens/table/frmCrapTable.h"
@@ -56,11 +78,8 @@ inline void BeginScreens(frmCrapTable& table) {
 /// Runs `drive` on the next modal screen, once it stands.
 inline void OnNextScreen(std::function<void(QDialog*)> drive) {
   QTimer::singleShot(0, qApp, [drive = std::move(drive)] {
-    if (auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-      drive(screen);
-    } else {
-      OnNextScreen(drive);
-    }
+    auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    screen ? drive(screen) : OnNextScreen(drive);
   });
 }
 
@@ -113,6 +132,15 @@ inline QByteArray BytesOf(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// The columns of a picture that hold a colour.
+inline std::set<int> ColumnsWith(const QImage& picture, QRgb color) {
+  std::set<int> columns;
+  for (int x = 0; x < picture.width(); ++x)
+    for (int y = 0; y < picture.height(); ++y)
+      if (picture.pixel(x, y) == color) columns.insert(x);
+  return columns;
+}
+
 /// Gives a name to the next file screen, which is left without one and when it doesn't take it.
 inline void NameFile(const QString& name) {
   OnNextScreen([name](QDialog* screen) {
@@ -138,6 +166,12 @@ inline void Command(QWidget& window, const QString& name) {
   auto* action = window.findChild<QAction*>(name);
   QVERIFY2(action && action->isEnabled(), qPrintable(name));
   action->trigger();
+}
+
+/// Asks for a change of a bet, as a click does.
+inline void PutBet(int betId, Currency change) {
+  Game.ChangeRequest = change;
+  MakeBet(betId);
 }
 
 /// A place of the table on the widget.

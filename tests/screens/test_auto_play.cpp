@@ -1,21 +1,8 @@
 // The Auto-Play screen: every control clicked for real, and what it does to the table.
-#include <QListView>
-#include <tuple>
 
 #include "autoplay/auto_play.h"
-#include "bets/make_bet.h"
-#include "core/host.h"
 #include "screens/play/frmAutoPlay.h"
 #include "screens/screen_driver.h"
-
-namespace {
-
-void LayBet(int betId, Currency amount) {
-  Game.ChangeRequest = amount;
-  MakeBet(betId);
-}
-
-}  // namespace
 
 class TestAutoPlay : public ScreenTest {
   Q_OBJECT
@@ -29,8 +16,8 @@ class TestAutoPlay : public ScreenTest {
 
   void modesActAtOnceOnWhatStands() {
     Press("optAutoAdjustBetAmounts_0");
-    LayBet(Place6, 7);
-    for (int i = 0; i < 6; ++i) LayBet(Field, 1);
+    PutBet(Place6, 7);
+    for (int i = 0; i < 6; ++i) PutBet(Field, 1);
     const int chips = Game.ChipCount;
     Press("chkAutoArrangeChips");
     QCOMPARE(Game.ChipCount, chips - 4);  // the six on the Field became a 5 and a 1
@@ -47,9 +34,9 @@ class TestAutoPlay : public ScreenTest {
         {DontPass, DontPassOdds, "chkAutoLayFullOdds", "Auto-Lay Full Odds", "lay"}};
     for (const auto& [bet, odds, box, name, does] : sides) {
       Game.Point = 0;
-      LayBet(bet, 10);
+      PutBet(bet, 10);
       Game.Point = 6;
-      const Currency& held = Game.Bets[static_cast<unsigned>(odds)];
+      const Currency& held = Game.Bets[odds];
       PlannedMessages = {true, {{AnswerNo}, {AnswerYes}}};
       Press(box);
       QCOMPARE(held, Currency());
@@ -78,8 +65,7 @@ class TestAutoPlay : public ScreenTest {
     QCOMPARE(Line(Place6), "Place 6 - No");
     Click("cmdSelectAll");
     Click("cmdNo");
-    for (unsigned id = Lay4; id <= LastBet; ++id)
-      QCOMPARE(Game.ComeOutWorking[id], int(NotWorking));
+    for (int id = Lay4; id <= LastBet; ++id) QCOMPARE(Game.ComeOutWorking[id], int(NotWorking));
     Click("cmdDefault");
     QCOMPARE(Line(Lay4) + Line(Place6), "Lay 4 - YesPlace 6 - No");
     QCOMPARE(Game.BetWorking[Lay4], int(Working));
@@ -88,12 +74,11 @@ class TestAutoPlay : public ScreenTest {
   void stopListStopsAutoRolling() {
     QCOMPARE(stops_->model()->rowCount(), int(kAutoStops));
     QCOMPARE(RowText(stops_, StopOnTwelve), "A 12");
-    for (const bool on : {true, false}) {
+    for (const bool on : {true, false})
       for (int entry = 0; entry < kAutoStops; ++entry) {
         ClickRow(stops_, entry);
-        QCOMPARE(Game.AutoStopOn[static_cast<unsigned>(entry)], on);
+        QCOMPARE(Game.AutoStopOn[entry], on);
       }
-    }
     ClickRow(stops_, StopOnSeven);
     Press("chkAutoRollDice");
     RollByClick();

@@ -1,21 +1,11 @@
 // The script editor by clicks and keys: every line of the language, the shipped scripts, and what
 // an editor does.
-#include <QCheckBox>
-#include <QClipboard>
-#include <QListView>
-#include <QMenu>
-#include <QRegularExpression>
-#include <QTableView>
 
 #include "autobet/compose.h"
 #include "autobet/line_choice.h"
 #include "autobet/read_line.h"
 #include "autobet/script_edit.h"
-#include "autobet/script_file.h"
 #include "autobet/script_reader.h"
-#include "core/host.h"
-#include "screens/frame/screen.h"
-#include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
 #include "screens/scripts/choice_button.h"
 #include "screens/scripts/frmAutoBet.h"
@@ -23,17 +13,7 @@
 
 namespace {
 
-constexpr const char* kSaveQuestion =
-    "Your current logged bets have not been saved.\nDo you want to save them now?";
-
 constexpr int kLinesAtOnce = 100;  // of the walks, before they clear the script
-
-std::vector<int> CodesOf(std::span<const ListItem> list) {
-  std::vector<int> codes;
-  for (const ListItem& item : list)
-    if (item.Text != kSeparatorText) codes.push_back(item.Code);
-  return codes;
-}
 
 /// A line without what only the editor knows of it.
 ScriptLine Plain(ScriptLine line) {
@@ -84,8 +64,7 @@ class TestAutobet : public ScreenTest {
   void everyActionIsBuiltByChoosing() {
     screen_->setUpdatesEnabled(false);
     TypeLabel("Start");
-    std::size_t ofTurn = 0;
-    std::size_t toTurn = 0;
+    std::size_t ofTurn = 0, toTurn = 0;
     int lines = 0;
     for (const int action : CodesOf(ActionList())) {
       Choose("lblAction", "listAction", TextOf(ActionList(), action));
@@ -217,8 +196,7 @@ class TestAutobet : public ScreenTest {
     QCOMPARE(Game.ScriptInsertLine, 13);
 
     QTest::keyClick(view_, Qt::Key_F9);
-    const QPoint margin(3, view_->visualRect(view_->model()->index(13, 0)).center().y());
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, margin);
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, {3, PlaceOf(14).y()});
     QVERIFY(Line(13).Breakpoint && Line(14).Breakpoint && Game.ScriptInsertLine == 13);
     Menu("mnuClearBreakpoints");
     QVERIFY(!Line(13).Breakpoint);
@@ -246,7 +224,8 @@ class TestAutobet : public ScreenTest {
     for (const auto& [answer, count] : {std::pair(AnswerCancel, 1), {AnswerNo, 0}}) {
       PlannedMessages.Answers = {{answer}};
       Menu("mnuNew");
-      ExpectMessage(kSaveQuestion, "Save Auto-Bets?");
+      ExpectMessage("Your current logged bets have not been saved.\nDo you want to save them now?",
+                    "Save Auto-Bets?");
       QCOMPARE(Game.ScrCount, count);
     }
     Choose("lblCondition", "listCondition", "Flag");
@@ -306,13 +285,12 @@ class TestAutobet : public ScreenTest {
     }
     QCOMPARE(done, 12);
     QString logged;
-    for (int number = 1; number <= Game.ScrCount; ++number)
-      logged += Text(Line(number).LineText) + '\n';
+    for (const ScriptLine& line : Game.Script) logged += Text(line.LineText) + '\n';
     QCOMPARE(logged, script);
     QVERIFY(Read("default.bet").size() == 6 * 256);
     QCOMPARE(quoted.size(), qsizetype(PlannedMessages.Shown.size()));
     for (qsizetype i = 0; i < quoted.size(); ++i)
-      QVERIFY(Text(PlannedMessages.Shown[static_cast<unsigned>(i)].Text).contains(quoted[i]));
+      QVERIFY(Text(PlannedMessages.Shown[i].Text).contains(quoted[i]));
     QCOMPARE(Game.RollCount[0], 1'000'000);
     QList<double> told;
     static const QRegularExpression figure("\\*\\*\\$?([\\d,]+)\\*\\*");
@@ -354,9 +332,8 @@ class TestAutobet : public ScreenTest {
       if (box->text() != typed) TypeOver(box, typed);
     }
     if (turn % 2 == 0) return;
-    for (const char* truth : {"lblConditionTF", "lblActionTF"}) {
+    for (const char* truth : {"lblConditionTF", "lblActionTF"})
       if (Get<QWidget>(panel)->isAncestorOf(Get<QWidget>(truth)) && Shows(truth)) Click(truth);
-    }
   }
 
   /// Logs what a panel holds, loads the line back by a double click, logs it again, and finds the
@@ -399,15 +376,14 @@ class TestAutobet : public ScreenTest {
 
   static QString Lines() {
     QStringList lines;
-    for (int number = 1; number <= Game.ScrCount; ++number)
-      lines << Text(Line(number).LineText).trimmed();
+    for (const ScriptLine& line : Game.Script) lines << Text(line.LineText).trimmed();
     return lines.join('|');
   }
 
   /// The names of all lines that have one.
   static QString Names() {
     QString names;
-    for (int number = 1; number <= Game.ScrCount; ++number) names += Text(Line(number).LineName);
+    for (const ScriptLine& line : Game.Script) names += Text(line.LineName);
     return names;
   }
 
@@ -436,8 +412,7 @@ class TestAutobet : public ScreenTest {
   void FollowStep(const QString& text) {
     static const QRegularExpression word("(\\w+)\\s+\\*\\*(.+?)\\*\\*");
     QWidget* place = screen_;
-    QString menu;
-    QString typed;
+    QString menu, typed;
     for (const auto& match : word.globalMatch(text)) {
       const QString verb = match.captured(1).toLower();
       const QString what = match.captured(2);
@@ -537,38 +512,27 @@ class TestAutobet : public ScreenTest {
 
   /// Labels come first, so that jumps can choose them; then the lines between, from the top.
   void TypeLines(const std::vector<ScriptLine>& lines) {
-    int labels = 0;
-    for (const ScriptLine& line : lines) {
-      if (line.LineKind != LabelLine) continue;
-      TypeLine(line);
-      ++labels;
-    }
+    for (const ScriptLine& line : lines)
+      if (line.LineKind == LabelLine) TypeLine(line);
     auto* box = Get<QLineEdit>("txtLabel");
-    while (labels-- > 0) QTest::keyClick(box, Qt::Key_Up);
+    for (int up = 0; up < Game.ScrCount; ++up) QTest::keyClick(box, Qt::Key_Up);
     for (const ScriptLine& line : lines) {
-      if (line.LineKind == LabelLine) {
-        QTest::keyClick(box, Qt::Key_Down);
-      } else {
-        TypeLine(line);
-      }
+      line.LineKind == LabelLine ? QTest::keyClick(box, Qt::Key_Down) : TypeLine(line);
       Expect(Plain(Line(Game.ScriptInsertLine - 1)) == Plain(line), line);
     }
   }
 
   void TypeLine(const ScriptLine& line) {
-    if (IsStartCondition(line.LineKind)) {
-      TypeChoice("lblStartCondition", TextOf(kStartConditionList, line.LineKind));
-      QTest::keyClick(Get<QWidget>("lblStartCondition"), Qt::Key_Return);
-    } else if (IsStartAction(line.LineKind)) {
-      TypeChoice("lblStartAction", TextOf(kStartActionList, line.LineKind));
-      QTest::keyClick(Get<QWidget>("lblStartAction"), Qt::Key_Return);
-    } else if (line.LineKind == ConditionLine) {
-      TypeCondition(line);
-    } else if (line.LineKind == ActionLine) {
-      TypeAction(line);
-    } else {
-      TypeLabel(Text(LabelTextOf(line)));
-    }
+    const int kind = line.LineKind;
+    const auto start = [this](const char* word, std::string_view text) {
+      TypeChoice(word, text);
+      QTest::keyClick(Get<QWidget>(word), Qt::Key_Return);
+    };
+    if (IsStartCondition(kind)) start("lblStartCondition", TextOf(kStartConditionList, kind));
+    if (IsStartAction(kind)) start("lblStartAction", TextOf(kStartActionList, kind));
+    if (kind == ConditionLine) TypeCondition(line);
+    if (kind == ActionLine) TypeAction(line);
+    if (kind == LabelLine || kind == RemarkLine) TypeLabel(Text(LabelTextOf(line)));
   }
 
   void TypeCondition(const ScriptLine& line) {

@@ -1,23 +1,11 @@
 // The configuration, clicked through: what is set is kept, what can't stand is refused.
-#include <QAbstractButton>
-#include <QCheckBox>
-#include <QClipboard>
-#include <QComboBox>
 #include <QHeaderView>
-#include <QListView>
-#include <QTableView>
 #include <random>
-#include <tuple>
 
-#include "bets/consistency.h"
-#include "bets/make_bet.h"
 #include "bets/settle.h"
-#include "core/host.h"
 #include "persistence/game_file.h"
 #include "persistence/game_file_table.h"
-#include "play/roll_cycle.h"
 #include "rules/advantage_table.h"
-#include "rules/presets.h"
 #include "screens/frame/guard.h"
 #include "screens/rules/frmConfigure.h"
 #include "screens/rules/probability_picture.h"
@@ -97,13 +85,9 @@ class TestConfigure : public ScreenTest {
     for (int visit = 0; visit < kVisits; ++visit) {
       PlannedMessages.Shown.clear();
       if (visit % 10 == 0) {
-        for (const int betId : {int(PassLine), int(Buy4), int(Lay10), int(Place6), int(Hard8)}) {
-          // Odds beyond reckoning are a fault of the click that asks for them.
-          Guarded("Crap Table", [&] {
-            Game.ChangeRequest = static_cast<int>(below(40));
-            MakeBet(betId);
-          });
-        }
+        // Odds beyond reckoning are a fault of the click that asks for them.
+        for (const int betId : {+PassLine, +Buy4, +Lay10, +Place6, +Hard8})
+          Guarded("Crap Table", [&] { PutBet(betId, static_cast<int>(below(40))); });
         RollDice();
       }
       Command(*table_, "mnuConfigure");
@@ -133,21 +117,17 @@ class TestConfigure : public ScreenTest {
     const char* rate = "Sim Roll Rate Out Of Limits";
     // The tab, its box, what is typed, what stands then, and the title of the refusal, if any.
     const std::tuple<int, const char*, const char*, const char*, const char*> rows[] = {
-        {0, "txtDenomination_0", "", "0", checks},
-        {0, "txtDenomination_0", "abc", "0", checks},
-        {0, "txtDenomination_0", "-1", "1", ""},
-        {0, "txtDenomination_1", "1e0", "10", ""},
+        // clang-format off
+        {0, "txtDenomination_0", "", "0", checks}, {0, "txtDenomination_0", "abc", "0", checks},
+        {0, "txtDenomination_0", "-1", "1", ""}, {0, "txtDenomination_1", "1e0", "10", ""},
         {0, "txtDenomination_2", "7.50", "7.5", checks},
         {0, "txtDenomination_4", "123456789012345", "1000000", ""},
-        {0, "txtRollsPerHour", "36000001", "36000001", rate},
-        {0, "txtRollsPerHour", "", "", rate},
+        {0, "txtRollsPerHour", "36000001", "36000001", rate}, {0, "txtRollsPerHour", "", "", rate},
         {0, "txtRollsPerHour", ".00001", ".0000", rate},
-        {0, "txtRollsPerHour", "0.0001", "0.0001", ""},
-        {6, "txtMaxPlacardBet", "0", "0", limits},
-        {6, "txtMaxPlacardBet", "1", "1", ""},
-        {6, "txtLayVigPct", "4.25", "4.2", ""},
-        {5, "txtBankrollInitAmount", "-250.505", "-250.5", ""},
-        {5, "txtAddSub", "-2", "2", ""}};
+        {0, "txtRollsPerHour", "0.0001", "0.0001", ""}, {6, "txtMaxPlacardBet", "0", "0", limits},
+        {6, "txtMaxPlacardBet", "1", "1", ""}, {6, "txtLayVigPct", "4.25", "4.2", ""},
+        {5, "txtBankrollInitAmount", "-250.505", "-250.5", ""}, {5, "txtAddSub", "-2", "2", ""}};
+    // clang-format on
     for (const auto& [tab, box, typed, stands, title] : rows) {
       Open("mnuConfigure", screen_);
       ClickTab(tab);
@@ -170,8 +150,7 @@ class TestConfigure : public ScreenTest {
   void whatTheBankrollCannotBearIsRefused() {
     Game.Bets[BankrollIndex] = 102;
     Game.BuyVigUpFront = false;
-    Game.ChangeRequest = 100;
-    MakeBet(Buy4);
+    PutBet(Buy4, 100);
     ClickTab(BetsTab);
     Press("optBuyVig_0");
     QCOMPARE(PlannedMessages.Shown.back().Title, std::string("Buy Bet Vig"));
@@ -270,9 +249,7 @@ class TestConfigure : public ScreenTest {
       QTest::keyClicks(Find<QLineEdit>(picture, "txtShare"), share + 1);
       QTest::keyClick(Find<QLineEdit>(picture, "txtShare"), Qt::Key_Return);
     };
-    const auto shareOf = [](int die1, int die2) {
-      return ShareOfThrow(Game.ProbMatrix, die1, die2);
-    };
+    const auto shareOf = [](int a, int b) { return ShareOfThrow(Game.ProbMatrix, a, b); };
     type(PlaceOfThrow(6, 6), "5.5");
     QCOMPARE(shareOf(6, 6), 5500);
     QTest::keyClick(picture, Qt::Key_Up);
@@ -317,9 +294,8 @@ class TestConfigure : public ScreenTest {
 
  private:
   /// The words of a row of a grid.
-  static QString RowTexts(const QTableView* grid, int row) {
-    return RowText(grid, row) + " " + RowText(grid, row, 1) + RowText(grid, row, 2) +
-           RowText(grid, row, 3);
+  static QString RowTexts(const QTableView* g, int row) {
+    return RowText(g, row) + " " + RowText(g, row, 1) + RowText(g, row, 2) + RowText(g, row, 3);
   }
 
   void ClickTab(int tab) {
@@ -333,19 +309,12 @@ class TestConfigure : public ScreenTest {
     return view;
   }
   static void Keys(QTableView* view, const QString& keys) {
-    for (const QChar key : keys) {
-      if (key == '\t' || key == '\r')
-        QTest::keyClick(Box(view), key == '\t' ? Qt::Key_Tab : Qt::Key_Return);
-      else
-        QTest::keyClick(Box(view), key.toLatin1());
-    }
+    for (const QChar key : keys) QTest::keyClick(Box(view), key.toLatin1());
   }
 
   static bool IsInput(QWidget* control) {
-    const QString name = control->objectName();
-    if (name.isEmpty() || name.startsWith("cmdAltKeys") || name.startsWith("qt_") ||
-        name == "cmdMoreColors" || name == "cmdSeedRNG")
-      return false;
+    static const QRegularExpression left("^$|^cmdAltKeys|^qt_|^cmdMoreColors$|^cmdSeedRNG$");
+    if (left.match(control->objectName()).hasMatch()) return false;
     return qobject_cast<QLineEdit*>(control) || qobject_cast<QAbstractButton*>(control) ||
            qobject_cast<QComboBox*>(control) || qobject_cast<QTableView*>(control) ||
            qobject_cast<picProbabilityBox*>(control);
@@ -374,17 +343,12 @@ class TestConfigure : public ScreenTest {
     PlannedMessages.Answers = {{AnswerYes}, {AnswerYes}};
     Menu("mnuRestoreDenominations");
     Menu("mnuRestorePayoffs");
-    for (const auto& [box, text] : {std::pair("txtMinPlacardBet", "1"),
-                                    {"txtMaxPlacardBet", "1000"},
-                                    {"txtRollsPerHour", "1"},
-                                    {"txtOddsAllowed410", "2"},
-                                    {"txtOddsAllowed59", "2"},
-                                    {"txtOddsAllowed68", "2"},
-                                    {"txtBuyVigPct", "5"},
-                                    {"txtLayVigPct", "5"},
-                                    {"txtMaxOddsBet", "2000"},
-                                    {"txtMaxPropBetPayoff", "3000"}})
-      Type(box, text);
+    constexpr std::pair<const char*, const char*> kValid[] = {
+        {"txtMinPlacardBet", "1"},      {"txtMaxPlacardBet", "1000"}, {"txtRollsPerHour", "1"},
+        {"txtOddsAllowed410", "2"},     {"txtOddsAllowed59", "2"},    {"txtOddsAllowed68", "2"},
+        {"txtBuyVigPct", "5"},          {"txtLayVigPct", "5"},        {"txtMaxOddsBet", "2000"},
+        {"txtMaxPropBetPayoff", "3000"}};
+    for (const auto& [box, text] : kValid) Type(box, text);
     PlannedMessages.Answers.clear();
   }
 

@@ -1,11 +1,7 @@
 // The screen of the Events Log, by clicks and keys over logs on disk.
-#include <QImage>
 #include <QScrollBar>
 #include <QWheelEvent>
-#include <set>
-#include <tuple>
 
-#include "core/game_state.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmEventsLog.h"
 #include "stats/events_log.h"
@@ -15,8 +11,7 @@
 namespace {
 
 constexpr int kLong = 40'000;
-constexpr QRgb kBlue = 0xFF0000FF;
-constexpr QRgb kCyan = 0xFF00FFFF;
+constexpr QRgb kBlue = 0xFF0000FF, kCyan = 0xFF00FFFF;
 
 QByteArray Numbered(int lines, const QByteArray& words = "Event ") {
   QByteArray text;
@@ -60,8 +55,7 @@ class TestEventsLog : public ScreenTest {
       const int before = Game.LogTopLine;
       act();
       Look();
-      QCOMPARE(Game.LogTopLine, top);
-      QCOMPARE(Game.GameChanged, top != before);
+      QCOMPARE(std::pair(Game.LogTopLine, Game.GameChanged), std::pair(top, top != before));
       QCOMPARE(view_->InView().at(0), "Event " + std::to_string(top) + ".");
       if (value > 0) QCOMPARE(bar_->value(), value);
     }
@@ -79,17 +73,17 @@ class TestEventsLog : public ScreenTest {
         {"Roll # 12: 7 (3-4) seven out", true, true}};
     for (const auto& [line, blue, cyan] : lines) {
       const QImage picture = Put(line + QByteArray("\r\n"));
-      QCOMPARE(Columns(picture, kBlue).empty(), !blue);
-      QCOMPARE(Columns(picture, kCyan).empty(), !cyan);
+      QCOMPARE(ColumnsWith(picture, kBlue).empty(), !blue);
+      QCOMPARE(ColumnsWith(picture, kCyan).empty(), !cyan);
     }
     Put("Roll # 1: " + QByteArray(500, '6') + " end\n" + Numbered(40));
     QScrollBar* across = Get<QScrollBar>("hscrEventsLog");
-    const std::set<int> before = Columns(Look(), kCyan);
+    const std::set<int> before = ColumnsWith(Look(), kCyan);
     QVERIFY(across->maximum() > 0);
     for (int i = 0; i < 3; ++i) Key(Qt::Key_Right);
-    QVERIFY(*Columns(Look(), kCyan).begin() < *before.begin());
+    QVERIFY(*ColumnsWith(Look(), kCyan).begin() < *before.begin());
     across->setValue(across->maximum());
-    QVERIFY(*Columns(Look(), kCyan).rbegin() < view_->width() - 5);  // the end is in sight
+    QVERIFY(*ColumnsWith(Look(), kCyan).rbegin() < view_->width() - 5);  // the end is in sight
     Key(Qt::Key_Down);  // over shorter lines the place isn't lost
     Look();
     QVERIFY(across->value() == across->maximum() && across->value() > 100);
@@ -140,8 +134,7 @@ class TestEventsLog : public ScreenTest {
     for (const bool forward : {true, false}) {
       int asked = 0;
       Game.LogTopLine = kLong / 2;
-      QVERIFY(
-          !FindInLog("nowhere", forward, [&](double share) { return share <= 1 && ++asked < 3; }));
+      QVERIFY(!FindInLog("nowhere", forward, [&](double at) { return at <= 1 && ++asked < 3; }));
       QVERIFY(asked == 3 && Game.LogTopLine == kLong / 2);
     }
   }
@@ -159,16 +152,11 @@ class TestEventsLog : public ScreenTest {
       screen_->activateWindow();
       QTRY_VERIFY(screen_->isActiveWindow());
     };
-    const auto again = [this](bool back) {
-      QTest::keyClick(screen_, Qt::Key_F3, back ? Qt::ShiftModifier : Qt::NoModifier);
-    };
+    const auto again = [this](auto keys) { QTest::keyClick(screen_, Qt::Key_F3, keys); };
     const std::tuple<std::function<void()>, int> steps[] = {
-        {[&] { again(false); }, 1},
-        {[&] { ask("event 9", "cmdCancel"); }, 1},
-        {[&] { ask("Event 49", "cmdOK"); }, 50},
-        {[&] { again(false); }, 491},
-        {[&] { again(true); }, 50},
-        {[&] { ask("winner", "cmdOK"); }, 502}};
+        {[&] { again(Qt::NoModifier); }, 1},     {[&] { ask("event 9", "cmdCancel"); }, 1},
+        {[&] { ask("Event 49", "cmdOK"); }, 50}, {[&] { again(Qt::NoModifier); }, 491},
+        {[&] { again(Qt::ShiftModifier); }, 50}, {[&] { ask("winner", "cmdOK"); }, 502}};
     for (const auto& [act, top] : steps) {
       act();
       QCOMPARE(Game.LogTopLine, top);
@@ -221,12 +209,6 @@ class TestEventsLog : public ScreenTest {
   }
 
  private:
-  static QFont font() {
-    QFont letters = QApplication::font();
-    letters.setPointSize(9);
-    return letters;
-  }
-
   /// Puts a log on disk, and shows it from its first line.
   QImage Put(const QByteArray& text) {
     ClearEventsLog();
@@ -236,13 +218,6 @@ class TestEventsLog : public ScreenTest {
   QImage Look() {
     screen_->Refresh();
     return view_->grab().toImage();
-  }
-  static std::set<int> Columns(const QImage& picture, QRgb color) {
-    std::set<int> columns;
-    for (int x = 0; x < picture.width(); ++x)
-      for (int y = 0; y < picture.height(); ++y)
-        if (picture.pixel(x, y) == color) columns.insert(x);
-    return columns;
   }
 
   void Key(Qt::Key key) { QTest::keyClick(screen_, key); }

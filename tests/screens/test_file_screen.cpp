@@ -4,19 +4,14 @@
 #include <QCompleter>
 #include <QDir>
 #include <QFileInfo>
-#include <QListView>
 #include <QProcess>
 #include <QStandardPaths>
-#include <utility>
 
-#include "bets/consistency.h"
-#include "bets/make_bet.h"
 #include "persistence/kept_game.h"
 #include "persistence/session.h"
 #include "screens/files/data_folder.h"
 #include "screens/files/folder_lock.h"
 #include "screens/frame/controls.h"
-#include "screens/frame/screen_table.h"
 #include "screens/frame/window_places.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/frmBankroll.h"
@@ -30,8 +25,6 @@ class TestFileScreen : public ScreenTest {
     static_cast<ScriptState&>(Game) = ScriptState();
     static_cast<KeptViews&>(Game) = KeptViews();
     LayTable();
-    Game.DataPath = Path("").toStdString();
-    PlannedMessages.Active = true;
   }
 
   void screenStartsInTheDataFolderAndFollowsItsLists() {
@@ -40,7 +33,7 @@ class TestFileScreen : public ScreenTest {
     Write("other.txt");
     QVERIFY(QDir(folder_->path()).mkpath("Unter ordner/tief"));
     Write("Unter ordner/x.bet");
-    Game.AutoBetFile = Path("b.bet").toStdString();
+    Game.AutoBetFile = FilePath("b.bet");
     frmFile screen(FileCommand::OpenScript, nullptr);
     screen.show();
     QCOMPARE(screen.windowTitle(), "Open Auto-Bet File");
@@ -70,17 +63,15 @@ class TestFileScreen : public ScreenTest {
   }
 
   void examplesAreTwoClicksAway() {
-    QTemporaryDir program;
-    QVERIFY(QDir(program.path()).mkpath("examples"));
-    QFile example(program.filePath("examples/first.bet"));
-    QVERIFY(example.open(QIODevice::WriteOnly));
-    const std::string appPath = std::exchange(Game.AppPath, program.path().toStdString() + "/");
+    QVERIFY(QDir(folder_->path()).mkpath("examples"));
+    Write("examples/first.bet");
+    const std::string appPath = std::exchange(Game.AppPath, FilePath(""));
     frmFile screen(FileCommand::SelectHotKeyScript, nullptr);
     screen.show();
     ClickRow(screen, "drvDrive", "Examples");
     ClickRow(screen, "filFiles", "first.bet");
     ClickButton(&screen, "cmdOK");
-    QCOMPARE(Text(Game.SelectedFileName), program.filePath("examples/first.bet"));
+    QCOMPARE(Text(Game.SelectedFileName), Path("examples/first.bet"));
     Game.AppPath = appPath;
   }
 
@@ -129,7 +120,7 @@ class TestFileScreen : public ScreenTest {
     });
     Command(*table_, "mnuSaveGameAs");
     QCOMPARE(PlannedMessages.Shown.size(), std::size_t(3));
-    QCOMPARE(Game.GameFileName, Path("new game.crp").toStdString());
+    QCOMPARE(Game.GameFileName, FilePath("new game.crp"));
     QCOMPARE(table_->windowTitle(), "Kelvanor (new game.crp)");
     QCOMPARE(QFileInfo(Path("full.crp")).size(), 1);
 
@@ -146,7 +137,7 @@ class TestFileScreen : public ScreenTest {
   void deleteKeyDeletesAFileThatIsNotInUse() {
     Write("a.bet");
     Write("b.bet");
-    Game.AutoBetFile = Path("a.bet").toStdString();
+    Game.AutoBetFile = FilePath("a.bet");
     OnNextScreen([&](QDialog* screen) {
       auto* files = Find<QListView>(screen, "filFiles");
       const auto press = [&](const char* file, int answer) {
@@ -168,22 +159,15 @@ class TestFileScreen : public ScreenTest {
   void leavingOffersToSaveEachInTurn() {
     ScriptLine line;
     line.LineKind = RemarkLine;
-    const auto unsaved = [&] {
+    const std::string titles[] = {"Save Auto-Bets?", "Save Probabilities?", "Save Game?"};
+    for (std::size_t asked = 1; asked <= 3; ++asked) {
       ClearScript();
       InsertLine(1, line);
       Game.ProbabilityChanged = Game.GameChanged = true;
       PlannedMessages.Shown.clear();
-    };
-    const std::string titles[] = {"Save Auto-Bets?", "Save Probabilities?", "Save Game?"};
-    for (std::size_t asked = 1; asked <= 3; ++asked) {
-      unsaved();
       PlannedMessages.Answers.assign(asked - 1, {AnswerNo});
       PlannedMessages.Answers.push_back({AnswerCancel});
-      if (asked == 2) {
-        Command(*table_, "mnuNew");
-      } else {
-        table_->close();
-      }
+      asked == 2 ? Command(*table_, "mnuNew") : static_cast<void>(table_->close());
       QVERIFY(table_->isVisible() && Game.GameChanged && Game.ScrCount == 1);
       QCOMPARE(PlannedMessages.Shown.size(), asked);
       for (std::size_t i = 0; i < asked; ++i) QCOMPARE(PlannedMessages.Shown[i].Title, titles[i]);
@@ -200,7 +184,7 @@ class TestFileScreen : public ScreenTest {
     QVERIFY(table_->isVisible() && QFile::exists(Path("mine.prb")) && !Game.ProbabilityChanged);
 
     // A game that can't be kept isn't thrown away unasked.
-    const std::string dataPath = std::exchange(Game.DataPath, Path("gone/").toStdString());
+    const std::string dataPath = std::exchange(Game.DataPath, FilePath("gone/"));
     PlannedMessages.Answers = {{AnswerNo}, {AnswerNo}, {AnswerOk}, {AnswerOk}, {AnswerNo}};
     table_->close();
     ExpectQuestionAboutSession();
@@ -257,7 +241,7 @@ class TestFileScreen : public ScreenTest {
     QTRY_VERIFY(list->isVisible());
     QTest::keyClick(list, Qt::Key_Return);
     QTRY_VERIFY(!screen.isVisible());
-    QCOMPARE(Game.SelectedFileName, Path("one.bet").toStdString());
+    QCOMPARE(Game.SelectedFileName, FilePath("one.bet"));
   }
 
   void closingAMinimisedTableStillAsks() {
@@ -277,12 +261,11 @@ class TestFileScreen : public ScreenTest {
   void closingThatIsCancelledLeavesTheDiceRolling() {
     Game.GameChanged = Game.AutoRollDice = true;
     PlannedMessages.Answers = {{AnswerCancel}};
-    int rolled = 0;
     QTimer::singleShot(0, table_.get(), [&] { table_->close(); });
     ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
     QCOMPARE(PlannedMessages.Shown.size(), std::size_t(1));
     QVERIFY(!Game.RollInProgress);
-    rolled = Game.RollCount[0];
+    const int rolled = Game.RollCount[0];
     QTimer stop;
     connect(&stop, &QTimer::timeout, this, [&] {
       if (Game.RollCount[0] > rolled + 2) Game.KeepRolling = false;
@@ -300,8 +283,7 @@ class TestFileScreen : public ScreenTest {
     QVERIFY(PlannedMessages.Shown.front().Text.starts_with("default.crp\ncan't be written: "));
     ExpectQuestionAboutSession();
     QVERIFY(table_->isVisible() && !QGuiApplication::overrideCursor());
-    QVERIFY(table_->close());
-    QVERIFY(!table_->isVisible());
+    QVERIFY(table_->close() && !table_->isVisible());
   }
 
   /// The program is told to end while the dice roll and a screen waits for an answer.
@@ -311,8 +293,7 @@ class TestFileScreen : public ScreenTest {
     Game.HandleWinningBets = WinManual;
     Game.HandleLosingBets = LossManual;
     Game.AutoRollDice = true;
-    Game.ChangeRequest = 5;
-    MakeBet(Field);
+    PutBet(Field, 5);
     OnNextScreen([this](QDialog*) { table_->EndUnasked(); });
     ClickPlace(*table_, {300, 210}, {}, Qt::RightButton);
     QTRY_VERIFY(!table_->isVisible());
@@ -328,17 +309,14 @@ class TestFileScreen : public ScreenTest {
     QVERIFY(FolderLock(Path("gone")).Take());  // nothing can be lost there
 
     // A program that was killed leaves its lock behind.
-    QTemporaryDir other;
+    QVERIFY(QDir(folder_->path()).mkpath("other"));
     QProcess dead;
     dead.start("true", QStringList());
     const qint64 id = dead.processId();
     QVERIFY(dead.waitForFinished());
-    QFile lock(other.filePath("kelvanor.lock"));
-    QVERIFY(lock.open(QIODevice::WriteOnly));
-    lock.write(QByteArray::number(id) + "\nkelvanor\n" + QSysInfo::machineHostName().toUtf8() +
-               "\n");
-    lock.close();
-    QVERIFY(FolderLock(other.path()).Take());
+    Write("other/kelvanor.lock",
+          QByteArray::number(id) + "\nkelvanor\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+    QVERIFY(FolderLock(Path("other")).Take());
   }
 
  private:
@@ -346,13 +324,6 @@ class TestFileScreen : public ScreenTest {
     const ShownMessage& question = PlannedMessages.Shown.back();
     QCOMPARE(question.Title, std::string("Unable to Keep the Session"));
     QVERIFY(question.Text.starts_with("default.crp\ncan't be written: "));
-  }
-
-  QString Path(const QString& name) const { return folder_->path() + "/" + name; }
-
-  void Write(const QString& name) {
-    QFile file(Path(name));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("x") == 1);
   }
 
   static QString Rows(const QWidget& screen, const QString& name) {

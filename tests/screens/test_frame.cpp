@@ -1,33 +1,17 @@
 // What all screens have in common: walks over every bound control and every menu.
 #include <QAbstractSlider>
 #include <QAccessible>
-#include <QClipboard>
-#include <QComboBox>
-#include <QListView>
-#include <QMenu>
 #include <QPrintPreviewWidget>
-#include <QRadioButton>
-#include <QRegularExpression>
 #include <QWheelEvent>
-#include <map>
-#include <set>
 
 #include "autobet/script_file.h"
-#include "bets/consistency.h"
-#include "bets/make_bet.h"
-#include "core/host.h"
 #include "persistence/game_file.h"
 #include "persistence/game_file_table.h"
-#include "play/roll_cycle.h"
-#include "rules/presets.h"
 #include "screens/frame/bind.h"
 #include "screens/frame/frmPrint.h"
 #include "screens/frame/player_change.h"
-#include "screens/frame/screen.h"
-#include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
 #include "screens/table/screens.h"
-#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -180,16 +164,15 @@ class TestFrame : public ScreenTest {
       static const QStringList standing = {"mnuCenter", "mnuNewProbability", "mnuFindAsTyped"};
       if (standing.contains(name)) continue;
       Try(
-          WindowOf(action), action->objectName(), action->isEnabled(),
-          action->toolTip() != QString(action->text()).remove('&'), [action] { action->trigger(); },
-          answers.Answered, dead);
+          action, action->isEnabled(), action->toolTip() != QString(action->text()).remove('&'),
+          [action] { action->trigger(); }, answers.Answered, dead);
       ++walked;
     }
     for (QPushButton* button : table_->findChildren<QPushButton*>()) {
       if (!button->isVisible()) continue;
       Try(
-          WindowOf(button), button->objectName(), button->isEnabled(), !button->toolTip().isEmpty(),
-          [button] { button->click(); }, answers.Answered, dead);
+          button, button->isEnabled(), !button->toolTip().isEmpty(), [button] { button->click(); },
+          answers.Answered, dead);
       ++walked;
     }
     QVERIFY2(dead.isEmpty(), qPrintable(dead.join(", ")));
@@ -246,8 +229,8 @@ class TestFrame : public ScreenTest {
   /// What stands is the same after it was saved and opened.
   void ExpectToComeBack(const QWidget* control) {
     const std::vector<Record> stands = Kept();
-    SaveGame(Path("back.crp").toStdString());
-    OpenGame(Path("back.crp").toStdString(), true);
+    SaveGame(FilePath("back.crp"));
+    OpenGame(FilePath("back.crp"), true);
     QVERIFY2(stands == Kept(), qPrintable(control->objectName() + ": " + ShownBy(control)));
   }
 
@@ -263,10 +246,7 @@ class TestFrame : public ScreenTest {
     Game.HandleWinningBets = WinSameBet;
     Game.HandleLosingBets = LossSameBet;
     Game.NumAutoRolls = Game.AutoRollsLeft = 3;
-    for (const int bet : {+PassLine, +Place6, +Hard8}) {
-      Game.ChangeRequest = 12;
-      MakeBet(bet);
-    }
+    for (const int bet : {+PassLine, +Place6, +Hard8}) PutBet(bet, 12);
     RollNamedDice(2, 2);
     TheHost.RefreshViews();
   }
@@ -287,12 +267,11 @@ class TestFrame : public ScreenTest {
     bool operator==(const Noticed&) const = default;
   };
 
-  void Try(QWidget* window, const QString& name, bool enabled, bool tells,
-           const std::function<void()>& act, const int& answered, QStringList& dead) {
-    if (!enabled) {
-      if (!tells) dead << name + " is greyed";
-      return;
-    }
+  void Try(QObject* of, bool enabled, bool tells, const std::function<void()>& act,
+           const int& answered, QStringList& dead) {
+    if (!enabled && !tells) dead << of->objectName() + " is greyed";
+    if (!enabled) return;
+    QWidget* window = WindowOf(of);
     for (const ScreenRow& row : AllScreens()) FindScreen(row.Id)->hide();
     if (auto* handbook = table_->findChild<QWidget*>("frmHandbook")) delete handbook;
     table_->show();
@@ -303,7 +282,7 @@ class TestFrame : public ScreenTest {
     const Noticed noticed(window);
     act();
     if (noticed == Noticed(window) && answered == before)
-      dead << window->objectName() + ": " + name;
+      dead << window->objectName() + ": " + of->objectName();
   }
 
   /// Tab leads through all controls of a screen, and each has a name for a reader of the screen.

@@ -1,14 +1,11 @@
 // The handbook: every topic has its place, every link and picture is there, it is searched and gone
 // through, read while a question waits, and its absence is told.
 #include <QListWidget>
-#include <QRegularExpression>
 #include <QTextBrowser>
 
 #include "core/help_topics.h"
-#include "core/messages.h"
 #include "screens/frame/frmHandbook.h"
 #include "screens/frame/help.h"
-#include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
 
 namespace {
@@ -44,8 +41,7 @@ class TestHandbook : public ScreenTest {
     Game.AppPath = "/nowhere/";
     PlannedMessages.Active = true;
     ShowHelp(kTopicSummary);
-    QVERIFY(!Window());
-    QVERIFY(Game.MsgText.find("/nowhere/handbook") != std::string::npos);
+    QVERIFY(!Window() && Game.MsgText.find("/nowhere/handbook") != std::string::npos);
   }
 
   void everyTopicOfTheProgramHasAPlace() {
@@ -59,8 +55,7 @@ class TestHandbook : public ScreenTest {
     QVERIFY(topics.size() > 30);
     for (int x = 0; x < 800; x += 2)  // and every spot of the table
       for (int y = 0; y < 600; y += 2) topics.push_back(FindHotSpot(x, y).HelpTopic);
-    for (const int topic : topics)
-      QVERIFY2(handbook.PlaceOf(topic), qPrintable(QString::number(topic)));
+    for (const int id : topics) QVERIFY2(handbook.PlaceOf(id), qPrintable(QString::number(id)));
   }
 
   void everyLinkAndPictureIsThere() {
@@ -122,8 +117,6 @@ class TestHandbook : public ScreenTest {
     });
     AskYesNo("Is it read?", "Handbook", kTopicAutoPlay);
   }
-
- private:
 };
 
 SCREEN_TEST(TestHandbook)

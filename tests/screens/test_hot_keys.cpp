@@ -1,11 +1,7 @@
 // The table of Hot-Keys as the player edits it.
-#include <QClipboard>
-#include <QComboBox>
-#include <QTableView>
 
 #include "autobet/hot_key_table.h"
 #include "autobet/hot_keys.h"
-#include "core/host.h"
 #include "screens/frame/chrome.h"
 #include "screens/screen_driver.h"
 #include "screens/scripts/frmHotKeys.h"

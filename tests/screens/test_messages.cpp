@@ -1,19 +1,10 @@
 // The message screen and the settle screen, pressed with real clicks.
-#include <QCheckBox>
-#include <QClipboard>
-#include <tuple>
 
 #include "bets/change_bet.h"
-#include "core/host.h"
-#include "core/messages.h"
-#include "play/roll_cycle.h"
 #include "screens/frame/asking_window.h"
 #include "screens/screen_driver.h"
 
 namespace {
-
-const QString kButtonNames[] = {"cmdButton_0", "cmdButton_1", "cmdButton_2", "cmdButton_3",
-                                "cmdButton_4"};
 
 void Put(int betId, Currency change) {
   RequestChange(betId, change);
@@ -35,29 +26,22 @@ class TestMessages : public ScreenTest {
   void showsTheButtonsAndThePictureOfItsFlags() {
     const std::tuple<int, QString, QString, QStringList> cases[] = {
         // clang-format off
-        {1, "&OK", "", {}},
-        {513, "&OK", "picStop", {}},
-        {529, "&OK &Help", "picStop", {}},
-        {257, "&OK", "picOK", {}},
-        {66049, "&OK", "picStop", {"chkHide"}},
-        {5126, "&Yes &No", "picQmark", {}},
-        {9222, "&Yes &No", "picQmark", {}},
-        {5134, "&Yes &No &Cancel", "picQmark", {}},
-        {4614, "&Yes &No", "picStop", {}},
-        {8710, "&Yes &No", "picStop", {}},
-        {129, "&OK", "", {"txtInput_1"}},
+        {1, "&OK", "", {}}, {513, "&OK", "picStop", {}}, {529, "&OK &Help", "picStop", {}},
+        {257, "&OK", "picOK", {}}, {66049, "&OK", "picStop", {"chkHide"}},
+        {5126, "&Yes &No", "picQmark", {}}, {9222, "&Yes &No", "picQmark", {}},
+        {5134, "&Yes &No &Cancel", "picQmark", {}}, {4614, "&Yes &No", "picStop", {}},
+        {8710, "&Yes &No", "picStop", {}}, {129, "&OK", "", {"txtInput_1"}},
         {137, "&OK &Cancel", "", {"txtInput_1"}},
         {201, "&OK &Cancel", "", {"txtInput_0", "txtInput_1"}},
-        {641, "&OK", "picStop", {"txtInput_1"}},
-        // clang-format on
-    };
-    for (const auto& [flags, buttons, picture, others] : cases) {
+        {641, "&OK", "picStop", {"txtInput_1"}}};
+    // clang-format on
+    for (const auto& [flags, buttons, picture, others] : cases)
       Drive("One line\nand another", flags, [&](QDialog* screen) {
         QCOMPARE(screen->windowTitle(), "Question");
         QCOMPARE(screen->findChild<QLabel*>("lblMsg")->text(), "One line\nand another");
         QStringList captions;
-        for (const QString& name : kButtonNames) {
-          const auto* button = screen->findChild<QPushButton*>(name);
+        for (int i = 0; i < 5; ++i) {
+          const auto* button = screen->findChild<QPushButton*>(QString("cmdButton_%1").arg(i));
           if (button && button->isVisible()) captions << button->text();
         }
         QCOMPARE(captions.join(' '), buttons);
@@ -69,31 +53,24 @@ class TestMessages : public ScreenTest {
           QVERIFY2(screen->rect().contains(part->geometry()), qPrintable(part->objectName()));
         screen->reject();
       });
-    }
   }
 
   void answersByTheButtonPressedAndByEsc() {
-    // or a key, or the frame's cross
-    const std::tuple<int, QString, int> cases[] = {{YesNoCancel, "cmdButton_1", AnswerYes},
-                                                   {YesNoCancel, "cmdButton_2", AnswerNo},
-                                                   {YesNoCancel, "cmdButton_3", AnswerCancel},
-                                                   {OkStop, "cmdButton_0", AnswerOk},
-                                                   {YesNoCancel, "Esc", AnswerCancel},
-                                                   {YesNo, "Esc", AnswerNo},
-                                                   {OkStop, "Esc", AnswerOk},
-                                                   {YesNo, "close", AnswerNo},
-                                                   {OkHelpStop, "cmdButton_4", AnswerOk}};
+    // Or a key, or the frame's cross.
+    // clang-format off
+    const std::tuple<int, QString, int> cases[] = {
+        {YesNoCancel, "cmdButton_1", AnswerYes}, {YesNoCancel, "cmdButton_2", AnswerNo},
+        {YesNoCancel, "cmdButton_3", AnswerCancel}, {OkStop, "cmdButton_0", AnswerOk},
+        {YesNoCancel, "Esc", AnswerCancel}, {YesNo, "Esc", AnswerNo}, {OkStop, "Esc", AnswerOk},
+        {YesNo, "close", AnswerNo}, {OkHelpStop, "cmdButton_4", AnswerOk}};
+    // clang-format on
     Game.AppPath = KELVANOR_PROJECT "/docs/";  // where the handbook is
     for (const auto& [flags, button, answer] : cases) {
       Game.MsgAnswer = 0;
       Drive("Well?", flags, [&](QDialog* screen) {
-        if (button == "Esc") {
-          QTest::keyClick(screen, Qt::Key_Escape);
-        } else if (button == "close") {
-          screen->close();
-        } else {
-          ClickButton(screen, button);
-        }
+        if (button == "Esc") QTest::keyClick(screen, Qt::Key_Escape);
+        if (button == "close") screen->close();
+        if (button.startsWith("cmd")) ClickButton(screen, button);
         if (flags != OkHelpStop) return;
         QVERIFY(screen->isVisible());  // help leaves the screen standing
         QCOMPARE(Game.MsgAnswer, 0);
@@ -104,12 +81,13 @@ class TestMessages : public ScreenTest {
   }
 
   void hidesOnlyTheClassOfTheNotice() {
-    const std::tuple<int, bool, int> cases[] = {{HideActions, false, 30},
-                                                {HideLimits, false, 29},
-                                                {HideCharges, false, 27},
-                                                {HideAutoBet, false, 23},
-                                                {HideAutoBet, true, 15}};
-    for (const auto& [flag, hyper, left] : cases) {
+    // A class, under Hyper-Drive, what is left.
+    // clang-format off
+    const std::tuple<int, bool, int> cases[] = {
+        {HideActions, false, 30}, {HideLimits, false, 29}, {HideCharges, false, 27},
+        {HideAutoBet, false, 23}, {HideAutoBet, true, 15}};
+    // clang-format on
+    for (const auto& [flag, hyper, left] : cases)
       for (const bool checked : {false, true}) {
         Game.Notify = 31;
         Game.HyperDriveOn = hyper;
@@ -122,7 +100,6 @@ class TestMessages : public ScreenTest {
         Game.HyperDriveOn = false;
         QCOMPARE(Game.Notify, checked ? left : 31);
       }
-    }
   }
 
   void readsTheInputBoxesThroughTheFilter() {
@@ -209,8 +186,7 @@ class TestMessages : public ScreenTest {
   void seesTheClickModeGoneBeforeAMessageComes() {
     Put(Field, 10);
     Game.ClickMode = BuyMode;
-    bool drawn = false;
-    bool told = false;
+    bool drawn = false, told = false;
     TheHost.RedrawBets = [&] { drawn = Game.ClickMode == NoClickMode; };
     TheHost.ShowMessage = [&](bool) { told = drawn; };
     ClickBet(*table_, Field);
@@ -235,7 +211,7 @@ class TestMessages : public ScreenTest {
     // Take down, same bet, press one unit and double, parlay; no bet, remainder, same bet, plus one
     // unit, double; and for both the same bet plus 3, and a bet of 25.
     const int betsAfter[2][7] = {{0, 0, 10, 15, 20, 13, 25}, {0, 10, 15, 20, 20, 13, 25}};
-    for (const bool won : {false, true}) {
+    for (const bool won : {false, true})
       for (int button = 0; button < 7; ++button) {
         LayDownDefaults();
         Settle(won, button, [&](QDialog* screen) {
@@ -253,7 +229,6 @@ class TestMessages : public ScreenTest {
         QCOMPARE(Game.ModifyAmount[won ? ScreenWinBet : ScreenLossBet], Currency(25));
         QCOMPARE(Game.ModifyAmount[won ? ScreenLossBet : ScreenWinBet], Currency(0));
       }
-    }
   }
 
   void stepsThroughOperatorsAndUnits() {
@@ -299,9 +274,8 @@ class TestMessages : public ScreenTest {
     Put(Come, 10);
     OnNextScreen([](QDialog* screen) {
       for (const QString name : {"cmdHandle_1", "cmdHandle_6", "txtModifyAmount_0",
-                                 "txtModifyAmount_1", "cmdMathOperator_0", "cmdUnits_0"}) {
+                                 "txtModifyAmount_1", "cmdMathOperator_0", "cmdUnits_0"})
         QVERIFY2(!screen->findChild<QWidget*>(name)->isEnabled(), qPrintable(name));
-      }
       ClickButton(screen, "cmdHandle_0");
     });
     RollNamedDice(3, 4);
@@ -310,15 +284,19 @@ class TestMessages : public ScreenTest {
   }
 
  private:
-  /// Shows a message and drives its screen.
-  static void Drive(const std::string& text, int flags, std::function<void(QDialog*)> drive) {
+  /// Drives the screen that something shows.
+  template <class Act>
+  static void DriveAfter(std::function<void(QDialog*)> drive, Act act) {
     bool seen = false;
     OnNextScreen([&](QDialog* screen) {
       seen = true;
       drive(screen);
     });
-    ShowMessage(text, "Question", 1, flags);
+    act();
     QVERIFY(seen);
+  }
+  static void Drive(const std::string& text, int flags, std::function<void(QDialog*)> drive) {
+    DriveAfter(drive, [&] { ShowMessage(text, "Question", 1, flags); });
   }
 
   /// Ten dollars on the Field, won or lost, and a choice on the settle screen.
@@ -327,20 +305,13 @@ class TestMessages : public ScreenTest {
     Game.HandleWinningBets = WinManual;
     Game.HandleLosingBets = LossManual;
     Put(Field, 10);
-    bool seen = false;
-    OnNextScreen([&](QDialog* screen) {
-      seen = true;
+    const auto choose = [&](QDialog* screen) {
       look(screen);
-      const char* const amounts[] = {"3", "25"};
-      for (int i = 0; i < 2; ++i) {
-        auto* box = screen->findChild<QLineEdit*>(QString("txtModifyAmount_%1").arg(i));
-        box->selectAll();
-        QTest::keyClicks(box, amounts[i]);
-      }
+      TypeOver(Find<QLineEdit>(screen, "txtModifyAmount_0"), "3");
+      TypeOver(Find<QLineEdit>(screen, "txtModifyAmount_1"), "25");
       ClickButton(screen, QString("cmdHandle_%1").arg(button));
-    });
-    RollNamedDice(won ? 4 : 2, won ? 5 : 3);
-    QVERIFY(seen);
+    };
+    DriveAfter(choose, [won] { RollNamedDice(won ? 4 : 2, won ? 5 : 3); });
   }
 };
 

@@ -1,19 +1,9 @@
 // The screens of figures: they show what the engine reckons, also under Hyper-Drive, and let it be
 // chosen, scrolled, copied and printed.
-#include <QClipboard>
 #include <QHelpEvent>
-#include <QListView>
-#include <QMenu>
-#include <QRadioButton>
-#include <QRegularExpression>
 #include <QScrollBar>
-#include <QTableView>
 #include <QToolTip>
 
-#include "bets/make_bet.h"
-#include "core/host.h"
-#include "play/roll_cycle.h"
-#include "screens/frame/screen_table.h"
 #include "screens/screen_driver.h"
 #include "screens/statistics/figure_view.h"
 #include "screens/statistics/frmBetResults.h"
@@ -39,10 +29,7 @@ class TestNumbers : public ScreenTest {
     Game.HandleWinningBets = WinSameBet;
     Game.HandleLosingBets = LossSameBet;
     Game.Bets[BankrollIndex] = Game.InvestedBankroll = 100'000;
-    for (const int bet : {+PassLine, +Place6, +Field}) {
-      Game.ChangeRequest = 12;
-      MakeBet(bet);
-    }
+    for (const int bet : {+PassLine, +Place6, +Field}) PutBet(bet, 12);
     for (const WindowId id : kScreens) ShowScreen(id);
   }
 
@@ -132,7 +119,7 @@ class TestNumbers : public ScreenTest {
     }
     for (const ScreenRow& row : AllScreens()) ShowScreen(row.Id);
     int printed = 0;
-    for (QAction* print : table_->findChildren<QAction*>(QRegularExpression("^mnuPrint"))) {
+    for (QAction* print : table_->findChildren<QAction*>(QRegularExpression("^mnuPrint")))
       for (const bool color : {true, false}) {
         if (!print->isEnabled() || print->menu()) continue;
         Game.ColorPrint = color;
@@ -142,7 +129,6 @@ class TestNumbers : public ScreenTest {
         QVERIFY2(QFileInfo(PrintFile).size() > 2'000 || Told().startsWith("There are no "),
                  qPrintable(print->parent()->objectName() + Told()));
       }
-    }
     QVERIFY2(printed >= 20, qPrintable(QString::number(printed)));
   }
 
@@ -168,7 +154,7 @@ class TestNumbers : public ScreenTest {
     std::vector<int> ids;
     const BetSelection selection = KeptSelection();
     for (int id = Lay4; id <= LastBet; ++id)
-      if (selection.Selected[static_cast<unsigned>(id)]) ids.push_back(id);
+      if (selection.Selected[id]) ids.push_back(id);
     return ids;
   }
 };

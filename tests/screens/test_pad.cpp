@@ -1,7 +1,5 @@
 // The manual roll pad: every key of every display pressed for real, typing, and its buttons.
 
-#include "core/game_state.h"
-#include "core/host.h"
 #include "screens/play/frmRYON.h"
 #include "screens/play/pad_button.h"
 #include "screens/screen_driver.h"
@@ -61,8 +59,7 @@ class TestPad : public ScreenTest {
     for (const char* row : {"mnuRollCounter", "mnuHyperDriveButton", "mnuRandomButton"}) Menu(row);
     QVERIFY(random->isVisible() && hyperDrive->isVisible() && counter->isVisible());
     Click("cmdRandomRoll");
-    QCOMPARE(counter->text(), "Rolls:  1");
-    QCOMPARE(hyperDrive->text(), "Start Hyper-&Drive");
+    QCOMPARE(counter->text() + "|" + hyperDrive->text(), "Rolls:  1|Start Hyper-&Drive");
 
     int asked = 0;
     QTimer act;

@@ -1,31 +1,21 @@
 // Games played by mouse on the real table, with every amount counted by hand.
-#include <QTableView>
-#include <tuple>
+#include <span>
 
-#include "bets/chips.h"
-#include "core/text.h"
 #include "screens/play/frmStackValues.h"
 #include "screens/screen_driver.h"
 
 namespace {
 
 // Places of the rack.
-constexpr QPointF kChip25{295, 16};
-constexpr QPointF kChip5{320, 16};
-constexpr QPointF kChip1{345, 16};
-constexpr QPointF kSelectStack1{193, 16};
+constexpr QPointF kChip25{295, 16}, kChip5{320, 16}, kChip1{345, 16}, kSelectStack1{193, 16};
 
 /// What the chips lying on a bet are worth.
 Currency WorthOfChips(int betId) {
   Currency worth;
-  for (int i = 0; i < Game.ChipCount; ++i) {
-    const Chip& chip = Game.ChipList[static_cast<unsigned>(i)];
+  for (const Chip& chip : std::span(Game.ChipList).first(static_cast<unsigned>(Game.ChipCount)))
     if (chip.BetId == betId) worth += ChipValue(chip.Picture);
-  }
   return worth;
 }
-
-QPointF MarkerPlace(int marker) { return MarkerSpotRect(marker).center(); }
 
 /// A place of the stick person's spot, on the person or on the switch below.
 QPointF StickPersonPlace(bool onSwitch) {
@@ -60,11 +50,11 @@ class TestPlayByMouse : public ScreenTest {
     ExpectChips(Place8, 6);
     Click(kChip5);
     ClickBets({Place10, Place10, Place10, Place10});
-    Click(MarkerPlace(BuyMarkerSpot));
+    Click(MarkerSpotRect(BuyMarkerSpot).center());
     QCOMPARE(Game.ChipColor, int(BuyMarkerSpot));
     ClickBet(Place10);
     ExpectBets({{Place10, 0}, {Buy10, 20}});
-    ExpectMessage("Total \"Vig\" charge $1");
+    QCOMPARE(Told(), "Total \"Vig\" charge $1");
     QCOMPARE(StatusOver(ChipPosition(Buy10)), "Buy 10 bet (working):  20  vig:  1");
     Click(kChip5);
     ClickBets({Lay4, Lay4, Lay4, Lay4, Hard6, Craps});
@@ -84,7 +74,7 @@ class TestPlayByMouse : public ScreenTest {
     ExpectBet(Lay4, 0);
     ExpectStatus("Bankroll:  575  Available:  533  Total bets:  42  You've won:  75");
     for (const int betId : {PassLine, Place8, Buy10, Hard6})
-      QCOMPARE(WorthOfChips(betId), Game.Bets[static_cast<unsigned>(betId)]);
+      QCOMPARE(WorthOfChips(betId), Game.Bets[betId]);
     Roll(3, 4);  // seven-out: 10, 6, 20 and its vig, 5
     QCOMPARE(Game.ChipCount, 0);
     ExpectStatus("Bankroll:  533  Available:  533  Total bets:  0  You've won:  33");
@@ -144,8 +134,8 @@ class TestPlayByMouse : public ScreenTest {
     PlannedMessages.Shown.clear();
     Drag(ChipPosition(PassLine), ChipPosition(Field));  // a contract stays where it is
     ExpectBets({{PassLine, 5}, {Field, 0}});
-    ExpectMessage(
-        "You may not decrease or remove your Pass Line bet \nwhile a point is established.");
+    QCOMPARE(Told(),
+             "You may not decrease or remove your Pass Line bet \nwhile a point is established.");
   }
 
   void actsOnTheNextBetClickedInEachClickMode() {
@@ -199,12 +189,10 @@ class TestPlayByMouse : public ScreenTest {
     QCOMPARE(box->text(), "12.5");
     QTest::keyClick(box, Qt::Key_Return);
     ExpectBet(Field, 13);  // whole Units
-    QCOMPARE(box->text(), "13");
-    QCOMPARE(box->selectedText(), "13");
+    QVERIFY(box->text() == "13" && box->selectedText() == "13");
 
     ClickBet(Place6);  // the click elsewhere closes one box and opens the next
-    QVERIFY(box->isVisible());
-    QCOMPARE(Game.KeyedBetId, int(Place6));
+    QVERIFY(box->isVisible() && Game.KeyedBetId == Place6);
     QTest::keyClicks(box, "30");
     Command(*table_, "mnuRemoveBet");  // acts on the open box's bet at once
     ExpectBet(Place6, 0);
@@ -220,9 +208,8 @@ class TestPlayByMouse : public ScreenTest {
     ClickBet(Come);
     QTest::keyClicks(box, "5");
     ClickBet(Field);  // a refusal holds the click up
-    ExpectMessage("You may not make a Come bet until \na point is established.");
-    QVERIFY(box->isVisible());
-    QCOMPARE(Game.KeyedBetId, int(Come));
+    QCOMPARE(Told(), "You may not make a Come bet until \na point is established.");
+    QVERIFY(box->isVisible() && Game.KeyedBetId == Come);
     Click({300, 470});
     QVERIFY(!box->isVisible());
 
@@ -254,10 +241,8 @@ class TestPlayByMouse : public ScreenTest {
     auto* list = stacks->findChild<QTableView*>("picChipStacks");
     list->setCurrentIndex(list->model()->index(2, 1));
     const auto type = [list](const char* text, Qt::Key key) {
-      auto* box = list->viewport()->findChild<QLineEdit*>("txtChipStackInput");
-      QVERIFY(box);
-      box->selectAll();
-      QTest::keyClicks(box, text);
+      auto* box = Find<QLineEdit>(list->viewport(), "txtChipStackInput");
+      TypeOver(box, text);
       QTest::keyClick(box, key);
       QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     };
@@ -279,24 +264,22 @@ class TestPlayByMouse : public ScreenTest {
     QCOMPARE(RowText(list, 0, 2) + RowText(list, 6, 2), "-12");
 
     SetStacks(stacks, {"7", "2", "7", "4"});
-    ExpectMessage("Each Chip-Stack entry should be a different number.");
+    QCOMPARE(Told(), "Each Chip-Stack entry should be a different number.");
     QCOMPARE(Game.VisibleStacks[0], 101);
     SetStacks(stacks, {"7", "2", "3", "4"});
     QCOMPARE(Game.VisibleStacks, (std::array<int, 4>{107, 102, 103, 104}));
     QCOMPARE(BetName(107), std::string("Chip-Stack # 7"));
     QCOMPARE(BetName(101), std::string("Chip-Stack #1"));
-    const QTemporaryDir folder;
-    PrintFile = folder.filePath("stacks.pdf");
+    PrintFile = Path("stacks.pdf");
     Command(*stacks, "mnuPrint");
-    QFile page(PrintFile);
-    QVERIFY(page.open(QIODevice::ReadOnly) && page.read(4) == "%PDF");
+    QVERIFY(Read("stacks.pdf").startsWith("%PDF"));
 
     PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}, {AnswerYes}};
     Command(*stacks, "mnuDeleteAllValues");
     ExpectBet(FirstChipStack + 6, -12);
     Command(*stacks, "mnuDeleteAllValues");
     ExpectBet(FirstChipStack + 6, 0);
-    ExpectMessage("Are you sure you want to set all Chip-Stack values to zero?");
+    QCOMPARE(Told(), "Are you sure you want to set all Chip-Stack values to zero?");
     QCOMPARE(Game.ChipStackName[4], std::string("Debt"));
     Command(*stacks, "mnuDeleteAllNames");
     QCOMPARE(Game.ChipStackName[4], std::string());
@@ -309,24 +292,22 @@ class TestPlayByMouse : public ScreenTest {
     QCOMPARE(Game.RollCount[0], 3);
     QVERIFY(!Game.KeepRolling && !Game.RollInProgress);
 
-    Game.NumAutoRolls = 0;  // no limit: a click during the run ends it
-    Game.AutoRollsLeft = 0;
+    Game.NumAutoRolls = Game.AutoRollsLeft = 0;  // no limit: a click during the run ends it
     QTimer::singleShot(0, this, [this] {
       QVERIFY(Game.RollInProgress);
       ClickBet(Field);  // only the right button acts now
       Click({300, 210}, Qt::RightButton);
     });
     Click({300, 210}, Qt::RightButton);
-    QVERIFY(!Game.RollInProgress);
     ExpectBet(Field, 0);
-    QVERIFY(Game.RollCount[0] > 3);
+    QVERIFY(!Game.RollInProgress && Game.RollCount[0] > 3);
   }
 
   void asksBeforeAClickInterruptsARun() {
     Game.AutoBetRunning = Game.KeepRolling = true;
     PlannedMessages.Answers = {{AnswerNo}, {AnswerYes}};
     ClickBet(Field);
-    ExpectMessage("Do you want to interrupt Auto-Betting? ");
+    QCOMPARE(Told(), "Do you want to interrupt Auto-Betting? ");
     QVERIFY(Game.AutoBetRunning && Game.KeepRolling);
     ClickBet(Field);
     QVERIFY(!Game.AutoBetRunning && !Game.KeepRolling);
@@ -344,8 +325,7 @@ class TestPlayByMouse : public ScreenTest {
     ExpectStatus("Bankroll:  1,005  Available:  1,000  Total bets:  5  You've won:  5");
     PlannedMessages.Answers = {{AnswerNo}};  // the game needn't be saved
     Command(*table_, "mnuNew");
-    QCOMPARE(Game.ChipCount, 0);
-    QCOMPARE(Game.RollCount[0], 0);
+    QVERIFY(Game.ChipCount == 0 && Game.RollCount[0] == 0);
     QCOMPARE(table_->windowTitle(), "Kelvanor");
     ExpectStatus("Bankroll:  500  Available:  500  Total bets:  0  You're even:  0");
   }
@@ -364,13 +344,11 @@ class TestPlayByMouse : public ScreenTest {
     QTest::mouseRelease(layout, Qt::LeftButton, Qt::AltModifier, OnTable(*table_, to));
   }
 
-  void ClickBets(std::initializer_list<int> betIds) {
-    for (const int betId : betIds) ClickBet(betId);
+  void ClickBets(std::initializer_list<int> bets) {
+    for (const int bet : bets) ClickBet(bet);
   }
 
-  static void ExpectBet(int betId, Currency amount) {
-    QCOMPARE(Game.Bets[static_cast<unsigned>(betId)], amount);
-  }
+  static void ExpectBet(int betId, Currency amount) { QCOMPARE(Game.Bets[betId], amount); }
   static void ExpectBets(std::initializer_list<std::pair<int, int>> bets) {
     for (const auto& [betId, amount] : bets) ExpectBet(betId, amount);
   }
@@ -378,12 +356,6 @@ class TestPlayByMouse : public ScreenTest {
   static void ExpectChips(int betId, Currency amount) {
     ExpectBet(betId, amount);
     QCOMPARE(WorthOfChips(betId), amount);
-  }
-
-  /// The last message shown.
-  static void ExpectMessage(const char* text) {
-    QVERIFY(!PlannedMessages.Shown.empty());
-    QCOMPARE(PlannedMessages.Shown.back().Text, std::string(text));
   }
 
   QString StatusOver(QPointF place) {
@@ -408,21 +380,16 @@ class TestPlayByMouse : public ScreenTest {
     auto* list = stacks->findChild<QTableView*>("picChipStacks");
     const QPoint cell = list->visualRect(list->model()->index(row, column)).center();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, cell);
-    auto* box = list->viewport()->findChild<QLineEdit*>("txtChipStackInput");
-    QVERIFY(box);
-    box->selectAll();
-    QTest::keyClicks(box, text);
+    auto* box = Find<QLineEdit>(list->viewport(), "txtChipStackInput");
+    TypeOver(box, text);
     QTest::keyClick(box, Qt::Key_Return);
     QTRY_VERIFY(!list->viewport()->findChild<QLineEdit*>("txtChipStackInput"));
   }
 
   static void SetStacks(frmStackValues* stacks, const QStringList& numbers) {
     Command(*stacks, "mnuSetStacks");
-    for (int i = 0; i < 4; ++i) {
-      auto* box = stacks->findChild<QLineEdit*>(QString("txtStackNum_%1").arg(i));
-      box->selectAll();
-      QTest::keyClicks(box, numbers[i]);
-    }
+    for (int i = 0; i < 4; ++i)
+      TypeOver(Find<QLineEdit>(stacks, QString("txtStackNum_%1").arg(i)), numbers[i]);
     ClickButton(stacks, "cmdOK");
   }
 };

@@ -1,9 +1,6 @@
 #include <QAccessible>
-#include <QLineEdit>
 #include <QSet>
-#include <QTest>
 
-#include "bets/chips.h"
 #include "screens/screen_driver.h"
 #include "screens/table/bet_focus.h"
 #include "screens/table/table_access.h"
@@ -13,7 +10,7 @@ namespace {
 
 constexpr Way kWays[] = {Way::Left, Way::Right, Way::Up, Way::Down};
 
-Currency& BetOf(int betId) { return Game.Bets[static_cast<unsigned>(betId)]; }
+Currency& BetOf(int betId) { return Game.Bets[betId]; }
 
 QSet<int> ReachableFrom(int betId) {
   QSet<int> seen{betId};
@@ -32,8 +29,7 @@ QSet<int> ReachableFrom(int betId) {
 /// What the screen reader was told.
 struct Told {
   QAccessible::Event Kind;
-  QString Name;
-  QString Value;
+  QString Name, Value;
 };
 QList<Told> Heard;
 
@@ -109,13 +105,13 @@ class TestTableAccess : public QObject {
     QCOMPARE(layout()->Keyboard().FocusedBet(), BetsInReach().back());
     key(Qt::Key_Home);
     QCOMPARE(layout()->Keyboard().FocusedBet(), int(Lay4));
-    for (const auto& [digit, color] : {std::pair{Qt::Key_6, int(BuyMarkerSpot)},
-                                       {Qt::Key_8, int(OnMarkerSpot)},
-                                       {Qt::Key_9, kFirstStackColor},
-                                       {Qt::Key_9, kFirstStackColor + 1},
-                                       {Qt::Key_0, kFirstStackColor},
-                                       {Qt::Key_0, kLastStackColor},
-                                       {Qt::Key_5, 5}}) {
+    // clang-format off
+    const std::pair<Qt::Key, int> colors[] = {
+        {Qt::Key_6, BuyMarkerSpot}, {Qt::Key_8, OnMarkerSpot}, {Qt::Key_9, kFirstStackColor},
+        {Qt::Key_9, kFirstStackColor + 1}, {Qt::Key_0, kFirstStackColor},
+        {Qt::Key_0, kLastStackColor}, {Qt::Key_5, 5}};
+    // clang-format on
+    for (const auto& [digit, color] : colors) {
       key(digit);
       QCOMPARE(Game.ChipColor, color);
     }
@@ -138,9 +134,7 @@ class TestTableAccess : public QObject {
     QCOMPARE(Game.KeyedBetId, int(PassLine));
     for (const Qt::Key plain : {Qt::Key_H, Qt::Key_3, Qt::Key_Down, Qt::Key_Plus})
       QTest::keyClick(&table_, plain);
-    QVERIFY(!Game.DisplayHopBets);
-    QCOMPARE(Game.ChipColor, 1);
-    QCOMPARE(BetOf(PassLine), Currency(25));
+    QVERIFY(!Game.DisplayHopBets && Game.ChipColor == 1 && BetOf(PassLine) == 25);
     QTest::keyClick(Find<QLineEdit>(&table_, "txtEnterBet"), Qt::Key_Escape);
     Game.AutoBetRunning = true;
     for (const Qt::Key plain : {Qt::Key_H, Qt::Key_Tab, Qt::Key_Delete, Qt::Key_Space}) {
@@ -157,8 +151,7 @@ class TestTableAccess : public QObject {
     QStringList pressed;
     SetTableButtons([&pressed] {
       const auto button = [&pressed](const QString& name, int key) {
-        return TableButton{name, {80, 446, 35, 29}, {}, {}, [&pressed, name] { pressed << name; },
-                           key};
+        return TableButton{name, {80, 446, 35, 29}, {}, {}, [&, name] { pressed << name; }, key};
       };
       std::vector<TableButton> buttons = {button("Roll", Qt::Key_Space), button("Undo", Qt::Key_U)};
       buttons.push_back(button("Redo", (Qt::SHIFT | Qt::Key_U).toCombined()));
@@ -190,8 +183,7 @@ class TestTableAccess : public QObject {
     QSet<QString> names;
     for (std::size_t i = 0; i < bets.size(); ++i) {
       QAccessibleInterface* child = tree->child(static_cast<int>(i));
-      QCOMPARE(child->role(), QAccessible::Button);
-      QCOMPARE(child->parent(), tree);
+      QVERIFY(child->role() == QAccessible::Button && child->parent() == tree);
       QCOMPARE(child->text(QAccessible::Name), QString::fromStdString(BetName(bets[i])));
       QCOMPARE(child->text(QAccessible::Value), "nothing");
       QVERIFY(!child->text(QAccessible::Description).isEmpty());
@@ -216,8 +208,7 @@ class TestTableAccess : public QObject {
     QCOMPARE(tree->child(buttons)->text(QAccessible::Name), "Roll");
     QVERIFY(tree->child(buttons + 1)->text(QAccessible::Name).startsWith("Bankroll 500 dollars."));
     QAccessibleInterface* history = tree->child(buttons + 3);
-    QCOMPARE(history->role(), QAccessible::List);
-    QCOMPARE(history->childCount(), 2);
+    QVERIFY(history->role() == QAccessible::List && history->childCount() == 2);
     QCOMPARE(history->child(1)->text(QAccessible::Name), "Four, two two. Point is still 8.");
     Game.HandleWinningBets = WinSameBet;
     BetOf(Field) = 5;
@@ -234,9 +225,7 @@ class TestTableAccess : public QObject {
  private:
   picLayoutBox* layout() { return table_.Layout(); }
   void focusOn(int betId) { layout()->Keyboard().GoToBet(betId); }
-  void key(Qt::Key which, Qt::KeyboardModifiers keys = {}) {
-    QTest::keyClick(layout(), which, keys);
-  }
+  void key(Qt::Key k, Qt::KeyboardModifiers keys = {}) { QTest::keyClick(layout(), k, keys); }
 
   frmCrapTable table_;
 };

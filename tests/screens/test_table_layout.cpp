@@ -1,20 +1,10 @@
-#include <QImage>
 #include <QLineF>
-#include <QPainter>
 #include <QRandomGenerator>
-#include <QTest>
-#include <algorithm>
 #include <cmath>
-#include <map>
-#include <tuple>
 
-#include "bets/chips.h"
-#include "core/game_state.h"
 #include "core/help_topics.h"
-#include "rules/defaults.h"
-#include "rules/presets.h"
 #include "screens/art/chip_art.h"
-#include "screens/screen_tests.h"
+#include "screens/screen_driver.h"
 #include "screens/table/pile_layout.h"
 #include "screens/table/table_painter.h"
 
@@ -32,9 +22,7 @@ QImage PaintFresh() {
   return Paint(cache);
 }
 
-bool Differs(const QImage& a, const QImage& b, const QRect& rect) {
-  return a.copy(rect) != b.copy(rect);
-}
+bool Differs(const QImage& a, const QImage& b, QRect rect) { return a.copy(rect) != b.copy(rect); }
 
 /// True when the pictures differ within `rect` and nowhere else.
 bool DiffersOnlyIn(QImage a, QImage b, const QRect& rect) {
@@ -43,7 +31,7 @@ bool DiffersOnlyIn(QImage a, QImage b, const QRect& rect) {
   return a == b;
 }
 
-Currency& BetOf(int betId) { return Game.Bets[static_cast<unsigned>(betId)]; }
+Currency& BetOf(int betId) { return Game.Bets[betId]; }
 
 /// What a bet's chips may cover, by the lines of the layout.
 QPainterPath BoxOf(int betId) {
@@ -95,12 +83,9 @@ void LayRandomTable(QRandomGenerator& chance) {
 }
 
 struct Place {
-  double X;
-  double Y;
+  double X, Y;
   bool Hops;
-  int Hot;
-  int Picked = 0;
-  int Topic = -1;  // that of the spot
+  int Hot, Picked = 0, Topic = -1;  // that of the spot
 };
 
 const Place kPlaces[] = {
@@ -122,7 +107,7 @@ const Place kPlaces[] = {
     {150, 270, 0, Field}, {125, 275, 0, Big6}, {160, 310, 0, Big8}, {490, 335, 0, CAndE},
     {600, 360, 0, Horn}, {515, 350, 0, World}, {511, 100, 1, Over7}, {574, 100, 1, Under7},
     {573.5, 110, 1, NoSpot}, {572.9, 371.9, 1, World}, {520, 372, 1, NoSpot},
-    {634.9, 349.9, 1, Hop35}, {600, 350, 1, NoSpot}, {700, 100, 0, NoSpot},
+    {634.9, 349.9, 1, Hop35}, {600, 350, 1, NoSpot}, {700, 100, 0, NoSpot}
     // clang-format on
 };
 
@@ -174,8 +159,7 @@ class TestTableLayout : public QObject {
     QCOMPARE(HotSpotAt(470, 385), int(DiceSpot));
     QCOMPARE(FindHotSpot(470, 385).HelpTopic, kTopicDiceRolls);
     Game.VisibleStacks = {150, 102, 103, 177};
-    QCOMPARE(HotSpotAt(200, 15), 150);
-    QCOMPARE(HotSpotAt(50, 15), 177);
+    QCOMPARE(std::pair(HotSpotAt(200, 15), HotSpotAt(50, 15)), std::pair(150, 177));
     QCOMPARE(VisibleStackPlace(101), -1);
   }
 
@@ -208,18 +192,14 @@ class TestTableLayout : public QObject {
       std::map<int, QPointF> top;  // the last chip of each bet, which nothing covers
       for (const DrawnChip& chip : piles.Chips) {
         const QPainterPath box = BoxOf(chip.BetId);
+        const QString at = QString("%1 on table %2").arg(chip.BetId).arg(table);
         for (int angle = 0; angle < 360; angle += 30)
-          QVERIFY2(box.contains(chip.Centre + QLineF::fromPolar(10.4, angle).p2()),
-                   qPrintable(QString("%1 on table %2").arg(chip.BetId).arg(table)));
+          QVERIFY2(box.contains(chip.Centre + QLineF::fromPolar(10.4, angle).p2()), qPrintable(at));
         const auto below = top.find(chip.BetId);
         // A pile grows upward, and each of its chips can be seen.
         if (below != top.end() && below->second.x() == chip.Centre.x())
           QVERIFY2(below->second.y() - chip.Centre.y() > 0.7 || below->second.y() < chip.Centre.y(),
-                   qPrintable(QString("%1 on table %2, %3 %4")
-                                  .arg(chip.BetId)
-                                  .arg(table)
-                                  .arg(chip.Centre.x())
-                                  .arg(chip.Centre.y())));
+                   qPrintable(at));
         top[chip.BetId] = chip.Centre;
       }
       for (int flat = DontCome4; flat <= Come10; ++flat)
@@ -231,10 +211,8 @@ class TestTableLayout : public QObject {
         QVERIFY(tag.width() >= 6 && tag.left() >= 0 && tag.right() <= kTableWidth);
         for (std::size_t j = 0; j < i; ++j) QVERIFY(!tag.intersects(piles.Tags[j].Rect));
         for (const auto& [bet, centre] : top)
-          QVERIFY2(
-              !tag.intersects({centre.x() - 5.3, centre.y() - 2.6, 10.6, 5.2}),
-              qPrintable(
-                  QString("%1 over %2 on table %3").arg(piles.Tags[i].Text).arg(bet).arg(table)));
+          QVERIFY2(!tag.intersects({centre.x() - 5.3, centre.y() - 2.6, 10.6, 5.2}),
+                   qPrintable(QString("%1 over %2").arg(piles.Tags[i].Text).arg(bet)));
       }
       QCOMPARE(amounts, std::count_if(Game.Bets.begin(), Game.Bets.end(), [](const Currency& bet) {
                  return bet != 0 && IsShownOnTable(static_cast<int>(&bet - Game.Bets.data()));
@@ -247,15 +225,14 @@ class TestTableLayout : public QObject {
       LayDownDefaults();
       const int lay = BetOnNumber(LayFamily, point);
       BetOf(lay) = 14'641;
-      Game.BetWorking[static_cast<unsigned>(lay)] = CalledOff;
+      Game.BetWorking[lay] = CalledOff;
       ArrangeChips(lay);
       const QImage without = PaintFresh();
       Game.Point = point;
       const QImage with = PaintFresh();
       const QRectF puck = PuckPlace(LayOutPiles().Chips);
       QVERIFY(puck.width() < kPuckSize && PuckRect(point).adjusted(0, -1, 1, 0).contains(puck));
-      int seen = 0;
-      int all = 0;
+      int seen = 0, all = 0;
       for (int y = 0; y < 480; ++y)
         for (int x = 0; x < 640; ++x) {
           if (QLineF(puck.center(), {x + 0.5, y + 0.5}).length() > puck.width() * 0.43) continue;
@@ -281,10 +258,8 @@ class TestTableLayout : public QObject {
       QCOMPARE(PuckRect(point).left(), left);
       left += 54;
       Game.Point = point;
-      for (const int place : {0, point}) {
-        const QRect rect = PuckRect(place).toAlignedRect();
-        QCOMPARE(Differs(without, PaintFresh(), rect), point != 0);
-      }
+      for (const int place : {0, point})
+        QCOMPARE(Differs(without, PaintFresh(), PuckRect(place).toAlignedRect()), point != 0);
     }
   }
 
@@ -308,7 +283,7 @@ class TestTableLayout : public QObject {
       Game.DisplayHopBets = hops;
       const QRect rect = cell.isNull() ? PanelCell(bet, hops).toAlignedRect() : cell;
       const QImage before = PaintFresh();
-      PayoffRecord& payoff = Game.Payoff[static_cast<unsigned>(bet)];
+      PayoffRecord& payoff = Game.Payoff[bet];
       payoff.Win += 1;
       QVERIFY(DiffersOnlyIn(before, PaintFresh(), rect));
       payoff.Win -= 1;
@@ -345,12 +320,9 @@ class TestTableLayout : public QObject {
       change();
       return LayoutStamp() != before && PaintFresh() != picture;
     };
-    QVERIFY(renews([] { Game.DisplayHopBets = true; }));
-    QVERIFY(renews([] { Game.BarDont = 2; }));
-    QVERIFY(renews([] { Game.TableFeltPattern = 4; }));
-    QVERIFY(renews([] { Game.MaxPlacard = 5000; }));
-    QVERIFY(renews([] { Game.OddsAllowed59 = 10; }));
-    QVERIFY(renews([] { SetFieldPreset(1); }));
+    QVERIFY(renews([] { Game.DisplayHopBets = true; }) && renews([] { Game.BarDont = 2; }));
+    QVERIFY(renews([] { Game.TableFeltPattern = 4; }) && renews([] { Game.MaxPlacard = 5000; }));
+    QVERIFY(renews([] { Game.OddsAllowed59 = 10; }) && renews([] { SetFieldPreset(1); }));
     for (std::size_t slot = 0; slot < kTableColors; ++slot)
       QVERIFY(renews([slot] { Game.TableColor[slot] ^= 0x808080; }));
   }
@@ -380,8 +352,7 @@ class TestTableLayout : public QObject {
     Game.BetWorking[Hard4] = CalledOn;
     const QImage on = PaintFresh();
     const QRect cell = PanelCell(Hard4, false).toAlignedRect();
-    QVERIFY(DiffersOnlyIn(plain, off, cell));
-    QVERIFY(DiffersOnlyIn(off, on, cell));
+    QVERIFY(DiffersOnlyIn(plain, off, cell) && DiffersOnlyIn(off, on, cell));
   }
 
   void AWindowOfAnotherShapeKeepsTheProportions() {

@@ -1,10 +1,3 @@
-#include <QImage>
-#include <QPainter>
-#include <algorithm>
-#include <map>
-
-#include "bets/chips.h"
-#include "rules/presets.h"
 #include "screens/frame/chrome.h"
 #include "screens/frame/sound_player.h"
 #include "screens/screen_driver.h"
@@ -12,7 +5,6 @@
 #include "screens/table/lettering.h"
 #include "screens/table/pile_layout.h"
 #include "screens/table/table_painter.h"
-#include "screens/table/table_settings.h"
 
 namespace {
 
@@ -24,7 +16,12 @@ QImage Painted(QSize size) {
   return image;
 }
 
-QColor SlotColor(int slot) { return QColor::fromRgb(Game.TableColor[static_cast<unsigned>(slot)]); }
+void LayBet(int betId, Currency amount) {
+  Game.Bets[betId] = amount;
+  ArrangeChips(betId);
+}
+
+QColor SlotColor(int slot) { return QColor::fromRgb(Game.TableColor[slot]); }
 
 constexpr int kScale = 4;  // pixels of a unit
 
@@ -111,21 +108,17 @@ class TestTableLook : public QObject {
         Game.TableFeltPattern = static_cast<float>(felt);
         // Edges are black and white: inks are told from them.
         for (int slot = ColorLines; slot <= ColorFieldText; ++slot)
-          Game.TableColor[static_cast<unsigned>(slot)] ^= 1 << (slot - ColorLines);
+          Game.TableColor[slot] ^= 1 << (slot - ColorLines);
+        const QString where = QString(" of preset %1 on felt %2").arg(preset).arg(felt);
         const std::vector<QRgb> inks = InksOfLetters();
         auto beside = BesideInks(PaintedLetters(), inks);
         for (const QRgb ink : inks) {
-          std::vector<double>& luminances = beside[ink];
-          QVERIFY(luminances.size() > 80);
-          std::ranges::sort(luminances);
-          for (const std::size_t end : {luminances.size() / 10, luminances.size() * 9 / 10}) {
-            const double contrast =
-                Contrast(QColor::fromRgb(ink), {luminances[end], luminances[end]});
-            QVERIFY2(contrast >= kTextContrast, qPrintable(QString("%1 of preset %2 on felt %3: %4")
-                                                               .arg(QColor(ink).name())
-                                                               .arg(preset)
-                                                               .arg(felt)
-                                                               .arg(contrast)));
+          std::vector<double>& lights = beside[ink];
+          QVERIFY(lights.size() > 80);
+          std::ranges::sort(lights);
+          for (const std::size_t end : {lights.size() / 10, lights.size() * 9 / 10}) {
+            const double contrast = Contrast(QColor::fromRgb(ink), {lights[end], lights[end]});
+            QVERIFY2(contrast >= kTextContrast, qPrintable(QColor(ink).name() + where));
           }
         }
         const FeltInk line = LineInk(SlotColor(ColorLines), 1);
@@ -142,10 +135,7 @@ class TestTableLook : public QObject {
       for (const QSize size : {preset % 2 == 0 ? QSize(640, 480) : QSize(1003, 740)}) {
         SetColorPreset(preset);
         Game.Point = 8;
-        for (const int bet : {int(Lay4) + 3, int(PassLine), int(Hard4)}) {
-          Game.Bets[static_cast<unsigned>(bet)] = 137;
-          ArrangeChips(bet);
-        }
+        for (const int bet : {Lay4 + 3, +PassLine, +Hard4}) LayBet(bet, 137);
         TheTable = AsTold();
         const QImage told = Painted(size);
         TheTable = {};
@@ -161,14 +151,11 @@ class TestTableLook : public QObject {
   }
 
   void toldChipsLieWhereTheRecordHasThem() {
-    for (const int bet : {int(Come4) + 2, int(DontPassOdds), int(Hop24), int(Hard8)}) {
-      Game.Bets[static_cast<unsigned>(bet)] = 137;
-      ArrangeChips(bet);
-    }
+    for (const int bet : {Come4 + 2, +DontPassOdds, +Hop24, +Hard8}) LayBet(bet, 137);
     const TablePiles piles = LayOutPilesAsTold();
     std::size_t chip = 0;
     for (int i = 0; i < Game.ChipCount; ++i) {
-      const Chip& listed = Game.ChipList[static_cast<unsigned>(i)];
+      const Chip& listed = Game.ChipList[i];
       if (!IsShownOnTable(listed.BetId)) continue;
       QCOMPARE(piles.Chips.at(chip).Centre, QPointF(listed.X, listed.Y));
       QCOMPARE(piles.Chips.at(chip++).Picture, listed.Picture);
@@ -182,10 +169,8 @@ class TestTableLook : public QObject {
       for (int chips = 1; chips <= 13; ++chips) {
         LayDownDefaults();
         Game.DisplayHopBets = IsOnHopPanelOnly(bet);
-        const Currency amount =
-            chips == 13 ? Currency::FromRaw(999'995'000) : Currency(chips == 1 ? 1 : 500 * chips);
-        Game.Bets[static_cast<unsigned>(bet)] = amount;
-        ArrangeChips(bet);
+        LayBet(bet, chips == 13 ? Currency::FromRaw(999'995'000)
+                                : Currency(chips == 1 ? 1 : 500 * chips));
         const TablePiles piles = LayOutPiles();
         QVERIFY(!piles.Chips.empty());
         QCOMPARE(piles.Tags.size(), 1U);
@@ -238,10 +223,9 @@ class TestTableLook : public QObject {
       const ChromeColors& colors = ColorsOfWindows();
       if (!contrast) {
         const QColor wanted = QColor::fromRgb(kWindows[preset]);
-        QVERIFY2(std::abs(colors.Window.red() - wanted.red()) <= 2 &&
-                     std::abs(colors.Window.green() - wanted.green()) <= 2 &&
-                     std::abs(colors.Window.blue() - wanted.blue()) <= 2,
-                 qPrintable(QString("%1 of %2").arg(colors.Window.name()).arg(preset)));
+        for (const auto part : {&QColor::red, &QColor::green, &QColor::blue})
+          QVERIFY2(std::abs((colors.Window.*part)() - (wanted.*part)()) <= 2,
+                   qPrintable(QString("%1 of %2").arg(colors.Window.name()).arg(preset)));
       }
       QCOMPARE(QApplication::palette().color(QPalette::Window), colors.Window);
       for (const QColor& ground : {colors.Base, colors.Window, colors.Raised}) {
