@@ -1,21 +1,13 @@
 // What action lines do.
 #include "autobet/actions.h"
 
-#include <gmock/gmock.h>
-
 #include <climits>
-#include <sstream>
 
-#include "autobet/language.h"
 #include "autobet/output_file.h"
-#include "autobet/script.h"
 #include "autobet/script_reader.h"
 #include "autobet/values.h"
 #include "bets/bankroll.h"
-#include "bets/chips.h"
-#include "bets/consistency.h"
 #include "bets/ledger.h"
-#include "core/text.h"
 #include "dice/probability_file.h"
 
 // After the operators that print money.
@@ -30,9 +22,7 @@ using testing::IsEmpty;
 constexpr int kSource = 7;  // the Chip-Stack that lines take their values from
 constexpr int kSourceId = ChipStackBase + kSource;
 
-PlannedAnswer Press(int button, const std::string& input = "") {
-  return {button, false, "", input};
-}
+PlannedAnswer Press(int button, const char* input = "") { return {button, false, "", input}; }
 
 Currency Cents(int count) { return Currency::FromRaw(count * 100); }
 
@@ -68,8 +58,7 @@ std::string Ranges(int last, Test holds) {
 
 class ActionsTest : public FolderTest {
  protected:
-  void SetUp() override {
-    FolderTest::SetUp();
+  ActionsTest() {
     Game.AutoAdjust = AdjustManual;
     Game.Notify = NoticeAutoBet;
     Game.Bets[kSourceId] = 8;
@@ -97,11 +86,7 @@ class ActionsTest : public FolderTest {
     EXPECT_EQ(FirstInconsistency(), "");
     return fault;
   }
-  static void Load(const std::vector<ScriptLine>& lines) {
-    Game.Script = lines;
-    Game.ScrCount = static_cast<int>(lines.size());
-    ScriptEdited();
-  }
+  static void Load(const std::vector<ScriptLine>& lines) { LoadLines(lines); }
   static int Do(const std::vector<ScriptLine>& lines) { return Load(lines), Play(); }
   static int Do(const std::string& script) { return LoadScript(script), Play(); }
 
@@ -114,11 +99,9 @@ class ActionsTest : public FolderTest {
       std::string script = row.substr(0, arrow);
       std::replace(script.begin(), script.end(), '|', '\n');
       Do(script);
-      const std::size_t value = row.rfind(' ');
-      const ScriptLine source =
-          ReadLine("Show message: Value of" + row.substr(arrow + 2, value - arrow - 2));
-      EXPECT_EQ(ValueOf(source.OfSubject, source.OfStackNum), ParseAmount(row.substr(value)))
-          << row;
+      const std::size_t at = row.rfind(' ');
+      const auto of = ReadLine("Show message: Value of" + row.substr(arrow + 2, at - arrow - 2));
+      EXPECT_EQ(ValueOf(of.OfSubject, of.OfStackNum), ParseAmount(row.substr(at))) << row;
     }
   }
 };
@@ -141,13 +124,12 @@ TEST_F(ActionsTest, EveryFormChangesABet) {
 TEST_F(ActionsTest, RunsHaveAHighestALowestAndAnAverage) {
   // The action, the bet, three values, and the bet afterwards; in dimes.
   for (const auto& [code, base, one, two, three, leaves] : Rows<6>(
-           "13 50 100 300 200 300  13 50 0 -30 0 50     15 50 200 100 300 100  15 50 0 -30 0 50 "
-           "17 50 100 200 0 150    17 50 100 0 200 150  17 50 100 200 -90 150  17 50 100 150 0 120 "
-           "17 50 25 0 0 20        17 50 35 0 0 40      23 50 100 300 200 350  25 50 200 100 300 "
-           "150 "
-           "27 50 100 200 0 200    33 500 100 300 200 200  35 500 200 100 300 400 "
-           "37 500 100 200 0 350   43 50 20 40 30 200   45 50 40 20 30 100     47 50 20 50 0 150 "
-           "53 500 20 50 0 100     55 500 50 30 40 160  57 500 20 40 0 160     53 500 4 0 0 500")) {
+           "13 50 100 300 200 300  13 50 0 -30 0 50  15 50 200 100 300 100  15 50 0 -30 0 50 "
+           "17 50 100 200 0 150  17 50 100 0 200 150  17 50 100 200 -90 150  17 50 100 150 0 120 "
+           "17 50 25 0 0 20  17 50 35 0 0 40  23 50 100 300 200 350  25 50 200 100 300 150 "
+           "27 50 100 200 0 200  33 500 100 300 200 200  35 500 200 100 300 400 "
+           "37 500 100 200 0 350  43 50 20 40 30 200  45 50 40 20 30 100  47 50 20 50 0 150 "
+           "53 500 20 50 0 100  55 500 50 30 40 160  57 500 20 40 0 160  53 500 4 0 0 500")) {
     Given(Field, base / 10);
     Load(std::vector<ScriptLine>(3, Act(code, 0, Field)));
     Play({Cents(10 * one), Cents(10 * two), Cents(10 * three)});
@@ -194,9 +176,7 @@ TEST_F(ActionsTest, RoundingGoesToWholeUnits) {
 /// covered: those whose streak is reset, or the stacks that a bet of 3 is on.
 void ExpectCovered(const std::string& rows) {
   std::istringstream in(rows);
-  int target = 0;
-  int value = 0;
-  int stack = 0;
+  int target = 0, value = 0, stack = 0;
   for (std::string ids; in >> target >> value >> stack >> ids;) {
     for (auto& outcome : Game.BetOutcome) outcome = {1, 1};
     std::fill(Game.Bets.begin() + ChipStackBase, Game.Bets.end(), Currency(0));
@@ -285,8 +265,8 @@ TEST_F(ActionsTest, BetsAreBoughtAndCalled) {
 
 TEST_F(ActionsTest, RollsOfEventsAreForgotten) {
   const auto forgotten = [](int target, const std::string& text) {
-    const std::array<std::array<int, kRollEvents>*, 4> tallies = {
-        &Game.ShooterEvent, &Game.ShooterEventPrev, &Game.ShooterSince, &Game.ShooterSincePrev};
+    const auto tallies = {&Game.ShooterEvent, &Game.ShooterEventPrev, &Game.ShooterSince,
+                          &Game.ShooterSincePrev};
     for (auto* tally : tallies) tally->fill(5);
     ScriptLine line = Act(ResetRolls, 0, target);
     line.LineText = text;
@@ -294,8 +274,7 @@ TEST_F(ActionsTest, RollsOfEventsAreForgotten) {
     ActionRun run;
     PerformLine(1, run);
     return Ranges(kRollEvents - 1, [&](unsigned event) {
-      return std::all_of(tallies.begin(), tallies.end(),
-                         [event](const auto* tally) { return (*tally)[event] == 0; });
+      return std::ranges::all_of(tallies, [event](auto* tally) { return (*tally)[event] == 0; });
     });
   };
   EXPECT_EQ(forgotten(AllNumbers, ""), "2-89");
@@ -303,21 +282,15 @@ TEST_F(ActionsTest, RollsOfEventsAreForgotten) {
   EXPECT_EQ(forgotten(2017, "Reset rolls of"), "17");
   EXPECT_EQ(forgotten(2002, "all the numbers"), "2");
   EXPECT_EQ(forgotten(2089, ""), "89");
-  for (const int target : {0, 7, 2000, 2090, INT_MIN, INT_MAX})
-    EXPECT_EQ(forgotten(target, ""), "none");
+  for (const int of : {0, 7, 2000, 2090, INT_MIN, INT_MAX}) EXPECT_EQ(forgotten(of, ""), "none");
 }
 
 TEST_F(ActionsTest, MessagesInARowMakeOneBox) {
   Answers = {Press(0), Press(2), Press(1), Press(0), Press(1)};
-  Do(R"(Show message: "One ";
-        Show message: Value of bankroll
-        Show message: "Two  "
-        Show message: "Three"
-        Yes/No question: "Why?"
-        Yes/No question: Value of Chip-Stack # 7
-        ' a remark
-        Yes/No question: "More?"
-        Show message: "End";)");
+  Do("Show message: \"One \";\nShow message: Value of bankroll\nShow message: \"Two  \"\n"
+     "Show message: \"Three\"\nYes/No question: \"Why?\"\n"
+     "Yes/No question: Value of Chip-Stack # 7\n"
+     "' a remark\nYes/No question: \"More?\"\nShow message: \"End\";\n");
   const int notice = ButtonOk | HideAutoBet;
   EXPECT_THAT(TakeShown(),
               ElementsAre(ShownMessage{"One 500 Two\nThree\n", "Auto-Bet line # 4", 640, notice},
@@ -343,8 +316,7 @@ TEST_F(ActionsTest, MessagesAreSilencedAndBoxesEndARun) {
     if (Game.HyperDriveOn) OpenLedger();
     Do({Act(code, 0, 0)});
     EXPECT_EQ(TakeShown().size(), static_cast<unsigned>(shown)) << code;
-    EXPECT_EQ(Game.KeepRolling, hyper > shown);
-    EXPECT_EQ(Game.SnapshotsDue, shown != 0);
+    EXPECT_EQ(std::pair(Game.KeepRolling, Game.SnapshotsDue), std::pair(hyper > shown, shown != 0));
     if (Game.HyperDriveOn) CloseLedger();
   }
 }
@@ -403,8 +375,7 @@ TEST_F(ActionsTest, SettingsFollowTheScript) {
   Roll(2, 2);
   Do("Set Auto-Handle Winning Bets to Parlay\n Set Auto-Handle Losing Bets to Double Bet");
   Do({Act(SetWinningBets, 0, 6), Act(SetLosingBets, 0, -1), Act(InvokeShowSteps, 0, 0)});
-  EXPECT_EQ(Game.HandleWinningBets, WinParlay);
-  EXPECT_EQ(Game.HandleLosingBets, LossDoubleBet);
+  EXPECT_TRUE(Game.HandleWinningBets == WinParlay && Game.HandleLosingBets == LossDoubleBet);
   EXPECT_EQ(Game.ShowStepsMode, -1);
   Check("Set Auto-Take Full Odds to True => Pass Line Odds 20");
   Do("Set Auto-Take Full Odds to False\n Set Auto-Lay Full Odds to True");
@@ -442,8 +413,7 @@ TEST_F(ActionsTest, GeneratorsAreChosenAndSeeded) {
   // By the clock, without a question; a clock too young to seed leaves the parameter divided.
   Game.UserSeed = true;
   Do("Seed RNG with date/time");
-  EXPECT_NE(Game.LastSeed, 4);
-  EXPECT_TRUE(Game.UserSeed);
+  EXPECT_TRUE(Game.UserSeed && Game.LastSeed != 4);
   Game.RngState = 100;
   TheHost.Milliseconds = [] { return 5U; };
   Do("Select RNG # 3\n Seed RNG with date/time");
@@ -470,8 +440,7 @@ TEST_F(ActionsTest, TheAtmMovesMoneyAndTheTableIsReset) {
 TEST_F(ActionsTest, AProbabilityFileIsUsedWhenItCanBeRead) {
   const auto matrix = Game.ProbMatrix;
   Do("Activate Probability File: \"none.prb\"");
-  EXPECT_FALSE(Game.UseSkewedProbability);
-  EXPECT_EQ(Game.ProbMatrix, matrix);
+  EXPECT_TRUE(!Game.UseSkewedProbability && Game.ProbMatrix == matrix);
   EXPECT_EQ(TakeShown().size(), 1U);
   SaveProbabilityFile(folder_ / "one.prb");
   Do("Activate Probability File: \" one.prb \"");

@@ -1,7 +1,5 @@
 #include "autobet/checker.h"
 
-#include "autobet/language.h"
-#include "autobet/script.h"
 #include "autobet/script_reader.h"
 #include "support/table_fixture.h"
 
@@ -38,8 +36,7 @@ constexpr Fault kNoBlock = {kActionLines, "Condition block", "has no Action bloc
 
 class Checker : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  Checker() {
     ClearScript();
     TheHost.ShowScriptLine = [this](int line) { ShownLine = line; };
   }
@@ -75,20 +72,15 @@ class Checker : public TableTest {
 TEST_F(Checker, EveryStateMeetsEveryLine) {
   // The ways into the states, with the last Start line of each: none, condition started and built,
   // then "then", "else" and "Do this", each started and built.
-  const std::pair<std::vector<int>, int> ways[] = {{{}, 0},
-                                                   {{90, 1}, 2},
-                                                   {{2, 20, 99, 3, 20, 20}, 4},
-                                                   {{1, 20, 11}, 3},
-                                                   {{1, 20, 11, 30, 30}, 3},
-                                                   {{1, 20, 11, 30, 12}, 5},
-                                                   {{1, 20, 11, 30, 12, 30}, 5},
-                                                   {{13}, 1},
-                                                   {{13, 30, 90, 13, 30}, 4}};
+  // clang-format off
+  const std::pair<std::vector<int>, int> ways[] = {
+      {{}, 0}, {{90, 1}, 2}, {{2, 20, 99, 3, 20, 20}, 4}, {{1, 20, 11}, 3},
+      {{1, 20, 11, 30, 30}, 3}, {{1, 20, 11, 30, 12}, 5}, {{1, 20, 11, 30, 12, 30}, 5}, {{13}, 1},
+      {{13, 30, 90, 13, 30}, 4}};
+  // clang-format on
   // What becomes of a line in each of the states, in their order. The lines that follow it finish
   // what is sound; a Label and a kind unknown to the language end the script.
-  const Fault& ok = kSound;
-  const Fault& noAct = kNoActions;
-  const Fault& noCond = kNoConditions;
+  const Fault &ok = kSound, &noAct = kNoActions, &noCond = kNoConditions;
   const std::vector<Fault> opens = {ok, noCond, kNoBlock, noAct, ok, noAct, ok, noAct, ok};
   const auto needs = [&](const Fault& fault, bool afterConditions) {
     const Fault built = afterConditions ? ok : fault;
@@ -98,20 +90,16 @@ TEST_F(Checker, EveryStateMeetsEveryLine) {
   afterThen[4] = ok;
   std::vector<Fault> afterStart = needs(kNoStartCondition, true);
   afterStart[1] = ok;
+  const std::vector<Fault> action = {
+      kNoStartAction, noCond, kNoStartAction, ok, ok, ok, ok, ok, ok};
   const std::pair<std::vector<int>, std::vector<Fault>> rows[] = {
-      {{1, 20, 11, 30}, opens},
-      {{2, 20, 11, 30}, opens},
-      {{3, 20, 11, 30}, needs(kJoinsNothing, true)},
-      {{8, 20, 11, 30}, needs(kJoinsNothing, true)},
-      {{11, 30}, needs(kStrayThen, true)},
-      {{12, 30}, afterThen},
-      {{13, 30}, opens},
-      {{20, 11, 30}, afterStart},
-      {{30}, {kNoStartAction, noCond, kNoStartAction, ok, ok, ok, ok, ok, ok}},
-      {{90}, opens},
-      {{-7}, opens},
-      {{}, opens}};
-  for (const auto& [kinds, met] : rows) {
+      // clang-format off
+      {{1, 20, 11, 30}, opens}, {{2, 20, 11, 30}, opens},
+      {{3, 20, 11, 30}, needs(kJoinsNothing, true)}, {{8, 20, 11, 30}, needs(kJoinsNothing, true)},
+      {{11, 30}, needs(kStrayThen, true)}, {{12, 30}, afterThen}, {{13, 30}, opens},
+      {{20, 11, 30}, afterStart}, {{30}, action}, {{90}, opens}, {{-7}, opens}, {{}, opens}};
+  // clang-format on
+  for (const auto& [kinds, met] : rows)
     for (std::size_t state = 0; state < std::size(ways); ++state) {
       const auto& [way, lastStart] = ways[state];
       std::vector<int> all = way;
@@ -129,13 +117,11 @@ TEST_F(Checker, EveryStateMeetsEveryLine) {
       const int line = ofStart ? lastStart : static_cast<int>(way.size()) + 1;
       Expect(met[state], wrong.empty() ? 0 : line);
     }
-  }
 }
 
 TEST_F(Checker, Labels) {
   const std::string jump = "Do this . . .\nGo to \"a\"\n";
-  ExpectOf("Label \"Loop\"\nLabel \"loop\"\nDo this . . .\nGo to \" LOOP \"\nGosub \"loop\"",
-           kSound);
+  ExpectOf("Label \"Top\"\nLabel \"top\"\nDo this . . .\nGo to \" TOP \"\nGosub \"top\"", kSound);
   // The earlier of two is shown; labels go before structure.
   ExpectOf("Go to \"no\"\nLabel \"a\"\nLabel \"b\"\nLabel \"b\"\nLabel \"a\"", kTwice, 2);
   ExpectOf("Label \"a\"\n" + jump + "Gosub \"b\"\nGo to \"c\"", kMissing, 4);

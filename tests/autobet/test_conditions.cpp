@@ -1,14 +1,9 @@
 // What condition lines hold for, and when they have just now come to hold.
 #include "autobet/conditions.h"
 
-#include <array>
 #include <cctype>
-#include <sstream>
 
-#include "autobet/language.h"
-#include "autobet/script.h"
 #include "autobet/script_reader.h"
-#include "rules/defaults.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -27,19 +22,17 @@ std::vector<std::string> List(const std::string& text) {
 /// one bet. In the table several verdicts with their numbers may stand before the same words:
 /// "N+2-1 O+2+2 won".
 struct Row {
-  std::string Verdict;
+  std::string Verdict, Words;
   std::vector<int> Numbers;
-  std::string Words;
 };
 
-bool IsCase(const std::string& word) {
-  return std::isalpha(word.front()) && std::isdigit(word.back()) &&
-         word.find_first_of("+-") != word.npos;
+bool IsCase(const std::string& w) {
+  return std::isalpha(w.front()) && std::isdigit(w.back()) && w.find_first_of("+-") != w.npos;
 }
 
 Row ReadCase(const std::string& text) {
   const std::size_t letters = std::min(text.find_first_of("+-"), text.size());
-  Row row = {text.substr(0, letters), {}, {}};
+  Row row = {text.substr(0, letters), "", {}};
   std::istringstream numbers(text.substr(letters));
   for (int number = 0; numbers >> number;) row.Numbers.push_back(number);
   return row;
@@ -61,8 +54,7 @@ std::vector<Row> Rows(const std::string& text) {
 
 class Conditions : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  Conditions() {
     ClearScript();
     Game.RollCount[0] = 5;
     Game.Bets = {};
@@ -71,8 +63,7 @@ class Conditions : public TableTest {
   }
 
   static void Expect(const ScriptLine& line, const std::string& verdict) {
-    Game.Script = {line};
-    Game.ScrCount = 1;
+    LoadLines({line});
     for (const bool whileBlock : {false, true}) {
       const ConditionPlan plan = PlanCondition(1);
       const Verdict told = plan.Evaluate(plan, whileBlock);
@@ -80,9 +71,7 @@ class Conditions : public TableTest {
           << line.LineText << (whileBlock ? " (while)" : "");
     }
   }
-  static void Expect(const std::string& line, const std::string& verdict) {
-    Expect(ReadLine(line), verdict);
-  }
+  static void Expect(const std::string& is, const std::string& told) { Expect(ReadLine(is), told); }
   /// A table without numbers.
   static void Expect(const std::string& rows) {
     for (const Row& row : Rows(rows)) Expect(row.Words, row.Verdict);
@@ -102,8 +91,9 @@ TEST_F(Conditions, FollowThePoint) {
   // Rolls, point now, one and two rolls ago, and the total: a fresh table, a craps on its come-out,
   // a 6 on its come-out, a 6 after an 8 was decided, no decision on the first and on a later roll
   // of a point, the point made, a seven-out.
-  constexpr int kStates[][5] = {{0, 0, 0, 0, 0}, {1, 0, 0, 0, 3}, {1, 6, 0, 0, 6}, {9, 6, 0, 8, 6},
-                                {9, 6, 6, 0, 5}, {9, 6, 6, 6, 5}, {9, 0, 6, 6, 6}, {9, 0, 6, 6, 7}};
+  constexpr std::tuple<int, int, int, int, int> kStates[] = {
+      {0, 0, 0, 0, 0}, {1, 0, 0, 0, 3}, {1, 6, 0, 0, 6}, {9, 6, 0, 8, 6},
+      {9, 6, 6, 0, 5}, {9, 6, 6, 6, 5}, {9, 0, 6, 6, 6}, {9, 0, 6, 6, 7}};
   const auto rows = Rows(R"(
     NOFFFFNN Next roll is a come-out roll; FFNNOOFF Next roll is NOT a come-out roll;
     FOONFFFF Last roll was a come-out roll; FFFFNOOO Last roll was NOT a come-out roll;
@@ -120,13 +110,9 @@ TEST_F(Conditions, FollowThePoint) {
     FFFFFFFF A point is decided "for" or "against" the number 8)");
   for (const Row& row : rows)
     for (std::size_t state = 0; state < std::size(kStates); ++state) {
-      const auto& [rolls, point, prev, prevPrev, total] = kStates[state];
       SCOPED_TRACE(state);
-      Game.RollCount[0] = rolls;
-      Game.Point = point;
-      Game.PrevPoint = prev;
-      Game.PrevPrevPoint = prevPrev;
-      Game.RollTotal = total;
+      std::tie(Game.RollCount[0], Game.Point, Game.PrevPoint, Game.PrevPrevPoint, Game.RollTotal) =
+          kStates[state];
       Expect(row.Words, row.Verdict.substr(state, 1));
     }
   Game.PrevPoint = 0;
@@ -200,9 +186,7 @@ TEST_F(Conditions, TestRollEvents) {
     Game.ShooterSincePrev[31] = row.Numbers[3];
     Expect("Number 5 (1-4) or (4-1) " + row.Words, row.Verdict);
   }
-  ScriptLine line;
-  line.LineKind = ConditionLine;
-  line.LineCode = HasRolled;
+  ScriptLine line = ReadLine("Number 5 (1-4) or (4-1) has rolled");
   for (int event = 2; event <= 89; ++event) {
     Game.ShooterEvent.fill(0);
     Game.ShooterEventPrev.fill(0);
@@ -271,14 +255,9 @@ void SetSubject(const std::string& subject, int stat, Currency amount) {
   Game.Bets[Buy4] = amount - (Game.Bets[Buy10] = 1);
   Game.BetsAfterRoll[Buy4] = amount - (Game.BetsAfterRoll[Buy10] = 3);
   Game.BankrollHistory[1] = Game.BankrollHistory[2] = amount;
-  for (const int id : {+Field, 107, +Place8, subject == "Bankroll is" ? 0 : 107}) {
-    Game.Bets[id] = 10;
-    Game.BetsAfterRoll[id] = 9;
-  }
-  if (subject.ends_with("average ) is")) {
-    Game.BankrollHistory[1] = 9;
-    Game.BankrollHistory[2] = 10;
-  }
+  for (const int id : {+Field, 107, +Place8, subject == "Bankroll is" ? 0 : 107})
+    Game.Bets[id] = 10, Game.BetsAfterRoll[id] = 9;
+  if (subject.ends_with("average ) is")) Game.BankrollHistory[1] = 9, Game.BankrollHistory[2] = 10;
   Game.RollCount[0] = 77;
   Game.ShooterStats.fill(77);
   (stat < 0 ? Game.RollCount[0] : Game.ShooterStats[stat]) = 10;
@@ -304,16 +283,12 @@ TEST_F(Conditions, CompareValues) {
   Game.BankrollHistoryCount = 2;
   Game.SimRollsPerHour = 1;
   Set({{103, 7, 7}, {104, 9, 9}});
-  for (const auto& [rule, stat, subject] : subjects)
+  for (const auto& [rule, subject, stat] : subjects)
     for (const std::string& other : others)
-      for (const auto& [verdict, amount, words] : rows) {
+      for (const auto& [verdict, words, amount] : rows) {
         if (subject.starts_with("Bankroll ") && other.starts_with("bankroll")) continue;
         const bool count = subject.starts_with("The") || subject.starts_with("Sim");
-        std::string held = other;
-        if (other == "$") {
-          held = count ? "" : "$ ";
-          held += std::to_string(amount[0]);
-        }
+        const auto held = other != "$" ? other : (count ? "" : "$ ") + std::to_string(amount[0]);
         const std::string line = subject + " " + words + " " + held;
         SetSubject(subject, stat[0], amount[0]);
         Game.Point = 8;

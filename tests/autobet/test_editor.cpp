@@ -1,45 +1,38 @@
 // The editor without its screen: building lines by choosing, edits that come back, looking at the
 // script, the profile, breakpoints.
-#include <algorithm>
+
+#include <regex>
 
 #include "autobet/compose.h"
 #include "autobet/editor.h"
 #include "autobet/engine.h"
-#include "autobet/language.h"
 #include "autobet/line_choice.h"
 #include "autobet/profile.h"
-#include "autobet/script.h"
 #include "autobet/script_edit.h"
-#include "autobet/script_file.h"
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
 #include "core/help_topics.h"
 #include "support/random_rules.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
 class Editor : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  Editor() {
     ClearScript();
     Game.LineClipboard.clear();
   }
 
   static std::string Script() {
     std::string text;
-    for (int number = 1; number <= Game.ScrCount; ++number)
-      text += Trimmed(Line(number).LineText) + "\n";
+    for (const ScriptLine& line : Game.Script) text += Trimmed(line.LineText) + "\n";
     return text;
   }
 };
 
 std::vector<int> Codes(std::span<const ListItem> list) {
-  std::vector<int> codes;
-  for (const ListItem& item : list)
-    if (item.Text != kSeparatorText) codes.push_back(item.Code);
+  std::vector<int> codes = CodesOf(list);
   if (codes.empty()) codes.push_back(0);
   return codes;
 }
@@ -63,21 +56,17 @@ void ExpectLogged(const Choice& choice, std::optional<ScriptLine> (*log)(const C
 
 TEST_F(Editor, LogsEveryConditionByChoosing) {
   const std::vector<int> seconds = Codes(CompareList());
+  const ConditionChoice full = {9999,    0,           BankrollSubject, false, "7",
+                                "Ä hot", "say \"x\"", "-12.5",         "100"};
   std::size_t turn = 0;
-  for (const int subject : Codes(ConditionList())) {
+  for (const int subject : Codes(ConditionList()))
     for (const int op : Codes(OperatorList(subject))) {
       const std::size_t count = OperatorComparesSubjects(op) ? seconds.size() : 2;
       const std::size_t step = count > 7 ? 7 : 1;  // the product is beyond 100,000
       for (std::size_t second = turn++ % step; second < count; second += step) {
-        ConditionChoice choice = {subject == 9999 ? 1300 : 9999,
-                                  0,
-                                  BankrollSubject,
-                                  turn % 2 == 0,
-                                  "7",
-                                  "Ä hot",
-                                  "say \"x\"",
-                                  "-12.5",
-                                  "100"};
+        ConditionChoice choice = full;
+        choice.Subject = subject == 9999 ? 1300 : 9999;
+        choice.Truth = turn % 2 == 0;
         ChooseSubject(choice, subject);
         ChooseOperator(choice, op);
         ChooseCompare(choice, seconds[second]);
@@ -87,7 +76,6 @@ TEST_F(Editor, LogsEveryConditionByChoosing) {
         if (HasFatalFailure()) return;
       }
     }
-  }
   EXPECT_GT(Game.ScrCount, 5'000);
   EXPECT_EQ(Game.Flags.size(), 1U);
 }
@@ -107,13 +95,12 @@ TEST_F(Editor, LogsEveryActionByChoosing) {
       if (HasFatalFailure()) return;
     }
   }
-  for (const auto& list : {kStartConditionList, kStartActionList}) {
+  for (const auto& list : {kStartConditionList, kStartActionList})
     for (const ListItem& item : list) {
       const ScriptLine line = LineOfStart(item.Code);
       EXPECT_EQ(line.LineKind, item.Code);
       EXPECT_EQ(ReadLine(line.LineText), line);
     }
-  }
 }
 
 TEST_F(Editor, ABoxIsSeenWhenItsLineNeedsIt) {
@@ -136,13 +123,11 @@ TEST_F(Editor, ABoxIsSeenWhenItsLineNeedsIt) {
 }
 
 TEST_F(Editor, RefusesWhatNoLineCanHold) {
-  ConditionChoice flag;
+  ConditionChoice flag, stack;
   ChooseSubject(flag, OneFlag);
-  ConditionChoice stack;
   ChooseSubject(stack, ChipStackSubject);
-  ActionChoice go;
+  ActionChoice go, say;
   ChooseAction(go, GoTo);
-  ActionChoice say;
   ChooseAction(say, ShowMessageText);
   const auto refused = [this](const auto& line, const std::string& text) {
     EXPECT_FALSE(line) << text;
@@ -202,18 +187,14 @@ TEST_F(Editor, EveryEditComesBack) {
     }
     Game.ScriptInsertLine = 1 + below(count + 1);
     const std::string copied = CopySelected();
+    const std::string flag = "Set flag \"" + std::to_string(below(50)) + "\" to True";
     std::optional<ScriptEdit> edit;
     switch (below(6)) {
-      case 0:
-        edit = InsertLines(ReadScript("Set flag \"" + std::to_string(below(50)) + "\" to True"),
-                           false);
-        break;
+      case 0: edit = InsertLines({ReadLine(flag)}, false); break;
       case 1: edit = count > 40 ? DeleteSelected() : std::nullopt; break;
       case 2: edit = MoveSelected(1 + below(count + 1)); break;
       case 3: edit = below(2) == 0 ? MoveSelectedUp() : MoveSelectedDown(); break;
-      case 4:
-        if (!copied.empty()) edit = InsertLines(*LinesToPaste(copied), true);
-        break;
+      case 4: edit = copied.empty() ? edit : InsertLines(*LinesToPaste(copied), true); break;
       default: edit = ReplaceLine(1 + below(count), *LogLabel("'" + std::to_string(round))); break;
     }
     if (!edit) continue;
@@ -254,15 +235,13 @@ TEST_F(Editor, MovesDeletesAndPastes) {
   Game.ScriptInsertLine = 1;
   ApplyEdit(*InsertLines(*LinesToPaste(" ' x\r\n\r\nSet flag \"A\" to True\r\n"), true));
   EXPECT_EQ(Script(), "' x\nSet flag \"A\" to True\n' 1\n' 3\n' 5\n");
-  EXPECT_EQ(SelectedLineCount(), 2);
-  EXPECT_EQ(Game.Flags.at(0).FlagName, "A");
+  EXPECT_EQ(std::tuple(SelectedLineCount(), Game.Flags.at(0).FlagName), std::tuple(2, "A"));
   EXPECT_FALSE(LinesToPaste("' x\nrubbish\n"));
   EXPECT_EQ(TakeOnlyMessage().Text,
             "Nothing has been pasted: row 2 of the text is no Auto-Bet line.\n\nrubbish");
   Game.AutoBetAtWork = Game.AutoBetRunning = true;
-  Answers = {{1, false, "", ""}};
-  EXPECT_FALSE(MayEditScript());
-  EXPECT_FALSE(Game.AutoBetRunning);
+  Answers = {kYes};
+  EXPECT_TRUE(!MayEditScript() && !Game.AutoBetRunning);
   EXPECT_EQ(TakeOnlyMessage().Title, "Auto-Bet Active");
   EXPECT_FALSE(ApplyEdit(*DeleteSelected()));
   Game.AutoBetAtWork = false;
@@ -272,12 +251,10 @@ TEST_F(Editor, MovesDeletesAndPastes) {
 
 TEST_F(Editor, FindsMarksAndTellsBlocks) {
   LoadScript(
-      "' a\nWhen . . .\nOn each roll\nthen . . .\nReturn\nLabel \"Ärger\"\nDo this . . "
-      ".\nReturn\n");
-  EXPECT_EQ(FindLine("RETURN", 1), 5);
-  EXPECT_EQ(FindLine("return", 6), 8);
-  EXPECT_EQ(FindLine("return", 7, false), 5);
-  EXPECT_EQ(FindLine("ärg", 1), 6);
+      "' a\nWhen . . .\nOn each roll\nthen . . .\nReturn\n"
+      "Label \"Ärger\"\nDo this . . .\nReturn\n");
+  EXPECT_EQ(std::tuple(FindLine("RETURN", 1), FindLine("return", 6)), std::tuple(5, 8));
+  EXPECT_EQ(std::tuple(FindLine("return", 7, false), FindLine("ärg", 1)), std::tuple(5, 6));
   int top = 0;
   TheHost.ShowScriptLine = [&top](int line) { top = line; };
   Answers = {{0, false, "", "return"}};
@@ -286,15 +263,13 @@ TEST_F(Editor, FindsMarksAndTellsBlocks) {
   FindNextCommand(top);
   EXPECT_EQ(top, 8);
   FindNextCommand(top);
-  EXPECT_EQ(TakeShown().back(),
-            (ShownMessage{"Text not found.", "Search Results", kTopicScriptEditor, OkStop}));
+  EXPECT_EQ(TakeShown().back(), Stop("Search Results", kTopicScriptEditor, "Text not found."));
   FindPreviousCommand(top);
   EXPECT_EQ(top, 5);
 
   const auto marks = [] {
     std::string all;
-    for (int number = 1; number <= Game.ScrCount; ++number)
-      all += std::to_string(Line(number).LineMark);
+    for (const ScriptLine& line : Game.Script) all += std::to_string(line.LineMark);
     return all;
   };
   EXPECT_EQ(MarkLines().LineNumber, 0);
@@ -315,14 +290,12 @@ TEST_F(Editor, LeavingAndSavingLoseNothing) {
   LoadScript("When . . .\n");
   Game.AutoBetActive = 1;
   Game.ScriptChanged = Game.ScriptUnsaved = true;
-  Answers = {{2, false, "", ""}, {1, false, "", ""}};
-  EXPECT_FALSE(LeaveEditor());
-  EXPECT_EQ(Game.AutoBetActive, 1);
-  EXPECT_TRUE(LeaveEditor());
-  EXPECT_EQ(Game.AutoBetActive, 0);
+  Answers = {kNo, kYes};
+  EXPECT_TRUE(!LeaveEditor() && Game.AutoBetActive == 1);
+  EXPECT_TRUE(LeaveEditor() && Game.AutoBetActive == 0);
   EXPECT_NE(TakeShown().back().Text.find("Would you like to deactivate"), std::string::npos);
   EXPECT_EQ(folder.Read("active.tmp").size(), 512U);
-  Answers = {{1, false, "", ""}};
+  Answers = {kYes};
   NewScriptCommand();
   EXPECT_EQ(folder.Read("default.bet").size(), 512U);
   OpenScript(folder / "default.bet");
@@ -332,9 +305,8 @@ TEST_F(Editor, LeavingAndSavingLoseNothing) {
   TakeShown();
   EXPECT_FALSE(SaveScriptCommand());
   EXPECT_EQ(folder.Read("default.bet"), "another program");
-  Answers = {{1, false, "", ""}};
-  EXPECT_TRUE(SaveScriptCommand());
-  EXPECT_TRUE(SaveScriptCommand()) << "it is ours again";
+  Answers = {kYes};
+  EXPECT_TRUE(SaveScriptCommand() && SaveScriptCommand()) << "it is ours again";
   EXPECT_EQ(TakeShown().size(), 2U);
   EXPECT_FALSE(Game.ScriptUnsaved);
 }
@@ -342,25 +314,14 @@ TEST_F(Editor, LeavingAndSavingLoseNothing) {
 // --- Profile and breakpoints ---
 
 constexpr const char* kJumping =
-    "While . . .\n"  // 1
-    "Chip-Stack # 1 is equal to $ 0\n"
-    "Chip-Stack # 2 is equal to $ 1\n"
-    "or while . . .\n"
-    "Bankroll is greater than $ 0\n"  // 5
-    "then . . .\n"
-    "Gosub \"Sub\"\n"
-    "else . . .\n"
-    "Add $ 1 to Chip-Stack # 3\n"
-    "Do this . . .\n"  // 10
-    "Go to \"End\"\n"
-    "Add $ 1 to Chip-Stack # 3\n"
-    "Label \"Sub\"\n"
-    "Do this . . .\n"
-    "Add $ 0 to Chip-Stack # 4\n"  // 15
-    "Return\n"
-    "Label \"End\"\n"
-    "Do this . . .\n"
-    "Return\n";
+    // From line 1, 4, 6, 8, 10, 13 and 17.
+    "While . . .\nChip-Stack # 1 is equal to $ 0\nChip-Stack # 2 is equal to $ 1\n"
+    "or while . . .\nBankroll is greater than $ 0\n"
+    "then . . .\nGosub \"Sub\"\n"
+    "else . . .\nAdd $ 1 to Chip-Stack # 3\n"
+    "Do this . . .\nGo to \"End\"\nAdd $ 1 to Chip-Stack # 3\n"
+    "Label \"Sub\"\nDo this . . .\nAdd $ 0 to Chip-Stack # 4\nReturn\n"
+    "Label \"End\"\nDo this . . .\nReturn\n";
 
 std::string Counts() {
   std::string text;
@@ -378,25 +339,17 @@ TEST_F(Editor, TheProfileCountsWhatRunsWalkThrough) {
   Game.NumAutoRolls = Game.AutoRollsLeft = 1'000;
   ToggleHyperDrive();
   ASSERT_EQ(Game.RollCount[0], 1'000);
-  std::string expected;
-  for (const char* line : {"1/0", "1/1", "1/0", "1/1", "1/1", "1/1", "1/1", "1/0", "1/0", "1/1",
-                           "1/1", "0/0", "1/1", "1/1", "1/1", "1/1", "1/1", "1/1", "1/0"}) {
-    std::string counts = line;
-    for (std::size_t at = counts.find('1'); at != std::string::npos; at = counts.find('1', at + 1))
-      counts.insert(at + 1, "000");
-    expected += counts + " ";
-  }
+  const auto once = "1/0 1/1 1/0 1/1 1/1 1/1 1/1 1/0 1/0 1/1 1/1 0/0 1/1 1/1 1/1 1/1 1/1 1/1 1/0 ";
+  std::string expected = std::regex_replace(once, std::regex("1"), "1000");
   EXPECT_EQ(Counts(), expected);
 
   SelectLines(12, 12);
   ApplyEdit(*DeleteSelected());
   Game.ScriptInsertLine = 1;
   ApplyEdit(*InsertLines({*LogLabel("' new")}, false));
-  EXPECT_EQ(
-      Counts(),
-      "0/0 " + expected.erase(expected.find("0/0 "), 0).replace(expected.find(" 0/0 "), 4, ""));
+  EXPECT_EQ(Counts(), "0/0 " + expected.replace(expected.find(" 0/0 "), 4, ""));
   Game.ScriptChanged = true;
-  Answers = {{1, false, "", ""}};
+  Answers = {kYes};
   InitAutoBets();
   EXPECT_EQ(Counts().substr(0, 12), "1/0 1/0 1/1 ");
   Game.Profile.On = false;
@@ -428,8 +381,7 @@ TEST_F(Editor, ABreakpointBeginsTracingAndStopsHyperDrive) {
   ClearBreakpoints();
   Game.AutoRollsLeft = 10;
   ToggleHyperDrive();
-  EXPECT_EQ(Game.RollCount[0], 11);
-  EXPECT_EQ(steps.size(), 1U);
+  EXPECT_EQ(std::tuple(Game.RollCount[0], steps.size()), std::tuple(11, 1U));
 }
 
 }  // namespace

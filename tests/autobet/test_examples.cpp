@@ -1,20 +1,12 @@
 // The systems that ship with the program.
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "autobet/checker.h"
-#include "autobet/script.h"
-#include "autobet/script_file.h"
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
-#include "bets/consistency.h"
 #include "dice/generators.h"
 #include "support/table_fixture.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 const fs::path kProject = KELVANOR_PROJECT;
 
@@ -57,18 +49,16 @@ TEST_P(Examples, PlayUnattended) {
   OpenScript(Script().string());
   init_genrand(4711);
   Game.AutoBetActive = 1;
-  Game.BankrollInitAmt = 100'000;
-  Game.Bets[BankrollIndex] = 100'000;
+  Game.BankrollInitAmt = Game.Bets[BankrollIndex] = 100'000;
   Game.NumAutoRolls = Game.AutoRollsLeft = 20'000;
-  Answers = {{1, false, "", ""}};
+  Answers = {kYes};
   ToggleHyperDrive();
   EXPECT_EQ(TakeShown().front().Title, "Auto-Bet");
   EXPECT_EQ(FirstInconsistency(), "");
   EXPECT_EQ(Game.LastErrorText, "");
-  int decided = 0;
-  for (unsigned id = Lay4; id <= LastBet; ++id)
-    decided += static_cast<int>(Game.BetWagers[Actual][id][StatCount].ToDouble());
-  EXPECT_GT(decided, Game.RollCount[0] / 4);
+  Currency decided;
+  for (int id = Lay4; id <= LastBet; ++id) decided += Game.BetWagers[Actual][id][StatCount];
+  EXPECT_GT(decided, Currency(Game.RollCount[0] / 4));
   EXPECT_NE(Bankroll(), 100'000);
 }
 

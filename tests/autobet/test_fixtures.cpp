@@ -8,30 +8,13 @@
 //   log.txt     the Events Log of the game with every switch on
 //
 // A "#" at the beginning of a line, or with two blanks before it, begins a comment.
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <map>
-#include <set>
-#include <sstream>
 
 #include "autobet/checker.h"
-#include "autobet/script.h"
-#include "autobet/script_file.h"
 #include "autobet/script_reader.h"
-#include "bets/consistency.h"
-#include "bets/new_game.h"
-#include "core/text.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
-
-#ifndef KELVANOR_FIXTURES
-#define KELVANOR_FIXTURES "tests/autobet/fixtures"
-#endif
 
 namespace {
 
-namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 const fs::path kFixtures = KELVANOR_FIXTURES;
@@ -85,8 +68,7 @@ std::string Joined(const Texts& cells) {
 }
 
 void ExpectSameLines(const std::string& file, const Texts& expected, const Texts& actual) {
-  const auto [theirs, ours] =
-      std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end());
+  const auto [theirs, ours] = std::ranges::mismatch(expected, actual);
   if (theirs == expected.end() && ours == actual.end()) return;
   const std::string end = "(the end)";
   ADD_FAILURE() << file << ", line " << theirs - expected.begin() + 1
@@ -109,12 +91,12 @@ std::string ValueOfColumn(const std::string& column) {
   if (column == "On table") return MoneyText(Game.TotalOnTable);
   if (column.starts_with(kStackColumn)) {
     const int stack = NumberBehind(kStackColumn, column);
-    return MoneyText(Game.Bets[static_cast<unsigned>(ChipStackBase + stack)]);
+    return MoneyText(Game.Bets[ChipStackBase + stack]);
   }
   if (column.starts_with(kFlagColumn)) {
     const int flag = FindFlag(column.substr(kFlagColumn.size()));
     if (flag < 0) return "no such flag";
-    return Game.Flags[static_cast<unsigned>(flag)].FlagValue == kTrue ? "True" : "False";
+    return Game.Flags[flag].FlagValue == kTrue ? "True" : "False";
   }
   const auto name = std::find(kBetNames.begin(), kBetNames.end(), column);
   if (name == kBetNames.end()) return "no such column";
@@ -165,20 +147,14 @@ class ScriptFixtures : public TableTest, public ::testing::WithParamInterface<st
  private:
   /// Sets one of the fields that fixtures need; false for any other.
   bool SetField(const std::string& name, Currency value) {
-    const std::map<std::string, int*> fields = {
-        {"HandleWinningBets", &Game.HandleWinningBets},
-        {"HandleLosingBets", &Game.HandleLosingBets},
-        {"AutoAdjust", &Game.AutoAdjust},
-        {"InterruptAfterTurns", &interruptAfter_},
-    };
+    const std::map<std::string, int*> fields = {{"HandleWinningBets", &Game.HandleWinningBets},
+                                                {"HandleLosingBets", &Game.HandleLosingBets},
+                                                {"AutoAdjust", &Game.AutoAdjust},
+                                                {"InterruptAfterTurns", &interruptAfter_}};
+    if (name == "BankrollInitAmt") return Game.BankrollInitAmt = value, true;
     const auto field = fields.find(name);
-    if (name == "BankrollInitAmt") {
-      Game.BankrollInitAmt = value;
-    } else if (field != fields.end()) {
-      *field->second = static_cast<int>(value.ToDouble());
-    } else {
-      return false;
-    }
+    if (field == fields.end()) return false;
+    *field->second = static_cast<int>(value.ToDouble());
     return true;
   }
 
@@ -210,7 +186,7 @@ class ScriptFixtures : public TableTest, public ::testing::WithParamInterface<st
     OpenScript(path);
     EXPECT_TRUE(Game.Script == script) << fixture_ << ": the file holds another script";
     Game.AutoBetActive = 1;
-    Answers = {{1, false, "", ""}};  // yes to the initializing cycle
+    Answers = {kYes};  // yes to the initializing cycle
   }
 
   void ReadThrows() {

@@ -1,12 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <set>
-#include <tuple>
-#include <utility>
-
 #include "autobet/compose.h"
-#include "autobet/language.h"
 #include "autobet/read_line.h"
+#include "autobet/script_reader.h"
 #include "support/table_fixture.h"
 
 void PrintTo(const ScriptLine& line, std::ostream* out) {
@@ -18,15 +12,6 @@ void PrintTo(const ScriptLine& line, std::ostream* out) {
 namespace {
 
 const Currency kTwelveAndAHalf = Currency::FromRaw(125'000);
-
-/// The codes of a list without its separators.
-std::vector<int> Codes(std::span<const ListItem> list) {
-  std::vector<int> codes;
-  for (const ListItem& item : list) {
-    if (item.Text != kSeparatorText) codes.push_back(item.Code);
-  }
-  return codes;
-}
 
 /// A line by its fields, in the order in which a test of words needs them.
 ScriptLine Of(int kind, int code = 0, int of = 0, int to = 0, Currency amount = 0,
@@ -43,23 +28,19 @@ ScriptLine Of(int kind, int code = 0, int of = 0, int to = 0, Currency amount = 
 
 TEST(Language, ListsHoldTheirCodesOnceInOrder) {
   const std::pair<std::span<const ListItem>, std::size_t> lists[] = {
-      {ConditionList(), 35 + 27 + 5 + 83 + 88},
-      {CompareList(), 5 + 27 + 5 + 83},
-      {SourceList(), 31 + 5 + 83},
-      {TargetList(TargetUse::Bets), 13 + 5 + 83},
-      {TargetList(TargetUse::BetsOnly), 98},
-      {TargetList(TargetUse::Events), 89},
-      {TargetList(TargetUse::WinningChoice), 6},
-      {TargetList(TargetUse::LosingChoice), 6},
-      {TargetList(TargetUse::None), 0},
-      {ActionList(), 93}};
+      // clang-format off
+      {ConditionList(), 35 + 27 + 5 + 83 + 88}, {CompareList(), 5 + 27 + 5 + 83},
+      {SourceList(), 31 + 5 + 83}, {TargetList(TargetUse::Bets), 13 + 5 + 83},
+      {TargetList(TargetUse::BetsOnly), 98}, {TargetList(TargetUse::Events), 89},
+      {TargetList(TargetUse::WinningChoice), 6}, {TargetList(TargetUse::LosingChoice), 6},
+      {TargetList(TargetUse::None), 0}, {ActionList(), 93}};
+  // clang-format on
   for (const auto& [list, size] : lists) {
-    const std::vector<int> codes = Codes(list);
+    const std::vector<int> codes = CodesOf(list);
     EXPECT_EQ(codes.size(), size);
     EXPECT_EQ(std::set<int>(codes.begin(), codes.end()).size(), size);
-    for (std::size_t i = 1; i < list.size(); ++i) {
+    for (std::size_t i = 1; i < list.size(); ++i)
       EXPECT_FALSE(list[i].Text == kSeparatorText && list[i - 1].Text == kSeparatorText);
-    }
   }
 }
 
@@ -129,12 +110,10 @@ TEST(Composition, WhatItCannotWriteIsNoLine) {
         "Bankroll is equal to $ x", "Label Loop", "Any 7 has rolled 2 rolls",
         "bankroll is equal to $ 5", "Pass Line has won 0 times in a row",
         "Bet $ 1,000 on Pass Line", "Bet $ 05 on Pass Line", "Bet  $ 5 on Pass Line",
-        "Chip-Stack # 1 is named \"Bank\";"}) {
+        "Chip-Stack # 1 is named \"Bank\";"})
     EXPECT_EQ(ReadLineText(text), std::nullopt) << text;
-  }
   const ReadText read = ReadScriptText("When . . .\r\n\n  On each rol \nthen . . .");
-  EXPECT_EQ(read.NotUnderstood, "On each rol");
-  EXPECT_EQ(read.Row, 3);
+  EXPECT_EQ(std::tuple(read.NotUnderstood, read.Row), std::tuple("On each rol", 3));
   EXPECT_TRUE(read.Lines.empty());
 }
 

@@ -1,13 +1,7 @@
-#include "autobet/script_file.h"
-
-#include <gmock/gmock.h>
-
 #include <cmath>
 
 #include "autobet/hot_key_table.h"
 #include "autobet/hot_keys.h"
-#include "autobet/language.h"
-#include "autobet/script.h"
 #include "autobet/script_reader.h"
 #include "autobet/script_records.h"
 #include "core/file_failure.h"
@@ -21,13 +15,7 @@ using ::testing::EndsWith;
 constexpr const char* kCorrupted =
     "\nhas either been corrupted or is not a true Kelvanor Auto-Bet file.";
 constexpr const char* kOpenTitle = "Unable to Open Auto-Bet File";
-const PlannedAnswer kYes = {1, false, "", ""};
-const PlannedAnswer kNo = {2, false, "", ""};
-
-constexpr const char* kSmallScript = R"(
-    When . . .
-      Flag "Hot" is True
-    Label "Loop")";
+constexpr const char* kSmallScript = "When . . .\nFlag \"Hot\" is True\nLabel \"Loop\"";
 
 Record Header(const std::string& text, double count) {
   Record header;
@@ -56,10 +44,7 @@ std::vector<std::string> FlagNames() {
 
 class ScriptFile : public FolderTest {
  protected:
-  void SetUp() override {
-    FolderTest::SetUp();
-    ClearScript();
-  }
+  ScriptFile() { ClearScript(); }
 
   std::string Write(const char* name, const std::vector<Record>& records) const {
     return folder_.Write(name, Joined(records));
@@ -82,7 +67,7 @@ class ScriptFile : public FolderTest {
     const auto before = Standing();
     OpenScript(path);
     EXPECT_EQ(Game.LastFileResult, result);
-    EXPECT_EQ(TakeOnlyMessage(), (ShownMessage{BareName(path) + text, kOpenTitle, 640, OkStop}));
+    EXPECT_EQ(TakeOnlyMessage(), Stop(kOpenTitle, 640, BareName(path) + text));
     EXPECT_EQ(Standing(), before);
   }
 };
@@ -182,7 +167,7 @@ TEST_F(ScriptFile, EveryRefusalHasItsText) {
   ExpectRefused(folder_.Write("empty.bet", ""), kCorrupted);
   ExpectRefused(folder_ / "none.bet", kCorrupted);
   ExpectRefused("", kCorrupted);
-  std::filesystem::create_directory(folder_ / "sub");
+  fs::create_directory(folder_ / "sub");
   ExpectRefused(folder_ / "sub",
                 "\ncan't be read: it's a folder.\n\nFolder:  " +
                     PathOf(folder_ / "sub").parent_path().string(),
@@ -198,16 +183,10 @@ TEST_F(ScriptFile, EveryRefusalHasItsText) {
 }
 
 TEST_F(ScriptFile, NamesAreRegisteredOnce) {
-  Save("a.bet", R"(
-      Label " Loop "
-      Label "loop"
-      Label "Änd Š"
-      Label "äND š"
-      Flag "Hot " is True
-      Set flag "HOT" to True
-      Set flag "Cold" to True
-      Any flag is True
-      Go to "no")");
+  Save("a.bet",
+       "Label \" Loop \"\nLabel \"loop\"\nLabel \"Änd Š\"\n"
+       "Label \"äND š\"\nFlag \"Hot \" is True\nSet flag \"HOT\" to True\n"
+       "Set flag \"Cold\" to True\nAny flag is True\nGo to \"no\"\n");
   Game.Flags[0].FlagValue = kTrue;
   OpenScript(folder_ / "a.bet");
   EXPECT_THAT(Game.ScriptLabels, ElementsAre(" Loop", "\u00C4nd \u0160"));
@@ -303,7 +282,7 @@ class ForeignScript : public ScriptFile {
 TEST_F(ForeignScript, EveryCodeIsMovedOrDropped) {
   std::vector<Record> lines;
   std::vector<std::pair<int, int>> expected;
-  for (int code = 0; code <= 100; ++code) {
+  for (int code = 0; code <= 100; ++code)
     for (const std::size_t offset : {222U, 230U}) {
       Record line;
       line.PutInteger(128, static_cast<std::int16_t>(code));  // the kind is of no account
@@ -312,7 +291,6 @@ TEST_F(ForeignScript, EveryCodeIsMovedOrDropped) {
       if (NewCode(code) < 0) continue;
       expected.emplace_back(offset == 222 ? NewCode(code) : 0, offset == 230 ? NewCode(code) : 0);
     }
-  }
   const std::string path = Foreign(static_cast<double>(lines.size()), lines);
   const std::string before = folder_.Read("old.bet");
   EXPECT_TRUE(LastWord(path, {kYes}).Text.starts_with("old.bet\nwas created using Brindlemox"));
@@ -330,8 +308,7 @@ TEST_F(ForeignScript, QuestionsAndRefusals) {
   const std::string path = Foreign(1);
   const auto before = Standing();
   LastWord(path, {kNo});
-  EXPECT_EQ(Game.LastFileResult, 0);
-  EXPECT_EQ(folder_.Count(), 1U);
+  EXPECT_EQ(std::tuple(Game.LastFileResult, folder_.Count()), std::tuple(0, 1U));
 
   folder_.Write("old[kv].bet", "x");
   EXPECT_EQ(LastWord(path, {kYes, kNo}),
@@ -347,10 +324,10 @@ TEST_F(ForeignScript, QuestionsAndRefusals) {
 
   LastWord(Foreign(1), {kYes, kYes});
   EXPECT_EQ(Game.ScrCount, 1);
-  std::filesystem::remove(folder_ / "old[kv].bet");
-  std::filesystem::create_directory(folder_ / "old[kv].bet");
+  fs::remove(folder_ / "old[kv].bet");
+  fs::create_directory(folder_ / "old[kv].bet");
   const ShownMessage word = LastWord(path, {kYes});
-  EXPECT_EQ(word, (ShownMessage{FileFailureText(path, "converted"), kConvertTitle, 640, OkStop}));
+  EXPECT_EQ(word, Stop(kConvertTitle, 640, FileFailureText(path, "converted")));
   EXPECT_EQ(Game.LastFileResult, -1);
 }
 
@@ -365,8 +342,7 @@ TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
   EXPECT_EQ(Game.LastFileResult, 3 * 256);
   const std::string bytes = folder_.Read("HotKeys.dta");
   EXPECT_EQ(bytes.substr(0, 24), "  Kelvanor Hot-Key File ");
-  EXPECT_EQ(bytes.substr(101, 3), " 2 ");
-  EXPECT_EQ(bytes.substr(256, 4), "P ff");
+  EXPECT_EQ(std::tuple(bytes.substr(101, 3), bytes.substr(256, 4)), std::tuple(" 2 ", "P ff"));
   EXPECT_EQ(bytes.substr(512 + 102, 154), std::string(154, ' '));
   Game.HotKeys.clear();
   LoadHotKeys();
@@ -375,7 +351,7 @@ TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
   // Cut anywhere, the rest is there, and what couldn't be read is kept when the table is saved.
   for (std::size_t cut = 1; cut <= bytes.size(); ++cut) {
     folder_.Write("HotKeys.dta", bytes.substr(0, cut));
-    std::filesystem::remove(folder_ / "HotKeys.bad");
+    fs::remove(folder_ / "HotKeys.bad");
     LoadHotKeys();
     const std::size_t whole = cut / 256;
     ASSERT_EQ(Game.HotKeys.size(), whole == 0 ? 0 : whole - 1) << cut;
@@ -392,15 +368,15 @@ TEST_F(HotKeyFile, RowsSurviveAndDamageCostsNoMore) {
   LoadHotKeys();
   EXPECT_EQ(Game.HotKeys, rows);
   SaveHotKeys();
-  EXPECT_EQ(Game.LastFileResult, -1);
-  EXPECT_EQ(TakeOnlyMessage().Title, "Hot-Key");
+  EXPECT_EQ(std::tuple(Game.LastFileResult, TakeOnlyMessage().Title), std::tuple(-1, "Hot-Key"));
   EXPECT_EQ(folder_.Read("HotKeys.dta"), bytes);
 }
 
 TEST_F(HotKeyFile, WhatIsNoHotKeyIsRefused) {
-  for (const HotKey& row :
-       {HotKey{'A', "  ", "Press"}, HotKey{'?', "a.bet", ""},
-        HotKey{'A', std::string(101, 'f'), ""}, HotKey{'A', "a.bet", "\u0416"}}) {
+  for (const HotKey& row : std::vector<HotKey>{{'A', "  ", "Press"},
+                                               {'?', "a.bet", ""},
+                                               {'A', std::string(101, 'f'), ""},
+                                               {'A', "a.bet", "\u0416"}}) {
     EXPECT_FALSE(CheckedHotKey(row));
     EXPECT_EQ(TakeOnlyMessage().Title, "Hot-Key");
   }
@@ -417,10 +393,8 @@ TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
   EXPECT_FALSE(RunHotKey('x'));
   EXPECT_TRUE(RunHotKey('h'));
   EXPECT_THAT(FlagNames(), ElementsAre("Hot", "Pressed"));
-  EXPECT_EQ(Game.Flags.back().FlagValue, kTrue);
-  EXPECT_EQ(Game.ScrCount, 3);
-  EXPECT_EQ(Line(1).LineKind, WhenLine);
-  EXPECT_EQ(Game.AutoBetFile, folder_ / "mine.bet");
+  EXPECT_TRUE(Game.Flags.back().FlagValue == kTrue && Line(1).LineKind == WhenLine);
+  EXPECT_EQ(std::tuple(Game.ScrCount, Game.AutoBetFile), std::tuple(3, folder_ / "mine.bet"));
   EXPECT_FALSE(Game.ScriptChanged || Game.HotKeyRunning);
   EXPECT_TRUE(TakeShown().empty());
 
@@ -446,8 +420,7 @@ TEST_F(HotKeyFile, AKeyRunsItsFileAndTheScriptComesBack) {
   Game.AutoBetFile.clear();
   EXPECT_TRUE(RunHotKey('h'));
   EXPECT_EQ(TakeOnlyMessage().Text, kCorrupted);
-  EXPECT_EQ(Game.ScrCount, 2);
-  EXPECT_EQ(Game.Script.size(), 3U);
+  EXPECT_TRUE(Game.ScrCount == 2 && Game.Script.size() == 3);
 }
 
 }  // namespace

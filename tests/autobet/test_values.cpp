@@ -1,8 +1,6 @@
 // Values that scripts take from the game.
 #include "autobet/values.h"
 
-#include <vector>
-
 #include "autobet/language.h"
 #include "stats/bankroll_graph.h"
 #include "support/table_fixture.h"
@@ -50,28 +48,24 @@ void LayTable() {
 
 TEST_F(ValuesTest, EverySourceHasItsValueOfNowAndOfTheLast) {
   LayTable();
-  struct Case {
-    int Source, Stack;
-    Currency Now, Last;
-  };
-  const Currency own = Currency::FromRaw(98'000);
+  using Case = std::tuple<int, int, Currency, Currency>;
+  const Currency own = Currency::FromRaw(98'000), half = Currency::FromRaw(125'000);
   const Currency stacks = 98 + own + 77;
-  const Currency half = Currency::FromRaw(125'000);
-  for (const Case& c :
-       {Case{1300, 0, 6, 8},   {1301, 0, 2, 5},       {1302, 0, 4, 3},     {1311, 0, 33, 33},
-        {1312, 0, 900, 917},   {1314, 0, 910, 910},   {1315, 0, 901, 918}, {1317, 0, 913, 913},
-        {1318, 0, 915, 919},   {1402, 0, 700, 650},   {1400, 0, 700, 600}, {1403, 0, 700, 710},
-        {1410, 0, 656, 656},   {1702, 0, 82, 82},     {1703, 0, 44, 44},   {1700, 0, 2, 2},
-        {1701, 0, half, half}, {1000, 0, 3425, 6972}, {1001, 0, 21, 42},   {1002, 0, 57, 114},
-        {1003, 0, 93, 186},    {1004, 0, 129, 258},   {1005, 0, 165, 330}, {1006, 0, 201, 402},
-        {1007, 0, 134, 268},   {1008, 0, 134, 268},   {1009, 0, 237, 474}, {1602, 0, stacks, 0},
-        {1600, 0, 1, 3},       {1600, 7, own, 20},    {1600, 100, 1, 3},   {1600, 101, 0, 0},
-        {1600, -1, 0, 0},      {1601, 7, 77, 88},     {1601, 101, 0, 0},   {1800, 0, 3, 0},
-        {1803, 0, 21, 0},      {1804, 0, 27, 0},      {1805, 0, 33, 0},    {1806, 0, 39, 0},
-        {1, 0, 1, 2},          {83, 0, 83, 166},      {0, 0, 0, 0},        {84, 0, 0, 0},
-        {1010, 0, 0, 0},       {1801, 0, 0, 0},       {2007, 0, 0, 0},     {-5, 0, 0, 0}}) {
-    EXPECT_EQ(ValueOf(c.Source, c.Stack), c.Now) << c.Source << " " << c.Stack;
-    EXPECT_EQ(ValueOfLast(c.Source, c.Stack), c.Last) << c.Source << " " << c.Stack;
+  for (const auto& [source, stack, now, last] : std::initializer_list<Case>{
+           {1300, 0, 6, 8},       {1301, 0, 2, 5},       {1302, 0, 4, 3},     {1311, 0, 33, 33},
+           {1312, 0, 900, 917},   {1314, 0, 910, 910},   {1315, 0, 901, 918}, {1317, 0, 913, 913},
+           {1318, 0, 915, 919},   {1402, 0, 700, 650},   {1400, 0, 700, 600}, {1403, 0, 700, 710},
+           {1410, 0, 656, 656},   {1702, 0, 82, 82},     {1703, 0, 44, 44},   {1700, 0, 2, 2},
+           {1701, 0, half, half}, {1000, 0, 3425, 6972}, {1001, 0, 21, 42},   {1002, 0, 57, 114},
+           {1003, 0, 93, 186},    {1004, 0, 129, 258},   {1005, 0, 165, 330}, {1006, 0, 201, 402},
+           {1007, 0, 134, 268},   {1008, 0, 134, 268},   {1009, 0, 237, 474}, {1602, 0, stacks, 0},
+           {1600, 0, 1, 3},       {1600, 7, own, 20},    {1600, 100, 1, 3},   {1600, 101, 0, 0},
+           {1600, -1, 0, 0},      {1601, 7, 77, 88},     {1601, 101, 0, 0},   {1800, 0, 3, 0},
+           {1803, 0, 21, 0},      {1804, 0, 27, 0},      {1805, 0, 33, 0},    {1806, 0, 39, 0},
+           {1, 0, 1, 2},          {83, 0, 83, 166},      {0, 0, 0, 0},        {84, 0, 0, 0},
+           {1010, 0, 0, 0},       {1801, 0, 0, 0},       {2007, 0, 0, 0},     {-5, 0, 0, 0}}) {
+    EXPECT_EQ(ValueOf(source, stack), now) << source << " " << stack;
+    EXPECT_EQ(ValueOfLast(source, stack), last) << source << " " << stack;
   }
   Game.Point = 0;
   EXPECT_EQ(ValueOf(PointPlace, 0), Currency(0));
@@ -99,7 +93,7 @@ TEST_F(ValuesTest, TheAverageOfTheLastIsThatOfTheRollBefore) {
     Currency sum;
     const int end = static_cast<int>(rolls.size()) - back;
     const int count = points == 0 ? end : std::min(points, end);
-    for (int i = end - count; i < end; ++i) sum += rolls[static_cast<unsigned>(i)];
+    for (int i = end - count; i < end; ++i) sum += rolls[i];
     return count > 0 ? Currency::FromDouble(sum / Currency(count)) : Currency();
   };
   for (int roll = 1; roll <= 2 * kGraphPoints + 3; ++roll) {

@@ -1,14 +1,9 @@
 // Hyper-Drive: what a run leaves out, what stops it, and that a game can be played again.
 #include "autoplay/hyper_drive.h"
 
-#include <functional>
-
 #include "autobet/output_file.h"
 #include "autoplay/auto_play.h"
-#include "bets/make_bet.h"
-#include "play/roll_cycle.h"
 #include "stats/bankroll_graph.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -18,7 +13,7 @@ constexpr Currency kBeyondTheLimit = 10'000'001;
 class HyperDrive : public TableTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
+    Begin();
     SeedDice(4711);
     Game.NegBankroll = true;
     Game.HandleWinningBets = WinSameBet;
@@ -57,33 +52,26 @@ TEST_F(HyperDrive, RunsWithoutDiceSoundsAndNoticesAndStopsAtTheCount) {
   EXPECT_EQ(chips, 15) << "the chips are laid out again";
 }
 
-struct Stop {
-  const char* Name;
-  std::function<void()> Prepare;
-  std::string Text;
-  bool Rolls;
-};
-
 TEST_F(HyperDrive, TellsWhyItStopped) {
   const std::string selectNew = "\n\nSelect \"New\" from the \"Game\" menu to reset the table.";
-  const auto stops = {
-      Stop{"roll limit", [] { Game.RollCount[0] = kMaxRolls; },
-           "Stopped due to reaching the maximum limit of 100,000,000 rolls." + selectNew, false},
-      Stop{"bank broken", [] { Game.Bets[0] = 9'999'999, Given(Field, 1000); },
-           "Stopped by breaking the bank limit of $10,000,000" + selectNew, true},
-      Stop{"lost too much", [] { Game.Bets[0] = -9'999'999, Given(Seven, 500); },
-           "Stopped by exceeding the max loss limit of $10,000,000" + selectNew, true},
-      Stop{"tape ends", [] { Game.RecorderStatus = Playback, Game.DiceRollFile = "none.rol"; },
-           "Stopped due to end of Dice Roll File reached.", false},
-  };
-  for (const Stop& stop : stops) {
+  // What comes, what is told then, and whether a roll was thrown before.
+  const std::tuple<std::function<void()>, std::string, bool> stops[] = {
+      {[] { Game.RollCount[0] = kMaxRolls; },
+       "Stopped due to reaching the maximum limit of 100,000,000 rolls." + selectNew, false},
+      {[] { Game.Bets[0] = 9'999'999, Given(Field, 1000); },
+       "Stopped by breaking the bank limit of $10,000,000" + selectNew, true},
+      {[] { Game.Bets[0] = -9'999'999, Given(Seven, 500); },
+       "Stopped by exceeding the max loss limit of $10,000,000" + selectNew, true},
+      {[] { Game.RecorderStatus = Playback, Game.DiceRollFile = "none.rol"; },
+       "Stopped due to end of Dice Roll File reached.", false}};
+  for (const auto& [prepare, text, rolls] : stops) {
     SetUp();
-    stop.Prepare();
+    prepare();
     const int before = Game.RollCount[0];
     ToggleHyperDrive();
-    EXPECT_EQ(TakeOnlyMessage().Text, stop.Text) << stop.Name;
-    EXPECT_EQ(Game.RollCount[0] > before, stop.Rolls) << stop.Name;
-    EXPECT_FALSE(Game.HyperDriveOn) << stop.Name;
+    EXPECT_EQ(TakeOnlyMessage().Text, text);
+    EXPECT_EQ(Game.RollCount[0] > before, rolls) << text;
+    EXPECT_FALSE(Game.HyperDriveOn) << text;
   }
 }
 
@@ -105,8 +93,7 @@ TEST_F(HyperDrive, ASecondClickEndsTheRunWithItsRollAndABrokenBankStartsNone) {
   Game.TableMinimised = false;
   Game.Bets[BankrollIndex] = kBeyondTheLimit;
   ToggleHyperDrive();
-  EXPECT_EQ(Game.RollCount[0], 4);
-  EXPECT_EQ(TakeOnlyMessage().Title, "Kelvanor");
+  EXPECT_EQ(std::tuple(Game.RollCount[0], TakeOnlyMessage().Title), std::tuple(4, "Kelvanor"));
 }
 
 TEST_F(HyperDrive, GivesTurnsThoughTheClockStandsStillOrJumpsBack) {
@@ -116,8 +103,7 @@ TEST_F(HyperDrive, GivesTurnsThoughTheClockStandsStillOrJumpsBack) {
     TheHost.Milliseconds = [&clock, jumps] { return jumps ? clock -= 40 : clock; };
     TheHost.Yield = [] { Game.KeepRolling = false; };
     ToggleHyperDrive();
-    EXPECT_GT(Game.RollCount[0], 0);
-    EXPECT_LT(Game.RollCount[0], 2'000'000);
+    EXPECT_TRUE(Game.RollCount[0] > 0 && Game.RollCount[0] < 2'000'000);
   }
 }
 
@@ -181,14 +167,12 @@ TEST_F(HyperDrive, KnowsWhereARunEndsAndWhetherAnyoneCanBet) {
     std::uint32_t clock = 0;
     TheHost.Milliseconds = [&clock] { return clock += 30; };
     int turns = 0;
-    bool noBet = false;
     double left = -1;
     TheHost.Yield = [&] {
-      noBet = HyperDriveProgress().NoBet;
       left = HyperDriveProgress().SecondsLeft;
-      if (++turns == 2) Given(Field, 5);
+      EXPECT_EQ(HyperDriveProgress().NoBet, ++turns <= 2);
+      if (turns == 2) Given(Field, 5);
       if (turns == 3) Game.KeepRolling = false;
-      EXPECT_EQ(noBet, turns <= 2);
     };
     Game.HyperThrottle = 1;
     RunFor(asked);

@@ -1,28 +1,23 @@
 // The batch program, as its user meets it: a command line, and what becomes of files.
-#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cmath>
 #include <csignal>
-#include <set>
-#include <sstream>
+#include <iomanip>
 #include <thread>
 
 #include "autobet/engine.h"
-#include "autobet/script_file.h"
 #include "autobet/script_reader.h"
 #include "batch/batch.h"
 #include "batch/details.h"
 #include "batch/run_file.h"
 #include "batch/stream.h"
-#include "bets/new_game.h"
 #include "dice/probability_file.h"
 #include "dice/tape_file.h"
 #include "figures/games_log.h"
 #include "figures/games_view.h"
 #include "persistence/game_file.h"
-#include "play/roll_cycle.h"
 #include "play/start_up.h"
 #include "support/table_fixture.h"
 
@@ -36,67 +31,29 @@ using ::testing::StartsWith;
 
 /// Bets in many ways, remembers in all that outlives a roll (flags, stacks, their names, choices of
 /// Auto-Play, skewed dice, working states), and ends games early by stopping and by a new game.
-const char* const kBusyScript = R"(
-When . . .
-  Initializing Auto-Bet
-then . . .
-  Bet $ 12 on Place 6
-  Bet $ 300 on Chip-Stack # 5
-While . . .
-  Flag "Pressed" is False
-  Place 6 is less than $ 30
-then . . .
-  Add $ 6 to Place 6
-  Set flag "Pressed" to True
-While . . .
-  Flag "Late" is False
-  Chip-Stack # 5 is not named "late"
-then . . .
-  Bet $ 5 on Hard 6
-When . . .
-  The # of rolls in the game are equal to 30
-then . . .
-  Set flag "Late" to True
-  Name Chip-Stack # 5 "late"
-When . . .
-  Next roll is a come-out roll
-then . . .
-  Bet $ 10 on Pass Line
-  Set flag "Pressed" to False
-  Set Auto-Handle Winning Bets to Press 1 Unit
-When . . .
-  A point is established on any number
-then . . .
-  Bet $ 20 on Pass Line Odds
-  Bet $ 20 on Field
-  Add $ 1 to Chip-Stack # 7
-  Call OFF Place 6
-)";
+const char* const kBusyScript =
+    "When . . .\nInitializing Auto-Bet\nthen . . .\nBet $ 12 on Place 6\n"
+    "Bet $ 300 on Chip-Stack # 5\n"
+    "While . . .\nFlag \"Pressed\" is False\nPlace 6 is less than $ 30\nthen . . .\n"
+    "Add $ 6 to Place 6\nSet flag \"Pressed\" to True\n"
+    "While . . .\nFlag \"Late\" is False\nChip-Stack # 5 is not named \"late\"\n"
+    "then . . .\nBet $ 5 on Hard 6\n"
+    "When . . .\nThe # of rolls in the game are equal to 30\nthen . . .\n"
+    "Set flag \"Late\" to True\nName Chip-Stack # 5 \"late\"\n"
+    "When . . .\nNext roll is a come-out roll\nthen . . .\nBet $ 10 on Pass Line\n"
+    "Set flag \"Pressed\" to False\nSet Auto-Handle Winning Bets to Press 1 Unit\n"
+    "When . . .\nA point is established on any number\nthen . . .\n"
+    "Bet $ 20 on Pass Line Odds\nBet $ 20 on Field\nAdd $ 1 to Chip-Stack # 7\n"
+    "Call OFF Place 6\n";
 
 struct Outcome {
   int Status = 0;
-  std::string Out;
-  std::string Err;
+  std::string Out, Err;
 };
-
-Outcome Obey(const std::vector<std::string>& words) {
-  std::ostringstream out;
-  std::ostringstream err;
-  Console console{out, err, false};
-  const int status = RunBatch(words, console);
-  return {status, out.str(), err.str()};
-}
-
-std::vector<std::string> With(std::vector<std::string> words,
-                              const std::vector<std::string>& more) {
-  words.insert(words.end(), more.begin(), more.end());
-  return words;
-}
 
 class Batch : public FolderTest {
  protected:
-  void SetUp() override {
-    FolderTest::SetUp();
+  Batch() {
     WriteScriptFile("busy.bet", kBusyScript);
     WriteGameFile("skewed.crp");
     StartAfresh();
@@ -130,34 +87,46 @@ class Batch : public FolderTest {
     SaveGame(folder_ / name);
   }
 
-  std::vector<std::string> PlayWords(const std::string& name, int games) {
-    return {"play",
-            "--script",
-            folder_ / "busy.bet",
-            "--game",
-            folder_ / "skewed.crp",
-            "--games",
-            std::to_string(games),
-            "--rolls",
-            "60",
-            "--seed",
-            "11",
-            "--out",
-            folder_ / (name + ".glg"),
-            "--details",
-            folder_ / (name + ".csv")};
+  /// Obeys a command line, in which "./" is the folder.
+  Outcome Obey(const std::string& command) const {
+    std::istringstream in(command);
+    std::vector<std::string> words;
+    for (std::string word; in >> std::quoted(word); words.push_back(word))
+      if (word.starts_with("./")) word = folder_ / word.substr(2);
+    std::ostringstream out, err;
+    Console console{out, err, false};
+    const int status = RunBatch(words, console);
+    return {status, out.str(), err.str()};
+  }
+
+  static std::string PlayWords(const std::string& name, std::int64_t games) {
+    return "play --script ./busy.bet --game ./skewed.crp --rolls 60 --seed 11 --games " +
+           std::to_string(games) + " --out ./" + name + ".glg --details ./" + name + ".csv ";
   }
 
   /// Plays a population under a name; the log with its details.
-  std::string Play(const std::string& name, int games, const std::vector<std::string>& more = {}) {
-    const Outcome outcome = Obey(With(PlayWords(name, games), more));
-    EXPECT_EQ(outcome.Status, 0) << outcome.Err;
-    EXPECT_THAT(outcome.Err, IsEmpty());
+  std::string Play(const std::string& name, std::int64_t games, const std::string& more = "") {
+    const Outcome outcome = Obey(PlayWords(name, games) + more);
+    EXPECT_EQ(std::pair(outcome.Status, outcome.Err), std::pair(0, std::string()));
     return BytesOf(name);
   }
 
   std::string BytesOf(const std::string& name) const {
     return folder_.Read(name + ".glg") + folder_.Read(name + ".csv");
+  }
+
+  /// Runs a command in a process of its own and ends it once its log has more than `games` games.
+  int RunUntil(const std::string& words, const std::string& log, std::int64_t games, int signal) {
+    const pid_t process = ::fork();
+    if (process == 0) ::_exit(Obey(words).Status);
+    for (int i = 0; i < 3000; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      if (FileLength(log) > 0 && CountGames(log) > games) break;
+    }
+    ::kill(process, signal);
+    int status = 0;
+    ::waitpid(process, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
   }
 };
 
@@ -181,22 +150,17 @@ TEST(BatchDice, StatesArePlacesOfOneSequenceAndAllDifferent) {
 }
 
 TEST_F(Batch, AnySplitGivesTheSameBytes) {
-  const std::string whole = Play("whole", 60, {"--jobs", "1"});
-  EXPECT_TRUE(Play("jobs", 60, {"--jobs", "3"}) == whole);
-  std::vector<std::string> logs = {"merge", folder_ / "merged.glg"};
-  std::vector<std::string> details = {"merge", folder_ / "merged.csv"};
-  for (const std::string part : {"0", "1", "2"}) {
-    Play(part, 60, {"--shard", part + "/3"});
-    logs.push_back(folder_ / (part + ".glg"));
-    details.push_back(folder_ / (part + ".csv"));
-  }
-  EXPECT_EQ(Obey(logs).Status + Obey(details).Status, 0);
+  const std::string whole = Play("whole", 60, "--jobs 1");
+  EXPECT_TRUE(Play("jobs", 60, "--jobs 3") == whole);
+  for (const std::string part : {"0", "1", "2"}) Play(part, 60, "--shard " + part + "/3");
+  EXPECT_EQ(Obey("merge ./merged.glg ./0.glg ./1.glg ./2.glg").Status, 0);
+  EXPECT_EQ(Obey("merge ./merged.csv ./0.csv ./1.csv ./2.csv").Status, 0);
   EXPECT_TRUE(BytesOf("merged") == whole);
   // Each game alone, in a program of its own, and the games are different ones.
   std::set<std::string> games;
   for (int game = 0; game < 60; game += 29) {
     const std::string part = std::to_string(game);
-    const std::string alone = Play("alone", 60, {"--shard", part + "/60", "--force"});
+    const std::string alone = Play("alone", 60, "--force --shard " + part + "/60");
     const std::string record = alone.substr(kRecordSize, kRecordSize);
     EXPECT_EQ(record, whole.substr((static_cast<unsigned>(game) + 1) * kRecordSize, kRecordSize));
     games.insert(record);
@@ -208,18 +172,10 @@ TEST_F(Batch, AnySplitGivesTheSameBytes) {
 
 /// What the details of a game must be, from throw to throw.
 struct Watched {
-  Currency High = Bankroll();
-  Currency Low = Bankroll();
-  Currency Peak = Bankroll();
-  Currency Fall;
-  Currency Risk;
-  int Streak = 0;
-  int Longest = 0;
-
-  void BeforeThrow() {
-    Risk = std::max(Risk, Game.InvestedBankroll - Bankroll() + Game.TotalOnTable);
-  }
-  void AfterRoll(Currency before) {
+  Currency High = Bankroll(), Low = Bankroll(), Peak = Bankroll(), Fall, Risk;
+  int Streak = 0, Longest = 0;
+  void AfterRoll(Currency before, Currency risk) {
+    Risk = std::max(Risk, risk);
     High = std::max(High, Bankroll());
     Low = std::min(Low, Bankroll());
     Peak = std::max(Peak, Bankroll());
@@ -236,9 +192,10 @@ TEST_F(Batch, TapeOfAGamePlaysTheSameGameAtTheTable) {
   std::string line;
   std::getline(details, line);
   for (int index = 0; index < kTaped; ++index) {
-    const Outcome taped = Obey({"tape", "--script", folder_ / "busy.bet", "--game",
-                                folder_ / "skewed.crp", "--rolls", "60", "--seed", "11", "--index",
-                                std::to_string(index), "--out", folder_ / "one.rol", "--force"});
+    const Outcome taped = Obey(
+        "tape --script ./busy.bet --game ./skewed.crp --rolls 60 --seed 11 --out ./one.rol "
+        "--force --index " +
+        std::to_string(index));
     ASSERT_EQ(taped.Status, 0) << taped.Err;
     // At the table, roll by roll.
     Game.DataPath = folder_ / "";
@@ -251,14 +208,14 @@ TEST_F(Batch, TapeOfAGamePlaysTheSameGameAtTheTable) {
     Game.RecorderStatus = Playback;
     Game.AutoBetActive = 1;
     Game.AutoRollsLeft = 0;
-    Answers.push_back({1, false, "", ""});  // Yes, initialize
+    Answers.push_back(kYes);  // initialize
     Watched watched;
     if (Game.ScriptChanged) InitAutoBets();
     for (int left = static_cast<int>(FileLength(folder_ / "one.rol")); left > 0; --left) {
       const Currency before = Bankroll();
-      watched.BeforeThrow();
+      const Currency risk = Game.InvestedBankroll - before + Game.TotalOnTable;
       RollDice();
-      watched.AfterRoll(before);
+      watched.AfterRoll(before, risk);
     }
     const GameRecord record = GamesLogReader(folder_ / "all.glg").Read(index + 1, 1).front();
     EXPECT_EQ(FinishedGame(), record) << index;
@@ -272,31 +229,21 @@ TEST_F(Batch, TapeOfAGamePlaysTheSameGameAtTheTable) {
 }
 
 TEST_F(Batch, TellsWhyAGameEnded) {
-  const struct {
-    std::string Script;
-    std::string Ended;
-    int Rolls;
-    int Refused;
-  } cases[] = {
-      {"Do this . . .\nATM - deposit $ 500\nBet $ 5 on Field", "rolls", 60, 61},
-      {"When . . .\nThe # of rolls in the game are equal to 7\nthen . . .\n"
-       "Stop Auto-Rolling / Hyper-Drive",
-       "stopped", 7, 0},
-      {"When . . .\nThe # of rolls in the game are equal to 9\nthen . . .\n"
-       "Reset table\nBet $ 5 on Chip-Stack # 1\nReset table (preserve Chip-Stacks)",
-       "new game", 9, 0},
-      {"When . . .\nThe # of rolls in the game are equal to 4\nthen . . .\nYes/No question: "
-       "\"On?\"",
-       "question", 4, 0},
-      {"When . . .\nThe # of rolls in the game are equal to 3\nthen . . .\n"
-       "ATM - withdraw $ 9999500",
-       "bank limit", 4, 0},
+  const std::string play = "play --script ./ends.bet --games 3 --rolls 60 --seed=1 --out ./";
+  const auto after = [](const char* rolls, const char* actions) {
+    return std::string("When . . .\nThe # of rolls in the game are equal to ") + rolls +
+           "\nthen . . .\n" + actions;
   };
+  const std::tuple<std::string, std::string, int, int> cases[] = {
+      {"Do this . . .\nATM - deposit $ 500\nBet $ 5 on Field", "rolls", 60, 61},
+      {after("7", "Stop Auto-Rolling / Hyper-Drive"), "stopped", 7, 0},
+      {after("9", "Reset table\nBet $ 5 on Chip-Stack # 1\nReset table (preserve Chip-Stacks)"),
+       "new game", 9, 0},
+      {after("4", "Yes/No question: \"On?\""), "question", 4, 0},
+      {after("3", "ATM - withdraw $ 9999500"), "bank limit", 4, 0}};
   for (const auto& [script, ended, rolls, refused] : cases) {
     WriteScriptFile("ends.bet", script);
-    const Outcome played =
-        Obey({"play", "--script", folder_ / "ends.bet", "--games", "3", "--rolls", "60", "--seed=1",
-              "--out", folder_ / "ends.glg", "--details", folder_ / "ends.csv", "--force"});
+    const Outcome played = Obey(play + "ends.glg --details ./ends.csv --force");
     EXPECT_EQ(played.Status, 0) << played.Err;
     const GameRecord last = GamesLogReader(folder_ / "ends.glg").Read(3, 1).front();
     EXPECT_EQ(last[RollsColumn], rolls) << ended;
@@ -308,62 +255,42 @@ TEST_F(Batch, TellsWhyAGameEnded) {
   WriteScriptFile("ends.bet",
                   "Do this . . .\nSeed RNG with # 1\nOpen/clear file for output: \"x.txt\"\n"
                   "Output to file. Message: \"x\"\nStop Auto-Rolling / Hyper-Drive");
-  const Outcome played = Obey({"play", "--script", folder_ / "ends.bet", "--games", "3", "--rolls",
-                               "60", "--seed=1", "--out", folder_ / "none.glg"});
+  const Outcome played = Obey(play + "none.glg");
   EXPECT_THAT(played.Err,
               AllOf(HasSubstr("line 2 passed over"), HasSubstr("lines 3, 4 passed over"),
                     HasSubstr("3 of 3 games ended before their first roll")));
   EXPECT_EQ(CountGames(folder_ / "none.glg"), 0);
 }
 
-/// Runs a command in a process of its own and ends it once its log has more than `games` games.
-int RunUntil(const std::vector<std::string>& words, const std::string& log, std::int64_t games,
-             int signal) {
-  const pid_t process = ::fork();
-  if (process == 0) ::_exit(Obey(words).Status);
-  for (int i = 0; i < 3000; ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    if (FileLength(log) > 0 && CountGames(log) > games) break;
-  }
-  ::kill(process, signal);
-  int status = 0;
-  ::waitpid(process, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-}
-
 TEST_F(Batch, GoesOnWhereItWasEnded) {
-  // More than is ever played.
-  const std::vector<std::string> endless = With(PlayWords("cut", 100'000'000), {"--jobs", "2"});
+  const std::string endless = PlayWords("cut", 100'000'000) + "--jobs 2 ";  // never played out
   const std::string log = folder_ / "cut.glg";
   std::int64_t games = 0;
   for (const int signal : {SIGINT, SIGKILL, SIGTERM}) {
-    const int status = RunUntil(With(endless, {"--resume"}), log, games, signal);
+    const int status = RunUntil(endless + "--resume", log, games, signal);
     EXPECT_EQ(status, signal == SIGKILL ? -SIGKILL : 128 + signal);
     EXPECT_GT(CountGames(log), games);
     games = CountGames(log);
   }
   EXPECT_THAT(Obey(endless).Err, HasSubstr("--resume goes on with it"));
-  EXPECT_THAT(Obey({"merge", folder_ / "m.glg", log}).Err, HasSubstr("isn't finished"));
-  EXPECT_THAT(Obey(With(PlayWords("cut", 5), {"--resume"})).Err, HasSubstr("isn't \"games 5\""));
+  EXPECT_THAT(Obey("merge ./m.glg ./cut.glg").Err, HasSubstr("isn't finished"));
+  EXPECT_THAT(Obey(PlayWords("cut", 5) + "--resume").Err, HasSubstr("isn't \"games 5\""));
   // The same games as of an undisturbed run.
-  const std::string whole = Play("whole", static_cast<int>(games));
+  const std::string whole = Play("whole", games);
   const std::size_t length = (static_cast<std::size_t>(games) + 1) * kRecordSize;
   EXPECT_TRUE(folder_.Read("cut.glg").substr(0, length) == whole.substr(0, length));
   EXPECT_TRUE(folder_.Read("cut.csv") == folder_.Read("whole.csv"));
   // A run that is complete isn't played again.
-  EXPECT_THAT(Obey(With(PlayWords("whole", static_cast<int>(games)), {"--resume"})).Err,
-              HasSubstr("is complete"));
+  EXPECT_THAT(Obey(PlayWords("whole", games) + "--resume").Err, HasSubstr("is complete"));
 }
 
 TEST_F(Batch, PlaysUntilTheIntervalIsNarrowEnough) {
-  const std::string alone = Play("alone", 5000, {"--until-within", "60", "--jobs", "1"});
-  EXPECT_TRUE(Play("three", 5000, {"--until-within", "60", "--jobs", "3"}) == alone);
-  const int column = DollarsNetColumn;
-  const std::vector<int> columns = {column};
+  const std::string alone = Play("alone", 5000, "--until-within 60 --jobs 1");
+  EXPECT_TRUE(Play("three", 5000, "--until-within 60 --jobs 3") == alone);
+  const std::vector<int> columns = {DollarsNetColumn};
   const std::vector<Currency> results = ReadGameColumns(folder_ / "alone.glg", columns).front();
   const auto width = [&](std::size_t games) {
-    double sum = 0;
-    double squares = 0;
+    double sum = 0, squares = 0;
     for (std::size_t i = 0; i < games; ++i) sum += results[i].ToDouble();
     const double mean = sum / static_cast<double>(games);
     for (std::size_t i = 0; i < games; ++i) squares += std::pow(results[i].ToDouble() - mean, 2);
@@ -377,13 +304,10 @@ TEST_F(Batch, PlaysUntilTheIntervalIsNarrowEnough) {
 
 TEST_F(Batch, FiguresAndComparisons) {
   Play("a", 40);
-  Play("b", 40, {"--rng", "2"});
-  const std::string a = folder_ / "a.glg";
-  const std::string b = folder_ / "b.glg";
-  const GamePopulation population = LoadPopulation(a, EndingBankrollColumn);
-  const std::string column = "ending BANKROLL";
+  Play("b", 40, "--rng 2");
+  const GamePopulation population = LoadPopulation(folder_ / "a.glg", EndingBankrollColumn);
   const std::string json =
-      Obey({"figures", a, "--column", column, "--break-point", "650:700", "--json"}).Out;
+      Obey("figures ./a.glg --column \"ending BANKROLL\" --break-point 650:700 --json").Out;
   Currency sum;
   int won = 0;
   for (const Currency value : population.Values) {
@@ -396,47 +320,43 @@ TEST_F(Batch, FiguresAndComparisons) {
               AllOf(HasSubstr("\"column\": \"Ending bankroll\""), HasSubstr("\"games\": 40,"),
                     HasSubstr("\"won\": " + std::to_string(won) + ","),
                     HasSubstr(mean.str().substr(0, 12)), HasSubstr("\"break_point\": [650, 700]")));
-  EXPECT_THAT(Obey({"figures", a}).Out,
+  EXPECT_THAT(Obey("figures ./a.glg").Out,
               AllOf(HasSubstr("$ Bets Won/Lost (Net)"), HasSubstr("Lost  ")));
-  EXPECT_THAT(Obey({"compare", a, b}).Out, HasSubstr("Game by game on the same dice"));
-  EXPECT_THAT(Obey({"compare", a, b, "--json"}).Out, HasSubstr("\"same_dice\": true"));
-  std::filesystem::remove(folder_ / "b.csv");
-  EXPECT_THAT(Obey({"compare", a, b}).Out, HasSubstr("don't tell that they were played"));
+  const std::string compare = "compare ./a.glg ./b.glg ";
+  EXPECT_THAT(Obey(compare).Out, HasSubstr("Game by game on the same dice"));
+  EXPECT_THAT(Obey(compare + "--json").Out, HasSubstr("\"same_dice\": true"));
+  fs::remove(folder_ / "b.csv");
+  EXPECT_THAT(Obey(compare).Out, HasSubstr("don't tell that they were played"));
 }
 
 TEST_F(Batch, TellsWhatIsWrongWithACommandLine) {
-  const std::vector<std::string> play = PlayWords("x", 5);
-  const struct {
-    std::vector<std::string> Words;
-    std::string Told;
-  } cases[] = {
-      {{}, "say what to do"},
-      {{"roll"}, "not a command"},
-      {{"play"}, "--script is missing"},
-      {With(play, {"--shard", "8/8"}), "parts count from 0 to 7"},
-      {With(play, {"--shard", "8"}), "K/N"},
-      {With(play, {"--shard", "-1/8"}), "not a whole number from 0"},
-      {With(play, {"--shard", "0/0"}), "not a whole number from 1"},
-      {With(play, {"--shard", "1/4", "--until-within", "5"}), "leave --shard out"},
-      {With(play, {"--until-within", "0"}), "above 0"},
-      {With(play, {"--jobs", "1e3"}), "not a whole number"},
-      {With(play, {"--games", "7"}), "said twice"},
-      {With(play, {"--json"}), "no option of this command"},
-      {With(play, {"--force", "--resume"}), "exclude each other"},
-      {With(play, {"--seed2"}), "no option of this command"},
-      {With(play, {"stray"}), "takes no names"},
-      {With(play, {"--jobs"}), "lacks its value"},
-      {{"merge", "a.glg"}, "needs the name"},
-      {{"figures", "a.glg", "--break-point", "five"}, "not a number"},
-      {{"figures", "a.glg", "--column", "Luck"}, "\"# Rolls\""},
-  };
-  for (const auto& [words, told] : cases) {
-    const Outcome outcome = Obey(words);
-    EXPECT_EQ(outcome.Status, 2) << told;
+  const std::string play = PlayWords("x", 5);
+  const std::pair<std::string, const char*> cases[] = {
+      {"", "say what to do"},
+      {"roll", "not a command"},
+      {"play", "--script is missing"},
+      {play + "--shard 8/8", "parts count from 0 to 7"},
+      {play + "--shard 8", "K/N"},
+      {play + "--shard -1/8", "not a whole number from 0"},
+      {play + "--shard 0/0", "not a whole number from 1"},
+      {play + "--shard 1/4 --until-within 5", "leave --shard out"},
+      {play + "--until-within 0", "above 0"},
+      {play + "--jobs 1e3", "not a whole number"},
+      {play + "--games 7", "said twice"},
+      {play + "--json", "no option of this command"},
+      {play + "--force --resume", "exclude each other"},
+      {play + "--seed2", "no option of this command"},
+      {play + "stray", "takes no names"},
+      {play + "--jobs", "lacks its value"},
+      {"merge a.glg", "needs the name"},
+      {"figures a.glg --break-point five", "not a number"},
+      {"figures a.glg --column Luck", "\"# Rolls\""}};
+  for (const auto& [command, told] : cases) {
+    const Outcome outcome = Obey(command);
+    EXPECT_EQ(std::pair(outcome.Status, outcome.Out), std::pair(2, std::string())) << told;
     EXPECT_THAT(outcome.Err, AllOf(StartsWith("kelvanor-batch: "), HasSubstr(told)));
-    EXPECT_THAT(outcome.Out, IsEmpty());
   }
-  const Outcome help = Obey({"play", "--help"});
+  const Outcome help = Obey("play --help");
   EXPECT_EQ(help.Status, 0);
   std::istringstream lines(help.Out);
   int count = 0;
@@ -446,11 +366,10 @@ TEST_F(Batch, TellsWhatIsWrongWithACommandLine) {
 
 TEST_F(Batch, RefusesFilesThatItCantUse) {
   Play("good", 5);
-  const std::string good = folder_ / "good.glg";
   const std::string bytes = folder_.Read("good.glg");
-  const auto play = [&](const std::string& script, const std::string& game) {
-    return Obey({"play", "--script", folder_ / script, "--game", folder_ / game, "--games", "5",
-                 "--rolls", "9", "--seed", "1", "--out", folder_ / "new.glg"});
+  const auto play = [](const std::string& script, const std::string& game = "") {
+    return "play --games 5 --rolls 9 --seed 1 --out ./new.glg --script ./" + script +
+           (game.empty() ? "" : " --game ./" + game);
   };
   folder_.Write("text.txt", "no such thing");
   WriteScriptFile("faulty.bet", "Do this . . .\nGo to \"Nowhere\"");
@@ -458,46 +377,42 @@ TEST_F(Batch, RefusesFilesThatItCantUse) {
   Game.UseSkewedProbability = false;
   Game.RngChoice = Rng4Ran2;
   SaveGame(folder_ / "rng4.crp");
-  std::filesystem::remove(folder_ / "skewed.prb");
+  fs::remove(folder_ / "skewed.prb");
   std::string older = bytes;
   older[34] = '4';
-  const struct {
-    Outcome Had;
-    std::string Told;
-  } cases[] = {
+  folder_.Write("older.glg", older);
+  folder_.Write("cut.glg", bytes.substr(0, 5 * kRecordSize));
+  folder_.Write("empty.glg", "");
+  folder_.Write("cut.csv", "seed,index\n1,0\n");
+  const std::pair<std::string, const char*> cases[] = {
       {play("gone.bet", "rng4.crp"), "has too few sequences"},
       {play("busy.bet", "skewed.crp"), "skewed dice can't be read"},
       {play("busy.bet", "text.txt"), "not a true Kelvanor game file"},
       {play("busy.bet", "gone.crp"), "no such game"},
-      {Obey(PlayWords("good", 5)), "--force writes over it"},
-      {Obey({"merge", good, good, "--force"}), "into itself"},
-      {Obey({"merge", good, folder_ / "gone.glg"}), "--force writes over it"},
-      {Obey({"merge", folder_ / "m.glg", folder_ / "gone.glg"}), "no such file"},
-      {Obey({"merge", folder_ / "m.glg", folder_ / "good.csv"}), "with each other"},
-      {Obey({"merge", folder_ / "m.csv", folder_.Write("cut.csv", "seed,index\n1,0\n")}),
-       "no details"},
-      {Obey({"figures", folder_.Write("cut.glg", bytes.substr(0, 5 * kRecordSize))}), "holds 4"},
-      {Obey({"figures", folder_.Write("older.glg", older)}), "from an older version"},
-      {Obey({"figures", folder_.Write("empty.glg", "")}), "from an older version"},
-      {Obey({"compare", good, folder_ / "text.txt"}), "from an older version"},
-  };
-  for (const auto& [had, told] : cases) {
+      {play("gone.bet"), "no such script"},
+      {play("text.txt"), "text.txt"},
+      {play("faulty.bet"), "line 2: "},
+      {play("none.bet"), "no lines"},
+      {PlayWords("good", 5), "--force writes over it"},
+      {"merge ./good.glg ./good.glg --force", "into itself"},
+      {"merge ./good.glg ./gone.glg", "--force writes over it"},
+      {"merge ./m.glg ./gone.glg", "no such file"},
+      {"merge ./m.glg ./good.csv", "with each other"},
+      {"merge ./m.csv ./cut.csv", "no details"},
+      {"figures ./cut.glg", "holds 4"},
+      {"figures ./older.glg", "from an older version"},
+      {"figures ./empty.glg", "from an older version"},
+      {"compare ./good.glg ./text.txt", "from an older version"}};
+  for (const auto& [command, told] : cases) {
+    const Outcome had = Obey(command);
     EXPECT_EQ(had.Status, 1) << told;
     EXPECT_THAT(had.Err, HasSubstr(told));
   }
-  for (const auto& [script, told] :
-       {std::pair("gone.bet", "no such script"), std::pair("text.txt", "text.txt"),
-        std::pair("faulty.bet", "line 2: "), std::pair("none.bet", "no lines")}) {
-    const Outcome had = Obey({"play", "--script", folder_ / script, "--games", "5", "--rolls", "9",
-                              "--seed", "1", "--out", folder_ / "new.glg"});
-    EXPECT_EQ(had.Status, 1);
-    EXPECT_THAT(had.Err, HasSubstr(told));
-  }
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "new.glg"));
+  EXPECT_FALSE(fs::exists(folder_ / "new.glg"));
   EXPECT_EQ(folder_.Read("good.glg"), bytes);
   // Dead records behind the last game are passed over.
   folder_.Write("dead.glg", bytes + std::string(300, 'x'));
-  EXPECT_EQ(Obey({"merge", folder_ / "live.glg", folder_ / "dead.glg"}).Status, 0);
+  EXPECT_EQ(Obey("merge ./live.glg ./dead.glg").Status, 0);
   EXPECT_EQ(folder_.Read("live.glg"), bytes);
 }
 

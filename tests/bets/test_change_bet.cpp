@@ -1,49 +1,28 @@
 // The door that every amount goes through: contract and sequence rules, Units, limits, bankroll.
 #include "bets/change_bet.h"
 
-#include <gmock/gmock.h>
-
-#include <limits>
-
-#include "core/messages.h"
-#include "core/text.h"
 #include "support/table_fixture.h"
 
 namespace {
 
 using ::testing::ElementsAreArray;
 
-constexpr int kCome6 = BetOnNumber(ComeFamily, 6);
-constexpr int kDontCome6 = BetOnNumber(DontComeFamily, 6);
+constexpr int kCome6 = Come4 + 2, kDontCome6 = DontCome4 + 2;
 
 class ChangeBetTest : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Game.AutoAdjust = AdjustManual;
-  }
+  ChangeBetTest() { Game.AutoAdjust = AdjustManual; }
 
-  static void SetChips(std::initializer_list<Currency> values) {
-    std::copy(values.begin(), values.end(), Game.Bets.begin() + SmallestChip);
-  }
-
-  static Currency MaximumOf(int betId) {
-    FigureMaxBet(betId);
-    return Game.MaxHere;
-  }
-
-  static ShownMessage LimitNotice(int betId, const std::string& text) {
+  static ShownMessage Limit(int betId, const std::string& text) {
     return Notice(NoticeLimits, BetName(betId) + " Bet", 130, text);
   }
 
   /// Asks for a change: what the bet becomes, and all that the player is told of it.
-  void Ask(int betId, Currency request, Currency becomes,
-           const std::vector<ShownMessage>& told = {}) {
-    SCOPED_TRACE(BetName(betId) + " of " + MoneyText(Bet(betId)) + " by " + MoneyText(request));
-    const Currency standing = Bet(betId);
-    RequestChange(betId, request);
-    EXPECT_EQ(Bet(betId), becomes);
-    EXPECT_EQ(Game.Change, becomes - standing);
+  void Ask(int id, Currency request, Currency becomes, const std::vector<ShownMessage>& told = {}) {
+    SCOPED_TRACE(BetName(id) + " of " + MoneyText(Bet(id)) + " by " + MoneyText(request));
+    const Currency standing = Bet(id);
+    RequestChange(id, request);
+    EXPECT_EQ(std::pair(Bet(id), Game.Change), std::pair(becomes, becomes - standing));
     std::vector<ShownMessage> shown = TakeShown();
     for (std::size_t i = 0; i < std::min(shown.size(), told.size()); ++i)  // as far as it is told
       if (shown[i].Text.starts_with(told[i].Text)) shown[i].Text = told[i].Text;
@@ -94,16 +73,14 @@ constexpr Rule kRules[] = {
     {kDontCome6, 0, 0, 0, 10, 0, &kDontComeLate}, {kDontCome6, 8, 10, 10, -5, 5},
     {kDontCome6, 8, 10, 5, 5, 10}, {PassLineOdds, 6, 0, 0, 5, 0, &kPassOdds},
     {PassLineOdds, 0, 0, 0, 5, 0, &kPassOdds}, {DontPassOdds, 6, 0, 0, 6, 0, &kDontOdds},
-    {DontPassOdds, 0, 0, 0, 6, 0, &kDontOdds},
-};
+    {DontPassOdds, 0, 0, 0, 6, 0, &kDontOdds}};
 constexpr Rule kRulesWithPutBets[] = {
     {PassLine, 6, 10, 10, -10, 10, &kPassContract}, {PassLine, 6, 10, 15, -2, 13},
     {PassLine, 6, 10, 15, -15, 10}, {PassLine, 6, 10, 15, -10, 10}, {PassLine, 6, 10, 10, 5, 15},
     {PassLine, 6, 0, 0, 10, 10}, {kCome6, 8, 5, 5, -5, 5, &kComeContract},
     {kCome6, 8, 5, 15, -10, 5}, {kCome6, 8, 5, 15, -15, 5}, {kCome6, 8, 5, 5, 5, 10},
     {DontPass, 6, 10, 5, 10, 10, &kDontPassLate}, {DontPass, 6, 0, 0, 10, 0, &kDontPassLate},
-    {kDontCome6, 6, 10, 10, 5, 10, &kDontComeLate},
-};
+    {kDontCome6, 6, 10, 10, 5, 10, &kDontComeLate}};
 // clang-format on
 
 class ContractRules : public ChangeBetTest {
@@ -151,8 +128,7 @@ TEST_F(ChangeBetTest, AnAmountBelowTheContractIsRestoredWithBothNotices) {
   SetPoint(6);
   for (const auto& [id, refusal] : {std::pair{+PassLine, kPassContract}, {kCome6, kComeContract}}) {
     Game.ContractBets[id] = 10;
-    Ask(id, 3, 10,
-        {Told(id, refusal), LimitNotice(id, "Minimum bet here is $10\nwhich is being bet.")});
+    Ask(id, 3, 10, {Told(id, refusal), Limit(id, "Minimum bet here is $10\nwhich is being bet.")});
   }
 }
 
@@ -161,9 +137,11 @@ TEST_F(ChangeBetTest, PutBetsDoNotMoveTheContract) {
   Establish(PassLine, 10);
   Game.AllowPutBets = true;
   Ask(PassLine, 5, 15);
-  EXPECT_EQ(Game.MsgText, "");
-  EXPECT_EQ(Game.ContractBets[PassLine], Currency(10));
+  EXPECT_EQ(std::tuple(Game.MsgText, Game.ContractBets[PassLine]), std::tuple("", Currency(10)));
   Ask(PassLine, -10, 10);
+  Given(PassLine, 15);
+  Game.MaxPlacard = 8;
+  Ask(PassLine, -10, 10);  // cut in silence, also above a lowered maximum
 }
 
 TEST_F(ChangeBetTest, ABetTakenOffGoesBackToItsOrdinaryState) {
@@ -199,17 +177,17 @@ TEST_F(ChangeBetTest, RequestsAreRoundedAwayFromZero) {
 TEST_F(ChangeBetTest, TheMinimumLooksAtTheAmountAsAsked) {
   Establish(Place5, 5);
   Game.MinPlacard = 10;
-  Ask(Place5, 3, 10, {LimitNotice(Place5, "Minimum bet here is $10\nwhich is being bet.")});
+  Ask(Place5, 3, 10, {Limit(Place5, "Minimum bet here is $10\nwhich is being bet.")});
   Ask(Place5, -5, 0);  // below the minimum a bet comes off whole
   Ask(Hard4, 1, 1);
   EXPECT_EQ(Game.MinHere, Unit()) << "a proposition bet needs only a Unit";
   SetChips({5, 25, 100, 500, 1000});
   Game.MinPlacard = 5;
-  Ask(Field, 1, 5, {LimitNotice(Field, "Minimum bet here is $5\nwhich is being bet.")});
+  Ask(Field, 1, 5, {Limit(Field, "Minimum bet here is $5\nwhich is being bet.")});
   Game.MinPlacard = 12;
-  Ask(Big8, 5, 15, {LimitNotice(Big8, "Minimum bet here is $12\nwhich is being bet.")});
+  Ask(Big8, 5, 15, {Limit(Big8, "Minimum bet here is $12\nwhich is being bet.")});
   Game.MaxPlacard = 13;
-  Ask(Big6, 5, 10, {LimitNotice(Big6, "Maximum bet here is $10\nwhich is being bet.")});
+  Ask(Big6, 5, 10, {Limit(Big6, "Maximum bet here is $10\nwhich is being bet.")});
 }
 
 // --- Maximum ---
@@ -298,7 +276,7 @@ TEST_F(ChangeBetTest, ABetShrinksToTheFreeMoney) {
     Game.MinPlacard = minimum;
     Establish(Place5, onPlace5);
     Establish(Field, 0);
-    Ask(Field, request, becomes, {LimitNotice(Field, text)});
+    Ask(Field, request, becomes, {Limit(Field, text)});
   }
   Game.Notify &= ~NoticeLimits;
   Ask(Field, 20, 0);
@@ -308,8 +286,7 @@ TEST_F(ChangeBetTest, ABetShrinksToTheFreeMoney) {
   Game.MaxPlacard = 20;
   Game.Bets[BankrollIndex] = 15;
   const std::string proper = "Maximum bet for proper odds payoff here is: $12\n\n";
-  Ask(Place6, 50, 12,
-      {LimitNotice(Place6, "Maximum bet here is $20\n\n" + proper + kShort + kWithdraw)});
+  Ask(Place6, 50, 12, {Limit(Place6, "Maximum bet here is $20\n\n" + proper + kShort + kWithdraw)});
 }
 
 TEST_F(ChangeBetTest, VigUpFrontMustBeCovered) {
@@ -347,13 +324,6 @@ TEST_F(ChangeBetTest, AnOverdrawnTableShrinksToNothingUnlessNegativeIsAllowed) {
 
 constexpr Currency kStackLimit = Currency::FromRaw(999'999'999'999'999'999);
 
-TEST_F(ChangeBetTest, ChipStacksTakeAnyAmount) {
-  Ask(101, Currency::FromRaw(5), Currency::FromRaw(5));
-  Ask(150, 1'000'000, 1'000'000);
-  Ask(150, -3'000'000, -2'000'000);
-  EXPECT_EQ(Bankroll(), Currency(500));
-}
-
 TEST_F(ChangeBetTest, AFullChipStackIsToldTwice) {
   const std::string most = "Maximum Chip-Stack value is: $99,999,999,999,999.9999";
   const std::string already = most + "\nwhich is already stacked.";
@@ -362,15 +332,20 @@ TEST_F(ChangeBetTest, AFullChipStackIsToldTwice) {
   };
   Game.Bets[102] = kStackLimit - 1;
   Ask(102, 5, kStackLimit, {told(102, most + "\nwhich is being stacked.")});
-  for (const Currency more :
-       {Currency(5), Currency::FromRaw(std::numeric_limits<std::int64_t>::max())})
+  for (const Currency more : {Currency(5), Currency::FromRaw(INT64_MAX)})
     Ask(102, more, kStackLimit,
-        {told(102, already), LimitNotice(102, already + "\nwhich is already bet.")});
+        {told(102, already), Limit(102, already + "\nwhich is already bet.")});
   Game.Bets[130] = 1 - kStackLimit;
-  Ask(130, -5, -kStackLimit,
-      {told(130,
-            "Minimum Chip-Stack value is: $-99,999,999,999,999.9999\nwhich is being "
-            "stacked.")});
+  const std::string least =
+      "Minimum Chip-Stack value is: $-99,999,999,999,999.9999\nwhich is being stacked.";
+  Ask(130, -5, -kStackLimit, {told(130, least)});
+}
+
+TEST_F(ChangeBetTest, ChipStacksTakeAnyAmount) {
+  Ask(101, Currency::FromRaw(5), Currency::FromRaw(5));
+  Ask(150, 1'000'000, 1'000'000);
+  Ask(150, -3'000'000, -2'000'000);
+  EXPECT_EQ(Bankroll(), Currency(500));
 }
 
 // --- All bets ---
@@ -395,13 +370,13 @@ TEST_F(ChangeBetTest, EveryBetIsMadeRaisedLoweredLimitedRefusedAndRemoved) {
     Game.Notify = NoticeLimits;
     const std::string most = "Maximum bet here is $" + MoneyText(MaximumOf(id)) + "\nwhich is ";
     const Currency reached = held ? Currency(100) : MaximumOf(id);
-    Ask(id, 9'999'999, reached, {LimitNotice(id, most + "being bet.")});
-    Ask(id, 9'999'999, reached, {LimitNotice(id, most + "already bet.")});
+    Ask(id, 9'999'999, reached, {Limit(id, most + "being bet.")});
+    Ask(id, 9'999'999, reached, {Limit(id, most + "already bet.")});
     Ask(id, -9'999'999, 0);
     EXPECT_EQ(Game.TotalOnTable, before);
     Ask(id, -6, 0);
     Game.Bets[BankrollIndex] = Game.TotalOnTable;
-    Ask(id, 12, 0, {LimitNotice(id, kBetLess)});
+    Ask(id, 12, 0, {Limit(id, kBetLess)});
 
     Game.Notify = 15;
     Game.HyperDriveOn = true;
@@ -410,15 +385,6 @@ TEST_F(ChangeBetTest, EveryBetIsMadeRaisedLoweredLimitedRefusedAndRemoved) {
     EXPECT_TRUE(Shown.empty() && Game.MsgText.empty()) << BetName(id) << " under Hyper-Drive";
     ExpectBooksBalance();
   }
-}
-
-TEST_F(ChangeBetTest, ASilentCutAboveALoweredMaximumStaysSilent) {
-  SetPoint(6);
-  Establish(PassLine, 10);
-  Game.AllowPutBets = true;
-  Given(PassLine, 15);
-  Game.MaxPlacard = 8;
-  Ask(PassLine, -10, 10);
 }
 
 }  // namespace

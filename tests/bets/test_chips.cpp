@@ -1,7 +1,4 @@
 // How an amount becomes a pile of chips.
-#include "bets/chips.h"
-
-#include <gmock/gmock.h>
 
 #include "support/table_fixture.h"
 

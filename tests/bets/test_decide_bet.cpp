@@ -1,12 +1,8 @@
 // Which bets a throw wins and loses, and what each is paid.
-#include <algorithm>
-#include <array>
 #include <utility>
 
 #include "bets/decide_bet.h"
 #include "bets/vig.h"
-#include "core/text.h"
-#include "rules/defaults.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -14,26 +10,18 @@ namespace {
 // What a throw does to a bet of 60, told by the rules of craps and not by the program's table: the
 // net of a decided bet, or one of two codes that no bet nets.
 constexpr int kStake = 60;  // every ratio at its default pays it in whole dollars
-constexpr int kLost = -kStake;
-constexpr int kStands = 1;
-constexpr int kMoves = 2;
+constexpr int kLost = -kStake, kStands = 1, kMoves = 2;
 
 struct Throw {
-  int Die1, Die2;
-  int Point;  // when it is thrown
-  int Bar;
+  int Die1, Die2, Point, Bar;  // the point when it is thrown
 
   int Total() const { return Die1 + Die2; }
   bool IsCraps() const { return Total() == 2 || Total() == 3 || Total() == 12; }
 };
 
 using ByNumber = std::array<int, 3>;  // on 4 and 10, on 5 and 9, on 6 and 8
-constexpr ByNumber kTake = {120, 90, 72};
-constexpr ByNumber kLay = {30, 40, 50};
-constexpr ByNumber kPlace = {108, 84, 70};
-int Pays(const ByNumber& ratios, int number) {
-  return ratios[number < 7 ? number - 4 : 10 - number];
-}
+constexpr ByNumber kTake = {120, 90, 72}, kLay = {30, 40, 50}, kPlace = {108, 84, 70};
+int Pays(const ByNumber& by, int number) { return by[number < 7 ? number - 4 : 10 - number]; }
 
 /// A bet that waits for its number or for a 7.
 int OnNumber(const Throw& t, int number, bool numberWins, int pays) {
@@ -59,18 +47,15 @@ int OneRoll(bool wins, int pays) { return wins ? pays : kLost; }
 /// The dice of a Hop bet stand in its name.
 int ForHop(const Throw& t, int betId) {
   const std::string_view name = kBetNames[betId];
-  const int low = name[4] - '0';
-  const int high = name[6] - '0';
+  const int low = name[4] - '0', high = name[6] - '0';
   const bool wins = std::minmax(t.Die1, t.Die2) == std::pair<const int&, const int&>(low, high);
   return OneRoll(wins, (low == high ? 30 : 15) * 60);
 }
 
 /// Lay 4 to Buy 10: seven families of six.
 int ForFamily(const Throw& t, int betId) {
-  const int number = kPointNumbers[(betId - 1) % 6];
-  const int family = (betId - 1) / 6;
-  const int lay = Pays(kLay, number);
-  const int take = Pays(kTake, number);
+  const int number = kPointNumbers[(betId - 1) % 6], family = (betId - 1) / 6;
+  const int lay = Pays(kLay, number), take = Pays(kTake, number);
   const std::array<int, 7> pays = {lay, 60, lay, 60, take, Pays(kPlace, number), take};
   return OnNumber(t, number, family >= 3, pays[family]);
 }
@@ -110,12 +95,6 @@ int Rule(const Throw& t, int betId) {
   }
 }
 
-template <class Visit>
-void ForEachThrow(Visit visit) {
-  for (int die1 = 1; die1 <= 6; ++die1)
-    for (int die2 = 1; die2 <= 6; ++die2) visit(die1, die2);
-}
-
 class DecideBetTest : public TableTest {
  protected:
   /// A table on which nothing is asked, trimmed or refused, and decided bets come down.
@@ -136,9 +115,9 @@ class DecideBetTest : public TableTest {
   static void OnEveryTable(Check check) {
     for (const int bar : {2, 12})
       for (const int point : {0, 4, 5, 6, 8, 9, 10})
-        ForEachThrow([&](int die1, int die2) {
-          SCOPED_TRACE(::testing::Message()
-                       << die1 << "-" << die2 << ", point " << point << ", bar " << bar);
+        for (int dice = 0; dice < 36; ++dice) {
+          const int die1 = 1 + dice / 6, die2 = 1 + dice % 6;
+          SCOPED_TRACE(::testing::PrintToString(std::array{die1, die2, point, bar}));
           QuietTable(point);
           Game.BarDont = bar;
           Game.BuyVigPct = Game.LayVigPct = 0;
@@ -146,7 +125,7 @@ class DecideBetTest : public TableTest {
           RefigureHeldVig();
           check({die1, die2, point, bar});
           ExpectBooksBalance();
-        });
+        }
   }
 
   static Currency NetOfThrow(int betId, Currency stake, int die1, int die2) {
@@ -172,10 +151,8 @@ TEST_F(DecideBetTest, EveryThrowPaysEveryBetByTheRulesOfCraps) {
       if (fate == kStands) stands[id] += kStake;
       if (fate == kMoves)
         stands[BetOnNumber(id == Come ? ComeFamily : DontComeFamily, t.Total())] += kStake;
-      EXPECT_EQ(
-          Game.BetWins[Actual][id][StatRollAmount] - Game.BetLosses[Actual][id][StatRollAmount],
-          Currency(net))
-          << BetName(id);
+      const Currency won = Game.BetWins[Actual][id][StatRollAmount];
+      EXPECT_EQ(won - Game.BetLosses[Actual][id][StatRollAmount], Currency(net)) << BetName(id);
     }
     EXPECT_EQ(Bankroll(), bankroll);
     for (int id = 1; id <= LastBet; ++id) EXPECT_EQ(Bet(id), stands[id]) << BetName(id);
@@ -207,10 +184,8 @@ TEST_F(DecideBetTest, AFieldRecordOfZeroIsNoDecision) {
   Game.FieldPayoff[3] = {0, true, 1};
   Game.BetOutcome[Field][1] = 3;
   EXPECT_EQ(NetOfThrow(Field, 10, 1, 3), Currency(0));
-  EXPECT_EQ(Bet(Field), Currency(10));
-  EXPECT_EQ(Game.BetOutcome[Field][1], 3);
-  EXPECT_EQ(Game.BetWagers[Actual][Field][StatCount], Currency(0));
-  EXPECT_EQ(PhantomDecisions(Field), Currency(0));
+  EXPECT_EQ(std::pair(Bet(Field), Game.BetOutcome[Field][1]), std::pair(Currency(10), 3));
+  EXPECT_EQ(Game.BetWagers[Actual][Field][StatCount] + PhantomDecisions(Field), Currency(0));
 }
 
 TEST_F(DecideBetTest, WorldPushesOnSevenAndComesBackToThePlayer) {
@@ -271,10 +246,9 @@ TEST_F(DecideBetTest, VigIsPaidWinOrLoseUpFrontAndOnlyOnWinsOtherwise) {
 
 TEST_F(DecideBetTest, ComeOddsAreOffOnTheComeOutAndComeBack) {
   // Put bets, die 2 behind a 1, and the bankroll, the flat bet and its odds afterwards.
-  for (const auto& [putBets, die2, bankroll, flat, odds] : {std::tuple{false, 3, 510, 0, 0},
-                                                            {true, 3, 510, 10, 20},
-                                                            {false, 6, 490, 0, 0},
-                                                            {true, 6, 490, 0, 0}}) {
+  const int rows[][5] = {
+      {false, 3, 510, 0, 0}, {true, 3, 510, 10, 20}, {false, 6, 490, 0, 0}, {true, 6, 490, 0, 0}};
+  for (const auto& [putBets, die2, bankroll, flat, odds] : rows) {
     QuietTable(0);
     Game.AllowPutBets = putBets;
     Game.HandleWinningBets = WinSameBet;
@@ -282,8 +256,7 @@ TEST_F(DecideBetTest, ComeOddsAreOffOnTheComeOutAndComeBack) {
     Establish(Come4Odds, 20);
     Game.BetWorking[Come4Odds] = NotWorking;
     Roll(1, die2);
-    EXPECT_EQ((std::array{Bankroll(), Bet(Come4), Bet(Come4Odds)}),
-              (std::array<Currency, 3>{bankroll, flat, odds}));
+    ExpectBets({{BankrollIndex, bankroll}, {Come4, flat}, {Come4Odds, odds}});
     EXPECT_EQ(Game.BetOutcome[Come4Odds][1], 0);
     EXPECT_EQ(Game.BetLosses[Actual][Come4Odds][StatCount], Currency(0));
   }
@@ -340,8 +313,7 @@ TEST_F(DecideBetTest, TheTablesHoldCountSumExtremesAndTheLastRoll) {
 TEST_F(DecideBetTest, PhantomComeBetsOnNumbersNeedTheirMove) {
   QuietTable(0);
   Game.ComeOutWorking.fill(Working);
-  constexpr int kCome6 = Come4 + 2;
-  constexpr int kDontCome6 = DontCome4 + 2;
+  constexpr int kCome6 = Come4 + 2, kDontCome6 = DontCome4 + 2;
   Roll(3, 3);  // the come-out: no Come bet could have been up
   Roll(1, 5);  // no Come bet was on the 6, but one has moved there now
   EXPECT_EQ(PhantomDecisions(kCome6), Currency(0));

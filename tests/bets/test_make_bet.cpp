@@ -1,11 +1,5 @@
 // Placing bets with their chips, sounds and odds, and what the player does with standing bets.
-#include "bets/make_bet.h"
 
-#include <gmock/gmock.h>
-
-#include "bets/chips.h"
-#include "core/messages.h"
-#include "core/text.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -13,13 +7,11 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr int kCome6 = BetOnNumber(ComeFamily, 6);
-constexpr int kCome6Odds = BetOnNumber(ComeOddsFamily, 6);
+constexpr int kCome6 = Come4 + 2, kCome6Odds = kCome6 + kOddsOffset;
 
 class MakeBetTest : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  MakeBetTest() {
     Game.Bets[BankrollIndex] = 10'000;
     Game.ChipSounds = {"", "chip.chp"};
     Game.ChipSound = 1;
@@ -47,13 +39,6 @@ class MakeBetTest : public TableTest {
     Game.KeyedBetId = betId;
     Game.KeyedBetText = text;
     EnterKeyedBet();
-  }
-
-  static void ExpectBets(const std::vector<std::pair<int, Currency>>& bets,
-                         int line = __builtin_LINE()) {
-    for (const auto& [id, amount] : bets)
-      EXPECT_EQ(Bet(id), amount) << BetName(id) << " in line " << line;
-    ExpectBooksBalance();
   }
 
   void ExpectRefusal(int topic, const std::string& title, const std::string& text) {
@@ -188,8 +173,7 @@ TEST_F(MakeBetTest, APlaceBetIsBoughtForItsAmount) {
   BuyPlaceBet(Place4);
   ExpectBets({{Place4, 0}, {Buy4, 25}});
   EXPECT_EQ(Game.BetWorking[Buy4], CalledOn);
-  EXPECT_EQ(Game.BetWorking[Place4], NotWorking);
-  EXPECT_EQ(Game.KeyedBetId, Buy4);
+  EXPECT_EQ(std::pair(Game.BetWorking[Place4], Game.KeyedBetId), std::pair(+NotWorking, +Buy4));
   EXPECT_THAT(ChipsOf(Place4), IsEmpty());
   EXPECT_THAT(ChipsOf(Buy4), ElementsAre(3));
   Game.Notify = 0;

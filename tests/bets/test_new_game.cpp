@@ -13,8 +13,7 @@ namespace {
 class NewGameTest : public TableTest {
  protected:
   /// A game of some rolls: 500 dollars brought in, 80 of them lost, 120 at work.
-  void SetUp() override {
-    TableTest::SetUp();
+  NewGameTest() {
     Game.ReSeed = false;
     Game.HandleWinningBets = WinTakeDown;
     Given(Field, 80);
@@ -60,21 +59,26 @@ TEST_F(NewGameTest, WhateverWritesTalliesIsCleared) {
 
 TEST_F(NewGameTest, TheBankrollBeginsByItsType) {
   Game.BankrollInitAmt = 300;
-  const struct {
-    int Type, Bankroll, Invested;
-  } cases[] = {{CarryBankrollAndNet, 420, 500},  // the player has 420 left of 500
-               {CarryBankroll, 420, 420},
-               {StartWithAmount, 300, 300}};
-  for (const auto& c : cases) {
-    Game.BankrollInitType = c.Type;
+  // The player has 420 left of 500.
+  const int cases[][3] = {
+      {CarryBankrollAndNet, 420, 500}, {CarryBankroll, 420, 420}, {StartWithAmount, 300, 300}};
+  for (const auto& [type, bankroll, invested] : cases) {
+    Game.BankrollInitType = type;
     NewGame(false);
-    EXPECT_EQ(Game.InvestedBankroll, Currency(c.Invested)) << c.Type;
+    EXPECT_EQ(Game.InvestedBankroll, Currency(invested)) << type;
     for (const Currency amount :
          {Bankroll(), Game.BetsAtRoll[BankrollIndex], Game.BetsAfterRoll[BankrollIndex],
           Game.BankrollHigh, Game.BankrollLow})
-      EXPECT_EQ(amount, Currency(c.Bankroll)) << c.Type;
+      EXPECT_EQ(amount, Currency(bankroll)) << type;
   }
   EXPECT_TRUE(TakeShown().empty());
+}
+
+TEST_F(NewGameTest, ANegativeBeginningAllowsNegativeBankrolls) {
+  Game.BankrollInitAmt = -25;
+  NewGame(false);
+  EXPECT_EQ(Bankroll(), Currency(-25));
+  EXPECT_TRUE(Game.NegBankroll);
 }
 
 TEST_F(NewGameTest, ThePlayerIsAskedForTheBankroll) {
@@ -106,13 +110,6 @@ TEST_F(NewGameTest, ABankrollThatIsGoneCannotBeCarried) {
     EXPECT_EQ(Game.InvestedBankroll, Currency(200)) << "the net begins afresh";
     EXPECT_FALSE(Game.NegBankroll);
   }
-}
-
-TEST_F(NewGameTest, ANegativeBeginningAllowsNegativeBankrolls) {
-  Game.BankrollInitAmt = -25;
-  NewGame(false);
-  EXPECT_EQ(Bankroll(), Currency(-25));
-  EXPECT_TRUE(Game.NegBankroll);
 }
 
 TEST_F(NewGameTest, GamesThatFollowAtOnceAreNoCopiesOfEachOther) {

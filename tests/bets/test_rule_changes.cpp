@@ -11,8 +11,7 @@ class RuleChanges : public TableTest {
   static void ExpectRefused(const CheckResult& result, const char* title, const std::string& text,
                             Currency total) {
     EXPECT_FALSE(result.Ok);
-    EXPECT_EQ(result.Title, title);
-    EXPECT_EQ(result.Text, text);
+    EXPECT_EQ(std::tuple(result.Title, result.Text), std::tuple(title, text));
     EXPECT_EQ(Game.TotalOnTable, total);
   }
   static void ExpectTaken(const CheckResult& result, Currency total) {
@@ -67,7 +66,7 @@ TEST_F(RuleChanges, TheClosingChargesTheRatesOrIsRefusedOnTheirBox) {
 
 TEST_F(RuleChanges, OnlyWithAPointIsAPassLineBetAContract) {
   for (const bool point : {false, true}) {
-    SetUp();
+    Begin();
     Given(PassLine, 100);
     Game.ContractBets[PassLine] = 100;
     if (point) SetPoint(6);
@@ -111,8 +110,7 @@ TEST_F(RuleChanges, ClosingHoldsBetsToTheLimitsAndMovesPeakAndTrough) {
     EXPECT_EQ(Game.BankrollHigh, Currency(high));
     EXPECT_EQ(Game.BankrollLow, Currency(low));
   }
-  EXPECT_EQ(Bet(Field), Currency(40));
-  EXPECT_EQ(Game.TotalOnTable, Currency(70));
+  ExpectBets({{Field, 40}, {Big6, 30}});
   EXPECT_EQ(Game.Notify, 5);
 }
 

@@ -1,5 +1,4 @@
 // What becomes of the stake of a decided bet, and what the settle screen tells.
-#include <array>
 
 #include "bets/settle.h"
 #include "bets/vig.h"
@@ -10,8 +9,7 @@ namespace {
 
 class SettleTest : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  SettleTest() {
     Game.NegBankroll = true;
     Game.AutoAdjust = AdjustManual;
     Game.MaxPlacard = Game.MaxPropPayoff = 1'000'000;
@@ -44,7 +42,7 @@ class SettleTest : public TableTest {
   }
 
   /// The settle screen of one decision, a line each; the net line between asterisks.
-  std::string ScreenOf(int betId, Currency stake, int die1, int die2) {
+  std::string Lines(int betId, Currency stake, int die1, int die2) {
     Game.HandleWinningBets = WinManual;
     Game.HandleLosingBets = LossManual;
     Settled.clear();
@@ -73,6 +71,14 @@ TEST_F(SettleTest, EveryChoiceForWonAndLostBets) {
     EXPECT_EQ(LostPlaceUnder(choice), Currency(lost[choice])) << choice;
     EXPECT_EQ(Bankroll(), before + 2);
   }
+  // Hyper-Drive takes manual bets down, and shows nothing.
+  TakeShown();
+  Settled.clear();
+  Game.HyperDriveOn = true;
+  EXPECT_EQ(WonPlaceUnder(WinManual), Currency(0));
+  EXPECT_EQ(LostPlaceUnder(LossManual), Currency(0));
+  EXPECT_EQ(WonPlaceUnder(WinPressDouble), Currency(24));
+  EXPECT_TRUE(Settled.empty() && TakeShown().empty());
 }
 
 TEST_F(SettleTest, TheRemainderOfAPartLossStaysUp) {
@@ -87,11 +93,11 @@ TEST_F(SettleTest, TheRemainderOfAPartLossStaysUp) {
 }
 
 TEST_F(SettleTest, ABetThatMustComeDownDoesUnderEveryChoice) {
-  const int cases[][4] = {{Come4 + 2, 4, 1, 5},
-                          {DontCome4 + 2, 4, 1, 5},
-                          {PassLineOdds, 6, 1, 5},
-                          {Come, 4, 3, 4},
-                          {DontCome, 4, 3, 4}};
+  // clang-format off
+  const int cases[][4] = {
+      {Come4 + 2, 4, 1, 5}, {DontCome4 + 2, 4, 1, 5}, {PassLineOdds, 6, 1, 5}, {Come, 4, 3, 4},
+      {DontCome, 4, 3, 4}};
+  // clang-format on
   Game.ModifyAmount.fill(30);
   for (int choice = 0; choice < 8; ++choice)
     for (const auto& [betId, point, die1, die2] : cases) {
@@ -106,15 +112,6 @@ TEST_F(SettleTest, ABetThatMustComeDownDoesUnderEveryChoice) {
   Game.AllowPutBets = true;
   Game.HandleWinningBets = WinPressDouble;
   EXPECT_EQ(After(Come4 + 2, 10, 1, 5), Currency(20)) << "put bets may stay";
-}
-
-TEST_F(SettleTest, HyperDriveTakesManualBetsDownAndShowsNothing) {
-  Game.HyperDriveOn = true;
-  EXPECT_EQ(WonPlaceUnder(WinManual), Currency(0));
-  EXPECT_EQ(LostPlaceUnder(LossManual), Currency(0));
-  EXPECT_EQ(WonPlaceUnder(WinPressDouble), Currency(24));
-  EXPECT_TRUE(Settled.empty());
-  EXPECT_TRUE(TakeShown().empty());
 }
 
 // --- Adjusters ---
@@ -140,14 +137,9 @@ TEST_F(SettleTest, AdjustersTellTheChangeAgainstTheRoll) {
 }
 
 TEST_F(SettleTest, ThePressUnitIsTheLargestChipThatDividesTheBet) {
-  for (const auto& [betId, stake, unit] : {std::tuple{+Place6, 60, 30},
-                                           {+Place6, 6, 6},
-                                           {+Place6, 13, 6},
-                                           {+Place6, 1500, 150},
-                                           {+Field, 100, 25},
-                                           {+Field, 1000, 500},
-                                           {+Place5, 10, 5},
-                                           {+Field, 7, 1}}) {
+  const int rows[][3] = {{Place6, 60, 30}, {Place6, 6, 6},     {Place6, 13, 6}, {Place6, 1500, 150},
+                         {Field, 100, 25}, {Field, 1000, 500}, {Place5, 10, 5}, {Field, 7, 1}};
+  for (const auto& [betId, stake, unit] : rows) {
     Game.Bets[betId] = stake;
     FigurePressUnit(betId);
     EXPECT_EQ(Game.PressUnit, Currency(unit)) << stake << " on " << betId;
@@ -208,51 +200,47 @@ TEST_F(SettleTest, SameBetModifiedByEveryOperatorAndUnit) {
 
 // clang-format off
 TEST_F(SettleTest, LinesOfWonBets) {
-  EXPECT_EQ(ScreenOf(Place6, 12, 1, 5), "Place 6 bet: $12\nPayoff at 7 to 6: $14\n");
-  EXPECT_EQ(Settled[0].Caption, "* * * Winner * * *");
-  EXPECT_EQ(Settled[0].HelpTopic, kTopicWin);
-  EXPECT_EQ(ScreenOf(Place6, 7, 1, 5),
+  EXPECT_EQ(Lines(Place6, 12, 1, 5), "Place 6 bet: $12\nPayoff at 7 to 6: $14\n");
+  EXPECT_TRUE(Settled[0].Caption == "* * * Winner * * *" && Settled[0].HelpTopic == kTopicWin);
+  EXPECT_EQ(Lines(Place6, 7, 1, 5),
             "Place 6 bet: $7\nPayoff at 7 to 6: $8.1667\n*Net payoff (rounded):  $8*\n");
-  EXPECT_EQ(ScreenOf(CAndE, 10, 5, 6),
+  EXPECT_EQ(Lines(CAndE, 10, 5, 6),
             "1/2 of bet: $5\nPayoff at 15 to 1: $75\nLess 1/2 of bet: $-5\n*Net payoff:  $70*\n");
   Game.Payoff[Hop24].ShownAsTo = false;
-  EXPECT_EQ(ScreenOf(Hop24, 1, 2, 4), "Hop 2-4 bet: $1\nPayoff at 16 for 1: $15\n");
+  EXPECT_EQ(Lines(Hop24, 1, 2, 4), "Hop 2-4 bet: $1\nPayoff at 16 for 1: $15\n");
   PointOn(6);
-  EXPECT_EQ(ScreenOf(Buy4, 20, 1, 3),
+  EXPECT_EQ(Lines(Buy4, 20, 1, 3),
             "Buy 4 bet: $20\nPayoff at 2 to 1: $40\n-5% vig: $-1\n*Net payoff:  $39*\n");
-  EXPECT_EQ(ScreenOf(Horn, 6, 1, 2),
+  EXPECT_EQ(Lines(Horn, 6, 1, 2),
             "1/4 of bet: $1.50\nPayoff at 15 to 1: $22.50\nLess 3/4 of bet: $-4.50\n*Net payoff:  $18*\n");
   Game.LayVigPct = Currency::FromRaw(425);
-  EXPECT_EQ(ScreenOf(Lay4 + 1, 20, 3, 4),
+  EXPECT_EQ(Lines(Lay4 + 1, 20, 3, 4),
             "Lay 5 bet: $20\nPayoff at 2 to 3: $13.3333\n-4.25% vig: $-1\n*Net payoff (rounded):  $12*\n");
   EXPECT_FALSE(Settled[0].Lost);
-  EXPECT_EQ(ScreenOf(World, 5, 3, 4),
+  EXPECT_EQ(Lines(World, 5, 3, 4),
             "1/5 of bet: $1\nPayoff at 4 to 1: $4\nLess 4/5 of bet: $-4\n*Net payoff:  $0*\n");
-  EXPECT_EQ(Settled[0].Caption, "Push");
-  EXPECT_FALSE(Settled[0].Lost);
+  EXPECT_TRUE(Settled[0].Caption == "Push" && !Settled[0].Lost);
 }
 
 TEST_F(SettleTest, LinesOfLostBets) {
-  EXPECT_EQ(ScreenOf(Place6, 12, 3, 4),
-            "Place 6 bet: $12\nLoss at 1 to 1: $-12\n*Net loss:  $-12*\n");
-  EXPECT_EQ(Settled[0].Caption, "Bet Lost");
+  EXPECT_EQ(Lines(Place6, 12, 3, 4), "Place 6 bet: $12\nLoss at 1 to 1: $-12\n*Net loss:  $-12*\n");
+  EXPECT_TRUE(Settled[0].Caption == "Bet Lost" && Settled[0].Lost);
   EXPECT_EQ(Settled[0].HelpTopic, kTopicLoss);
-  EXPECT_TRUE(Settled[0].Lost);
   for (const bool upFront : {true, false}) {  // a vig that wasn't charged isn't told
     PointOn(6);
     Game.BuyVigUpFront = upFront;
-    EXPECT_EQ(ScreenOf(Buy4, 20, 3, 4),
+    EXPECT_EQ(Lines(Buy4, 20, 3, 4),
               std::string("Buy 4 bet: $20\nLoss at 1 to 1: $-20\n") +
                   (upFront ? "& vig: $-1\n*Net loss:  $-21*\n" : "*Net loss:  $-20*\n"));
   }
   PointOn(6);
-  EXPECT_EQ(ScreenOf(Horn, 4, 1, 3),
+  EXPECT_EQ(Lines(Horn, 4, 1, 3),
             "1/4 of bet: $1\nLoss at 1 to 1: $-1\nLess 3/4 of bet: $-3\n*Net loss:  $-4*\n");
   Game.FieldPayoff[3] = {-1, true, 2};
-  EXPECT_EQ(ScreenOf(Field, 5, 1, 3),
+  EXPECT_EQ(Lines(Field, 5, 1, 3),
             "Field bet: $5\nLoss at 1 to 2: $-2.50\n*Net loss (rounded):  $-3*\n");
   Game.Payoff[Craps] = {1, true, 2};
-  EXPECT_EQ(ScreenOf(CAndE, 10, 1, 1),
+  EXPECT_EQ(Lines(CAndE, 10, 1, 1),
             "1/2 of bet: $5\nPayoff at 1 to 2: $2.50\nLess 1/2 of bet: $-5\n*Net loss (rounded):  $-3*\n");
 }
 // clang-format on

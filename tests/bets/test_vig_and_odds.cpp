@@ -1,36 +1,22 @@
 // Vig on Buy and Lay bets, the six odds methods and amounts that pay in whole chips.
 #include "bets/vig.h"
 
-#include <gmock/gmock.h>
-
 #include "bets/change_bet.h"
-#include "core/messages.h"
-#include "core/text.h"
 #include "support/table_fixture.h"
 
 namespace {
 
 using ::testing::ElementsAreArray;
 
-constexpr int kCome6 = BetOnNumber(ComeFamily, 6);
-constexpr int kCome6Odds = BetOnNumber(ComeOddsFamily, 6);
-constexpr int kDontCome6 = BetOnNumber(DontComeFamily, 6);
-constexpr int kDontCome6Odds = BetOnNumber(DontComeOddsFamily, 6);
-constexpr int kLay5 = Lay4 + 1;
-constexpr int kLay6 = Lay4 + 2;
-
-void SetChips(std::initializer_list<Currency> values) {
-  std::copy(values.begin(), values.end(), Game.Bets.begin() + SmallestChip);
-}
+constexpr int kCome6 = Come4 + 2, kCome6Odds = kCome6 + kOddsOffset;
+constexpr int kDontCome6 = DontCome4 + 2, kDontCome6Odds = kDontCome6 + kOddsOffset;
+constexpr int kLay5 = Lay4 + 1, kLay6 = Lay4 + 2;
 
 // --- Vig ---
 
 class VigTest : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Game.AutoAdjust = AdjustManual;
-  }
+  VigTest() { Game.AutoAdjust = AdjustManual; }
 
   static Currency Vig(int betId, Currency amount, int rounding) {
     Game.RoundBuyVig = Game.RoundLayVig = rounding;
@@ -95,34 +81,22 @@ TEST_F(VigTest, IsToldAsItChangesAndHeldUpFront) {
 
 class OddsTest : public TableTest {
  protected:
-  static Currency Maximum(int oddsBetId) {
-    FigureMaxBet(oddsBetId);
-    return Game.MaxHere;
-  }
-
   /// A row: the multiple allowed, the number, the flat bet, and the most on its odds.
-  struct Row {
-    double Multiple;
-    int Number, Flat, Most;
-  };
+  using Rows = std::vector<std::tuple<double, int, int, int>>;
 
-  static void ExpectTaken(int method, const std::vector<Row>& rows) {
-    ExpectMost(method, rows, ComeFamily, ComeOddsFamily);
-  }
-  static void ExpectLaid(int method, const std::vector<Row>& rows) {
-    ExpectMost(method, rows, DontComeFamily, DontComeOddsFamily);
-  }
-
- private:
-  static void ExpectMost(int method, const std::vector<Row>& rows, BetFamily flat, BetFamily odds) {
+  static void ExpectTaken(int method, const Rows& rows, BetFamily flat = ComeFamily,
+                          BetFamily odds = ComeOddsFamily) {
     Game.OddsCalcMethod = method;
-    for (const Row& row : rows) {
-      Game.OddsAllowed410 = Game.OddsAllowed59 = Game.OddsAllowed68 =
-          Currency::FromDouble(row.Multiple);
-      Establish(BetOnNumber(flat, row.Number), row.Flat);
-      EXPECT_EQ(Maximum(BetOnNumber(odds, row.Number)), Currency(row.Most))
-          << row.Multiple << " times " << row.Flat << " on " << row.Number;
+    for (const auto& [multiple, number, bet, most] : rows) {
+      Game.OddsAllowed410 = Game.OddsAllowed59 = Currency::FromDouble(multiple);
+      Game.OddsAllowed68 = Game.OddsAllowed59;
+      Establish(BetOnNumber(flat, number), bet);
+      EXPECT_EQ(MaximumOf(BetOnNumber(odds, number)), Currency(most))
+          << multiple << " times " << bet << " on " << number;
     }
+  }
+  static void ExpectLaid(int method, const Rows& rows) {
+    ExpectTaken(method, rows, DontComeFamily, DontComeOddsFamily);
   }
 };
 
@@ -163,16 +137,15 @@ TEST_F(OddsTest, ColorPushOfALargeBetIsTheFirstAmountThatWinsWholeChips) {
   Game.OddsAllowed68 = 1;
   Game.MaxOddsBet = 100'000'000;
   int pushed = 0;
-  for (const int chip : {1009, 2500, 4099, 5000, 7919, 9973}) {
+  for (const int chip : {1009, 2500, 4099, 5000, 7919, 9973})
     for (const int flat : {20'000, 30'100, 70'700}) {
       SetChips({1, 1, 1, 1, chip});
       Game.Bets[kCome6] = flat;
       int first = flat;
       while (first <= 2 * flat && first * 6 % (5 * chip) != 0) ++first;
-      EXPECT_EQ(Maximum(kCome6Odds), Currency(first <= 2 * flat ? first : flat)) << chip;
+      EXPECT_EQ(MaximumOf(kCome6Odds), Currency(first <= 2 * flat ? first : flat)) << chip;
       pushed += first > flat && first <= 2 * flat ? 1 : 0;
     }
-  }
   EXPECT_GT(pushed, 10);
 }
 
@@ -193,10 +166,9 @@ TEST_F(OddsTest, EachNumberHasItsMultiple) {
     const int come = BetOnNumber(ComeFamily, number);
     const int dontCome = BetOnNumber(DontComeFamily, number);
     for (const int id : {+PassLine, +DontPass, come, dontCome}) Establish(id, 10);
-    for (const int id : {+PassLineOdds, come + kOddsOffset})
-      EXPECT_EQ(Maximum(id), Currency(taken));
+    for (int id : {+PassLineOdds, come + kOddsOffset}) EXPECT_EQ(MaximumOf(id), Currency(taken));
     for (const int id : {+DontPassOdds, dontCome + kOddsOffset})
-      EXPECT_EQ(Maximum(id), Currency(60)) << "ratio and multiple make up for each other";
+      EXPECT_EQ(MaximumOf(id), Currency(60)) << "ratio and multiple make up for each other";
   }
 }
 
@@ -204,20 +176,19 @@ TEST_F(OddsTest, APointOfEightLeavesTheMultipleAsItWas) {
   Game.OddsCalcMethod = OddsNoPush;
   SetPoint(8);
   Establish(PassLine, 10);
-  EXPECT_EQ(Maximum(PassLineOdds), Currency(25)) << "a first point of 8 finds that of 6 and 8";
+  EXPECT_EQ(MaximumOf(PassLineOdds), Currency(25)) << "a first point of 8 finds that of 6 and 8";
   Game.OddsAllowed410 = 3;
   Game.OddsAllowed68 = 5;
   Establish(Come4, 10);
-  Maximum(Come4Odds);
-  EXPECT_EQ(Maximum(PassLineOdds), Currency(30));
+  MaximumOf(Come4Odds);
+  EXPECT_EQ(MaximumOf(PassLineOdds), Currency(30));
 }
 
 // --- Proper odds amounts ---
 
 class ProperOddsTest : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  ProperOddsTest() {
     Game.Bets[BankrollIndex] = 100'000;
     Game.AutoAdjust = AdjustMinor;
     Game.LayBias = Game.PlaceBias = Game.DoBias = Game.DontBias = BiasNearest;
@@ -271,13 +242,11 @@ TEST_F(ProperOddsTest, EachFamilyHasItsBias) {
   SetPoint(6);
   for (const int id : {+PassLine, +DontPass, kCome6, kDontCome6}) Establish(id, 100);
   Game.Notify = 0;
-  for (const auto& [bet, request, bias, increased, decreased] :
-       {std::tuple{kLay6, 10, &Game.LayBias, 12, 6},
-        {+Place8, 10, &Game.PlaceBias, 12, 6},
-        {+PassLineOdds, 12, &Game.DoBias, 15, 10},
-        {kCome6Odds, 12, &Game.DoBias, 15, 10},
-        {+DontPassOdds, 10, &Game.DontBias, 12, 6},
-        {kDontCome6Odds, 10, &Game.DontBias, 12, 6}}) {
+  const std::tuple<int, int, int*, int, int> rows[] = {
+      {kLay6, 10, &Game.LayBias, 12, 6},         {Place8, 10, &Game.PlaceBias, 12, 6},
+      {PassLineOdds, 12, &Game.DoBias, 15, 10},  {kCome6Odds, 12, &Game.DoBias, 15, 10},
+      {DontPassOdds, 10, &Game.DontBias, 12, 6}, {kDontCome6Odds, 10, &Game.DontBias, 12, 6}};
+  for (const auto& [bet, request, bias, increased, decreased] : rows) {
     *bias = BiasIncrease;
     Ask(bet, 0, request, increased);
     *bias = BiasDecrease;

@@ -1,6 +1,3 @@
-#include <array>
-#include <vector>
-
 #include "core/sounds.h"
 #include "support/table_fixture.h"
 

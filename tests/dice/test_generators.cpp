@@ -1,12 +1,6 @@
-#include <gmock/gmock.h>
-
-#include <array>
-#include <set>
-#include <string>
-#include <tuple>
-#include <vector>
-
 #include "dice/generators.h"
+
+#include "bets/headless_host.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -63,9 +57,8 @@ TEST_F(Generators, OwnGeneratorsFollowTheirCongruences) {
       {Rng5Ran1, 2147428874, {0.497626185F, 0.862235248F, 0.361451894F, 0.225553185F, 0.256447166F, 0.740421593F}},
       {Rng4Ran2, 1, {0.167092189F, 0.560187697F, 0.228647456F, 0.459251434F, 0.0389622226F, 0.0733601749F}},
       {Rng4Ran2, 12345, {0.466090113F, 0.704440355F, 0.84576869F, 0.157846019F, 0.341574878F, 0.245593637F}},
-      {Rng4Ran2, 2147332758, {0.858524561F, 0.713424623F, 0.128884837F, 0.595425963F, 0.57645601F, 0.933421135F}},
-      // clang-format on
-  };
+      {Rng4Ran2, 2147332758, {0.858524561F, 0.713424623F, 0.128884837F, 0.595425963F, 0.57645601F, 0.933421135F}}};
+  // clang-format on
   for (const auto& [choice, seed, draws] : realCases) {
     Seed(choice, seed);
     for (const float draw : draws) {
@@ -204,8 +197,7 @@ TEST_F(Generators, ClockNeverGivesASeedTwiceNorOneOutsideTheLimits) {
     seeds.clear();
     // The clock stands still between most games, and may step back.
     for (unsigned game = 0; game < 3000; ++game) seedAt(500'000'000U + game / 7 * 3);
-    for (const std::uint32_t back : {500'000'000U, 500'000'100U, 500'000'050U, 500'000'000U})
-      seedAt(back);
+    for (const auto back : {500'000'000U, 500'000'100U, 500'000'050U, 500'000'000U}) seedAt(back);
     seedAt(4'294'967'295U);
   }
 }
@@ -216,8 +208,7 @@ TEST_F(Generators, SeedOutsideTheLimitsSeedsNothing) {
   for (const int seed : {0, -3, 1'000'000}) Seed(Rng3Congruence, seed);
   TheHost.Milliseconds = [] { return 99U; };  // too young a clock for RNG #3
   SeedRng(FindSeed);
-  EXPECT_EQ(Game.RngState, state);
-  EXPECT_EQ(Game.LastSeed, 42);
+  EXPECT_EQ(std::pair(Game.RngState, Game.LastSeed), std::pair(state, 42));
 }
 
 TEST_F(Generators, SeedTooHighForItsSumIsReported) {
@@ -251,18 +242,13 @@ TEST_F(Generators, PlayerIsAskedUntilTheSeedIsWithinTheLimits) {
   ASSERT_EQ(texts.size(), 3U);
   EXPECT_EQ(texts[0], question);
   EXPECT_EQ(texts[2], "Your seed value is out of limits.\n\n" + question);
-  EXPECT_EQ(Game.LastSeed, 999'999);
-  EXPECT_EQ(Game.RngChoice, Rng3Congruence);
+  EXPECT_EQ(std::pair(Game.LastSeed, Game.RngChoice), std::pair(999'999, +Rng3Congruence));
   EXPECT_FALSE(Game.KeepRolling);
-}
-
-TEST_F(Generators, SeedQuestionEndsWhenNobodyAnswers) {
-  Game.UserSeed = true;
-  Game.RngChoice = Rng3Congruence;
+  // The question ends when nobody answers.
+  TheHost = HeadlessHost();
   Game.LastSeed = 2'000'000;  // of another generator; the headless host gives it back
   SeedRng(FindSeed);
-  EXPECT_EQ(Game.LastSeed, 2'000'000);
-  EXPECT_EQ(Game.RngChoice, Rng3Congruence);
+  EXPECT_EQ(std::pair(Game.LastSeed, Game.RngChoice), std::pair(2'000'000, +Rng3Congruence));
 }
 
 TEST_F(Generators, MissingSupportMovesTheChoiceToRng4) {
@@ -276,6 +262,48 @@ TEST_F(Generators, MissingSupportMovesTheChoiceToRng4) {
       EXPECT_EQ(Game.RngChoice, (mt && (missing & 1)) || (cokus && (missing & 2)) ? 3 : choice);
     }
   }
+}
+
+// --- Habits that look like slips and are required ---
+
+class DiceHabits : public FolderTest {
+ protected:
+  /// Whether the number of the next skewed roll is `limit` or less.
+  static bool NumberIsUpTo(int limit) {
+    constexpr int kDie1IsOne = 2;  // the column of the matrix
+    Game.UseSkewedProbability = true;
+    Game.ProbMatrix[1] = {};
+    Game.ProbMatrix[1][kDie1IsOne][1] = limit;
+    Game.ProbMatrix[1][kDie1IsOne][6] = 100'000 - limit;
+    RollWithGenerator();
+    return Game.Die2 == 1;
+  }
+};
+
+// A draw of 1.68 in 100,000 is number 3 when it is rounded; cut it would be number 2.
+TEST_F(DiceHabits, Rng4AndRng5RoundTheirNumberForTheMatrix) {
+  Game.Ran2State.Started = Game.Ran1State.Started = 1;
+  for (const int limit : {2, 3}) {
+    Game.RngChoice = Rng4Ran2;
+    Game.Ran2State.Iy = 0;
+    Game.Ran2State.Table.fill(12);
+    EXPECT_EQ(NumberIsUpTo(limit), limit == 3) << "RNG #4, " << limit;
+    Game.RngChoice = Rng5Ran1;
+    Game.Ran1State.Table.fill(1.68e-5F);
+    EXPECT_EQ(NumberIsUpTo(limit), limit == 3) << "RNG #5, " << limit;
+  }
+}
+
+TEST_F(DiceHabits, ASeedingIsLoggedWithTheStateBeforeIt) {
+  Game.EventsLogActive = true;
+  Game.RngChoice = Rng4Ran2;
+  for (const int seed : {4321, 99}) {
+    SeedDice(seed);
+    Game.RngState += 1000;
+  }
+  const std::string text = folder_.Read("Events Log.txt");
+  EXPECT_NE(text.find("      RNG #4 seeded: 5321"), std::string::npos) << text;
+  EXPECT_EQ(text.find("seeded: 99"), std::string::npos);
 }
 
 }  // namespace

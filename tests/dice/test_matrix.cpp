@@ -1,7 +1,3 @@
-#include <array>
-#include <map>
-#include <set>
-
 #include "dice/generators.h"
 #include "dice/matrix.h"
 #include "support/table_fixture.h"
@@ -10,9 +6,7 @@ namespace {
 
 class Matrix : public TableTest {
  protected:
-  static int& Cell(int row, int column) {
-    return Game.ProbMatrix[1][static_cast<unsigned>(column)][static_cast<unsigned>(row)];
-  }
+  static int& Cell(int row, int column) { return Game.ProbMatrix[1][column][row]; }
 
   static std::array<int, 2> Dice(int x) {
     DiceFromMatrix(x);
@@ -29,8 +23,7 @@ TEST_F(Matrix, EveryCellHasItsOwnDiceInAFixedOrder) {
   // The sum is 100,008: the last cell comes out 8 short.
   for (const auto& [dice, count] : seen)
     EXPECT_EQ(count, (dice == std::array{6, 1} ? 2770 : 2778)) << dice[0] << dice[1];
-  EXPECT_EQ(Dice(2778), (std::array{1, 1}));
-  EXPECT_EQ(Dice(2779), (std::array{1, 2}));
+  EXPECT_EQ(std::pair(Dice(2778), Dice(2779)), std::pair((std::array{1, 1}), (std::array{1, 2})));
 }
 
 TEST_F(Matrix, NumberBeyondTheCellsIsDrawnAgainWithoutTheGenerator) {
@@ -77,19 +70,17 @@ TEST_F(Matrix, EventsHaveTheSharesOfTheirThrows) {
   Game.ProbMatrix[1] = {};
   for (int row = 0; row < kMatrixRows; ++row)
     for (int column = 0; column < kMatrixColumns; ++column) Cell(row, column) = row * 100 + column;
-  const std::map<int, float> shares = {
-      {2, 0.101F},   // (1, 1), and not the throw's (1, 2)
-      {3, 0.201F},   // (2, 1)
-      {12, 1.101F},  // (11, 1)
-      {22, 0.202F},  // 1-2 at (2, 2)
-      {23, 0.203F},  // 2-1 at (2, 3)
-      {13, 0.303F},  // 2-2 at (3, 3)
-      {64, 1.003F},  // 6-5 at (10, 3)
-      {26, 0.606F},  // 1-3 and 3-1 at (3, 2) and (3, 4)
-      {74, 0.507F},  // 1-1, 1-2, 2-1
-      {77, 3.107F},  // 5-6 at (10, 2), 6-5, 6-6 at (11, 2)
-      {78, 2.112F},  // 1-1 to 1-6, at (1, 2) to (6, 2)
-  };
+  const std::map<int, float> shares = {{2, 0.101F},    // (1, 1), and not the throw's (1, 2)
+                                       {3, 0.201F},    // (2, 1)
+                                       {12, 1.101F},   // (11, 1)
+                                       {22, 0.202F},   // 1-2 at (2, 2)
+                                       {23, 0.203F},   // 2-1 at (2, 3)
+                                       {13, 0.303F},   // 2-2 at (3, 3)
+                                       {64, 1.003F},   // 6-5 at (10, 3)
+                                       {26, 0.606F},   // 1-3 and 3-1 at (3, 2) and (3, 4)
+                                       {74, 0.507F},   // 1-1, 1-2, 2-1
+                                       {77, 3.107F},   // 5-6 at (10, 2), 6-5, 6-6 at (11, 2)
+                                       {78, 2.112F}};  // 1-1 to 1-6, at (1, 2) to (6, 2)
   for (const auto& [event, share] : shares)
     EXPECT_FLOAT_EQ(EventShare(event, true), share) << event;
   EXPECT_FLOAT_EQ(EventShare(7, false), 600 / 36.0F);

@@ -1,14 +1,11 @@
 // Bet sums, trends and the summary, and the games before this one.
-#include <map>
 
-#include "bets/new_game.h"
 #include "figures/bet_results.h"
 #include "figures/bet_sums.h"
 #include "figures/bet_trends.h"
 #include "figures/summary.h"
 #include "persistence/game_file.h"
 #include "stats/bet_tables.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -93,10 +90,8 @@ TEST_F(BetFigures, TrendsShowLossesInRedAndNothingForNothing) {
   Game.BetOutcome[Lay4][1] = 2;
   const auto trends = FigureBetTrends();
   ASSERT_EQ(trends.size(), 83U);
-  EXPECT_EQ(trends[Field - 1].Streak, "-3");
-  EXPECT_EQ(trends[Field - 1].Color, PaletteRed);
-  EXPECT_EQ(trends[0].Streak, "2");
-  EXPECT_EQ(trends[0].Color, PaletteBlue);
+  EXPECT_TRUE(trends[Field - 1].Streak == "-3" && trends[Field - 1].Color == PaletteRed);
+  EXPECT_TRUE(trends[0].Streak == "2" && trends[0].Color == PaletteBlue);
   EXPECT_EQ(trends[PassLine - 1].Streak, "");
 }
 
@@ -111,15 +106,16 @@ TEST_F(BetFigures, TheSummaryTellsTheWholeGame) {
   Game.BankrollSum = -1000;
   Game.BankrollLow = -500;
   rows = Summary();
-  EXPECT_EQ(rows["lblRollsPerHour"].Text, "120.5");
-  EXPECT_EQ(rows["lblHours"].Text, ".0249");
-  EXPECT_EQ(rows["lblBankrollAverage"].Text, "-333.33");
+  const std::pair<const char*, const char*> told[] = {{"lblRollsPerHour", "120.5"},
+                                                      {"lblHours", ".0249"},
+                                                      {"lblBankrollAverage", "-333.33"},
+                                                      {"lblNumBetsDecided", "4"},
+                                                      {"lblNumBetsNet", "-2"},
+                                                      {"lblAmountBetsNet", "-12"},
+                                                      {"lblAmountBetsNetPercentage", "-28.57%"}};
+  for (const auto& [control, text] : told) EXPECT_EQ(rows[control].Text, text) << control;
   EXPECT_EQ(rows["lblBankrollLow"].Color, PaletteRed);
-  EXPECT_EQ(rows["lblNumBetsDecided"].Text, "4");
-  EXPECT_EQ(rows["lblNumBetsNet"].Text, "-2");
   EXPECT_EQ(rows["lblNumBetsNet"].Label, "Net loss:");
-  EXPECT_EQ(rows["lblAmountBetsNet"].Text, "-12");
-  EXPECT_EQ(rows["lblAmountBetsNetPercentage"].Text, "-28.57%");
   Game.ShooterStats[ShootersFinished] = 3;
   Game.ShooterStats[FinishedRollsSum] = 100'000'000;
   EXPECT_EQ(Summary()["lblHandAverageRolls"].Text, "33,333,333.33");
@@ -165,7 +161,7 @@ TEST_F(BetFigures, ElevenRowsOfAnySelectionAndItsLuck) {
 }
 
 TEST_F(BetFigures, NothingDividesByNothingAndTheLargestFitIn) {
-  for (const BetData data : {BetData::ActualWagers, BetData::PhantomWagers, BetData::AllGames}) {
+  for (const BetData data : {BetData::ActualWagers, BetData::PhantomWagers, BetData::AllGames})
     for (const bool any : {false, true}) {
       BetSelection selection;
       selection.Selected.fill(any);
@@ -176,7 +172,6 @@ TEST_F(BetFigures, NothingDividesByNothingAndTheLargestFitIn) {
       EXPECT_EQ(results.Luck, "-");
       for (const BetResultsRow& row : results.Rows) EXPECT_EQ(row.Net + row.NetPct, "00 %");
     }
-  }
   BetSelection all;
   all.Selected.fill(true);
   Game.RollCount[0] = kMaxRolls;

@@ -2,17 +2,13 @@
 
 #include "autobet/script_reader.h"
 #include "autoplay/hyper_drive.h"
-#include "bets/new_game.h"
 #include "support/table_fixture.h"
 
 namespace {
 
 class GamesLog : public FolderTest {
  protected:
-  void SetUp() override {
-    FolderTest::SetUp();
-    Game.ReSeed = false;
-  }
+  GamesLog() { Game.ReSeed = false; }
 
   std::vector<GameRecord> Games() const {
     const GamesLogReader log(Game.GamesLogFile);

@@ -2,16 +2,12 @@
 #include <cmath>
 
 #include "autoplay/hyper_drive.h"
-#include "bets/make_bet.h"
-#include "bets/new_game.h"
 #include "core/number_format.h"
 #include "dice/generators.h"
 #include "dice/matrix.h"
 #include "dice/tape_file.h"
 #include "figures/luck.h"
 #include "figures/summary.h"
-#include "play/roll_cycle.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -26,16 +22,10 @@ constexpr double kMostErrors = 4.5;  // standard errors
 
 class Theory : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  Theory() {
     Game.Notify = 0;
     Game.ReSeed = false;
     Game.RngChoice = Rng1Mt;
-  }
-
-  static void Seed(int seed) {
-    Game.ChangeRequest = seed;
-    SeedRng(SeedInChangeRequest);
   }
 
   static void RollOn(int rolls) {
@@ -59,7 +49,7 @@ class Theory : public TableTest {
   static int& Cell(int die1, int die2) {
     const int row = die1 + die2 - 1;
     const int column = row >= 7 ? 8 - die2 : die1 + 1;
-    return Game.ProbMatrix[1][static_cast<unsigned>(column)][static_cast<unsigned>(row)];
+    return Game.ProbMatrix[1][column][row];
   }
 };
 
@@ -71,48 +61,43 @@ void ExpectShare(double hits, double tries, double chance, const std::string& wh
 }
 
 TEST_F(Theory, EventsWinsAndExpectedValuesComeOutAtTheirExactValues) {
-  for (const bool skewed : {false, true}) {
+  for (const bool skewed : {false, true})
     for (const int seed : {20'250'101, 20'250'202}) {
       NewGame(false);
       if (skewed) LoadDice();
-      Seed(seed);
+      SeedDice(seed);
       RollOn(kRolls);
       ASSERT_EQ(Game.RollCount[0], kRolls);
       for (int event = 2; event <= 89; ++event)
-        ExpectShare(Game.RollCount[static_cast<unsigned>(event)], kRolls,
-                    EventProbability(event, skewed) / 100, "event " + std::to_string(event));
+        ExpectShare(Game.RollCount[event], kRolls, EventProbability(event, skewed) / 100,
+                    "event " + std::to_string(event));
       for (int bet = Lay4; bet <= LastBet; ++bet) {
         BetSelection alone;
         alone.Data = BetData::PhantomWagers;
-        alone.Selected[static_cast<unsigned>(bet)] = true;
+        alone.Selected[bet] = true;
         const Luck luck = FigureLuck(alone);
         EXPECT_TRUE(luck.Known && !luck.About);
-        EXPECT_LE(std::abs(luck.Deviations), kMostErrors)
-            << Game.BetNames[static_cast<unsigned>(bet)];
+        EXPECT_LE(std::abs(luck.Deviations), kMostErrors) << Game.BetNames[bet];
       }
     }
-  }
 }
 
 // --- Luck ---
 
-/// Plays one game of a bet with stakes that change on the way.
-void PlayForLuck(int bet, int seed) {
-  NewGame(false);
-  Game.ChangeRequest = seed;
-  SeedRng(SeedInChangeRequest);
-  for (const int stake : {30, 120}) {
-    // A line bet is raised and lowered between two decisions only.
-    while (Game.Point != 0) RollDice();
-    Game.ChangeRequest = stake - Game.Bets[static_cast<unsigned>(bet)];
-    MakeBet(bet);
-    ASSERT_EQ(Game.Bets[static_cast<unsigned>(bet)], Currency(stake));
-    Game.NumAutoRolls = Game.AutoRollsLeft = 60;
-    ToggleHyperDrive();
-  }
-}
-
 TEST_F(Theory, LuckSpreadsAsAStandardNormal) {
+  // One game of a bet with stakes that change on the way.
+  const auto play = [](int bet, int seed) {
+    NewGame(false);
+    SeedDice(seed);
+    for (const int stake : {30, 120}) {
+      // A line bet is raised and lowered between two decisions only.
+      while (Game.Point != 0) RollDice();
+      Put(bet, stake - Bet(bet));
+      ASSERT_EQ(Bet(bet), Currency(stake));
+      RollOn(60);
+    }
+  };
+
   constexpr int kGames = 2'000;
   Game.BankrollInitAmt = 500'000;
   Game.BankrollAverageSpan = 1;
@@ -120,12 +105,11 @@ TEST_F(Theory, LuckSpreadsAsAStandardNormal) {
   Game.HandleLosingBets = LossSameBet;
   for (const int bet : {+Place6, +PassLine}) {
     BetSelection alone;
-    alone.Selected[static_cast<unsigned>(bet)] = true;
-    double sum = 0;
-    double squares = 0;
+    alone.Selected[bet] = true;
+    double sum = 0, squares = 0;
     int worse = 0;
     for (int game = 1; game <= kGames; ++game) {
-      PlayForLuck(bet, game);
+      play(bet, game);
       const Luck luck = FigureLuck(alone);
       ASSERT_TRUE(luck.Known);
       sum += luck.Deviations;
@@ -190,7 +174,7 @@ TEST_F(Theory, HandsPassesAndPointsEqualASecondCountOfTheTape) {
   Game.DataPath = folder / "";
   OpenDiceRollFile(folder / "tape.rol");
   Game.RecorderStatus = Recording;
-  Seed(31);
+  SeedDice(31);
   RollOn(kTapeRolls);
   SecondCount count;
   for (const char byte : folder.Read("tape.rol")) {
@@ -199,25 +183,21 @@ TEST_F(Theory, HandsPassesAndPointsEqualASecondCountOfTheTape) {
   }
   ASSERT_EQ(count.RollsOfHands + count.Rolls, kTapeRolls);
   const auto whole = [](int number) { return FormatNumber(number, kWholePattern); };
-  const auto perHand = [&count](int sum) {
-    return FormatNumber(double(sum) / count.Hands, kStandardPattern);
-  };
+  const auto each = [&](int n) { return FormatNumber(double(n) / count.Hands, kStandardPattern); };
   const std::pair<const char*, std::string> expected[] = {
-      {"lblHandTotal", whole(count.Hands)},
-      {"lblHandLongestRolls", whole(count.Longest)},
-      {"lblHandAverageRolls", perHand(count.RollsOfHands)},
+      // clang-format off
+      {"lblHandTotal", whole(count.Hands)}, {"lblHandLongestRolls", whole(count.Longest)},
+      {"lblHandAverageRolls", each(count.RollsOfHands)},
       {"lblHandLongestPasses", whole(count.MostPasses)},
-      {"lblHandAveragePasses", perHand(count.PassesOfHands)},
-      {"lblHandCurrentRolls", whole(count.Rolls)},
-      {"lblHandCurrentPasses", whole(count.Passes)},
-      {"lblNumComeoutRolls", whole(count.ComeOuts)},
-      {"lblPassesComeout", whole(count.Naturals)},
+      {"lblHandAveragePasses", each(count.PassesOfHands)},
+      {"lblHandCurrentRolls", whole(count.Rolls)}, {"lblHandCurrentPasses", whole(count.Passes)},
+      {"lblNumComeoutRolls", whole(count.ComeOuts)}, {"lblPassesComeout", whole(count.Naturals)},
       {"lblDontPassesComeout", whole(count.Craps)},
-      {"lblNumPointsEstablished", whole(count.Points)},
-      {"lblPassesPoints", whole(count.Made)},
+      {"lblNumPointsEstablished", whole(count.Points)}, {"lblPassesPoints", whole(count.Made)},
       {"lblDontPassesPoints", whole(count.Hands)},
       {"lblTotalPasses", whole(count.Naturals + count.Made)},
       {"lblTotalDontPasses", whole(count.Craps + count.Hands)}};
+  // clang-format on
   std::size_t seen = 0;
   for (const SummaryGroup& group : FigureSummary())
     for (const SummaryRow& row : group.Rows)

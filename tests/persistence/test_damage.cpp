@@ -1,16 +1,12 @@
 // Damaged files of every format: one is refused with a word and changes nothing, or it gives a game
 // that agrees with itself and plays on.
-#include <memory>
 
-#include "autobet/script_file.h"
 #include "autobet/script_reader.h"
 #include "autobet/script_records.h"
 #include "bets/bankroll.h"
-#include "bets/consistency.h"
 #include "dice/probability_file.h"
 #include "persistence/game_file.h"
 #include "persistence/game_file_table.h"
-#include "play/roll_cycle.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -24,8 +20,6 @@ struct Format {
   std::size_t Head;   // behind these nothing is refused
   std::size_t Least;  // a shorter file is refused, any other is read
 };
-
-const PlannedAnswer kYes = {1, false, "", ""};
 
 void OpenNamedGame(const std::string& path) { OpenGame(path, true); }
 
@@ -53,8 +47,7 @@ std::string FieldsAsBytes(GameState& game) {
 class Damage : public FolderTest, public ::testing::WithParamInterface<Format> {
  protected:
   /// The file of a game with something everywhere.
-  void SetUp() override {
-    FolderTest::SetUp();
+  Damage() {
     LoadScript("When . . .\nFlag \"Hot\" is True\nLabel \"Loop\"\nthen . . .\nBet $ 5 on Field\n");
     SaveScript(folder_ / "in force.bet");
     SeedDice(4711);
@@ -89,8 +82,7 @@ class Damage : public FolderTest, public ::testing::WithParamInterface<Format> {
     }
     Shown.clear();  // companions that are named otherwise now
     EXPECT_EQ(FirstInconsistency(), "");
-    for (const ScriptLine& line : Game.Script)
-      EXPECT_EQ(ReadLine(MakeLineRecord(line), kLayout50), line);
+    for (const auto& line : Game.Script) EXPECT_EQ(ReadLine(MakeLineRecord(line), kLayout50), line);
     PlayOn();
     return true;
   }
@@ -122,8 +114,7 @@ TEST_P(Damage, OfAnyByteIsRefusedOrMended) {
     const bool read = Open(damaged);
     EXPECT_FALSE(read && at < format.Mark);
     EXPECT_TRUE(read || at < format.Head);
-    if (HasFailure())
-      FAIL() << "byte " << at % kRecordSize << " of record " << at / kRecordSize + 1;
+    if (HasFailure()) FAIL() << "byte " << at % 256 << " of record " << at / 256 + 1;
   }
 }
 
@@ -131,9 +122,7 @@ TEST_P(Damage, ByACutOrSomethingAtTheEnd) {
   const std::size_t least = GetParam().Least;
   for (std::size_t cut = 0; cut < bytes_.size(); cut += cut % 256 == 0 ? 37 : 219) {
     const bool read = Open(bytes_.substr(0, cut));
-    if (least > 0) {
-      EXPECT_EQ(read, cut >= least) << cut;
-    }
+    EXPECT_TRUE(least == 0 || read == (cut >= least)) << cut;
   }
   for (const std::size_t more : {1, 256, 256 * 9, 256 * 12'000})
     EXPECT_TRUE(Open(bytes_ + std::string(more, '\xAB'))) << more;

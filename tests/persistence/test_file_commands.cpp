@@ -1,9 +1,6 @@
 // What the file screen does, command by command.
 #include "persistence/file_commands.h"
 
-#include <filesystem>
-#include <map>
-
 #include "autobet/language.h"
 #include "autobet/script.h"
 #include "core/record_file.h"
@@ -30,31 +27,20 @@ class FileCommands : public FolderTest {
   /// The answer to the next question: 1 Yes, 2 No.
   void Press(int button) { Answers = {{button, false, "", ""}}; }
 
-  bool Run(FileCommand command, const std::string& name) {
-    return RunFileCommand(command, folder_ / name);
-  }
+  bool Run(FileCommand what, const std::string& at) { return RunFileCommand(what, folder_ / at); }
 };
 
 TEST_F(FileCommands, NamesAreCompletedByThePattern) {
-  const struct {
-    const char* Typed;
-    const char* Pattern;
-    const char* Name;
-  } cases[] = {
-      {"  my game ", "*.crp", "my game.crp"},
-      {"x.txt", "*.bet", "x.txt.bet"},
-      {"x.", "*.bet", "x.bet"},
-      {"x.BET", "*.bet", "x.BET"},
-      {"bet", "*.bet", "bet.bet"},
-      {"Größe.ñ", "*.txt", "Größe.ñ.txt"},
-      {"notes", "*.*", "notes"},
-      {"notes.", "*.*", "notes."},
-      {".bet", "*.bet", ".bet"},
-  };
-  for (const auto& [typed, pattern, name] : cases) {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      // clang-format off
+      {"  my game ", "*.crp", "my game.crp"}, {"x.txt", "*.bet", "x.txt.bet"},
+      {"x.", "*.bet", "x.bet"}, {"x.BET", "*.bet", "x.BET"}, {"bet", "*.bet", "bet.bet"},
+      {"Größe.ñ", "*.txt", "Größe.ñ.txt"}, {"notes", "*.*", "notes"}, {"notes.", "*.*", "notes."},
+      {".bet", "*.bet", ".bet"}};
+  // clang-format on
+  for (const auto& [typed, pattern, name] : cases)
     for (const std::string at : {"/a b", "/a b/"})
       EXPECT_EQ(CompletePath(typed, at, pattern), "/a b/" + std::string(name)) << typed;
-  }
   EXPECT_EQ(CompletePath("  ", "/a", "*.crp"), "");
   EXPECT_EQ(CompletePath("/b/x", "/a", "*.crp"), "/b/x.crp");
   EXPECT_EQ(CompletePath("b/x", "/a", "*.crp"), "/a/b/x.crp");
@@ -73,8 +59,12 @@ TEST_F(FileCommands, NothingIsWrittenOverUnasked) {
       {CopyScriptToText, "Copy To Text File"},
       {SaveGamesLogAs, "Save Games Log As"},
       {SaveEventsLogAs, "Save Events Log As"},
-      {SaveProbabilityAs, "Save Probability File As"},
-  };
+      {SaveProbabilityAs, "Save Probability File As"}};
+  const std::map<FileCommand, std::string> contents = {{CopyDiceRollsToText, "(2-2)\r\n(3-3)\r\n"},
+                                                       {CopyToDiceRolls, "\x48\x6c"},
+                                                       {CopyScriptToText,
+                                                        "' Gr\xf6\xdf"
+                                                        "e 2\r\n"}};
   PutScript(3);
   folder_.Write("tape.rol", "\x24\x48\x6c");
   folder_.Write("Events Log.txt", "a line\r\n");
@@ -101,17 +91,8 @@ TEST_F(FileCommands, NothingIsWrittenOverUnasked) {
     folder_.Write("empty.x", "");
     EXPECT_TRUE(Run(command, "empty.x")) << title;
     EXPECT_TRUE(TakeShown().empty()) << title;
-    if (command == CopyDiceRollsToText) {
-      EXPECT_EQ(folder_.Read("empty.x"), "(2-2)\r\n(3-3)\r\n");
-    }
-    if (command == CopyToDiceRolls) {
-      EXPECT_EQ(folder_.Read("empty.x"), "\x48\x6c");
-    }
-    if (command == CopyScriptToText) {
-      EXPECT_EQ(folder_.Read("empty.x"),
-                "' Gr\xf6\xdf"
-                "e 2\r\n");
-    }
+    const auto made = contents.find(command);
+    EXPECT_TRUE(made == contents.end() || folder_.Read("empty.x") == made->second) << title;
   }
   EXPECT_EQ(Game.GamesLogFile, folder_ / "empty.x");
   EXPECT_EQ(Game.EventsLogFile, folder_ / "empty.x");
@@ -120,7 +101,7 @@ TEST_F(FileCommands, NothingIsWrittenOverUnasked) {
 TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
   PutScript(3);
   folder_.Write("rubbish.x", std::string(700, 'x'));
-  std::filesystem::create_directory(folder_ / "folder.x");
+  fs::create_directory(folder_ / "folder.x");
   const GameState before = Game;
   const auto untouched = [&] {
     return Game.GameFileName == before.GameFileName && Game.AutoBetFile == before.AutoBetFile &&
@@ -142,10 +123,12 @@ TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
        {OpenProbability, SaveGameAs, SaveScriptAs, OpenDiceRolls, CopyScriptToText, OpenEventsLog,
         OpenGamesLog}},
       {"x.glg", {SaveGamesLogAs, SaveEventsLogAs, CopyToDiceRolls, CopyDiceRollsToText}}};
-  const std::vector<std::pair<const char*, const char*>> reasons = {
-      {"missing", ": there's no such file."},
-      {"gone/", ": there's no such folder."},
+  // In which a name that begins so fails.
+  // clang-format off
+  const std::pair<const char*, const char*> reasons[] = {
+      {"missing", ": there's no such file."}, {"gone/", ": there's no such folder."},
       {"folder", ": it's a folder."}};
+  // clang-format on
   const auto fails = [&](FileCommand command, const char* name) {
     SCOPED_TRACE(std::string(RowOf(command).Title) + " " + name);
     EXPECT_FALSE(Run(command, name));
@@ -154,9 +137,8 @@ TEST_F(FileCommands, WhatCannotBeDoneIsToldAndChangesNothing) {
     for (const auto& [begins, reason] : reasons) {
       if (!std::string(name).starts_with(begins)) continue;
       EXPECT_TRUE(text.find("can't be ") < text.find(reason)) << text;
-      EXPECT_TRUE(
-          text.ends_with("\n\nFolder:  " + TextOfPath(PathOf(folder_ / name).parent_path())))
-          << text;
+      const std::string at = TextOfPath(PathOf(folder_ / name).parent_path());
+      EXPECT_TRUE(text.ends_with("\n\nFolder:  " + at)) << text;
     }
     EXPECT_TRUE(untouched());
   };
@@ -171,8 +153,7 @@ TEST_F(FileCommands, CompanionsAreOpenedAndNamed) {
   PutScript(4);
   EXPECT_TRUE(Run(CopyToScript, "half.bet") && Game.AutoBetFile.empty());
   EXPECT_TRUE(Run(SaveScriptAs, "whole.bet") && Run(PasteScript, "half.bet"));
-  EXPECT_EQ(Game.ScrCount, 6);
-  EXPECT_EQ(Game.AutoBetFile, folder_ / "whole.bet");
+  EXPECT_EQ(std::tuple(Game.ScrCount, Game.AutoBetFile), std::tuple(6, folder_ / "whole.bet"));
   EXPECT_TRUE(Run(OpenScript, "whole.bet") && Game.ScrCount == 4);
   EXPECT_TRUE(Run(OpenDiceRolls, "new.rol") && DiceRollCount() == 0);
   folder_.Write("throws.txt", "1 2, (3-4) 5");

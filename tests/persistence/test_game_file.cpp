@@ -3,19 +3,12 @@
 #include <sys/stat.h>
 
 #include <chrono>
-#include <memory>
-#include <random>
-#include <set>
+#include <cstring>
 
 #include "autobet/hot_keys.h"
 #include "autobet/output_file.h"
-#include "autobet/script.h"
-#include "autobet/script_file.h"
 #include "autobet/script_reader.h"
 #include "bets/bankroll.h"
-#include "bets/chips.h"
-#include "bets/consistency.h"
-#include "bets/new_game.h"
 #include "core/file_failure.h"
 #include "core/help_topics.h"
 #include "core/limits.h"
@@ -23,56 +16,47 @@
 #include "persistence/game_file_table.h"
 #include "persistence/kept_game.h"
 #include "persistence/session.h"
-#include "play/roll_cycle.h"
-#include "rules/defaults.h"
 #include "support/file_size_limit.h"
 #include "support/same_game.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-const PlannedAnswer kYes = {1, false, "", ""};
-
 constexpr const char* kScriptText =
     "When . . .\nNext roll is a come-out roll\nFlag \"Hot\" is True\nthen . . .\n"
     "Set flag \"Hot\" to False\nSet flag \"Cold\" to True\n";
 
-std::string BytesOf(const std::vector<Record>& records) {
-  return {reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize};
-}
+/// Where a field stands in the bytes of a file.
+std::size_t At(int record, int offset) { return (record - 1) * 256 + offset; }
 
 /// A file of the game as it was before there was a checksum.
 std::string WithoutChecksum(std::string bytes) {
-  return bytes.replace((kOwnFieldsRecord - 1) * kRecordSize + 200, 8, 8, '\0');
+  return bytes.replace(At(kOwnFieldsRecord, 200), 8, 8, '\0');
 }
 
-/// A count of ten-thousandths up to `most`, small ones as likely as large ones.
-std::int64_t AnyRaw(std::mt19937_64& chance, Currency most) {
-  if (chance() % 4 == 0) return most.Raw();
-  return static_cast<std::int64_t>((chance() >> chance() % 64)) % (most.Raw() / 2) * 2 % most.Raw();
+/// An amount up to `most`, small ones as likely as large ones.
+Currency AnyAmount(std::mt19937_64& chance, Currency most) {
+  if (chance() % 4 == 0) return most;
+  const auto any = static_cast<std::int64_t>((chance() >> chance() % 64));
+  return Currency::FromRaw(any % (most.Raw() / 2) * 2 % most.Raw());
 }
 
 /// Puts any value that its row allows into a slot of money.
 void DrawSlot(const FieldRow& row, int index, std::mt19937_64& chance, std::string& bytes) {
+  const bool below = row.Limits.Low < 0 && chance() % 4 == 0;
+  const auto most = Currency::FromRaw(below ? -row.Limits.Low : row.Limits.High);
+  const Currency amount = AnyAmount(chance, most);
   Record slot;
-  const Currency low = Currency::FromRaw(row.Limits.Low);
-  const Currency high = Currency::FromRaw(row.Limits.High);
-  const bool below = low < 0 && chance() % 4 == 0;
-  const std::int64_t raw = AnyRaw(chance, below ? -low : high);
-  slot.PutMoney(0, Currency::FromRaw(below ? -raw : raw));
-  const std::size_t at = (static_cast<unsigned>(row.Record + index / row.PerRecord) - 1) * 256 +
-                         static_cast<unsigned>(row.Offset + index % row.PerRecord * 8);
-  bytes.replace(at, 8, reinterpret_cast<const char*>(slot.Bytes()), 8);
+  slot.PutMoney(0, below ? -amount : amount);
+  bytes.replace(At(row.Record + index / row.PerRecord, row.Offset + index % row.PerRecord * 8), 8,
+                reinterpret_cast<const char*>(slot.Bytes()), 8);
 }
 
 /// The fields of a game as bytes of a file.
 std::string FieldsAsBytes(GameState& game = Game) {
   std::vector<Record> records(kFixedRecords);
-  PutFields(GameFields(), game, records);
-  PutFields(WindowFields(), game, records);
-  return BytesOf(records);
+  for (const auto rows : {GameFields(), WindowFields()}) PutFields(rows, game, records);
+  return {reinterpret_cast<const char*>(records.data()), records.size() * kRecordSize};
 }
 
 class GameFile : public FolderTest {
@@ -82,6 +66,18 @@ class GameFile : public FolderTest {
     ClearScript();
     LayDownDefaults();
     Shown.clear();
+  }
+
+  void OpenSession() {
+    Restart();
+    OpenLastSession();
+  }
+
+  /// Saves the game and opens it in a fresh program.
+  void SaveAndOpen() {
+    SaveGame(folder_ / "a.crp");
+    Restart();
+    OpenGame(folder_ / "a.crp", true);
   }
 
   /// Rolls with random bets on the table.
@@ -137,43 +133,37 @@ struct Fill {
   void operator()(NumberText f) const { *f.Text = std::to_string(N) + ".5"; }
 };
 
-const void* AddressOf(FieldPointer field) {
-  struct Address {
-    const void* operator()(DicePair dice) const { return dice.First; }
-    const void* operator()(NumberText number) const { return number.Text; }
-    const void* operator()(const void* single) const { return single; }
-  };
-  return std::visit(Address(), field);
-}
+struct Address {
+  const void* operator()(DicePair dice) const { return dice.First; }
+  const void* operator()(NumberText number) const { return number.Text; }
+  const void* operator()(const void* single) const { return single; }
+};
 
 TEST_F(GameFile, EveryFieldHasAPlaceOfItsOwnAndComesBack) {
   const auto filled = std::make_unique<GameState>();
   std::vector<bool> used(kFixedRecords * kRecordSize);
   std::set<const void*> fields;
   std::int64_t n = 0;
-  for (const auto rows : {WindowFields(), GameFields()}) {
+  for (const auto rows : {WindowFields(), GameFields()})
     for (const FieldRow& row : rows) {
       const int width = row.Form == SlotForm::TextSlot ? row.TextWidth : WidthOf(row.Form);
       for (int index = 0; index < row.Count; ++index) {
         const FieldPointer field = row.Field(*filled, index);
         std::visit(Fill{row, ++n}, field);
-        EXPECT_TRUE(fields.insert(AddressOf(field)).second || row.Name == "EventsLogActive")
-            << row.Name << " " << index;
+        const std::string name = std::string(row.Name) + " " + std::to_string(index);
+        const bool own = fields.insert(std::visit(Address(), field)).second;
+        EXPECT_TRUE(own || row.Name == "EventsLogActive") << name;
         const int offset = row.Offset + index % row.PerRecord * width;
-        const auto slot = used.begin() + (row.Record + index / row.PerRecord - 1) * 256 + offset;
-        EXPECT_LE(offset + width, 256) << row.Name;
-        EXPECT_EQ(std::count(slot, slot + width, true), 0) << row.Name << " " << index;
+        const auto slot = used.begin() + At(row.Record + index / row.PerRecord, offset);
+        EXPECT_TRUE(offset + width <= 256 && std::count(slot, slot + width, true) == 0) << name;
         std::fill_n(slot, width, true);
       }
     }
-  }
   std::string bytes = FieldsAsBytes(*filled);
-  bytes.replace((kOwnFieldsRecord - 1) * kRecordSize + kOwnFieldsOffset, kOwnFieldsMarker.size(),
-                kOwnFieldsMarker);
+  bytes.replace(At(kOwnFieldsRecord, kOwnFieldsOffset), kOwnFieldsMarker.size(), kOwnFieldsMarker);
   const RecordFile file = ReadRecords(folder_.Write("filled", bytes), kFixedRecords);
   const auto read = std::make_unique<GameState>();
-  TakeFields(WindowFields(), file, *read);
-  TakeFields(GameFields(), file, *read);
+  for (const auto rows : {WindowFields(), GameFields()}) TakeFields(rows, file, *read);
   EXPECT_TRUE(FieldsAsBytes(*read) == FieldsAsBytes(*filled));
 }
 
@@ -196,11 +186,8 @@ TEST_F(GameFile, FieldsStandWhereOtherReadersLookForThem) {
   Game.Die2 = 5;
   Game.ChipStackName[4] = "four";
   const std::string bytes = FieldsAsBytes();
-  struct Place {
-    unsigned Record, Offset, Width;
-    std::int64_t Value;
-  };
-  for (const Place& place : std::initializer_list<Place>{
+  using Place = std::tuple<int, int, unsigned, std::int64_t>;
+  for (const auto& [record, offset, width, expected] : std::initializer_list<Place>{
            {13, 24, 8, 30'000},   {26, 200, 8, 2'000'000},  {20, 8, 8, 77},
            {44, 200, 8, 460'000}, {45, 56, 8, 90'000},      {47, 6, 2, 0xFFFF},
            {59, 240, 8, 210'000}, {135, 40, 8, 50'000},     {244, 2, 2, 0xFFFC},
@@ -208,12 +195,9 @@ TEST_F(GameFile, FieldsStandWhereOtherReadersLookForThem) {
            {16, 70, 2, 0xFFFF},   {8, 220, 4, 1},           {8, 232, 4, 4},
            {14, 80, 8, 650'000},  {542, 80, 4, 0x72756F66}, {48, 0, 8, 5000 * 2},
            {51, 32, 8, -10'000},  {11, 56, 8, 500}}) {
-    std::uint64_t value = 0;
-    for (unsigned i = place.Width; i-- > 0;)
-      value = value << 8 |
-              static_cast<unsigned char>(bytes[(place.Record - 1) * 256 + place.Offset + i]);
-    EXPECT_EQ(static_cast<std::int64_t>(value), place.Value)
-        << "record " << place.Record << " offset " << place.Offset;
+    std::int64_t value = 0;
+    std::memcpy(&value, &bytes[At(record, offset)], width);
+    EXPECT_EQ(value, expected) << "record " << record << " offset " << offset;
   }
 }
 
@@ -228,7 +212,7 @@ TEST_F(GameFile, AGameComesBackAndPlaysOnTheSame) {
   const int rngState = Game.RngState;
   SeedDice(99);
   Play(200, 2);
-  const auto played = std::make_unique<GameState>(Game);
+  const StateOfPlay played;
 
   Restart();
   Play(10, 3);
@@ -247,11 +231,7 @@ TEST_F(GameFile, AGameComesBackAndPlaysOnTheSame) {
 
   SeedDice(99);
   Play(200, 2);
-  EXPECT_TRUE(FieldsOf(static_cast<TableState&>(Game)) ==
-              FieldsOf(static_cast<TableState&>(*played)));
-  EXPECT_TRUE(FieldsOf(static_cast<Tallies&>(Game)) == FieldsOf(static_cast<Tallies&>(*played)));
-  EXPECT_TRUE(FieldsOf(static_cast<GraphState&>(Game)) ==
-              FieldsOf(static_cast<GraphState&>(*played)));
+  EXPECT_TRUE(StateOfPlay() == played);
 }
 
 TEST_F(GameFile, WithoutOurMarkerOurFieldsTakeTheirDefaults) {
@@ -263,8 +243,7 @@ TEST_F(GameFile, WithoutOurMarkerOurFieldsTakeTheirDefaults) {
   EXPECT_EQ(Game.LogTopLine, 50);
   bytes[17 * 256 + 48] = 'x';
   OpenGame(folder_.Write("b.crp", bytes), true);
-  EXPECT_EQ(Game.LogTopLine, 1);
-  EXPECT_TRUE(Game.ColorPrint);
+  EXPECT_TRUE(Game.LogTopLine == 1 && Game.ColorPrint);
   EXPECT_EQ(Game.OddsMultiple, Game.OddsAllowed68);
 }
 
@@ -282,9 +261,7 @@ TEST_F(GameFile, CountersThatContradictEachOtherBeginAnew) {
 }
 
 TEST_F(GameFile, ADamagedFileIsOpenedOnlyWhenThePlayerWantsTo) {
-  std::string bytes = SaveBusyGame(20);
-  bytes += '\0';
-  const std::string path = folder_.Write("a.crp", bytes);
+  const std::string path = folder_.Write("a.crp", SaveBusyGame(20) + '\0');
   const Currency bankroll = Bankroll();
   NewGame(false);
   OpenGame(path, true);  // the answer by rule is No
@@ -342,8 +319,7 @@ TEST_F(GameFile, NoRollOverflowsWithinTheLimits) {
     Game.LastErrorText.clear();
     for (int roll = 0; roll < 12 && Abs(Bankroll()) <= kRollingLimit; ++roll) {
       for (int bet = 0; bet < 20; ++bet)
-        Put(static_cast<int>(chance() % LastBet) + 1,
-            Currency::FromRaw(AnyRaw(chance, kMostMoney)));
+        Put(static_cast<int>(chance() % LastBet) + 1, AnyAmount(chance, kMostMoney));
       RollDice();
       ASSERT_EQ(Game.LastErrorText, "");
     }
@@ -387,32 +363,25 @@ TEST_F(GameFile, TellsOfMissingAndChangedCompanions) {
   const std::string glg = folder_.Write("g.glg", "x");
   const std::string log = folder_.Write("l.txt", "x");
   SaveProbabilityFile(folder_ / "p.prb");
-  const auto inUse = [&] {
-    OpenScript(folder_ / "my.bet");
-    Game.DiceRollFile = tape;
-    Game.RecorderStatus = Playback;
-    Game.DiceFilePos = 2;
-    Game.GamesLogFile = glg;
-    Game.EventsLogFile = log;
-    LoadProbabilityFile(folder_ / "p.prb");
-    Game.ProbMatrix[1][2][1] += 5;
-  };
-  inUse();
-  SaveGame(folder_ / "a.crp");
-  Restart();
-  OpenGame(folder_ / "a.crp", true);
+  OpenScript(folder_ / "my.bet");
+  Game.DiceRollFile = tape;
+  Game.RecorderStatus = Playback;
+  Game.DiceFilePos = 2;
+  Game.GamesLogFile = glg;
+  Game.EventsLogFile = log;
+  LoadProbabilityFile(folder_ / "p.prb");
+  Game.ProbMatrix[1][2][1] += 5;
+  SaveAndOpen();
   EXPECT_TRUE(TakeShown().empty());
-  EXPECT_EQ(Game.RecorderStatus, Playback);
-  EXPECT_EQ(Game.DiceFilePos, 2);
+  EXPECT_EQ(std::pair(Game.RecorderStatus, Game.DiceFilePos), std::pair(+Playback, 2));
   EXPECT_EQ(Game.PrbFileName, folder_ / "p.prb");
 
-  const auto told = [](const std::string& kind, const std::string& happened,
-                       const std::string& path, const std::string& title) {
-    return ShownMessage{"The following " + kind + " (that was in use when this game was saved) " +
-                            happened + ":\n\n" + path,
-                        title, kTopicFiles, OkStop};
+  const auto told = [](const std::string& kind, const char* happened, const std::string& path,
+                       const char* title) {
+    const std::string which = kind + " (that was in use when this game was saved) ";
+    return Stop(title, kTopicFiles, "The following " + which + happened + ":\n\n" + path);
   };
-  const std::string changed = "has been changed", gone = "was not found";
+  const auto changed = "has been changed", gone = "was not found";
   const std::string script = folder_ / "my.bet", matrix = folder_ / "p.prb";
   for (const fs::path path : {script, tape, matrix, log})
     fs::last_write_time(path, fs::last_write_time(path) + std::chrono::hours(30));
@@ -423,24 +392,21 @@ TEST_F(GameFile, TellsOfMissingAndChangedCompanions) {
                          told("Probability file", changed, matrix, "Altered Probability File"),
                          told("Events Log", changed, log, "Changed Events Log")}));
   EXPECT_EQ(Game.ScrCount, 6);
-  EXPECT_EQ(Game.DiceRollFile, tape);
+  EXPECT_EQ(std::pair(Game.DiceRollFile, Game.DiceFilePos), std::pair(tape, 1));
   EXPECT_EQ(Game.RecorderStatus, RecorderOff);
-  EXPECT_EQ(Game.DiceFilePos, 1);
 
   for (const std::string& path : {script, tape, matrix, log, glg}) fs::remove(path);
   OpenGame(folder_ / "a.crp", true);
+  const std::string instead = "\n\nThe default Games Log will be opened instead:\n\n";
   EXPECT_EQ(
       TakeShown(),
-      (std::vector{told("Auto-Bet file", gone, script, "Missing Auto-Bet File"),
-                   told("Dice Roll file", gone, tape, "Missing Dice Roll File"),
-                   told("Probability file", gone, matrix, "Missing Probability File"),
-                   told("Games Log", gone,
-                        glg + "\n\nThe default Games Log will be opened instead:\n\n" +
-                            folder_ / "default.glg",
-                        "Missing Games Log"),
-                   ShownMessage{"The Events Log that was open when this game\nwas saved, was not "
-                                "found.",
-                                "Missing Events Log", kTopicFiles, OkStop}}));
+      (std::vector{
+          told("Auto-Bet file", gone, script, "Missing Auto-Bet File"),
+          told("Dice Roll file", gone, tape, "Missing Dice Roll File"),
+          told("Probability file", gone, matrix, "Missing Probability File"),
+          told("Games Log", gone, glg + instead + folder_ / "default.glg", "Missing Games Log"),
+          Stop("Missing Events Log", kTopicFiles,
+               "The Events Log that was open when this game\nwas saved, was not found.")}));
   EXPECT_EQ(Game.ScrCount, 0);
   EXPECT_EQ(Game.DiceRollFile + Game.PrbFileName, "");
   EXPECT_EQ(Game.EventsLogFile, folder_ / "Events Log.txt");
@@ -450,8 +416,7 @@ TEST_F(GameFile, TellsOfMissingAndChangedCompanions) {
   folder_.Write("my.bet", "no script");
   folder_.Write("p.prb", "no matrix");
   OpenGame(folder_ / "a.crp", true);
-  EXPECT_EQ(Game.ScrCount, 0);
-  EXPECT_EQ(Game.PrbFileName, "");
+  EXPECT_EQ(std::pair(Game.ScrCount, Game.PrbFileName), std::pair(0, std::string()));
   SaveGame(folder_ / "b.crp");
   Shown.clear();
   OpenGame(folder_ / "b.crp", true);
@@ -470,9 +435,9 @@ TEST_F(GameFile, NothingElseBeginsWhileTheLoadTellsOfACompanion) {
     ++told;
     RollDice();
     OpenGame(folder_ / "a.crp", true);
-    EXPECT_EQ(Game.LastFileResult, 0);
+    const int opened = std::exchange(Game.LastFileResult, -1);
     SaveGame(folder_ / "a.crp");
-    EXPECT_EQ(Game.LastFileResult, 0);
+    EXPECT_EQ(std::pair(opened, Game.LastFileResult), std::pair(0, 0));
   };
   OpenGame(folder_ / "a.crp", true);
   EXPECT_EQ(std::pair(told, Game.RollCount[0]), std::pair(1, rolls));
@@ -487,8 +452,7 @@ TEST_F(GameFile, NothingElseBeginsWhileTheLoadTellsOfACompanion) {
   const std::string stood = FieldsAsBytes();
   OpenGame(folder_ / "a.crp", true);
   EXPECT_EQ(std::pair(Game.LastFileResult, Game.ScrCount), std::pair(-1, 6));
-  EXPECT_TRUE(FieldsAsBytes() == stood && stood != before);
-  EXPECT_FALSE(Game.RollInProgress);
+  EXPECT_TRUE(FieldsAsBytes() == stood && stood != before && !Game.RollInProgress);
 }
 
 TEST_F(GameFile, WhatIsNoFileIsRefusedWithoutWaitingForIt) {
@@ -496,8 +460,7 @@ TEST_F(GameFile, WhatIsNoFileIsRefusedWithoutWaitingForIt) {
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   OpenLastSession();
   EXPECT_EQ(TakeOnlyMessage().Text, FileText(pipe, "can't be read: it isn't a file."));
-  EXPECT_FALSE(CloseSession());
-  EXPECT_TRUE(fs::is_fifo(pipe));
+  EXPECT_TRUE(!CloseSession() && fs::is_fifo(pipe));
   // The output file of a script, too.
   SaveGame(folder_ / "a.crp");
   std::string bytes = WithoutChecksum(folder_.Read("a.crp"));
@@ -516,10 +479,8 @@ TEST_F(GameFile, NamesThatTheFieldCannotHold) {
   LoadScript(kScriptText);
   CloseSession();
   EXPECT_EQ(Game.LastFileResult, static_cast<int>(FileLength(Game.DataPath + "default.crp")));
-  Restart();
-  OpenLastSession();
-  EXPECT_EQ(TakeShown(), std::vector<ShownMessage>());
-  EXPECT_EQ(Game.ScrCount, 6);
+  OpenSession();
+  EXPECT_EQ(std::pair(TakeShown(), Game.ScrCount), std::pair(std::vector<ShownMessage>(), 6));
   EXPECT_EQ(Game.GamesLogFile, name + "/default.glg");
 
   // A file that nobody knows by name any more is looked for, unless two would be kept alike.
@@ -528,9 +489,7 @@ TEST_F(GameFile, NamesThatTheFieldCannotHold) {
   for (const std::string& file :
        {folder + "\u0431\u0430\u043D\u043A.bet", folder + std::string(120, 's') + ".bet"}) {
     SaveScript(file);
-    SaveGame(folder_ / "a.crp");
-    Restart();
-    OpenGame(folder_ / "a.crp", true);
+    SaveAndOpen();
     EXPECT_EQ(TakeShown(), std::vector<ShownMessage>());
     EXPECT_EQ(Game.AutoBetFile, file);
   }
@@ -555,19 +514,17 @@ TEST_F(GameFile, TheLastSessionComesBackWithItsWindowsAndWhatWasNotSaved) {
   SaveGame(folder_ / "mine.crp");
   EXPECT_FALSE(fs::exists(folder_ / "default.bet"));
   CloseSession();
-  EXPECT_TRUE(Game.GameFileName.empty());
-  EXPECT_TRUE(Game.AutoBetFile.empty() && Game.PrbFileName.empty() && Game.ProbabilityChanged);
+  EXPECT_EQ(Game.GameFileName + Game.AutoBetFile + Game.PrbFileName, "");
+  EXPECT_TRUE(Game.ProbabilityChanged);
   EXPECT_FALSE(fs::exists(folder_ / "active.tmp"));
 
   Restart();
   OpenGame(folder_ / "mine.crp", true);
   EXPECT_EQ(Game.WindowPlaces[BankrollWindow], WindowPlace()) << "only the last session's";
   EXPECT_EQ(Game.ScrCount, 0) << "nothing but that session keeps what isn't saved";
-  Restart();
-  OpenLastSession();
+  OpenSession();
   EXPECT_EQ(TakeShown(), std::vector<ShownMessage>());
-  EXPECT_EQ(Bet(Field), Currency(25));
-  EXPECT_EQ(Game.ScrCount, 6);
+  EXPECT_EQ(std::pair(Bet(Field), Game.ScrCount), std::pair(Currency(25), 6));
   EXPECT_EQ(Game.AutoBetFile, folder_ / "default.bet");
   EXPECT_TRUE(Game.ProbMatrix == matrix);
   EXPECT_EQ(Game.WindowPlaces[BankrollWindow], (WindowPlace{-1, 10, 20, 300, 200}));
@@ -577,36 +534,32 @@ TEST_F(GameFile, TheLastSessionComesBackWithItsWindowsAndWhatWasNotSaved) {
   // Changed again and never saved by the player, it is kept again.
   InsertLine(1, ReadLine("' a remark"));
   CloseSession();
-  Restart();
-  OpenLastSession();
+  OpenSession();
   EXPECT_EQ(Game.ScrCount, 7);
 
   folder_.Write("default.crp", "of another program");
-  Restart();
-  OpenLastSession();
+  OpenSession();
   EXPECT_TRUE(Shown.empty());
   EXPECT_EQ(Bankroll(), Currency(500));
 }
 
 TEST_F(GameFile, ClosingTellsWhatItCannotKeep) {
-  struct Case {
-    const char* File;
-    void (*Change)();
-  };
-  for (const Case& at : {Case{"default.bet", [] { LoadScript(kScriptText); }},
-                         Case{"default.prb", [] { Game.ProbabilityChanged = true; }},
-                         Case{"HotKeys.dta", [] { SaveHotKeys(); }}, Case{"default.crp", [] {}}}) {
+  using Case = std::pair<std::string, void (*)()>;
+  for (const auto& [file, change] :
+       {Case{"default.bet", [] { LoadScript(kScriptText); }},
+        Case{"default.prb", [] { Game.ProbabilityChanged = true; }},
+        Case{"HotKeys.dta", [] { SaveHotKeys(); }}, Case{"default.crp", [] {}}}) {
     Restart();
     Game.ProbabilityChanged = false;
     fs::remove_all(folder_ / "default.crp");
-    fs::create_directories(folder_ / at.File);
-    at.Change();
+    fs::create_directories(folder_ / file);
+    change();
     Shown.clear();
-    EXPECT_FALSE(CloseSession()) << at.File;
-    EXPECT_TRUE(TakeOnlyMessage().Text.starts_with(at.File));
-    EXPECT_EQ(fs::is_regular_file(folder_ / "default.crp"), at.File != std::string("default.crp"));
-    fs::remove(folder_ / at.File);
-    EXPECT_TRUE(CloseSession()) << at.File;
+    EXPECT_FALSE(CloseSession()) << file;
+    EXPECT_TRUE(TakeOnlyMessage().Text.starts_with(file));
+    EXPECT_EQ(fs::is_regular_file(folder_ / "default.crp"), file != "default.crp");
+    fs::remove(folder_ / file);
+    EXPECT_TRUE(CloseSession()) << file;
   }
 }
 
@@ -658,19 +611,14 @@ TEST_F(GameFile, NothingIsWrittenWhereThePlayerHasNotChosen) {
   Game.DataPath = folder_ / "data/";
   LoadScript("While . . .\nNext roll is a come-out roll\nthen . . .\nOutput to file. New line.\n");
   LogEverything();
-  const auto nameFiles = [&] {
-    Game.EventsLogFile = folder_ / "elsewhere/log.txt";
-    Game.DiceRollFile = folder_.Write("elsewhere/t.rol", "\x24");
-    Game.RecorderStatus = Recording;
-    Game.DiceFilePos = 2;
-    Game.AutoBetOutputFile = folder_ / "elsewhere/out.txt";
-  };
+  Game.EventsLogFile = folder_.Write("elsewhere/log.txt", "");
+  Game.DiceRollFile = folder_.Write("elsewhere/t.rol", "\x24");
+  Game.RecorderStatus = Recording;
+  Game.DiceFilePos = 2;
+  Game.AutoBetOutputFile = folder_ / "elsewhere/out.txt";
   SaveScript(folder_ / "game/s.bet");
-  folder_.Write("elsewhere/log.txt", "");
-  nameFiles();
   Game.AutoBetActive = 1;
   SaveGame(folder_ / "game/a.crp");
-  fs::remove(folder_ / "elsewhere/log.txt");
   const auto open = [&] {
     folder_.Write("elsewhere/log.txt", "");
     OpenGame(folder_ / "game/a.crp", true);
@@ -682,10 +630,9 @@ TEST_F(GameFile, NothingIsWrittenWhereThePlayerHasNotChosen) {
   NewGame(true);  // would clear the log
   Game.Point = 0;
   RollNamedDice(1, 2);
-  std::vector<ShownMessage> asked = TakeShown();
-  ASSERT_EQ(asked.size(), 3U);
-  for (const ShownMessage& question : asked)
-    EXPECT_EQ(question.Title, "File Outside the Folder of the Game");
+  const auto asked = TakeShown();
+  EXPECT_EQ(asked.size(), 3U);
+  for (const auto& ask : asked) EXPECT_EQ(ask.Title, "File Outside the Folder of the Game");
   EXPECT_EQ(Game.EventsLogFile, folder_ / "data/Events Log.txt");
   EXPECT_GT(FileLength(Game.EventsLogFile), 50U);
   EXPECT_EQ(folder_.Read("elsewhere/log.txt") + folder_.Read("elsewhere/t.rol"), "\x24");
@@ -726,8 +673,7 @@ TEST_F(GameFile, AScriptThatResetsTheTableKeepsTheGame) {
   now += 499;
   EXPECT_FALSE(keeps(true));
   now += 1;
-  EXPECT_TRUE(keeps(true));
-  EXPECT_TRUE(keeps(false));
+  EXPECT_TRUE(keeps(true) && keeps(false));
 }
 
 // --- Failures ---
@@ -742,9 +688,8 @@ TEST_F(GameFile, AFailedSaveTellsAndLeavesTheOldFileWhole) {
     Shown.clear();
     SaveGame(target);
     EXPECT_EQ(Game.LastFileResult, -1) << target;
-    EXPECT_EQ(TakeOnlyMessage(),
-              (ShownMessage{FileFailureText(target, "written"), "Unable to Save Kelvanor Game File",
-                            kTopicFiles, OkStop}));
+    EXPECT_EQ(TakeOnlyMessage(), Stop("Unable to Save Kelvanor Game File", kTopicFiles,
+                                      FileFailureText(target, "written")));
     EXPECT_TRUE(Game.GameChanged);
     EXPECT_EQ(Game.GameFileName, "before");
     EXPECT_TRUE(folder_.Read("a.crp") == bytes);
@@ -771,8 +716,7 @@ TEST_F(GameFile, ALoadForgetsHalfDoneThrowsAndAllowsTheBankrollItFinds) {
   Game.PendingDie1 = Game.PendingDie2 = 6;
   OpenGame(folder_ / "a.crp", true);
   EXPECT_FALSE(Game.ManualRollPending);
-  EXPECT_EQ(Bankroll(), Currency(-50));
-  EXPECT_TRUE(Game.NegBankroll);
+  EXPECT_EQ(std::pair(Bankroll(), Game.NegBankroll), std::pair(Currency(-50), true));
 }
 
 }  // namespace

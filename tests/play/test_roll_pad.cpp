@@ -1,7 +1,5 @@
 #include "play/roll_pad.h"
 
-#include <map>
-
 #include "dice/generators.h"
 #include "support/table_fixture.h"
 
@@ -37,8 +35,8 @@ TEST_F(RollPad, TotalsAreDrawnFromAllThatMakeThemAndTheGeneratorsStayAsTheyWere)
 }
 
 TEST_F(RollPad, DigitsMakeThrows) {
-  for (int display = 0; display < kPadDisplays; ++display) {
-    for (int first = 0; first <= 9; ++first) {
+  for (int display = 0; display < kPadDisplays; ++display)
+    for (int first = 0; first <= 9; ++first)
       for (int second = 0; second <= 9; ++second) {
         PadEntry entry;
         const std::optional<NamedThrow> one = entry.TakeDigit(display, first);
@@ -56,12 +54,9 @@ TEST_F(RollPad, DigitsMakeThrows) {
           EXPECT_EQ(waits, first >= 1 && first <= 6 ? first : 0);
           const bool face = second >= 1 && second <= 6;
           const std::optional<NamedThrow> two = entry.TakeDigit(display, second);
-          EXPECT_EQ(two,
-                    waits > 0 && face ? std::optional(NamedThrow{waits, second}) : std::nullopt);
+          EXPECT_EQ(two, waits && face ? std::optional(NamedThrow{waits, second}) : std::nullopt);
         }
       }
-    }
-  }
 }
 
 }  // namespace

@@ -1,24 +1,13 @@
 // The program from its start to the table, and its closing.
-#include <array>
-#include <filesystem>
-#include <fstream>
 
-#include "play/roll_cycle.h"
 #include "play/start_up.h"
-#include "support/scratch_folder.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr int kYes = 1;
-constexpr int kNo = 2;
-
 class StartUpTest : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  StartUpTest() {
     for (const std::string& folder : {Program, Data}) fs::create_directory(folder);
   }
 
@@ -37,19 +26,16 @@ TEST_F(StartUpTest, AFreshProgramStandsAtItsDefaults) {
                                 Game.BankrollLow, Game.BetsAfterRoll[BankrollIndex]})
     EXPECT_EQ(amount, Currency(500));
   EXPECT_EQ(Bet(Field), Currency(0));
-  EXPECT_EQ((std::array{Game.Die1, Game.Die2, Game.RollTotal, Game.Point}),
-            (std::array{3, 4, 7, 0}));
+  EXPECT_EQ(std::tuple(Game.Die1, Game.Die2, Game.RollTotal, Game.Point), std::tuple(3, 4, 7, 0));
   EXPECT_EQ(Game.RngChoice, Rng1Mt);
-  EXPECT_GE(Game.LastSeed, 1'234'567) << "seeded from the clock";
-  EXPECT_LT(Game.LastSeed, 1'234'667);
+  EXPECT_TRUE(Game.LastSeed >= 1'234'567 && Game.LastSeed < 1'234'667) << "seeded from the clock";
   EXPECT_EQ(Game.GamesLogFile, Data + "default.glg");
   EXPECT_EQ(Game.EventsLogFile, Data + "Events Log.txt");
   EXPECT_EQ(Game.OddsMultiple, Game.OddsAllowed68);
   EXPECT_EQ(Game.StickPerson, 0) << "nothing ships in this folder";
   EXPECT_EQ(Game.LastErrorText, "");
   for (int id = 1; id <= LastBet; ++id) {
-    const bool rests =
-        (id >= Come4Odds && id <= Buy10) || id == 44 || id == 45 || id == 47 || id == 48;
+    const bool rests = (id >= Come4Odds && id <= Buy10) || (id >= 44 && id <= 48 && id != 46);
     for (const auto& states : {Game.ComeOutWorking, Game.BetWorking, Game.BetWorkingPrev})
       EXPECT_EQ(states[id], rests ? NotWorking : Working) << id;
   }
@@ -65,8 +51,7 @@ TEST_F(StartUpTest, SoundSetsAreFoundAndTheFirstPersonCalls) {
   AfterTableShown();
   Game.Point = 4;
   AfterTableShown();
-  EXPECT_EQ(SoundsPlayed,
-            (std::vector<std::string>{Program + "Otto18.stk", Program + "Otto17.stk"}));
+  EXPECT_THAT(SoundsPlayed, testing::ElementsAre(Program + "Otto18.stk", Program + "Otto17.stk"));
   EXPECT_TRUE(TakeShown().empty());
 }
 
@@ -101,30 +86,26 @@ TEST_F(StartUpTest, AutoBetAndHyperDriveAreAskedForInTurn) {
   const ShownMessage autoBet = {"Do you want to interrupt Auto-Betting? ", "Auto-Bet Active", 0,
                                 YesNo};
   const ShownMessage hyper = {"Do you want to stop Hyper-Drive?", "Hyper-Drive Active", 0, YesNo};
-  const struct {
-    bool AutoBet, HyperDrive;
-    std::vector<int> Answers;
-    bool Closes;
-    std::vector<ShownMessage> Asked;
-  } cases[] = {{false, false, {}, true, {}},
-               {true, true, {kYes, kYes}, true, {autoBet, hyper}},
-               {true, true, {kYes, kNo}, false, {autoBet, hyper}},
-               {true, false, {kNo}, false, {autoBet}},
-               {false, true, {kNo}, false, {hyper}},
-               {false, true, {kYes}, true, {hyper}}};
-  for (const auto& c : cases) {
-    Game.AutoBetRunning = c.AutoBet;
-    Game.HyperDriveOn = c.HyperDrive;
+  using Planned = std::deque<PlannedAnswer>;
+  const std::tuple<bool, bool, Planned, bool, std::vector<ShownMessage>> cases[] = {
+      // clang-format off
+      {false, false, {}, true, {}}, {true, true, {kYes, kYes}, true, {autoBet, hyper}},
+      {true, true, {kYes, kNo}, false, {autoBet, hyper}}, {true, false, {kNo}, false, {autoBet}},
+      {false, true, {kNo}, false, {hyper}}, {false, true, {kYes}, true, {hyper}}};
+  // clang-format on
+  for (const auto& [running, hyperDrive, answers, closes, questions] : cases) {
+    Game.AutoBetRunning = running;
+    Game.HyperDriveOn = hyperDrive;
     Game.KeepRolling = true;
-    for (const int button : c.Answers) Answers.push_back({button, false, "", ""});
+    Answers = answers;
     bool stored = false;
-    EXPECT_EQ(MayClose([&] { stored = true; }), c.Closes);
-    EXPECT_EQ(stored, c.Closes);
+    EXPECT_EQ(MayClose([&] { stored = true; }), closes);
+    EXPECT_EQ(stored, closes);
     std::vector<ShownMessage> asked = TakeShown();
     for (ShownMessage& message : asked) message.HelpTopic = 0;
-    EXPECT_EQ(asked, c.Asked);
-    const bool interrupted = !c.Answers.empty() && c.Answers[0] == kYes;
-    EXPECT_EQ(Game.AutoBetRunning, c.AutoBet && !interrupted);
+    EXPECT_EQ(asked, questions);
+    const bool interrupted = !answers.empty() && answers[0].Button == kYes.Button;
+    EXPECT_EQ(Game.AutoBetRunning, running && !interrupted);
     EXPECT_EQ(Game.KeepRolling, !interrupted);
   }
 }
@@ -132,7 +113,7 @@ TEST_F(StartUpTest, AutoBetAndHyperDriveAreAskedForInTurn) {
 TEST_F(StartUpTest, ARunThatEndsInItsTurnIsNotAskedFor) {
   Game.AutoBetRunning = Game.HyperDriveOn = true;
   TheHost.Yield = [] { Game.HyperDriveOn = false; };
-  Answers = {{kYes, false, "", ""}};
+  Answers = {kYes};
   EXPECT_TRUE(MayClose(nullptr));
   EXPECT_EQ(TakeShown().size(), 1U);
 }

@@ -1,13 +1,8 @@
 // One game that has every kind of line in its log, against the words worked out by hand.
-#include <algorithm>
-#include <fstream>
 #include <iterator>
 
 #include "bets/bankroll.h"
-#include "bets/make_bet.h"
-#include "bets/new_game.h"
 #include "dice/tape.h"
-#include "play/roll_cycle.h"
 #include "stats/events_log_view.h"
 #include "support/table_fixture.h"
 
@@ -17,8 +12,7 @@ enum Settling { TakeOrLeave, SameAgain, SameAgainAfterLoss, PressDoubleIt, Parla
 
 class WholeLog : public FolderTest {
  protected:
-  void SetUp() override {
-    FolderTest::SetUp();
+  WholeLog() {
     LogEverything();
     Game.KeepLatestRollOnTop = true;
     Game.ReSeed = false;

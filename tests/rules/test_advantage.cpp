@@ -1,15 +1,12 @@
 // What bets are worth: figures known from the game, and a walk through throws and points that goes
 // its own way.
-#include <gtest/gtest.h>
+#include "rules/advantage.h"
 
 #include <cmath>
-#include <map>
 #include <optional>
-#include <random>
-#include <vector>
 
-#include "rules/advantage.h"
-#include "rules/defaults.h"
+#include "support/random_rules.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -24,9 +21,7 @@ Real ChanceOf(int die1, int die2, bool skewed) {
   return Game.ProbMatrix[1][column][row] / Real(100'000);
 }
 
-Real Pays(int record) {
-  return Real(Game.Payoff[record].Win.Raw()) / Game.Payoff[record].Per.Raw();
-}
+Real Pays(int at) { return Real(Game.Payoff[at].Win.Raw()) / Game.Payoff[at].Per.Raw(); }
 
 /// A part of the stake wins at a record, the others are lost; in whole numbers, to find a push.
 Real PaysPart(int record, int parts) {
@@ -54,8 +49,7 @@ Real Prop(bool wins, int bet) { return wins ? Pays(bet) : -1; }
 
 /// What a throw gives a bet that isn't on the line.
 Real GainOn(int bet, int die1, int die2) {
-  static const char* const kFieldOrder =
-      "11 12 13 22 14 23 15 24 33 16 25 34 26 35 44 36 45 46 55 56 66";
+  const std::string order = "11 12 13 22 14 23 15 24 33 16 25 34 26 35 44 36 45 46 55 56 66";
   const int total = die1 + die2;
   const std::string name(kBetNames[bet]);
   const std::string dice = {char('0' + std::min(die1, die2)), char('0' + std::max(die1, die2))};
@@ -66,8 +60,7 @@ Real GainOn(int bet, int die1, int die2) {
     return !number ? -1 : bet >= 37 ? BuyPays(bet) : Pays(bet);
   }
   if (name == "Field") {
-    const auto place = std::string(kFieldOrder).find(dice);
-    const PayoffRecord& record = Game.FieldPayoff[place / 3 + 1];
+    const PayoffRecord& record = Game.FieldPayoff[order.find(dice) / 3 + 1];
     return Real(record.Win.Raw()) / record.Per.Raw();
   }
   if (name.starts_with("Big")) return total == 7 ? -1 : total == name[4] - '0' ? Pays(bet) : 0;
@@ -108,8 +101,7 @@ std::optional<Real> LineGain(bool pass, int point, int total) {
 
 struct Walk {
   std::vector<std::pair<Real, Real>> Ends;  // chance and gain
-  Real Rolls = 0;
-  Real Undecided = 0;  // rolls of a line bet that go on
+  Real Rolls = 0, Undecided = 0;            // rolls in all, and those of a line bet that go on
 
   /// Rolls with a point until an end; `weight` is the chance to be there.
   void OnPoint(bool pass, int point, Real weight, bool skewed) {
@@ -132,7 +124,7 @@ struct Walk {
     const bool line = bet == 43 || bet == 45 || bet == 46 || bet == 48;
     const bool pass = bet == 43 || bet == 45;
     if (bet == 44 || bet == 47) bet = (bet == 44 ? 21 : 9) + Game.Point - Game.Point / 7;
-    for (int die1 = 1; die1 <= 6; ++die1) {
+    for (int die1 = 1; die1 <= 6; ++die1)
       for (int die2 = 1; die2 <= 6; ++die2) {
         const Real chance = ChanceOf(die1, die2, skewed);
         const auto gain = line ? LineGain(pass, 0, die1 + die2) : GainOn(bet, die1, die2);
@@ -143,7 +135,6 @@ struct Walk {
         Ends.emplace_back(chance, *gain);
         if (line) Rolls += chance;
       }
-    }
     if (!line) Rolls = 1;
   }
 
@@ -174,10 +165,9 @@ struct Walk {
 
 // --- Random rules ---
 
-class RandomRules {
+class RandomRules : public Chance {
  public:
-  explicit RandomRules(unsigned seed) : source_(seed) {}
-
+  using Chance::Chance;
   void Draw() {
     LayDownDefaults();
     for (int changes = Below(4) == 0 ? 0 : 40; changes > 0; --changes) {
@@ -201,21 +191,16 @@ class RandomRules {
   }
 
  private:
-  int Below(int limit) { return static_cast<int>(source_() % static_cast<unsigned>(limit)); }
-
   /// Now and then the sums are off, or totals are impossible: one, several, or all but one.
   void DrawMatrix() {
     const int most = 1 + Below(5600);
     const int impossible = Below(3) == 0 ? Below(1 << 13) : 0;
-    for (int column = 2; column <= 7; ++column) {
+    for (int column = 2; column <= 7; ++column)
       for (int row = column - 1; row <= 13 - column; ++row) {
         const bool never = (impossible >> (row + 1) & 1) != 0 || Below(8) == 0;
         Game.ProbMatrix[1][column][row] = never ? 0 : Below(most);
       }
-    }
   }
-
-  std::mt19937 source_;
 };
 
 TEST(Advantage, EqualsAWalkThroughThrowsAndPoints) {

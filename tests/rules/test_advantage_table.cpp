@@ -1,7 +1,5 @@
 #include "rules/advantage_table.h"
 
-#include <algorithm>
-
 #include "support/table_fixture.h"
 
 namespace {
@@ -30,7 +28,7 @@ TEST_F(AdvantageTable, ShowsPercentagesOrRollsDecisionsAndTime) {
 }
 
 TEST_F(AdvantageTable, SortsByAnyColumnWithBlankRowsLast) {
-  for (const bool descending : {false, true}) {
+  for (const bool descending : {false, true})
     for (int column = 0; column < kAdvantageColumns; ++column) {
       std::vector<AdvantageRow> rows = AdvantageRows();
       SortAdvantages(rows, column, descending);
@@ -41,7 +39,6 @@ TEST_F(AdvantageTable, SortsByAnyColumnWithBlankRowsLast) {
         return (a.Values[at] < b.Values[at]) != descending;
       })) << column;
     }
-  }
 }
 
 TEST_F(AdvantageTable, GoesToPaperAndTheClipboard) {
@@ -55,9 +52,7 @@ TEST_F(AdvantageTable, GoesToPaperAndTheClipboard) {
   EXPECT_EQ(sheet.Rows.size(), 83U + 21U);
   for (const auto& cells : sheet.Rows) {
     EXPECT_EQ(cells.size(), sheet.Headings.size());
-    if (cells[0] == "Hard 6") {
-      EXPECT_EQ(cells[1], "10 for 1");
-    }
+    EXPECT_TRUE(cells[0] != "Hard 6" || cells[1] == "10 for 1");
   }
 }
 

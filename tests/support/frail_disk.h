@@ -54,8 +54,10 @@ class FrailDisk {
   void WatchFiles();
   void WatchNames();
   bool Strikes();
+  bool Fails(bool now) const { return IsDead() || (now && fault_ == DiskFault::Error); }
   bool IsDead() const { return failed_ && (fault_ >= DiskFault::Kill); }
   bool IsInside(const std::string& path) const { return path.starts_with(folder_ + "/"); }
+  static void Make(const Change& change, std::string& bytes);
   ssize_t WriteNow(int file, const void* bytes, std::size_t count, off_t place);
   void Note(const Names& names) { since_.push_back(names); }
   static std::string Found(const Inode& inode, std::mt19937& chance);

@@ -15,8 +15,8 @@ class Chance {
   int Between(int low, int high) { return low + Below(high - low + 1); }
   bool OneIn(int times) { return Below(times) == 0; }
   template <typename T>
-  T Of(std::initializer_list<T> choices) {
-    return choices.begin()[Below(static_cast<int>(choices.size()))];
+  T Of(std::initializer_list<T> of) {
+    return of.begin()[Below(static_cast<int>(of.size()))];
   }
 
  private:

@@ -23,3 +23,16 @@ inline auto FieldsOf(const Tallies& counters) {
 inline auto FieldsOf(const GraphState& graph) {
   return std::tie(graph.BankrollHistory, graph.BankrollAverage, graph.BankrollHistoryCount);
 }
+
+/// What a game has come to.
+struct StateOfPlay {
+  TableState Table = Game;
+  Tallies Counters = Game;
+  GraphState Graph = Game;
+
+  bool operator==(const StateOfPlay& other) const {
+    return FieldsOf(Table) == FieldsOf(other.Table) &&
+           FieldsOf(Counters) == FieldsOf(other.Counters) &&
+           FieldsOf(Graph) == FieldsOf(other.Graph);
+  }
+};

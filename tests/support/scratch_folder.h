@@ -7,22 +7,23 @@
 #include <sstream>
 #include <string>
 
+namespace fs = std::filesystem;
+
 /// Empty at the start and gone at the end. Files are named within it. No two that live at a time
 /// are the same, though other processes run the same test.
 class ScratchFolder {
  public:
-  explicit ScratchFolder(const std::string& name, const std::filesystem::path& where =
-                                                      std::filesystem::temp_directory_path()) {
-    const std::filesystem::path base = where / ("kelvanor_" + name + "_");
+  explicit ScratchFolder(const std::string& name, const fs::path& in = fs::temp_directory_path()) {
+    const fs::path base = in / ("kelvanor_" + name + "_");
     int number = 0;
     do {
       path_ = base;
       path_ += std::to_string(number++);
-    } while (!std::filesystem::create_directory(path_));
+    } while (!fs::create_directory(path_));
   }
   ~ScratchFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    fs::remove_all(path_, ignored);
   }
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
@@ -42,10 +43,10 @@ class ScratchFolder {
   }
 
   std::size_t Count() const {
-    using Files = std::filesystem::directory_iterator;
+    using Files = fs::directory_iterator;
     return static_cast<std::size_t>(std::distance(Files(path_), Files()));
   }
 
  private:
-  std::filesystem::path path_;
+  fs::path path_;
 };

@@ -1,15 +1,11 @@
 #include "support/table_fixture.h"
 
+#include "bets/change_bet.h"
 #include "bets/headless_host.h"
-#include "bets/make_bet.h"
 #include "bets/settle.h"
 #include "bets/vig.h"
-#include "core/messages.h"
-#include "core/text.h"
 #include "dice/generators.h"
-#include "play/roll_cycle.h"
 #include "play/start_up.h"
-#include "rules/defaults.h"
 
 std::ostream& operator<<(std::ostream& out, const ShownMessage& message) {
   return out << "[" << message.Title << " | " << message.Text << " | topic " << message.HelpTopic
@@ -24,7 +20,20 @@ ShownMessage Notice(int classes, const std::string& title, int helpTopic, const 
   return {text, title, helpTopic, flags};
 }
 
+ShownMessage Stop(const std::string& title, int helpTopic, const std::string& text) {
+  return {text, title, helpTopic, OkStop};
+}
+
 std::ostream& operator<<(std::ostream& out, Currency amount) { return out << MoneyText(amount); }
+
+void SetChips(std::initializer_list<Currency> values) {
+  std::ranges::copy(values, Game.Bets.begin() + SmallestChip);
+}
+
+Currency MaximumOf(int betId) {
+  FigureMaxBet(betId);
+  return Game.MaxHere;
+}
 
 void SeedDice(int seed) {
   Game.ChangeRequest = seed;
@@ -37,11 +46,12 @@ void LogEverything() {
   Game.LogPassesMisses = Game.LogShooterChanges = Game.LogBankrollChanges = true;
 }
 
-void TableTest::SetUp() {
+TableTest::TableTest() { Begin(); }
+
+void TableTest::Begin() {
   StartAfresh();
   LayDownDefaults();
   Game.GamesLogFile.clear();  // tests that want a log name one
-  host_ = TheHost;
   TheHost = HeadlessHost();
   const auto answerByRule = TheHost.ShowMessage;
   TheHost.ShowMessage = [this, answerByRule](bool modal) {
@@ -68,8 +78,7 @@ void TableTest::TearDown() {
   TheHost = host_;
 }
 
-void FolderTest::SetUp() {
-  TableTest::SetUp();
+FolderTest::FolderTest() {
   Game.DataPath = Game.AppPath = folder_ / "";
   Game.GamesLogFile = folder_ / "default.glg";
   Game.EventsLogFile = folder_ / "Events Log.txt";
@@ -103,6 +112,11 @@ void TableTest::SetPoint(int point) {
 }
 
 void TableTest::Roll(int die1, int die2) { RollNamedDice(die1, die2); }
+
+void TableTest::ExpectBets(std::initializer_list<std::pair<int, Currency>> bets, int line) {
+  for (const auto& [id, sum] : bets) EXPECT_EQ(Bet(id), sum) << BetName(id) << " in line " << line;
+  ExpectBooksBalance();
+}
 
 Currency TableTest::MoneyOnTable() {
   Currency sum;

@@ -1,22 +1,40 @@
-// A table under test: defaults laid down, and a host that writes down all that it is asked.
+// A table under test: defaults laid down, and a host that writes down all that it is asked. Brings
+// along what nearly every test of a table uses: bets, rolls, messages, rules and what looks at
+// them.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <random>
+#include <set>
+#include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "bets/chips.h"
+#include "bets/consistency.h"
+#include "bets/make_bet.h"
+#include "bets/new_game.h"
 #include "core/game_state.h"
 #include "core/host.h"
+#include "core/messages.h"
+#include "core/text.h"
+#include "play/roll_cycle.h"
+#include "rules/defaults.h"
 #include "support/scratch_folder.h"
 
 /// A message as the player saw it.
 struct ShownMessage {
-  std::string Text;
-  std::string Title;
-  int HelpTopic = 0;
-  int Flags = 0;
+  std::string Text, Title;
+  int HelpTopic = 0, Flags = 0;
 
   bool operator==(const ShownMessage&) const = default;
 };
@@ -25,8 +43,17 @@ std::ostream& operator<<(std::ostream& out, const ShownMessage& message);
 /// A notice with the hide box of its classes, as the rules of bets show it.
 ShownMessage Notice(int classes, const std::string& title, int helpTopic, const std::string& text);
 
+/// What stops the player, with nothing to answer.
+ShownMessage Stop(const std::string& title, int helpTopic, const std::string& text);
+
 /// How GoogleTest prints money.
 std::ostream& operator<<(std::ostream& out, Currency amount);
+
+/// Gives the chips their values, from the smallest up.
+void SetChips(std::initializer_list<Currency> values);
+
+/// The most that may lie on a bet.
+Currency MaximumOf(int betId);
 
 /// Seeds the chosen generator.
 void SeedDice(int seed);
@@ -39,16 +66,19 @@ void LogEverything();
 struct PlannedAnswer {
   int Button = 0;
   bool Hide = false;
-  std::string FirstInput;
-  std::string SecondInput;
+  std::string FirstInput, SecondInput;
 };
+inline const PlannedAnswer kYes = {1, false, "", ""}, kNo = {2, false, "", ""};
 
 /// Starts each test with the defaults of a fresh program and a recording host, and leaves a fresh
 /// program and the old host at its end.
 class TableTest : public ::testing::Test {
  protected:
-  void SetUp() override;
+  TableTest();
   void TearDown() override;
+
+  /// Begins anew, as at the start of the test.
+  void Begin();
 
   /// Asks for a change of a bet at its own place, as a click does.
   static void Put(int betId, Currency change);
@@ -65,6 +95,10 @@ class TableTest : public ::testing::Test {
   static void Roll(int die1, int die2);
 
   static Currency Bet(int betId) { return Game.Bets[betId]; }
+
+  /// What lies on these bets, on a table whose books balance.
+  static void ExpectBets(std::initializer_list<std::pair<int, Currency>> bets,
+                         int line = __builtin_LINE());
 
   /// Bets 1 to 83 and the vig held up front, counted afresh.
   static Currency MoneyOnTable();
@@ -87,13 +121,13 @@ class TableTest : public ::testing::Test {
   std::vector<std::string> SoundsPlayed;
 
  private:
-  Host host_;
+  const Host host_ = TheHost;
 };
 
 /// A table whose files and logs lie in a folder of its own.
 class FolderTest : public TableTest {
  protected:
-  void SetUp() override;
+  FolderTest();
 
   const ScratchFolder folder_{"table"};
 };
