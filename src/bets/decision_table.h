@@ -31,6 +31,8 @@ struct DecisionStep {
 /// that runs out, and to the log.
 std::span<const DecisionStep> DecisionsOf(int prevPoint, int die1, int die2, int barDont);
 
+constexpr bool HasNone(const BetMask& bets) { return (bets[0] | bets[1]) == 0; }
+
 /// The steps of a throw, with what finds those of the bets that stand.
 struct ThrowSteps {
   const DecisionStep* Steps = nullptr;

@@ -77,6 +77,7 @@ struct Knowledge {
   KnownTrial Pays{8192, 65'536};  // there is much to learn of a full table
 
   std::array<const DecidedBets*, kRecent> Recent{};  // of this stretch, whose streaks wait
+  std::array<DecidedBets, kRecent> Joined{};         // those of rolls that were put together
   unsigned RecentCount = 0;
   std::vector<unsigned> Played;  // all that this stretch has played of whole layouts, once each
   int PlayedRolls = 0;
@@ -173,13 +174,23 @@ bool SquaresAreWhole() {
 }
 
 bool TellsOfShooter(unsigned char point, ThrowNumber thrown) {
-  return StepsOfThrow(point, FirstDieOf(thrown), SecondDieOf(thrown), Game.BarDont).Shooter !=
-         BetMask{};
+  return !HasNone(
+      StepsOfThrow(point, FirstDieOf(thrown), SecondDieOf(thrown), Game.BarDont).Shooter);
 }
 
 /// The least bankroll with which a layout's roll is known.
 std::int64_t LeastBankroll(const PartStates& before, const JoinedRoll& roll) {
   return roll.AsksForMoney ? OnTableOfParts(before).Raw() + roll.MoneyNeeded : kAnyBankroll;
+}
+
+DecidedBets DecidedOf(const JoinedRoll& roll) {
+  DecidedBets decided;
+  for (unsigned i = 0; i < roll.Moving; ++i)
+    for (unsigned word = 0; word < decided.Won.size(); ++word) {
+      decided.Won[word] |= roll.Rolls[i]->Decided.Won[word];
+      decided.Lost[word] |= roll.Rolls[i]->Decided.Lost[word];
+    }
+  return decided;
 }
 
 /// What was put together of its parts is known of the whole layout from here on.
@@ -196,11 +207,7 @@ void LearnLayoutRoll(int layout, ThrowNumber thrown, const JoinedRoll& joined) {
   KnownOutcome& outcome = known.Outcomes.emplace_back();
   outcome.Parts = joined.Rolls;
   outcome.Moving = joined.Moving;
-  for (unsigned i = 0; i < joined.Moving; ++i)
-    for (unsigned word = 0; word < outcome.Decided.Won.size(); ++word) {
-      outcome.Decided.Won[word] |= joined.Rolls[i]->Decided.Won[word];
-      outcome.Decided.Lost[word] |= joined.Rolls[i]->Decided.Lost[word];
-    }
+  outcome.Decided = DecidedOf(joined);
   known.LayoutsPay.Learnt();
 }
 
@@ -211,7 +218,7 @@ void LearnLayoutRoll(int layout, ThrowNumber thrown, const JoinedRoll& joined) {
 class BetCounts {
  public:
   void Add(BetMask carry) {
-    for (BetMask* bits = planes_.data(); (carry[0] | carry[1]) != 0; ++bits)
+    for (BetMask* bits = planes_.data(); !HasNone(carry); ++bits)
       for (unsigned word = 0; word < carry.size(); ++word)
         carry[word] &= std::exchange((*bits)[word], (*bits)[word] ^ carry[word]);
   }
@@ -231,11 +238,10 @@ class BetCounts {
 class RecentStreaks {
  public:
   void Add(const DecidedBets& decided) {
-    // Few parts win and lose on one throw.
-    if (decided.Won != BetMask{}) Add(decided.Won, wins_, losses_);
-    if (decided.Lost != BetMask{}) Add(decided.Lost, losses_, wins_);
+    Add(decided.Won, wins_, losses_);
+    Add(decided.Lost, losses_, wins_);
   }
-  bool AllEnded() const { return (open_[0] | open_[1]) == 0; }
+  bool AllEnded() const { return HasNone(open_); }
 
   void Write() const {
     const auto lengths = lengths_.Counts();
@@ -378,12 +384,10 @@ bool KnownStretch::PlayParts(ThrowNumber thrown, Place at) {
   const unsigned char point = PointOfParts(known.Now);
   entries_[at.Played] = {thrown, point, profile_.Place};
   steps_[at.Played] = {after, TellsOfShooter(point, thrown)};
-  for (unsigned i = 0; i < joined_.Moving; ++i) {
-    PartRoll& roll = *joined_.Rolls[i];
-    if (roll.Cases == 0) continue;
-    CountPartRoll(roll, 1, at.Roll);
-    known.Recent[known.RecentCount++] = &roll.Decided;
-  }
+  DecidedBets& decided = known.Joined[known.RecentCount];
+  decided = DecidedOf(joined_);
+  for (unsigned i = 0; i < joined_.Moving; ++i) CountPartRoll(*joined_.Rolls[i], 1, at.Roll);
+  known.Recent[known.RecentCount++] = &decided;
   workingMoved_ = joined_.ChangesWorking;
   known.Now = joined_.Next;
   return true;
@@ -412,7 +416,7 @@ bool KnownStretch::PlayLayout(int layout, ThrowNumber thrown, Place at) {
 }
 
 std::span<const KnownStep> KnownStretch::Play(std::span<const ThrowNumber> throws) {
-  if (known.RecentCount + throws.size() * kParts > kRecent) SettleStreaks();
+  if (known.RecentCount + throws.size() > kRecent) SettleStreaks();
   int layout = known.At;
   Place at{Bankroll().Raw(), Game.RollCount[0] + 1, 0};
   unsigned ofLayouts = 0;

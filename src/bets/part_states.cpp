@@ -43,8 +43,10 @@ struct State {
 
 using WorkingWords = std::array<std::uint64_t, kWorkingWords>;
 
+using PartWorkings = std::array<unsigned char, 16>;  // of each part; two words to compare
+
 struct KnownProfile {
-  std::array<unsigned char, kParts> Workings;
+  PartWorkings Workings;
   LedgerProfile Profile;
 };
 
@@ -171,7 +173,7 @@ std::uint16_t ReadState(unsigned number) {
 }
 
 LedgerProfile& FindProfile(const PartStates& states) {
-  std::array<unsigned char, kParts> workings;
+  PartWorkings workings{};
   for (unsigned part = 0; part < kParts; ++part)
     workings[part] = table.States[states[part]].Working;
   auto& profiles = table.Profiles;
