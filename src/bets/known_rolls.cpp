@@ -32,10 +32,10 @@ constexpr auto kAnyBankroll = std::numeric_limits<std::int64_t>::min();
 struct KnownRoll {
   std::int64_t LeastBankroll = kAnyBankroll;  // with less the roll may be another
   std::int64_t Gain = 0;
-  int Next = kNowhere;  // the layout that it leaves; `kNowhere` when the roll isn't known
-  int Count = 0;        // times played and not recorded yet
-  int LastRoll = 0;     // the last of them
-  unsigned Outcome = 0;
+  int Next = kNowhere;   // the layout that it leaves; `kNowhere` when the roll isn't known
+  int Count = 0;         // times played and not recorded yet
+  int LastRoll = 0;      // the last of them
+  unsigned Outcome = 0;  // its place among the outcomes
   bool TellsOfShooter = false;
 };
 
@@ -65,7 +65,7 @@ struct Knowledge {
   std::vector<PartStates> Layouts;
   std::vector<KnownTable> Tables;              // of each layout
   std::vector<KnownRoll> Rolls;                // `kKinds` of each layout
-  std::vector<KnownOutcome> Outcomes;          // of each of those rolls
+  std::vector<KnownOutcome> Outcomes;          // of the rolls that are known
   std::array<std::int16_t, kPlaces> Places{};  // 1 + the number of a layout, 0 for none
   KnownTrial LayoutsPay;
 
