@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <span>
 
@@ -31,14 +30,12 @@ struct DecisionStep {
 /// that runs out, and to the log.
 std::span<const DecisionStep> DecisionsOf(int prevPoint, int die1, int die2, int barDont);
 
-constexpr bool HasNone(const BetMask& bets) { return (bets[0] | bets[1]) == 0; }
-
 /// The steps of a throw, with what finds those of the bets that stand.
 struct ThrowSteps {
   const DecisionStep* Steps = nullptr;
   unsigned Count = 0;
   BetMask Bets{};                                  // the bets that a step decides or moves
-  std::array<std::uint64_t, 2> Shooter{};          // a bit for each step that tells of the shooter
+  BitSet<2> Shooter{};                             // a bit for each step that tells of the shooter
   std::array<unsigned char, kBetSlots> PlaceOf{};  // of the one step of each of those bets
 };
 
@@ -48,14 +45,7 @@ const ThrowSteps& StepsOfThrow(int prevPoint, int die1, int die2, int barDont);
 /// Calls `action(step)` for the steps of the shooter and of the bets that stand, in their order.
 template <typename Action>
 void ForStandingBets(const ThrowSteps& steps, const BetMask& standing, Action action) {
-  std::array<std::uint64_t, 2> wanted = steps.Shooter;
-  for (unsigned word = 0; word < standing.size(); ++word)
-    for (std::uint64_t bets = standing[word] & steps.Bets[word]; bets != 0; bets &= bets - 1) {
-      const unsigned place =
-          steps.PlaceOf[word * 64 + static_cast<unsigned>(std::countr_zero(bets))];
-      wanted[place / 64] |= std::uint64_t{1} << place % 64;
-    }
-  for (unsigned word = 0; word < wanted.size(); ++word)
-    for (std::uint64_t places = wanted[word]; places != 0; places &= places - 1)
-      action(steps.Steps[word * 64 + static_cast<unsigned>(std::countr_zero(places))]);
+  BitSet<2> wanted = steps.Shooter;
+  ForEachIn(Both(standing, steps.Bets), [&](unsigned bet) { Include(wanted, steps.PlaceOf[bet]); });
+  ForEachIn(wanted, [&](unsigned place) { action(steps.Steps[place]); });
 }

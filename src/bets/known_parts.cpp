@@ -115,7 +115,7 @@ bool ReadDecisions(Decisions& decisions) {
   const BetMask touched = {Game.TouchedBets[0] & ~std::uint64_t{1},
                            Game.TouchedBets[1] & ((std::uint64_t{1} << kBetSlots % 64) - 1)};
   bool sound = true;
-  ForBetsIn(touched, [&](unsigned at) {
+  ForEachIn(touched, [&](unsigned at) {
     const auto betId = static_cast<int>(at);
     const Currency staked = Game.BetWagers[Actual][at][StatRollAmount];
     if (Game.BetWagers[Actual][at][StatRollCount] == 0) return;
@@ -127,8 +127,8 @@ bool ReadDecisions(Decisions& decisions) {
     PartDecisions& part = decisions[PartOfBet(betId)];
     part.Gain += net;
     part.Cases.push_back(FindCase(betId, staked, net));
-    AddBet(won ? part.Bets.Won : part.Bets.Lost, at);
-    AddBet(known.Decided, at);
+    Include(won ? part.Bets.Won : part.Bets.Lost, at);
+    Include(known.Decided, at);
   });
   return sound;
 }

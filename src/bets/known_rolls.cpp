@@ -226,7 +226,7 @@ class BetCounts {
   std::array<int, kBetSlots> Counts() const {
     std::array<int, kBetSlots> counts{};
     for (unsigned plane = 0; plane < planes_.size(); ++plane)
-      ForBetsIn(planes_[plane], [&](unsigned bet) { counts[bet] += 1 << plane; });
+      ForEachIn(planes_[plane], [&](unsigned bet) { counts[bet] += 1 << plane; });
     return counts;
   }
 
@@ -246,7 +246,7 @@ class RecentStreaks {
   void Write() const {
     const auto lengths = lengths_.Counts();
     for (const bool won : {true, false})
-      ForBetsIn(won ? wins_ : losses_, [&](unsigned at) {
+      ForEachIn(won ? wins_ : losses_, [&](unsigned at) {
         int& streak = Game.BetOutcome[at][1];
         const bool goesOn =
             (open_[at / 64] >> at % 64 & 1U) != 0 && (won ? streak > 0 : streak < 0);

@@ -110,7 +110,7 @@ void StartLog() {
 
 void ExpectAnyTallies() {
   for (BetMask& bets : Game.TalliedBets)
-    for (unsigned row = 0; row < Game.BetWagers[Phantom].size(); ++row) AddBet(bets, row);
+    for (unsigned row = 0; row < Game.BetWagers[Phantom].size(); ++row) Include(bets, row);
   Game.GapsTallied = true;
 }
 

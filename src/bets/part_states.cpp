@@ -192,7 +192,7 @@ PartSet FindMoved(int point, const ThrowKind& thrown) {
   if (total == 7 || total == point || (point == 0 && IsPointNumber(total)))
     return (1U << (kRestPart + 1)) - 1U;
   unsigned moved = 0;
-  ForBetsIn(StepsOfThrow(point, thrown.Low, thrown.High, Game.BarDont).Bets,
+  ForEachIn(StepsOfThrow(point, thrown.Low, thrown.High, Game.BarDont).Bets,
             [&moved](unsigned bet) { moved |= 1U << table.PartOf[bet]; });
   return moved;
 }

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <string_view>
+
+#include "core/bit_sets.h"
 
 /// Bet ids. They index every per-bet array, stand in scripts and in files, and never change.
 /// A family of six runs in the order 4, 5, 6, 8, 9, 10.
@@ -121,18 +122,8 @@ constexpr bool IsOddsBet(int id) {
 }
 constexpr bool IsChipStack(int id) { return id > ChipStackBase && id <= LastSlot; }
 
-/// A set of bets, a bit for each id.
-using BetMask = std::array<std::uint64_t, 2>;
-
-inline void AddBet(BetMask& bets, unsigned id) { bets[id / 64] |= std::uint64_t{1} << id % 64; }
-
-/// Calls `action(id)` for each bet of a set, in order.
-template <typename Action>
-void ForBetsIn(const BetMask& bets, Action action) {
-  for (unsigned word = 0; word < bets.size(); ++word)
-    for (std::uint64_t bits = bets[word]; bits != 0; bits &= bits - 1)
-      action(word * 64 + static_cast<unsigned>(std::countr_zero(bits)));
-}
+/// A set of bets by their ids.
+using BetMask = BitSet<2>;
 
 /// Odds on a Come or Don't Come number lie six ids above their flat bet; so does the Buy bet above
 /// the Place bet of its number.

@@ -1,7 +1,6 @@
 #include "play/roll_cycle.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 #include "autobet/engine.h"
@@ -58,14 +57,6 @@ bool RollLimitReached() {
 
 // --- Steps 3 to 5 ---
 
-/// Calls `action` for each id that has changed since the last snapshot.
-template <typename Action>
-void ForTouchedBets(Action action) {
-  for (unsigned word = 0; word < Game.TouchedBets.size(); ++word)
-    for (std::uint64_t bits = Game.TouchedBets[word]; bits != 0; bits &= bits - 1)
-      action(word * 64 + static_cast<unsigned>(std::countr_zero(bits)));
-}
-
 void NoteStanding(unsigned id) {
   const std::uint64_t bit = std::uint64_t{1} << id % 64;
   std::uint64_t& word = Game.StandingBets[id / 64];
@@ -84,7 +75,7 @@ void SnapshotAllBets() {
 }
 
 void SnapshotTouchedBets() {
-  ForTouchedBets([](unsigned id) {
+  ForEachIn(Game.TouchedBets, [](unsigned id) {
     Game.BetsAtRoll[id] = Game.Bets[id];
     if (id < kContractSlots) Game.ContractBets[id] = Game.Bets[id];
     if (id > LastBet) return;
@@ -385,7 +376,7 @@ void TakeEndSnapshots() {
   if (all)
     Game.BetsAfterRoll = Game.Bets;
   else
-    ForTouchedBets([](unsigned id) { Game.BetsAfterRoll[id] = Game.Bets[id]; });
+    ForEachIn(Game.TouchedBets, [](unsigned id) { Game.BetsAfterRoll[id] = Game.Bets[id]; });
   if (all || Game.WorkingTouched || Game.WorkingSnapshotDue)
     std::copy_n(Game.BetWorking.begin(), kBetSlots, Game.BetWorkingPrev.begin());
   Game.WorkingSnapshotDue = false;

@@ -26,7 +26,7 @@ bool AnySumBeyond(Currency most) {
   if (Abs(Game.BankrollSum) > most) return true;
   bool beyond = false;
   for (const BetKind kind : {Phantom, Actual})
-    ForBetsIn(Game.TalliedBets[kind], [&](unsigned id) {
+    ForEachIn(Game.TalliedBets[kind], [&](unsigned id) {
       for (const BetTable* table : {&Game.BetWagers, &Game.BetWins, &Game.BetLosses})
         beyond |= id != 0 && (*table)[kind][id][StatSum] > most;  // 0 is the totals
     });

@@ -53,7 +53,7 @@ void RecordAmount(BetStats& stats, Currency amount) {
 }
 
 void Enter(BetKind kind, int betId) {
-  AddBet(Game.TalliedBets[kind], static_cast<unsigned>(betId));
+  Include(Game.TalliedBets[kind], static_cast<unsigned>(betId));
 }
 
 /// The row of a decision's wager, which is entered with that of its win or loss.
@@ -153,14 +153,14 @@ void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count) 
 }
 
 void ClearRollStats(BetKind kind) {
-  ForBetsIn(Game.TalliedBets[kind], [kind](unsigned betId) { ForRowsOf(kind, betId, ForgetRoll); });
+  ForEachIn(Game.TalliedBets[kind], [kind](unsigned betId) { ForRowsOf(kind, betId, ForgetRoll); });
 }
 
 void ClearRollStats(int betId) { ForRowsOf(Actual, static_cast<unsigned>(betId), ForgetRoll); }
 
 void ClearBetTables() {
   for (const BetKind kind : {Phantom, Actual})
-    ForBetsIn(std::exchange(Game.TalliedBets[kind], {}), [kind](unsigned betId) {
+    ForEachIn(std::exchange(Game.TalliedBets[kind], {}), [kind](unsigned betId) {
       ForRowsOf(kind, betId, [](BetStats& stats) { stats = {}; });
     });
   Game.WagerSquares = {};
@@ -186,7 +186,7 @@ void SumBetStats(int first, int last, bool clear) {
   Enter(Actual, 0);
   if (clear)
     for (BetTable* table : tables) (*table)[Actual][0] = {};
-  ForBetsIn(Game.TalliedBets[Actual], [&](unsigned at) {
+  ForEachIn(Game.TalliedBets[Actual], [&](unsigned at) {
     const int betId = static_cast<int>(at);
     if (!IsBet(betId) || betId < first || betId > last || NeverDecided(at)) return;
     for (BetTable* table : tables)
@@ -198,7 +198,7 @@ void SumBetStats(int first, int last, bool clear) {
 
 void AddFinishedGame() {
   Game.FinishedRolls += Game.RollCount[0];
-  ForBetsIn(Game.TalliedBets[Actual], [](unsigned betId) {
+  ForEachIn(Game.TalliedBets[Actual], [](unsigned betId) {
     if (!IsBet(static_cast<int>(betId)) || NeverDecided(betId)) return;
     AddFinished(Game.FinishedWagers[betId], Game.BetWagers[Actual][betId]);
     AddFinished(Game.FinishedWins[betId], Game.BetWins[Actual][betId]);
