@@ -14,7 +14,6 @@ namespace {
 
 // What is known is bounded: 5 MB at most, with the states and the decisions 8.
 constexpr unsigned kPartRolls = 32'000;
-constexpr unsigned kCaseNumbers = 1U << 18U;
 
 /// What is noted of the steps of a part while a roll is learnt.
 struct PartNotes {
@@ -40,10 +39,7 @@ constexpr std::uint16_t kNothingHappens = 0;
 struct Knowledge {
   std::vector<std::uint16_t> RollAt;  // `kColumns` of each state
   std::vector<PartRoll> Rolls;
-  std::vector<std::uint16_t> CaseNumbers;  // of the decisions of each roll
-  BetMask Decided{};
   RollNotes Notes;
-  std::vector<PartRoll*> Played;  // all that wait to be recorded
 };
 Knowledge known;
 
@@ -99,12 +95,10 @@ bool CanBeCounted(Currency staked, Currency net) {
 struct PartDecisions {
   Currency Gain;
   std::vector<std::uint16_t> Cases;
-  DecidedBets Bets;
 
   void Clear() {
     Gain = 0;
     Cases.clear();
-    Bets = {};
   }
 };
 using Decisions = std::array<PartDecisions, kParts>;
@@ -127,8 +121,6 @@ bool ReadDecisions(Decisions& decisions) {
     PartDecisions& part = decisions[PartOfBet(betId)];
     part.Gain += net;
     part.Cases.push_back(FindCase(betId, staked, net));
-    Include(won ? part.Bets.Won : part.Bets.Lost, at);
-    Include(known.Decided, at);
   });
   return sound;
 }
@@ -142,18 +134,12 @@ void AddDecisions(PartRoll& roll, unsigned part, const PartDecisions& decisions)
     roll.MultipleAt = notes.MultipleAt;
     roll.NextMultiple = StateOfMultiple(notes.Multiple);
   }
-  known.CaseNumbers.insert(known.CaseNumbers.end(), decisions.Cases.begin(), decisions.Cases.end());
-  roll.Cases = static_cast<unsigned>(known.CaseNumbers.size()) - roll.FirstCase;
-  for (unsigned word = 0; word < roll.Decided.Won.size(); ++word) {
-    roll.Decided.Won[word] |= decisions.Bets.Won[word];
-    roll.Decided.Lost[word] |= decisions.Bets.Lost[word];
-  }
+  AddCases(roll.Cases, decisions.Cases);
 }
 
 PartRoll LearnPart(unsigned part, bool joined, const PartStates& before, const PartStates& after,
                    const Decisions& decisions) {
   PartRoll roll;
-  roll.FirstCase = static_cast<unsigned>(known.CaseNumbers.size());
   AddDecisions(roll, part, decisions[part]);
   roll.Next = after[part];
   roll.ChangesWorking = WorkingDiffers(before[part], after[part]);
@@ -166,7 +152,7 @@ PartRoll LearnPart(unsigned part, bool joined, const PartStates& before, const P
 }
 
 bool ChangesNothing(const PartRoll& roll, unsigned part, const PartStates& before) {
-  return roll.Cases == 0 && !roll.AsksForMoney && roll.MultipleAt == 0 &&
+  return roll.Cases.Cases == 0 && !roll.AsksForMoney && roll.MultipleAt == 0 &&
          roll.Next == before[part] && (roll.NextCome == 0 || roll.NextCome == before[kComePart]);
 }
 
@@ -203,8 +189,7 @@ void NoteMoney(PartNotes& notes) {
 }  // namespace
 
 bool HasRoomForParts() {
-  return HasRoomForStates() && HasRoomForCases() && known.Rolls.size() + kParts <= kPartRolls &&
-         known.CaseNumbers.size() + kBetSlots <= kCaseNumbers;
+  return HasRoomForStates() && HasRoomForCases() && known.Rolls.size() + kParts <= kPartRolls;
 }
 
 void ForgetParts() {
@@ -214,9 +199,6 @@ void ForgetParts() {
   known.RollAt.reserve(std::size_t{kPartStates} * kColumns);
   known.Rolls.reserve(kPartRolls);
   known.Rolls.assign(1, {});  // `kNothingHappens`
-  known.CaseNumbers.clear();
-  known.CaseNumbers.reserve(kCaseNumbers);
-  known.Decided = {};
 }
 
 void BeginRollNotes() {
@@ -285,23 +267,3 @@ bool JoinParts(const PartStates& before, ThrowNumber thrown, JoinedRoll& roll) {
         return true;
       });
 }
-
-void CountPartRoll(PartRoll& roll, int count, int lastRoll) {
-  if (roll.Cases == 0) return;
-  if (roll.Count == 0) {
-    known.Played.push_back(&roll);
-    roll.LastRoll = 0;
-  }
-  roll.Count += count;
-  roll.LastRoll = std::max(roll.LastRoll, lastRoll);
-}
-
-void RecordPartRolls() {
-  for (PartRoll* roll : known.Played)
-    CountCases(std::span(known.CaseNumbers).subspan(roll->FirstCase, roll->Cases),
-               std::exchange(roll->Count, 0), roll->LastRoll);
-  known.Played.clear();
-  RecordCases();
-}
-
-const BetMask& BetsEverDecided() { return known.Decided; }

@@ -8,16 +8,10 @@
 #include <array>
 #include <cstdint>
 
-#include "bets/decision_table.h"
+#include "bets/known_cases.h"
 #include "bets/part_states.h"
 #include "core/game_state.h"
 #include "dice/throw_kinds.h"
-
-/// The bets of a roll by how they went.
-struct DecidedBets {
-  BetMask Won{};
-  BetMask Lost{};
-};
 
 /// What a throw does to a part, or to two that it joins.
 struct PartRoll {
@@ -29,11 +23,7 @@ struct PartRoll {
   std::uint16_t NextCome = 0;  // and that of the Come bets, where they are joined
   std::uint16_t NextMultiple = 0;
   unsigned char MultipleAt = 0;  // the place of the last step that set `OddsMultiple`
-  int Count = 0;                 // times played and not recorded yet
-  int LastRoll = 0;              // the last of them
-  unsigned FirstCase = 0;        // of its decisions
-  unsigned Cases = 0;            // their number
-  DecidedBets Decided;
+  RollCases Cases;
 };
 
 /// What a throw does to a layout, put together from its parts.
@@ -63,13 +53,3 @@ bool LearnParts(const PartStates& before, Currency bankrollBefore, const PartSta
 
 /// Puts a roll together; false when one of its parts isn't known.
 bool JoinParts(const PartStates& before, ThrowNumber thrown, JoinedRoll& roll);
-
-/// `count` rolls more of a part, the last of them `lastRoll`, wait to be recorded.
-void CountPartRoll(PartRoll& roll, int count, int lastRoll);
-
-/// Records in the bet tables what the rolls that wait have decided, so that the last amounts of
-/// each bet come out right.
-void RecordPartRolls();
-
-/// The bets that any known roll decides.
-const BetMask& BetsEverDecided();

@@ -8,6 +8,7 @@
 
 #include "bets/bankroll.h"
 #include "bets/decision_table.h"
+#include "bets/known_cases.h"
 #include "bets/known_decisions.h"
 #include "bets/known_parts.h"
 #include "bets/known_trial.h"
@@ -56,8 +57,6 @@ struct KnownTable {
 struct Rules : Settings, AutoPlaySettings {
   std::array<int, 101> ComeOut{};
   std::array<Currency, 5> Chips{};
-
-  bool operator==(const Rules&) const = default;
 };
 
 struct Knowledge {
@@ -113,24 +112,34 @@ void MakeRoom() {
   known.Played.reserve(std::size_t{kLayouts} * kKinds);
 }
 
-void ReadRules(Rules& rules) {
-  static_cast<Settings&>(rules) = Game;
-  static_cast<AutoPlaySettings&>(rules) = Game;
-  rules.NumAutoRolls = rules.AutoRollsLeft = 0;
-  for (const unsigned moving : {0, +PassLineOdds, +DontPassOdds}) rules.Payoff[moving] = {};
-  rules.ComeOut = Game.ComeOutWorking;
-  std::copy_n(Game.Bets.begin() + SmallestChip, rules.Chips.size(), rules.Chips.begin());
+std::span<const Currency, 5> ChipsNow() { return std::span(Game.Bets).subspan<SmallestChip, 5>(); }
+
+template <typename Part>
+bool IsSame() {
+  return static_cast<const Part&>(known.Under) == static_cast<const Part&>(Game);
+}
+
+/// Whether the rules are those under which everything was learnt.
+bool RulesAreTheSame() {
+  Rules& under = known.Under;
+  under.NumAutoRolls = Game.NumAutoRolls;
+  under.AutoRollsLeft = Game.AutoRollsLeft;
+  for (const unsigned moving : {0, +PassLineOdds, +DontPassOdds})
+    under.Payoff[moving] = Game.Payoff[moving];
+  return IsSame<Settings>() && IsSame<AutoPlaySettings>() && under.ComeOut == Game.ComeOutWorking &&
+         std::ranges::equal(under.Chips, ChipsNow());
 }
 
 /// Forgets what was learnt under other rules.
 void FollowRules() {
-  static Rules rules;
-  ReadRules(rules);
-  if (rules == known.Under) return;
+  if (RulesAreTheSame()) return;
   Forget();
   ForgetKnownDecisions();
   ForgetPhantomPayoffs();
-  known.Under = rules;
+  static_cast<Settings&>(known.Under) = Game;
+  static_cast<AutoPlaySettings&>(known.Under) = Game;
+  known.Under.ComeOut = Game.ComeOutWorking;
+  std::ranges::copy(ChipsNow(), known.Under.Chips.begin());
 }
 
 bool HasRoomForLayouts() {
@@ -156,14 +165,6 @@ int FindLayout(const PartStates& layout) {
 
 // --- Learning ---
 
-/// What a known roll does can't be seen before its stretch ends: nothing may ask for it.
-bool NobodyLooksOn() {
-  return Game.KnownRollsOn && LedgerIsOpen() && Game.HyperDriveOn && Game.HyperThrottle == 0 &&
-         !(Game.AutoBetActive == 1 && Game.ScrCount > 0) && !Game.EventsLogActive &&
-         Game.RecorderStatus == RecorderOff && !Game.BankrollAutoPrint &&
-         Game.ClickMode == NoClickMode && !Game.Course.Followed;
-}
-
 /// Whether the sums of squares, to which what was decided is added, lose nothing so far.
 bool SquaresAreWhole() {
   constexpr double kSmallest = 1.0 / 16;  // the square of a quarter
@@ -185,11 +186,10 @@ std::int64_t LeastBankroll(const PartStates& before, const JoinedRoll& roll) {
 
 DecidedBets DecidedOf(const JoinedRoll& roll) {
   DecidedBets decided;
-  for (unsigned i = 0; i < roll.Moving; ++i)
-    for (unsigned word = 0; word < decided.Won.size(); ++word) {
-      decided.Won[word] |= roll.Rolls[i]->Decided.Won[word];
-      decided.Lost[word] |= roll.Rolls[i]->Decided.Lost[word];
-    }
+  for (unsigned i = 0; i < roll.Moving; ++i) {
+    const DecidedBets& bets = roll.Rolls[i]->Cases.Bets;
+    decided = {Either(decided.Won, bets.Won), Either(decided.Lost, bets.Lost)};
+  }
   return decided;
 }
 
@@ -204,78 +204,79 @@ void LearnLayoutRoll(int layout, ThrowNumber thrown, const JoinedRoll& joined) {
   roll.LeastBankroll = LeastBankroll(known.Layouts[number], joined);
   roll.TellsOfShooter = TellsOfShooter(known.Tables[number].Point, thrown);
   roll.Outcome = static_cast<unsigned>(known.Outcomes.size());
-  KnownOutcome& outcome = known.Outcomes.emplace_back();
-  outcome.Parts = joined.Rolls;
-  outcome.Moving = joined.Moving;
-  outcome.Decided = DecidedOf(joined);
+  known.Outcomes.push_back({DecidedOf(joined), joined.Moving, joined.Rolls});
   known.LayoutsPay.Learnt();
 }
 
 // --- The end of a stretch ---
 
 /// Counts by bet, a bit of each count in each of a row of sets: one more for many bets is few
-/// steps.
+/// steps, and always as many.
 class BetCounts {
  public:
+  static constexpr int kMost = 63;
+
   void Add(BetMask carry) {
-    for (BetMask* bits = planes_.data(); !HasNone(carry); ++bits)
-      for (unsigned word = 0; word < carry.size(); ++word)
-        carry[word] &= std::exchange((*bits)[word], (*bits)[word] ^ carry[word]);
+    for (BetMask& bits : planes_) {
+      const BetMask before = bits;
+      bits = {before[0] ^ carry[0], before[1] ^ carry[1]};
+      carry = Both(before, carry);
+    }
   }
 
-  std::array<int, kBetSlots> Counts() const {
-    std::array<int, kBetSlots> counts{};
+  /// Adds them to other counts, and starts from nothing.
+  void MoveTo(std::array<int, kBetSlots>& counts) {
     for (unsigned plane = 0; plane < planes_.size(); ++plane)
-      ForEachIn(planes_[plane], [&](unsigned bet) { counts[bet] += 1 << plane; });
-    return counts;
+      ForEachIn(std::exchange(planes_[plane], {}),
+                [&](unsigned bet) { counts[bet] += 1 << plane; });
   }
 
  private:
-  std::array<BetMask, std::bit_width(kRecent)> planes_{};
+  std::array<BetMask, std::bit_width(static_cast<unsigned>(kMost))> planes_{};
 };
 
 /// What the waiting rolls do to the streaks: of each bet those since it last went the other way.
 class RecentStreaks {
  public:
-  void Add(const DecidedBets& decided) {
-    Add(decided.Won, wins_, losses_);
-    Add(decided.Lost, losses_, wins_);
+  /// The rolls before those that were added, the last of them first.
+  void Add(std::span<const DecidedBets* const> rolls) {
+    for (auto roll = rolls.rbegin(); roll != rolls.rend(); ++roll) Add(**roll);
+    counts_.MoveTo(lengths_);
   }
   bool AllEnded() const { return HasNone(open_); }
 
   void Write() const {
-    const auto lengths = lengths_.Counts();
     for (const bool won : {true, false})
-      ForEachIn(won ? wins_ : losses_, [&](unsigned at) {
-        int& streak = Game.BetOutcome[at][1];
-        const bool goesOn =
-            (open_[at / 64] >> at % 64 & 1U) != 0 && (won ? streak > 0 : streak < 0);
-        streak = (goesOn ? streak : 0) + (won ? lengths[at] : -lengths[at]);
-        Touch(static_cast<int>(at));
+      ForEachIn(won ? last_.Won : last_.Lost, [&](unsigned bet) {
+        int& streak = Game.BetOutcome[bet][1];
+        const bool goesOn = IsIn(open_, bet) && (won ? streak > 0 : streak < 0);
+        streak = (goesOn ? streak : 0) + (won ? lengths_[bet] : -lengths_[bet]);
+        Touch(static_cast<int>(bet));
       });
   }
 
  private:
-  void Add(const BetMask& bets, BetMask& same, const BetMask& other) {
-    BetMask longer{};
-    for (unsigned word = 0; word < bets.size(); ++word) {
-      open_[word] &= ~(bets[word] & other[word]);
-      longer[word] = bets[word] & open_[word];
-      same[word] |= longer[word];
-    }
-    lengths_.Add(longer);
+  void Add(const DecidedBets& decided) {
+    open_ = Without(open_, Either(Both(decided.Won, last_.Lost), Both(decided.Lost, last_.Won)));
+    last_.Won = Either(last_.Won, Both(decided.Won, open_));
+    last_.Lost = Either(last_.Lost, Both(decided.Lost, open_));
+    counts_.Add(Both(Either(decided.Won, decided.Lost), open_));
   }
 
   BetMask open_ = BetsEverDecided();
-  BetMask wins_{};
-  BetMask losses_{};
-  BetCounts lengths_;
+  DecidedBets last_;  // the bets as they went last
+  BetCounts counts_;
+  std::array<int, kBetSlots> lengths_{};
 };
 
 void SettleStreaks() {
   RecentStreaks streaks;
-  for (unsigned at = known.RecentCount; at > 0 && !streaks.AllEnded(); --at)
-    streaks.Add(*known.Recent[at - 1]);
+  auto rolls = std::span(known.Recent).first(known.RecentCount);
+  while (!rolls.empty() && !streaks.AllEnded()) {
+    const std::size_t count = std::min<std::size_t>(rolls.size(), BetCounts::kMost);
+    streaks.Add(rolls.last(count));
+    rolls = rolls.first(rolls.size() - count);
+  }
   streaks.Write();
   known.RecentCount = 0;
 }
@@ -286,11 +287,11 @@ void RecordDecisions() {
     KnownRoll& roll = known.Rolls[at];
     const KnownOutcome& outcome = known.Outcomes[roll.Outcome];
     for (unsigned i = 0; i < outcome.Moving; ++i)
-      CountPartRoll(*outcome.Parts[i], roll.Count, roll.LastRoll);
+      CountCases(outcome.Parts[i]->Cases, roll.Count, roll.LastRoll);
     roll.Count = 0;
   }
   known.Played.clear();
-  RecordPartRolls();
+  RecordCases();
 }
 
 void LayOutBets() {
@@ -302,6 +303,13 @@ void LayOutBets() {
 }
 
 }  // namespace
+
+bool NobodyLooksOn() {
+  return Game.KnownRollsOn && LedgerIsOpen() && Game.HyperDriveOn && Game.HyperThrottle == 0 &&
+         !(Game.AutoBetActive == 1 && Game.ScrCount > 0) && !Game.EventsLogActive &&
+         Game.RecorderStatus == RecorderOff && !Game.BankrollAutoPrint &&
+         Game.ClickMode == NoClickMode && !Game.Course.Followed;
+}
 
 bool KnownRollsMayFollow() {
   return known.Placed && !Game.SnapshotsDue && !Game.ManualRollPending && NobodyLooksOn();
@@ -386,7 +394,7 @@ bool KnownStretch::PlayParts(ThrowNumber thrown, Place at) {
   steps_[at.Played] = {after, TellsOfShooter(point, thrown)};
   DecidedBets& decided = known.Joined[known.RecentCount];
   decided = DecidedOf(joined_);
-  for (unsigned i = 0; i < joined_.Moving; ++i) CountPartRoll(*joined_.Rolls[i], 1, at.Roll);
+  for (unsigned i = 0; i < joined_.Moving; ++i) CountCases(joined_.Rolls[i]->Cases, 1, at.Roll);
   known.Recent[known.RecentCount++] = &decided;
   workingMoved_ = joined_.ChangesWorking;
   known.Now = joined_.Next;

@@ -17,13 +17,16 @@
 #include "core/game_state.h"
 #include "dice/throw_kinds.h"
 
-/// Whether a `KnownStretch` may begin: the layout on the table is known, and nothing looks on from
-/// roll to roll: under Hyper-Drive with the ledger open, without a script, a log of events, a tape.
+/// Whether nothing looks on from roll to roll: under Hyper-Drive with the ledger open, without a
+/// script, a log of events, a tape.
+bool NobodyLooksOn();
+
+/// Whether a `KnownStretch` may begin: nobody looks on, and the layout on the table is known.
 bool KnownRollsMayFollow();
 
-/// Takes notice of the layout before a roll that is played in full. `changed`: more than the last
-/// roll may have changed it, or the rules. Knowledge that was won under other rules is forgotten.
-/// `mayLearn`: nothing in the roll can fail.
+/// Takes notice of the layout before a roll that is played in full, or the first of a run.
+/// `changed`: more than the last roll may have changed it, or the rules. Knowledge that was won
+/// under other rules is forgotten. `mayLearn`: nothing in the roll can fail.
 void BeginLearning(bool changed, bool mayLearn);
 
 /// After each step of a roll's decisions: `betId` is the bet that it decided or moved, `place` the

@@ -340,15 +340,20 @@ void WriteEstablished(unsigned established) {
       SetEstablished(BetOnNumber(family, number), (established & NumberBit(number)) != 0);
 }
 
-PhantomWagers::Plan PlanOf(const Ledger::Touched& group) {
-  if (!phantomWagers.HasPlan(group.At)) {
-    const GroupKey& key = group.Key;
-    const DecidedThrow thrown = {FirstDieOf(key.Thrown), SecondDieOf(key.Thrown),
-                                 PointOf(key.PointState)};
-    phantomWagers.MakePlan(group.At, {key.Bets, thrown, key.Established},
-                           ledger.Profiles[key.Profile]);
+bool MakePlanOf(const Ledger::Touched& group) {
+  const GroupKey& key = group.Key;
+  const DecidedThrow thrown = {FirstDieOf(key.Thrown), SecondDieOf(key.Thrown),
+                               PointOf(key.PointState)};
+  return phantomWagers.MakePlan(group.At, {key.Bets, thrown, key.Established},
+                                ledger.Profiles[key.Profile]);
+}
+
+void MakePlans() {
+  bool made = true;
+  while (made) {
+    made = false;
+    for (const Ledger::Touched& touched : ledger.TouchedGroups) made |= MakePlanOf(touched);
   }
-  return phantomWagers.PlanOf(group.At);
 }
 
 /// Only what somebody watched the rules for can be kept.
@@ -360,16 +365,17 @@ void FollowWatchOfRules() {
 
 void SettlePhantoms() {
   FollowWatchOfRules();
+  MakePlans();
   for (const Ledger::Touched& touched : ledger.TouchedGroups) {
     const Alike& group = ledger.Groups[touched.At];
-    phantomWagers.Add(PlanOf(touched), group.Count, group.LastRoll);
+    phantomWagers.Add(touched.At, group.Count, group.LastRoll);
   }
   phantomWagers.Record();
   // Only the last roll leaves stats of its own.
   ClearRollStats(Phantom);
   for (const Ledger::Touched& touched : ledger.TouchedGroups)
     if (ledger.Groups[touched.At].LastRoll == Game.RollCount[0])
-      phantomWagers.RecordLastRoll(PlanOf(touched));
+      phantomWagers.RecordLastRoll(touched.At);
   ForgetGroups();
   WriteEstablished(ledger.Established);
 }

@@ -109,8 +109,11 @@ void StartLog() {
 }  // namespace
 
 void ExpectAnyTallies() {
-  for (BetMask& bets : Game.TalliedBets)
-    for (unsigned row = 0; row < Game.BetWagers[Phantom].size(); ++row) Include(bets, row);
+  for (const BetKind kind : {Phantom, Actual})
+    for (unsigned row = 0; row < Game.BetWagers[kind].size(); ++row) {
+      Include(Game.TalliedBets[kind], row);
+      Include(Game.RolledBets[kind], row);
+    }
   Game.GapsTallied = true;
 }
 

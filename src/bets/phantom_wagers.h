@@ -31,27 +31,20 @@ class PhantomWagers {
  public:
   static constexpr unsigned kMostGroups = 1U << 13U;
 
-  /// The payoffs that a roll decides, by their number.
-  using Plan = std::span<const std::uint16_t>;
+  /// Makes the plan of a group, 0 to `kMostGroups` - 1, where there is none: of its rolls, and the
+  /// working states under which they were thrown. True when there was none: then others may have
+  /// lost theirs. All groups need one before any is added.
+  bool MakePlan(unsigned group, const AlikeRolls& rolls, const WorkingStates& states);
 
-  /// Whether there is a plan of a group, 0 to `kMostGroups` - 1, and the plan: good until another
-  /// is made.
-  bool HasPlan(unsigned group) const { return plans_[group].Since == since_; }
-  Plan PlanOf(unsigned group) const {
-    return Plan(steps_).subspan(plans_[group].First, plans_[group].Steps);
-  }
-
-  /// Makes the plan of a group: of its rolls, and the working states under which they were thrown.
-  void MakePlan(unsigned group, const AlikeRolls& rolls, const WorkingStates& states);
-
-  /// `count` rolls more, of which `lastRoll` came last.
-  void Add(Plan plan, int count, int lastRoll);
+  /// `count` rolls more of a group, of which `lastRoll` came last.
+  void Add(unsigned group, int count, int lastRoll);
 
   /// Records what was added, as if it had been recorded roll by roll.
   void Record();
 
-  /// Leaves the stats of the last roll in the tables, which have none. The roll has been recorded.
-  void RecordLastRoll(Plan plan) const;
+  /// Leaves the stats of the last roll, of a group, in the tables, which have none. The roll has
+  /// been recorded.
+  void RecordLastRoll(unsigned group) const;
 
   /// Working states, and so groups, are others from now on; or the rules are.
   void ForgetPlans();
@@ -61,27 +54,40 @@ class PhantomWagers {
   /// What decides a bet in the same way has a place of its own.
   static constexpr unsigned kPlaces = 32;
   static constexpr unsigned kMostPayoffs = kBetSlots * kPlaces;
-  static constexpr std::size_t kMostSteps = 1U << 18U;  // of all plans: 0.5 MB
 
-  struct Kept {
+  /// The payoffs that a roll decides, by their number.
+  struct Plan {
     unsigned Since = 0;
     unsigned First = 0;
     unsigned Steps = 0;
+    unsigned OfSeveral = 0;  // of those steps, which come first
   };
-  struct Tally {
-    int Count = 0;
-    int LastRoll = 0;
+  /// A bet's losses, and its wins.
+  template <typename T>
+  using ByWay = std::array<std::array<T, 2>, kBetSlots>;
+  /// Of the payoffs that go the same way the one that came last.
+  struct Latest {
+    unsigned Number = 0;
+    int Roll = 0;
   };
 
   void AddStep(int betId, DecisionCode code, const AlikeRolls& rolls);
   std::uint16_t PayoffOf(int betId, DecisionCode code, const DecidedThrow& thrown);
+  std::uint16_t NumberOf(const PhantomOutcome& payoff);
+  bool IsOneOfSeveral(std::uint16_t payoff);
+  template <typename T>
+  T& WayOf(ByWay<T>& ways, unsigned payoff);
 
-  std::array<Kept, kMostGroups> plans_{};
-  std::vector<std::uint16_t> steps_;  // of all plans, by the number of the payoff
+  std::array<Plan, kMostGroups> plans_{};
+  std::vector<std::uint16_t> steps_;  // of all plans: 1.4 MB at most
   unsigned since_ = 1;                // rises when the plans are forgotten
 
   std::array<std::array<std::uint16_t, kPlaces>, kBetSlots> numbers_{};  // 0 for none yet
   std::array<PhantomOutcome, kMostPayoffs + 1> payoffs_{};
-  std::array<Tally, kMostPayoffs + 1> tallies_{};
   unsigned last_ = 0;  // the highest number of a payoff
+  std::array<Currency, kBetSlots> stakes_{};
+  ByWay<int> payoffsOf_{};  // how many there are
+
+  std::array<int, kMostPayoffs + 1> counts_{};
+  ByWay<Latest> latest_{};  // of those that are one of several
 };

@@ -49,8 +49,9 @@ struct Tallies {
   BetTable BetLosses{};
 
   // The rows of these tables that may hold something, and whether there may be gaps: whoever writes
-  // there enters it, and a new game clears nothing else.
+  // there enters it, and nothing else is cleared.
   std::array<BetMask, kBetKinds> TalliedBets{};
+  std::array<BetMask, kBetKinds> RolledBets{};  // those that may hold stats of the last roll
   bool GapsTallied = false;
 
   // The sum of the squares of each bet's actual wagers, in dollars squared: what luck is measured

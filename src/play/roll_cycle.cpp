@@ -72,6 +72,8 @@ void SnapshotAllBets() {
     Game.StandingBets[id / 64] |= std::uint64_t{Game.Bets[id] != 0} << id % 64;
   if (Game.RollCount[AnyRoll] > 0) ClearRollStats(Actual);  // a new game has none
   Game.SnapshotsDue = false;
+  // What was changed unseen has still to reach `BetsAfterRoll` at the end of the next roll.
+  Game.EndSnapshotsDue = true;
 }
 
 void SnapshotTouchedBets() {
@@ -81,8 +83,8 @@ void SnapshotTouchedBets() {
     if (id > LastBet) return;
     Game.BetOutcome[id][0] = Game.BetOutcome[id][1];
     NoteStanding(id);
-    ClearRollStats(static_cast<int>(id));
   });
+  ClearRollStats(Actual);
 }
 
 void KeepLastThrow(int die1, int die2) {
@@ -99,8 +101,6 @@ void TakeSnapshots(bool mayLearn) {
   else
     SnapshotTouchedBets();
   Game.TouchedBets = {};
-  // What was changed unseen has still to reach `BetsAfterRoll` at the end of this roll.
-  Game.EndSnapshotsDue = all;
   if (!LedgerIsOpen()) {
     ClearRollStats(Phantom);
     UpdateEstablished(Game.RollTotal, Game.PrevPoint > 0);
@@ -596,6 +596,14 @@ void PlayKnownRolls(Pace& pace) {
   }
 }
 
+/// Does what the first roll of a run begins with where that roll may be known already.
+void BeginKnownRolls() {
+  if (!Game.KeepRolling || !NobodyLooksOn() || !SumsAreOrdinary()) return;
+  SnapshotAllBets();
+  Game.TouchedBets = {};
+  BeginLearning(true, true);
+}
+
 /// One throw, from what the player changed before it to the views after it.
 Pass OneRoll() {
   // Step 1. The roll limit.
@@ -657,9 +665,10 @@ Pass OneRoll() {
 
 Pass RunRolls() {
   Pace pace;
+  if (Game.SnapshotsDue) RollsToLook = 0;
   Game.SnapshotsDue = true;
-  RollsToLook = 0;  // anything may have been loaded since
   if (Game.HyperDriveOn) OpenLedger();
+  BeginKnownRolls();
   Pass pass = Pass::Rolled;
   do {
     PlayKnownRolls(pace);

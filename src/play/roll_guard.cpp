@@ -35,11 +35,18 @@ bool AnySumBeyond(Currency most) {
 
 }  // namespace
 
+bool SumsAreOrdinary() {
+  if (!LedgerIsOpen() || Game.TotalOnTable > kOrdinaryBets) return false;
+  if (RollsToLook == 0 && !AnySumBeyond(kOrdinarySum)) RollsToLook = kRollsPerLook;
+  return RollsToLook > 0;
+}
+
 bool GuardRoll() {
-  if (LedgerIsOpen() && Game.TotalOnTable <= kOrdinaryBets && !AnySumBeyond(kOrdinarySum)) {
-    RollsToLook = kRollsPerLook - 1;
+  if (SumsAreOrdinary()) {
+    --RollsToLook;
     return false;
   }
+  RollsToLook = 0;
   SettleLedger();
   CloseTape();
   guard.Record.Keep();

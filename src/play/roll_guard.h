@@ -6,8 +6,12 @@
 /// Bets up to here add less than 2 * 10^11 dollars to a sum in a roll, whatever the house rules.
 inline constexpr Currency kOrdinaryBets = 20'000'000;
 
-/// Rolls under Hyper-Drive until the sums of the game are looked at again.
+/// Rolls under Hyper-Drive until the sums of the game are looked at again, which nothing else adds
+/// to. To be set to 0 when there may be another game.
 inline unsigned RollsToLook = 0;
+
+/// Looks at the sums: whether no roll can fail until they are looked at again.
+bool SumsAreOrdinary();
 
 /// What `BeginGuardedRoll` does where it isn't sure that the roll can't fail.
 bool GuardRoll();

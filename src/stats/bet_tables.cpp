@@ -52,6 +52,10 @@ void RecordAmount(BetStats& stats, Currency amount) {
   SetAmountOfRoll(stats, amount);
 }
 
+void EnterRoll(BetKind kind, int betId) {
+  Include(Game.RolledBets[kind], static_cast<unsigned>(betId));
+}
+
 void Enter(BetKind kind, int betId) {
   Include(Game.TalliedBets[kind], static_cast<unsigned>(betId));
 }
@@ -111,9 +115,11 @@ bool PhantomCounts(int betId, bool established) {
 
 Currency PhantomStake(int betId) { return 1 + VigInWager(Phantom, betId); }
 
-void RecordPhantoms(const PhantomOutcome& outcome, int count, bool latest) {
-  const auto& [betId, staked, net] = outcome;
+void RecordPhantomWagers(int betId, Currency staked, int count) {
   RecordEarlierAmount(WagersOf(Phantom, betId), staked, count);
+}
+
+void RecordPhantomNets(int betId, Currency net, int count, bool latest) {
   BetStats& stats = WinsOrLosses(Phantom, betId, net);
   AddAmounts(stats, Abs(net), count);
   if (latest) stats[StatLast] = Abs(net);
@@ -121,6 +127,7 @@ void RecordPhantoms(const PhantomOutcome& outcome, int count, bool latest) {
 
 void RecordPhantomOfRoll(const PhantomOutcome& outcome) {
   const auto& [betId, staked, net] = outcome;
+  EnterRoll(Phantom, betId);
   SetAmountOfRoll(Game.BetWagers[Phantom][static_cast<unsigned>(betId)], staked);
   SetAmountOfRoll(WinsOrLosses(Phantom, betId, net), Abs(net));
 }
@@ -130,11 +137,13 @@ void RecordBetOutcome(BetKind kind, int betId, Currency wager, Currency net) {
   const Currency staked = wager + VigInWager(kind, betId);
   if (kind == Actual) return RecordStaked(betId, staked, net);
   if (!PhantomCounts(betId, Stat(Game.BetWagers, kind, betId, StatEstablished) != 0)) return;
+  EnterRoll(kind, betId);
   RecordAmount(WagersOf(kind, betId), staked);
   RecordAmount(WinsOrLosses(kind, betId, net), Abs(net));
 }
 
 void RecordStaked(int betId, Currency staked, Currency net) {
+  EnterRoll(Actual, betId);
   RecordAmount(WagersOf(Actual, betId), staked);
   Game.WagerSquares[static_cast<unsigned>(betId)] += Square(staked);
   RecordAmount(WinsOrLosses(Actual, betId, net), Abs(net));
@@ -146,23 +155,26 @@ void CountStreak(int betId, Currency net) {
   if (net < 0) streak = streak < 0 ? streak - 1 : -1;
 }
 
-void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count) {
+void RecordEarlierWagers(int betId, Currency staked, int count) {
   RecordEarlierAmount(WagersOf(Actual, betId), staked, count);
   Game.WagerSquares[static_cast<unsigned>(betId)] += count * Square(staked);
+}
+
+void RecordEarlierNets(int betId, Currency net, int count) {
   RecordEarlierAmount(WinsOrLosses(Actual, betId, net), Abs(net), count);
 }
 
 void ClearRollStats(BetKind kind) {
-  ForEachIn(Game.TalliedBets[kind], [kind](unsigned betId) { ForRowsOf(kind, betId, ForgetRoll); });
+  ForEachIn(std::exchange(Game.RolledBets[kind], {}),
+            [kind](unsigned betId) { ForRowsOf(kind, betId, ForgetRoll); });
 }
-
-void ClearRollStats(int betId) { ForRowsOf(Actual, static_cast<unsigned>(betId), ForgetRoll); }
 
 void ClearBetTables() {
   for (const BetKind kind : {Phantom, Actual})
     ForEachIn(std::exchange(Game.TalliedBets[kind], {}), [kind](unsigned betId) {
       ForRowsOf(kind, betId, [](BetStats& stats) { stats = {}; });
     });
+  Game.RolledBets = {};
   Game.WagerSquares = {};
 }
 

@@ -15,6 +15,8 @@ struct PhantomOutcome {
   int Bet = 0;
   Currency Staked;
   Currency Net;
+
+  bool operator==(const PhantomOutcome&) const = default;
 };
 
 /// The dollar of the phantom wager on a bet, with the vig that joins it.
@@ -23,9 +25,11 @@ Currency PhantomStake(int betId);
 /// Whether a phantom decision counts, by whether its bet is established.
 bool PhantomCounts(int betId, bool established);
 
-/// `count` phantom decisions that are all alike, without the stats of a last roll. `latest`: after
-/// all that were recorded before, of those that won, or of those that lost.
-void RecordPhantoms(const PhantomOutcome& outcome, int count, bool latest);
+/// `count` phantom decisions of a bet, without the stats of a last roll: what was staked, and what
+/// so many of them won or lost. `latest`: after all that were recorded before, of those that won,
+/// or of those that lost.
+void RecordPhantomWagers(int betId, Currency staked, int count);
+void RecordPhantomNets(int betId, Currency net, int count, bool latest);
 
 /// The stats of the last roll for a phantom decision that has been recorded.
 void RecordPhantomOfRoll(const PhantomOutcome& outcome);
@@ -36,18 +40,16 @@ void RecordStaked(int betId, Currency staked, Currency net);
 /// The streak of a bet goes on, or turns, with a decision.
 void CountStreak(int betId, Currency net);
 
-/// `count` actual decisions of a bet before the last roll, all alike. `staked` is the wager with
-/// what vig joins it.
-void RecordEarlierOutcomes(int betId, Currency staked, Currency net, int count);
+/// `count` actual decisions of a bet before the last roll: what was staked, with what vig joins it,
+/// and what so many of them won or lost.
+void RecordEarlierWagers(int betId, Currency staked, int count);
+void RecordEarlierNets(int betId, Currency net, int count);
 
 /// Empties the tables.
 void ClearBetTables();
 
 /// Clears the stats of the last roll of all bets of a kind.
 void ClearRollStats(BetKind kind);
-
-/// Clears the actual stats of the last roll of one bet.
-void ClearRollStats(int betId);
 
 /// Marks a Come or Don't Come bet on a number as established for the phantom wager, or not.
 void SetEstablished(int betId, bool established);

@@ -42,10 +42,8 @@ TEST_F(NewGameTest, WhateverWritesTalliesIsCleared) {
       [] { RecordBetOutcome(Phantom, Field, 1, 2); },
       [] { RecordBetOutcome(Actual, Place8, 6, 7); },
       [] { RecordStaked(Lay4, 21, -21); },
-      [] { RecordEarlierOutcomes(Hop55, 5, -5, 3); },
-      [] {
-        RecordPhantoms({Hard4, 1, 7}, 4, true);
-      },
+      [] { RecordEarlierWagers(Hop55, 5, 3), RecordEarlierNets(Hop55, -5, 3); },
+      [] { RecordPhantomWagers(Hard4, 1, 4), RecordPhantomNets(Hard4, 7, 4, true); },
       [] { UpdateEstablished(8, true); },
       [] { RecordStaked(Big6, 6, 6), SumBetStats(Lay4, LastBet, true); },
       [] { TallyThrow(); },

@@ -241,6 +241,7 @@ TEST_F(RollCycleTest, ARollThatOverflowsIsTakenBackWhole) {
     Given(Field, 5);
     Game.BetLosses[Actual][Field][StatSum] = Currency::FromRaw(INT64_MAX);
     Game.BetWins[Actual][Field][StatSum] = Currency::FromRaw(INT64_MAX);
+    Game.SnapshotsDue = true;  // as after a game was read
     const StateOfPlay before;
     const int rollsLeft = Game.AutoRollsLeft;
     Game.KeepRolling = hyperDrive;
