@@ -167,10 +167,12 @@ int FindLayout(const PartStates& layout) {
 
 /// Whether the sums of squares, to which what was decided is added, lose nothing so far.
 bool SquaresAreWhole() {
-  constexpr double kSmallest = 1.0 / 16;  // the square of a quarter
+  constexpr double kPerDollar = 16;  // the least is the square of a quarter
   constexpr double kRoom = static_cast<double>(std::int64_t{1} << 47U);
   return std::ranges::all_of(Game.WagerSquares, [](double squares) {
-    return squares < kRoom && IsWhole(squares / kSmallest);
+    if (!(squares < kRoom)) return false;
+    const double counted = squares * kPerDollar;
+    return static_cast<double>(static_cast<std::int64_t>(counted)) == counted;
   });
 }
 

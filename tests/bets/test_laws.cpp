@@ -329,6 +329,9 @@ class Laws : public ::testing::Test {
       ASSERT_EQ(Game.LastErrorText, "");
       ASSERT_EQ(Game.RollCount[0], roll);
       ASSERT_EQ(before.AfterRoll(), "") << "by " << Game.Die1 << "-" << Game.Die2;
+      const unsigned noted =
+          Game.HyperDriveOn ? 0 : std::min(static_cast<unsigned>(roll), kRollNotes);
+      ASSERT_EQ(Game.LastRolls.size(), noted);
       ASSERT_EQ(roll % 16 == 0 ? FirstInconsistency() : std::string(), "");
     }
     for (int id = Lay4; id <= LastBet; ++id) {
