@@ -67,6 +67,7 @@ unsigned NumberBit(int number) {
 struct EventSlot {
   int* Gaps = nullptr;  // its row of `RollGapTally`
   int LastAt = 0;       // the roll on which it last happened
+  int Count = 0;        // how often it happened
 };
 
 struct Ledger {
@@ -77,8 +78,6 @@ struct Ledger {
   int EventsAt = 0;    // `RollCount[0]` when the events were last up to date
   int PhantomsAt = 0;  // and everything else
 
-  // By the dice in order, for the events.
-  std::array<int, kThrowNumbers> Throws{};
   std::array<EventSlot, kRollEvents + 1> Events{};     // one more for what fills up `EventRow`
   std::array<int, kLongGap + 1> NoGaps{};              // of that one
   std::array<int, kMostEventsOfThrow> LastAtBefore{};  // of the events of the last throw
@@ -116,12 +115,11 @@ void TakeEventBases() {
   ledger.WaitingCount = 0;
   ledger.CountedAt = Game.RollCount[0];
   ledger.EventsAt = Game.RollCount[0];
-  ledger.Throws.fill(0);
   for (unsigned event = 0; event < kRollEvents; ++event)
     ledger.Events[event] = {Game.RollGapTally[event].data(),
-                            Game.RollCount[0] - Game.RollsSince[event]};
+                            Game.RollCount[0] - Game.RollsSince[event], 0};
   ledger.NoGaps.fill(0);
-  ledger.Events[kRollEvents] = {ledger.NoGaps.data(), Game.RollCount[0]};
+  ledger.Events[kRollEvents] = {ledger.NoGaps.data(), Game.RollCount[0], 0};
 }
 
 void TakePhantomBases() {
@@ -190,9 +188,9 @@ std::array<EventRow, kThrowNumbers> FillEventRows() {
 const std::array<EventRow, kThrowNumbers> kEventRows = FillEventRows();
 
 void CountEvents(ThrowNumber thrown, int now) {
-  ++ledger.Throws[thrown];
   for (const unsigned event : kEventRows[thrown]) {
     EventSlot& slot = ledger.Events[event];
+    ++slot.Count;
     const int gap = now - slot.LastAt;
     slot.LastAt = now;
     if (gap < kLongGap) {
@@ -242,13 +240,9 @@ void SettleSince(int now) {
 
 void SettleEventCounts() {
   const int rolls = Game.RollCount[0] - ledger.EventsAt;
-  for (ThrowNumber thrown = 0; thrown < kThrowNumbers; ++thrown) {
-    const int count = ledger.Throws[thrown];
-    if (count == 0) continue;
-    for (const unsigned event : EventsOf(thrown)) {
-      Game.RollCount[event] += count;
-      Game.ShooterEvent[event] += count;
-    }
+  for (unsigned event = 0; event < kRollEvents; ++event) {
+    Game.RollCount[event] += ledger.Events[event].Count;
+    Game.ShooterEvent[event] += ledger.Events[event].Count;
   }
   Game.ShooterEvent[AnyRoll] += rolls;
   Game.ShooterEvent[AnyRollOfShooter] += rolls;
@@ -256,23 +250,6 @@ void SettleEventCounts() {
   --Game.ShooterEventPrev[0];
   --Game.ShooterEventPrev[1];
   for (const unsigned event : EventsOf(ledger.LastThrown)) --Game.ShooterEventPrev[event];
-}
-
-/// The throws, one bit for each pair of dice in order, that show an event.
-std::array<std::uint64_t, kRollEvents> FindThrowsOfEvents() {
-  std::array<std::uint64_t, kRollEvents> throws{};
-  for (ThrowNumber thrown = 0; thrown < kThrowNumbers; ++thrown)
-    for (const unsigned event : EventsOf(thrown)) throws[event] |= std::uint64_t{1} << thrown;
-  return throws;
-}
-
-/// How often an event has happened since its tallies were last up to date.
-int ThrowsOfEvent(unsigned event) {
-  static const auto throws = FindThrowsOfEvents();
-  int count = 0;
-  for (std::uint64_t bits = throws[event]; bits != 0; bits &= bits - 1)
-    count += ledger.Throws[static_cast<unsigned>(std::countr_zero(bits))];
-  return count;
 }
 
 // --- Phantom wagers ---
@@ -473,7 +450,7 @@ ShooterTally ShooterTallyNow(int event) {
   const int now = Game.RollCount[0];
   if (!Game.LedgerOpen || now == ledger.EventsAt) return tally;
   CountWaiting();
-  tally.Count += ThrowsOfEvent(e);
+  tally.Count += ledger.Events[e].Count;
   tally.CountPrev = tally.Count;
   const int rolls = now - ledger.EventsAt;
   const int unseen = tally.Since + rolls;  // as it stands when the event hasn't happened meanwhile

@@ -43,7 +43,8 @@ struct State {
 
 using WorkingWords = std::array<std::uint64_t, kWorkingWords>;
 
-using PartWorkings = std::array<unsigned char, 16>;  // of each part; two words to compare
+using PartWorkings = std::array<std::uint64_t, 2>;  // of each part a byte
+static_assert(kParts <= sizeof(PartWorkings));
 
 struct KnownProfile {
   PartWorkings Workings;
@@ -63,7 +64,6 @@ struct Table {
   std::array<std::vector<WorkingWords>, kParts> Workings;
 
   std::vector<KnownProfile> Profiles;
-  std::size_t LastProfile = 0;
 };
 Table table;
 
@@ -139,16 +139,19 @@ std::uint16_t AddState(unsigned place, const State& state) {
   return static_cast<std::uint16_t>(table.States.size() - 1);
 }
 
-/// The state of a part with these words, entered where it is new.
-std::uint16_t FindState(State state, std::span<const std::int64_t> words) {
+/// The state of a part with these words, entered where it is new as `make()` makes it.
+template <typename Make>
+std::uint16_t FindState(unsigned part, std::span<const std::int64_t> words, Make make) {
   unsigned place = static_cast<unsigned>(HashOf(words)) % kPlaces;
   for (; table.Places[place] != 0; place = (place + 1) % kPlaces) {
     const unsigned found = table.Places[place] - 1U;
     const State& other = table.States[found];
-    if (other.Part == state.Part &&
+    if (other.Part == part &&
         std::equal(words.begin(), words.end(), table.Words.begin() + other.FirstWord))
       return static_cast<std::uint16_t>(found);
   }
+  State state = make();
+  state.Part = static_cast<unsigned char>(part);
   state.FirstWord = static_cast<unsigned>(table.Words.size());
   table.Words.insert(table.Words.end(), words.begin(), words.end());
   return AddState(place, state);
@@ -163,26 +166,29 @@ std::uint16_t ReadState(unsigned number) {
   words = {point, working};
   for (const int bet : part.Bets) words.push_back(Game.Bets[bet].Raw());
   ForOtherFields(part, [](const auto& field) { words.push_back(WordOf(field)); });
-  State state;
-  state.Part = static_cast<unsigned char>(number);
-  state.Point = static_cast<unsigned char>(point);
-  state.Working = static_cast<unsigned char>(working);
-  state.LineOddsAreOff = part.HasLine && LineOddsAreOff();
-  state.OnTable = OnTableNow(part);
-  return FindState(state, words);
+  return FindState(number, words, [&] {
+    State state;
+    state.Point = static_cast<unsigned char>(point);
+    state.Working = static_cast<unsigned char>(working);
+    state.LineOddsAreOff = part.HasLine && LineOddsAreOff();
+    state.OnTable = OnTableNow(part);
+    return state;
+  });
 }
 
 LedgerProfile& FindProfile(const PartStates& states) {
   PartWorkings workings{};
-  for (unsigned part = 0; part < kParts; ++part)
-    workings[part] = table.States[states[part]].Working;
+  for (unsigned part = 0; part < kParts; ++part) {
+    const std::uint64_t working = table.States[states[part]].Working;
+    workings[part / 8] |= working << part % 8 * 8;
+  }
   auto& profiles = table.Profiles;
-  if (table.LastProfile < profiles.size() && profiles[table.LastProfile].Workings == workings)
-    return profiles[table.LastProfile].Profile;
-  const auto found = std::ranges::find(profiles, workings, &KnownProfile::Workings);
-  table.LastProfile = static_cast<std::size_t>(found - profiles.begin());
-  if (found == profiles.end()) profiles.push_back({workings, {}});
-  return profiles[table.LastProfile].Profile;
+  const auto found = std::ranges::find_if(profiles, [&workings](const KnownProfile& profile) {
+    return profile.Workings[0] == workings[0] && profile.Workings[1] == workings[1];
+  });
+  if (found != profiles.end()) return found->Profile;
+  profiles.push_back({workings, {}});
+  return profiles.back().Profile;
 }
 
 /// The parts that a throw may change: those of the bets that it decides or moves, and all where the
@@ -260,9 +266,7 @@ bool WorkingDiffers(std::uint16_t before, std::uint16_t after) {
 }
 
 std::uint16_t StateOfMultiple(Currency multiple) {
-  State state;
-  state.Part = kMultiplePart;
-  return FindState(state, std::array{multiple.Raw()});
+  return FindState(kMultiplePart, std::array{multiple.Raw()}, [] { return State(); });
 }
 
 bool ReadParts(PartStates& states) {
