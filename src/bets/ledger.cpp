@@ -325,6 +325,7 @@ bool MakePlanOf(const Ledger::Touched& group) {
                                 ledger.Profiles[key.Profile]);
 }
 
+/// A plan that shows another way in which a bet wins makes the others void.
 void MakePlans() {
   bool made = true;
   while (made) {
